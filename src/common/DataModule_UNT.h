@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/database/Query.h"
+
+/// The common shape of all data modules: queries on the host's connection, and writes that answer true or false.
+class TDataModule : public QObject {
+    Q_OBJECT
+public:
+    explicit TDataModule(QObject *owner);
+
+protected:
+    TQuery *NewQuery(const QString &name);
+
+    /// Runs a write; a database error is kept in the connection's lastError and answers false.
+    template <class Work> static bool Try(Work work)
+    {
+        try {
+            work();
+            return true;
+        } catch (const TDatabaseError &error) {
+            DM.ADOConnection1->noteError(error);
+            return false;
+        }
+    }
+
+    /// Fills a row under append or edit and posts it; a refused row is cancelled, and false is the answer.
+    template <class Fill> static bool Post(TQuery *query, bool newRow, Fill fill)
+    {
+        return Try([&] {
+            if (newRow)
+                query->append();
+            else
+                query->edit();
+            try {
+                fill();
+                query->post();
+            } catch (...) {
+                query->cancel();
+                throw;
+            }
+        });
+    }
+};

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QTableView>
+
+#include <memory>
+
+class TQuery;
+
+/// One column of a grid. Tables of these are the screens' column lists.
+struct TGridColumn {
+    enum Format { Plain, Money, Code, YesNo, RowNumber };
+    QString field;
+    QString caption;
+    int width = 0;        ///< pixels, 0 for the default
+    bool visible = true;
+    Format format = Plain; ///< RowNumber: the 1-based position, whatever the field
+};
+
+/// The rows of a query as a table model: rows are asked of the query when they are painted.
+class TQueryModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    TQueryModel(TQuery *query, const QList<TGridColumn> &columns, QObject *parent);
+    ~TQueryModel() override;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override; ///< check boxes only
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+    const QList<TGridColumn> &columns() const;
+    /// A check box in the first column; ticks are kept by the rows' keys.
+    void setCheckable(bool on);
+    QList<qlonglong> checkedKeys() const; ///< in list order
+    void clearChecks();
+
+Q_SIGNALS:
+    void checksChanged();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+/// The suite's grid on a query. Right to left, whole rows, current row = the query's current row (both ways), a
+/// click on a header sorts in the database, the column layout is remembered under the grid's object name and its
+/// window's class. An empty grid shows "<داده ای برای نمایش وجود ندارد>".
+class TSmartGrid_ZLM : public QTableView {
+    Q_OBJECT
+public:
+    TSmartGrid_ZLM(const QString &objectName, QWidget *parent);
+    ~TSmartGrid_ZLM() override;
+
+    void SetColumns(TQuery *query, const QList<TGridColumn> &columns);
+    TQueryModel *Model() const;
+    TQuery *Query() const;
+    /// Several rows may be selected (Ctrl, Shift); default one.
+    void SetMultiSelect(bool on);
+    void SetRowChecks(bool on);
+    /// Positions of the selected rows in list order; empty when nothing beyond the current row is selected.
+    QList<int> SelectedRows() const;
+    /// Shows or hides a column and offers it in the column menu or not.
+    void SetColumnOffered(const QString &field, bool offered);
+    void SaveLayout();
+    void RestoreLayout();
+
+Q_SIGNALS:
+    void rowActivated();      ///< double click
+    void keyPressed(QKeyEvent *event); ///< before the grid's own handling; accept it to stop that
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "host/Declaration_PKG/Softwareparts_unt.h"
+
+#include <QString>
+
+/// The user who is logged in.
+struct TUserInfo {
+    int Code = 0;
+    QString Name;      ///< login name
+    QString FullName;  ///< shown in the status bar
+    bool IsAdmin = false; ///< holds every right
+    bool IsActive = true;
+};
+extern TUserInfo UserInfo;
+
+/// Whether the user holds a right on a software part. The first flag says that a whole screen is asked for
+/// (false: an action in one); with the second one true the host itself tells the user about a refusal,
+/// through MessageService, so the caller stops silently. A database error refuses.
+bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right, bool wholeScreen,
+                    bool tellUser, const QString &text);
+
+/// Writes a line to the event log (table UserEvent): who, when, where, what. The first flag marks an event of
+/// the system itself, the second one keeps an error from the caller (the host then tells the user).
+void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bool ofSystem, bool tellUser);

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
+
+#include <QStringList>
+#include <functional>
+
+/// The base of all record editors: rights, code locks, recovery on top of TBaseEditor.
+///
+/// The constructors ask the user's right on the part (new: 1, edit: 2) and set NotShowable when it is refused;
+/// the caller then frees the screen without showing it.
+class TBaseGet_FRM : public TBaseEditor {
+    Q_OBJECT
+public:
+    /// A new record. `text` holds parameters parted by semicolons.
+    TBaseGet_FRM(TSoftwarePart part, bool flag, const QString &text);
+    /// An existing record.
+    TBaseGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag);
+    /// An existing record that needs one more value.
+    TBaseGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, const QVariant &extra, bool flag1,
+                 bool flag2);
+    ~TBaseGet_FRM() override;
+
+    bool NotShowable = false;
+
+    TSoftwarePart Part() const { return m_part; }
+    QVariant Parameter(int index) const;
+
+    int exec() override;
+
+protected:
+    /// The usual new-code hook: gives up the lock on the code held so far, asks `newCode`, takes the lock on it;
+    /// a code that another workstation holds is passed over for the next one. Becomes Identifier().
+    void AllotCode(const std::function<int()> &newCode);
+    void ReleaseCode();
+
+    /// Whether an existing record is locked while it is open; when another workstation holds it, the user is told
+    /// (MSGInUse with this word) and the screen does not open. Empty: not locked.
+    virtual QString LockedEntityWord() const { return {}; }
+
+    // Recovery of rows that an editor of this workstation left behind. Codes as text; the base asks the user.
+    virtual bool HasRecovery() const { return false; }       ///< whether the editor takes part in recovery
+    virtual QStringList RecoveryCodes() { return {}; }
+    virtual bool RecordHasRecovery(const QString &) { return false; }
+    virtual void MoveRecovery(const QString & /*oldCode*/, const QString & /*newCode*/) {}
+    virtual void DiscardRecovery(const QString &) {}
+    virtual void DiscardAllRecovery() {}
+
+    bool Start() override;
+    void done(int result) override;
+
+private:
+    void askRight(TPermission right);
+    TSoftwarePart m_part;
+    QVariant m_value;
+    QVariant m_heldCode; ///< the code whose lock this editor holds
+};

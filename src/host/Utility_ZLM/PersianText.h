@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+/// Text as people type it, made comparable.
+namespace PersianText {
+
+/// For searching: both forms of yeh and kaf become the Persian one, Persian and Arabic digits Latin, half-space
+/// and diacritics go, case is folded, runs of blanks become one. The same rule runs in SQL as zelmo_fold.
+QString fold(const QString &text);
+/// Persian and Arabic-Indic digits to Latin; nothing else changes.
+QString latinDigits(const QString &text);
+/// A typed number to plain form: Latin digits, "-" first, one ".", separators and blanks gone. Null when the text
+/// is no number. Empty stays empty.
+QString plainNumber(const QString &text);
+/// "1234567.5" to "1,234,567.5"; a text that is no number comes back unchanged.
+QString grouped(const QString &plainNumber);
+/// Compares in the order of the Persian alphabet, for lists that the program sorts itself.
+int compare(const QString &a, const QString &b);
+
+} // namespace PersianText

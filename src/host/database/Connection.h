@@ -1,0 +1,69 @@
+#pragma once
+
+#include "host/database/DatabaseError.h"
+#include "host/database/Statement.h"
+
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <optional>
+
+class TEngine;
+
+/// The suite's one connection to its database, on an embedded SQLite file or on SQL Server.
+///
+/// T-SQL goes in; for the embedded engine it is translated by tokens and remembered by statement.
+/// All calls throw TDatabaseError unless their comment says otherwise. User-interface thread only.
+class TConnection : public QObject {
+    Q_OBJECT
+public:
+    enum class Kind { Embedded, SqlServer };
+
+    explicit TConnection(QObject *parent = nullptr);
+    ~TConnection() override;
+
+    /// Opens (and creates, private to the user) the database file and brings its schema up to date.
+    void openFile(const QString &path);
+    /// Opens SQL Server through ODBC and brings its schema up to date. The text may hold a password: it is
+    /// never logged and never part of an error.
+    void openOdbc(const QString &connectionString);
+    void close();
+    bool isOpen() const;
+    Kind kind() const;
+    /// The file's path, or server and database without user and password.
+    QString displayName() const;
+
+    /// Begins a transaction. One that was left open is rolled back first.
+    void BeginTrans();
+    void CommitTrans();
+    /// Rolls back; without an open transaction it does nothing. Never throws.
+    void RollbackTrans();
+    bool InTransaction() const;
+
+    /// Runs a command (or a batch parted by blanks) and returns the affected rows of the last statement.
+    int execute(const TStatement &statement);
+    /// First column of the first row, null when there is none.
+    QVariant scalar(const TStatement &statement);
+
+    /// The last failure of a statement on this connection, kept for the message of a save that answered false.
+    const std::optional<TDatabaseError> &lastError() const { return m_lastError; }
+    void clearLastError() { m_lastError.reset(); }
+    void noteError(const TDatabaseError &error) { m_lastError = error; }
+
+    /// Called with every statement's given text before it runs; it may throw TDatabaseError to play a fault.
+    /// For tests and tracing.
+    void setStatementHook(std::function<void(const TStatement &)> hook) { m_hook = std::move(hook); }
+    void beforeStatement(const TStatement &statement) const
+    {
+        if (m_hook)
+            m_hook(statement);
+    }
+
+    /// The engine behind; only the database folder uses it.
+    TEngine &engine() const;
+
+private:
+    std::unique_ptr<TEngine> m_engine;
+    std::optional<TDatabaseError> m_lastError;
+    std::function<void(const TStatement &)> m_hook;
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+
+#include <exception>
+
+/// What went wrong, in the terms that a user can act on.
+enum class TFault {
+    Refused,        ///< a key, a reference or a check of the schema forbids the change
+    Locked,         ///< another user holds the row, the table or the file; the wait ran out
+    Deadlock,       ///< this transaction was chosen to give way and is rolled back as a whole
+    ConnectionLost, ///< the server went away, or the network did
+    LoginRefused,   ///< the server does not accept the user or the database
+    DiskFull,
+    ReadOnly,     ///< the file or its folder cannot be written
+    CannotOpen,   ///< no such file, no such server, no such driver
+    NotADatabase, ///< the file is no database, or a damaged one
+    OtherProgram, ///< a database, but not one of this suite
+    NewerSchema,  ///< made by a newer version of the suite
+    UnfitServer,  ///< the server's collation loses Persian letters
+    BadStatement, ///< the statement itself is wrong
+    TooLong,      ///< a value does not fit its column
+    Other
+};
+
+/// Every failure of the database layer. Copyable, and safe to keep.
+class TDatabaseError : public std::exception {
+public:
+    TDatabaseError(TFault fault, const QString &detail, const QString &statement = {});
+    ~TDatabaseError() override;
+
+    TFault fault() const { return m_fault; }
+    /// The engine's own words (English, for logs); never holds a password.
+    const QString &detail() const { return m_detail; }
+    /// The statement that failed, values left out; empty where none was run.
+    const QString &statement() const { return m_statement; }
+    /// One clear Persian sentence: what happened and what the user can do.
+    QString userText() const;
+    const char *what() const noexcept override;
+
+private:
+    TFault m_fault;
+    QString m_detail;
+    QString m_statement;
+    QByteArray m_what;
+};
