@@ -18,7 +18,7 @@ namespace {
 QWidget *receiver(QWidget *window)
 {
     QWidget *top = QApplication::activePopupWidget();
-    if (!top || top == window || window->isAncestorOf(top) == false)
+    if (!top)
         top = window;
     return top->focusWidget() ? top->focusWidget() : top;
 }

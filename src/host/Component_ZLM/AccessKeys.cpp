@@ -61,7 +61,8 @@ bool reach(QWidget *widget, QChar letter)
 
 AccessKeys::AccessKeys(QObject *parent) : QObject(parent) {}
 
-// An access key that a caption has as typed never comes here: it is taken as a shortcut before.
+// An access key that a caption has as typed never comes here: it is taken as a shortcut before, unless the
+// keyboard names no key for the letter.
 bool AccessKeys::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
@@ -69,13 +70,20 @@ bool AccessKeys::eventFilter(QObject *watched, QEvent *event)
     const auto *key = static_cast<QKeyEvent *>(event);
     if (key->modifiers() != Qt::AltModifier)
         return false;
-    const QChar letter = otherForm(letterOf(key));
-    if (letter.isNull())
+    const QChar typed = letterOf(key);
+    QList<QChar> letters;
+    if (key->key() == Qt::Key_unknown && typed.isLetter())
+        letters << typed;
+    if (const QChar other = otherForm(typed); !other.isNull())
+        letters << other;
+    if (letters.isEmpty())
         return false;
     const auto widgets = static_cast<QWidget *>(watched)->window()->findChildren<QWidget *>();
-    for (QWidget *widget : widgets) {
-        if (reach(widget, letter))
-            return true;
+    for (const QChar letter : letters) {
+        for (QWidget *widget : widgets) {
+            if (reach(widget, letter))
+                return true;
+        }
     }
     return false;
 }

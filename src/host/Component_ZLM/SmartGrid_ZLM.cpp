@@ -1,5 +1,6 @@
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 
+#include "host/Component_ZLM/GridCellDelegate.h"
 #include "host/Component_ZLM/LayoutStore.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/database/Query.h"
@@ -12,38 +13,11 @@
 #include <QMenu>
 #include <QPainter>
 #include <QPointer>
-#include <QStyledItemDelegate>
 
 namespace {
 
 const QString emptyText = QStringLiteral("<داده ای برای نمایش وجود ندارد>");
 const int defaultWidth = 100;
-
-// Whole rows are marked, not cells; numbers run from left to right whatever the window does.
-class CellDelegate : public QStyledItemDelegate {
-public:
-    CellDelegate(QObject *parent, const QList<TGridColumn> &columns)
-        : QStyledItemDelegate(parent), m_columns(columns)
-    {
-    }
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->state &= ~QStyle::State_HasFocus;
-        const TGridColumn::Format format = m_columns.value(index.column()).format;
-        const bool number = format == TGridColumn::Money || format == TGridColumn::Code;
-        const bool checkable = option->features.testFlag(QStyleOptionViewItem::HasCheckIndicator);
-        if (number && !checkable) {
-            option->direction = Qt::LeftToRight;
-            option->displayAlignment = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
-        }
-    }
-
-private:
-    QList<TGridColumn> m_columns;
-};
 
 /// Runs what asks the database; an error is told and does not go on into the event loop.
 template <class Work>
@@ -66,6 +40,7 @@ struct TSmartGrid_ZLM::Private {
     QList<int> widths;
     int sortColumn = -1;
     Qt::SortOrder sortOrder = Qt::AscendingOrder;
+    int anchor = -1;         // where a selection with Shift begins
     bool following = false;  // a move of one side is being passed on to the other
     bool arranging = false;  // the program sets widths
     bool rearranged = false; // the user changed the layout
@@ -98,7 +73,10 @@ TSmartGrid_ZLM::TSmartGrid_ZLM(const QString &objectName, QWidget *parent)
     setHorizontalScrollMode(ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    // The style's own least sizes follow the font's widest letter.
+    verticalHeader()->setMinimumSectionSize(12);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 2);
+    horizontalHeader()->setMinimumSectionSize(24);
     QHeaderView *header = horizontalHeader();
     header->setSectionsMovable(true);
     header->setSectionsClickable(true);
@@ -148,7 +126,7 @@ void TSmartGrid_ZLM::SetColumns(TQuery *query, const QList<TGridColumn> &columns
     setModel(d->model);
     delete oldSelection;
     delete oldModel;
-    setItemDelegate(new CellDelegate(this, columns));
+    setItemDelegate(new GridCellDelegate(this, columns));
     connect(query, &TQuery::currentChanged, this, &TSmartGrid_ZLM::showCurrent);
     connect(d->model, &QAbstractItemModel::modelReset, this, &TSmartGrid_ZLM::showCurrent);
     d->restored = false;
@@ -173,10 +151,10 @@ void TSmartGrid_ZLM::SetMultiSelect(bool on)
 
 void TSmartGrid_ZLM::SetRowChecks(bool on)
 {
+    if (on != d->model->isCheckable())
+        d->widths[0] += on ? 24 : -24;
     d->model->setCheckable(on);
     horizontalHeader()->setFirstSectionMovable(!on);
-    if (on)
-        d->widths[0] += 24;
     applyColumns();
 }
 
@@ -325,6 +303,8 @@ void TSmartGrid_ZLM::showCurrent()
 void TSmartGrid_ZLM::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QTableView::currentChanged(current, previous);
+    if (!QApplication::keyboardModifiers().testFlag(Qt::ShiftModifier) || d->following)
+        d->anchor = current.row();
     if (d->following || !d->query || !d->query->active() || !current.isValid())
         return;
     d->following = true;
@@ -365,6 +345,52 @@ void TSmartGrid_ZLM::sortBy(int column)
     showCurrent();
 }
 
+// The view's own Shift selection begins where the user's last key or click was, even when the query has moved since.
+bool TSmartGrid_ZLM::extendSelection(QKeyEvent *event)
+{
+    if (selectionMode() != ExtendedSelection || !event->modifiers().testFlag(Qt::ShiftModifier) ||
+        !currentIndex().isValid())
+        return false;
+    const int row = currentIndex().row();
+    const int last = d->model->rowCount() - 1;
+    const int page =
+        std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
+    int target = row;
+    switch (event->key()) {
+    case Qt::Key_Up:
+        target = row - 1;
+        break;
+    case Qt::Key_Down:
+        target = row + 1;
+        break;
+    case Qt::Key_PageUp:
+        target = row - page;
+        break;
+    case Qt::Key_PageDown:
+        target = row + page;
+        break;
+    case Qt::Key_Home:
+        target = 0;
+        break;
+    case Qt::Key_End:
+        target = last;
+        break;
+    default:
+        return false;
+    }
+    target = std::clamp(target, 0, last);
+    const int anchor = d->anchor >= 0 && d->anchor <= last ? d->anchor : row;
+    selectionModel()->setCurrentIndex(d->model->index(target, currentIndex().column()),
+                                      QItemSelectionModel::NoUpdate);
+    selectionModel()->select(
+        QItemSelection(d->model->index(std::min(anchor, target), 0),
+                       d->model->index(std::max(anchor, target), d->model->columnCount() - 1)),
+        QItemSelectionModel::ClearAndSelect);
+    d->anchor = anchor;
+    event->accept();
+    return true;
+}
+
 void TSmartGrid_ZLM::copyRows()
 {
     QList<int> rows = SelectedRows();
@@ -389,6 +415,8 @@ void TSmartGrid_ZLM::keyPressEvent(QKeyEvent *event)
     event->ignore();
     Q_EMIT keyPressed(event);
     if (event->isAccepted() || !d->model)
+        return;
+    if (extendSelection(event))
         return;
     const auto goTo = [&](int row) {
         if (row >= 0 && row < d->model->rowCount())

@@ -90,6 +90,7 @@ private:
     void showCurrent();
     void sortBy(int column);
     void copyRows();
+    bool extendSelection(QKeyEvent *event);
     void applyColumns();
     struct Private;
     std::unique_ptr<Private> d;

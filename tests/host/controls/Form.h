@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLineEdit>
 #include <QTest>
 #include <QVBoxLayout>
 #include <QWidget>
