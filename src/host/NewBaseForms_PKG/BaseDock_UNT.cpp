@@ -2,11 +2,13 @@
 
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
 #include "host/BaseFrame_PKG/Tab_Search_Frame.h"
+#include "host/Component_ZLM/LayoutStore.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "host/NewBaseForms_PKG/GroupPane_UNT.h"
 #include "host/NewBaseForms_PKG/ListPrinter.h"
 #include "host/database/Query.h"
 
@@ -150,8 +152,30 @@ void TBaseDock_FRM::setVisible(bool visible)
     if (visible && !m_started) {
         m_started = true;
         start();
+        m_center->restoreState(LayoutStore::value(splitterKey()).toByteArray());
     }
     TBaseForm::setVisible(visible);
+}
+
+QString TBaseDock_FRM::splitterKey() const
+{
+    return LayoutStore::windowKey(this) + QStringLiteral("/panes");
+}
+
+void TBaseDock_FRM::done(int result)
+{
+    LayoutStore::setValue(splitterKey(), m_center->saveState());
+    TBaseForm::done(result);
+}
+
+TGroup_Pane *TBaseDock_FRM::BuildGroups(TQuery *groups, const QString &gridName, const QString &columnCaption,
+                                        const QString &buttonCaption)
+{
+    Groups = new TGroup_Pane(groups, gridName, columnCaption, buttonCaption, this);
+    m_center->insertWidget(0, Groups);
+    m_center->setStretchFactor(0, 0);
+    m_center->setStretchFactor(1, 1);
+    return Groups;
 }
 
 void TBaseDock_FRM::start()
@@ -261,7 +285,7 @@ bool TBaseDock_FRM::ConfirmDelete(TSoftwarePart part, const QString &eventText)
 
 bool TBaseDock_FRM::HandleKey(QKeyEvent *event)
 {
-    if (Tab_Search && Tab_Search->HandleKey(event))
+    if ((Tab_Search && Tab_Search->HandleKey(event)) || (Groups && Groups->HandleKey(event)))
         return true;
     return TBaseForm::HandleKey(event);
 }

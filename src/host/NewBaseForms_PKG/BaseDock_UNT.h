@@ -13,6 +13,7 @@ class QSplitter;
 class QVBoxLayout;
 class TBaseGet_FRM;
 class TGeneral_Search_Frame;
+class TGroup_Pane;
 class TQuery;
 class TSmartGrid_ZLM;
 class TTab_Search_Frame;
@@ -48,7 +49,10 @@ public:
     TGeneral_Search_Frame *General_Search = nullptr;
     TTab_Search_Frame *Tab_Search = nullptr; ///< set by screens that have one; Ctrl+1... then choose its tabs
 
+    TGroup_Pane *Groups = nullptr; ///< set by screens that have one (BuildGroups)
+
     void setVisible(bool visible) override;
+    void done(int result) override;
 
 protected:
     // The screen's hooks.
@@ -75,6 +79,9 @@ protected:
     QSplitter *Center() const { return m_center; }
     QVBoxLayout *BelowGrid() const { return m_belowGrid; }
     QLabel *CaptionPanel() const { return m_captionPanel; }
+    /// A pane of groups beside the list; after BuildUsualLayout.
+    TGroup_Pane *BuildGroups(TQuery *groups, const QString &gridName, const QString &columnCaption,
+                             const QString &buttonCaption);
     /// New F4, edit F5, delete F7, select Enter, [print F9], exit Esc.
     void BuildButtons(bool withSelect, bool withPrint);
     void SetShortCut(QWidget *control);
@@ -106,6 +113,7 @@ protected:
 
 private:
     void start();
+    QString splitterKey() const;
     void activateRow();
     TFormMode m_mode;
     QVariant m_value;

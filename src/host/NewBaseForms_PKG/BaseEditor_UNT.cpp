@@ -1,6 +1,5 @@
 #include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
-#include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
@@ -16,7 +15,6 @@ TBaseEditor::TBaseEditor(TFormMode mode) : m_mode(mode) {}
 void TBaseEditor::SetIsSaved(bool saved)
 {
     m_isSaved = saved;
-    setWindowModified(!saved);
 }
 
 bool TBaseEditor::Guarded(const std::function<void()> &work)
@@ -295,40 +293,6 @@ void TBaseEditor::GuardPage(int page, TSoftwarePart part, TPermission right)
         });
     }
     m_guards.append({page, part, right});
-}
-
-void TBaseEditor::BindRowButtons(TSmartGrid_ZLM *grid, TSmartButton_ZLM *add, TSmartButton_ZLM *edit,
-                                 TSmartButton_ZLM *del, bool enterEdits)
-{
-    connect(grid, &TSmartGrid_ZLM::rowActivated, edit, [edit] { edit->click(); });
-    connect(grid, &TSmartGrid_ZLM::keyPressed, this, [=](QKeyEvent *event) {
-        if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
-            return;
-        TSmartButton_ZLM *button = nullptr;
-        switch (event->key()) {
-        case Qt::Key_Plus:
-            button = add;
-            break;
-        case Qt::Key_Asterisk:
-            button = edit;
-            break;
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            button = enterEdits ? edit : nullptr;
-            break;
-        case Qt::Key_Minus:
-        case Qt::Key_Delete:
-            button = del;
-            break;
-        default:
-            break;
-        }
-        if (!button)
-            return;
-        event->accept();
-        if (!event->isAutoRepeat())
-            button->click(); // a disabled button does not answer
-    });
 }
 
 void TBaseEditor::FocusInput(QWidget *input)

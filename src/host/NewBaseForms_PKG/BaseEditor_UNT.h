@@ -12,7 +12,6 @@
 #include <functional>
 
 class QLabel;
-class TSmartGrid_ZLM;
 
 /// What record editors and detail-row editors share: inputs that mark the record as changed, save and exit
 /// buttons, the unsaved question, and the hooks in their order.
@@ -92,10 +91,6 @@ protected:
     /// A page that is shown only to users with a right on a part; the others get the page before it back.
     /// Uses the tab widget given to SetPages.
     void GuardPage(int page, TSoftwarePart part, TPermission right);
-    /// The row buttons of a grid of detail rows by its keys: plus adds, star and double click edit (Enter, too, when
-    /// `enterEdits`), Delete and minus delete. Disabled buttons do nothing.
-    void BindRowButtons(TSmartGrid_ZLM *grid, TSmartButton_ZLM *add, TSmartButton_ZLM *edit,
-                        TSmartButton_ZLM *del, bool enterEdits);
     /// Focus to an input, turning to its page first.
     void FocusInput(QWidget *input);
 

@@ -120,7 +120,9 @@ void TBaseGet_FRM::AllotCode(const std::function<int()> &newCode)
 {
     ReleaseCode();
     int code = newCode();
-    while (!lockCode(QString::number(code), m_part, otLock))
+    // Another editor of this program may have the code: its workstation would be given the lock once more.
+    while (openCodes().contains(openKey(m_part, QString::number(code))) ||
+           !lockCode(QString::number(code), m_part, otLock))
         code = qMax(newCode(), code + 1);
     m_heldCode = QString::number(code);
     openCodes().insert(openKey(m_part, m_heldCode));

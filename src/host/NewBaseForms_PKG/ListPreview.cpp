@@ -4,33 +4,38 @@
 
 #include <QFileDialog>
 #include <QLabel>
+#include <QPainter>
 #include <QPrintDialog>
-#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QProgressDialog>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
+
+namespace {
+constexpr int ShadowWidth = 6;
+}
 
 TListPreview_FRM::TListPreview_FRM(const TSmartGrid_ZLM *grid, const QString &title, QWidget *parent)
     : TBaseForm(parent), m_list(grid, title), m_title(title.trimmed()),
-      m_printer(std::make_unique<QPrinter>(QPrinter::HighResolution))
+      m_printer(std::make_unique<QPrinter>(QPrinter::HighResolution)), m_area(new QScrollArea(this)),
+      m_paper(new QWidget), m_page(new QLabel(this))
 {
     SetTitle(u"پیش نمایش - %1"_qs.arg(m_title));
     m_list.SetUpPage(*m_printer);
-    m_preview = new QPrintPreviewWidget(m_printer.get(), this);
-    m_preview->setObjectName(QStringLiteral("Preview"));
-    // The pages stand as on paper; only their contents run from right to left.
-    m_preview->setLayoutDirection(Qt::LeftToRight);
-    m_page = new QLabel(this);
+    m_paper->setObjectName(QStringLiteral("Paper"));
+    m_paper->installEventFilter(this);
+    m_area->setObjectName(QStringLiteral("Preview"));
+    m_area->setWidget(m_paper);
+    m_area->installEventFilter(this);
+    m_area->setAlignment(Qt::AlignCenter);
+    m_area->setBackgroundRole(QPalette::Dark);
+    m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // fitting the width must not change the width
     m_page->setObjectName(QStringLiteral("Page_LBL"));
     m_page->setAlignment(Qt::AlignCenter);
-    Body()->addWidget(m_preview, 1);
+    Body()->addWidget(m_area, 1);
     Body()->addWidget(m_page);
-    connect(m_preview, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter *printer) {
-        m_pages = m_list.PageCount(*printer);
-        m_list.Print(*printer, 1, ShownPages);
-    });
-    connect(m_preview, &QPrintPreviewWidget::previewChanged, this, &TListPreview_FRM::showPageNumber);
 
     struct TButton {
         const char *name;
@@ -41,52 +46,105 @@ TListPreview_FRM::TListPreview_FRM(const TSmartGrid_ZLM *grid, const QString &ti
     const TButton buttons[] = {
         {"Print_BTN", u"چاپ Ctrl+P"_qs, "Ctrl+P", [this] { print(); }},
         {"Pdf_BTN", u"ذخیره PDF Ctrl+S"_qs, "Ctrl+S", [this] { askPdf(); }},
-        {"Prior_BTN", u"صفحه قبل"_qs, "PgUp", [this] { turnTo(m_preview->currentPage() - 1); }},
-        {"Next_BTN", u"صفحه بعد"_qs, "PgDown", [this] { turnTo(m_preview->currentPage() + 1); }},
-        {"ZoomIn_BTN", u"بزرگتر"_qs, "Ctrl++", [this] { m_preview->zoomIn(); }},
-        {"ZoomOut_BTN", u"کوچکتر"_qs, "Ctrl+-", [this] { m_preview->zoomOut(); }},
-        {"FitWidth_BTN", u"عرض صفحه"_qs, "Ctrl+0", [this] { m_preview->fitToWidth(); }},
+        {"Prior_BTN", u"صفحه قبل"_qs, "PgUp", [this] { turnTo(m_current - 1); }},
+        {"Next_BTN", u"صفحه بعد"_qs, "PgDown", [this] { turnTo(m_current + 1); }},
+        {"ZoomIn_BTN", u"بزرگتر"_qs, "Ctrl++", [this] { zoom(1.25); }},
+        {"ZoomOut_BTN", u"کوچکتر"_qs, "Ctrl+-", [this] { zoom(0.8); }},
+        {"FitWidth_BTN", u"عرض صفحه"_qs, "Ctrl+0", [this] { zoom(0); }},
         {"Orientation_BTN", u"افقی / عمودی"_qs, "Ctrl+L",
          [this] {
-             m_preview->setOrientation(m_printer->pageLayout().orientation() == QPageLayout::Portrait
-                                           ? QPageLayout::Landscape
-                                           : QPageLayout::Portrait);
+             m_printer->setPageOrientation(m_printer->pageLayout().orientation() == QPageLayout::Portrait
+                                               ? QPageLayout::Landscape
+                                               : QPageLayout::Portrait);
+             paperChanged();
          }},
         {"EXit_BTN", u"خروج Esc"_qs, "Esc", [this] { reject(); }},
     };
     for (const TButton &row : buttons) {
         TSmartButton_ZLM *button =
-            AddButton(QString::fromLatin1(row.name), row.caption, QString::fromLatin1(row.key));
+            AddButton(QString::fromLatin1(row.name), row.caption, QString::fromLatin1(row.key), row.caption);
         connect(button, &QAbstractButton::clicked, this, row.action);
     }
     resize(900, 700);
-    m_preview->setFocus();
+    paperChanged();
+    m_area->setFocus();
 }
 
 TListPreview_FRM::~TListPreview_FRM() = default;
 
-void TListPreview_FRM::turnTo(int page)
+void TListPreview_FRM::paperChanged()
 {
-    if (page >= 1 && page <= m_preview->pageCount())
-        m_preview->setCurrentPage(page);
+    m_pages = m_list.PageCount(*m_printer);
+    fit();
+    turnTo(std::min(m_current, m_pages));
 }
 
-void TListPreview_FRM::showPageNumber()
+void TListPreview_FRM::fit()
 {
-    QString text = u"صفحه %1 از %2"_qs.arg(m_preview->currentPage()).arg(m_pages);
-    if (m_pages > ShownPages)
-        text += u" (تنها %1 صفحه نخست نمایش داده می شود؛ چاپ و PDF همه صفحه ها را دارد)"_qs.arg(ShownPages);
-    m_page->setText(text);
+    const QSizeF dots = m_printer->paperRect(QPrinter::DevicePixel).size();
+    double scale = m_zoom;
+    if (scale <= 0)
+        scale = std::max(0.01, (m_area->viewport()->width() - 2.0 * ShadowWidth) / dots.width());
+    m_paper->resize((dots * scale).toSize() + QSize(ShadowWidth, ShadowWidth));
+    m_paper->update();
+}
+
+void TListPreview_FRM::zoom(double factor)
+{
+    const double now = (m_paper->width() - ShadowWidth) / m_printer->paperRect(QPrinter::DevicePixel).width();
+    const double dotsOfScreen = 96.0 / m_printer->resolution();
+    m_zoom = factor > 0 ? std::clamp(now * factor, dotsOfScreen / 5, dotsOfScreen * 5) : 0;
+    fit();
+}
+
+void TListPreview_FRM::resizeEvent(QResizeEvent *event)
+{
+    TBaseForm::resizeEvent(event);
+    fit();
+}
+
+bool TListPreview_FRM::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_paper && event->type() == QEvent::Paint) {
+        QPainter painter(m_paper);
+        const QSize size = m_paper->size() - QSize(ShadowWidth, ShadowWidth);
+        painter.fillRect(QRect(QPoint(ShadowWidth, ShadowWidth), size), QColor(0, 0, 0, 90));
+        painter.fillRect(QRect(QPoint(0, 0), size), Qt::white);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+        const QSizeF dots = m_printer->paperRect(QPrinter::DevicePixel).size();
+        painter.scale(size.width() / dots.width(), size.height() / dots.height());
+        m_list.PaintPage(painter, *m_printer, m_current);
+        return true;
+    }
+    if (watched == m_area && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_PageUp || key == Qt::Key_PageDown) { // the arrows scroll, these turn
+            turnTo(m_current + (key == Qt::Key_PageDown ? 1 : -1));
+            return true;
+        }
+    }
+    return TBaseForm::eventFilter(watched, event);
+}
+
+void TListPreview_FRM::turnTo(int page)
+{
+    if (page < 1 || page > m_pages)
+        return;
+    m_current = page;
+    m_page->setText(u"صفحه %1 از %2"_qs.arg(m_current).arg(m_pages));
+    m_area->verticalScrollBar()->setValue(0);
+    m_paper->update();
 }
 
 bool TListPreview_FRM::HandleKey(QKeyEvent *event)
 {
-    if (event->modifiers() == Qt::ControlModifier && event->key() == Qt::Key_Home) {
-        turnTo(1);
+    const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    if (modifiers == Qt::ControlModifier && (event->key() == Qt::Key_Home || event->key() == Qt::Key_End)) {
+        turnTo(event->key() == Qt::Key_Home ? 1 : m_pages);
         return true;
     }
-    if (event->modifiers() == Qt::ControlModifier && event->key() == Qt::Key_End) {
-        turnTo(m_preview->pageCount());
+    if (modifiers == Qt::ControlModifier && event->key() == Qt::Key_Equal) { // the plus key without Shift
+        zoom(1.25);
         return true;
     }
     return TBaseForm::HandleKey(event);
@@ -95,13 +153,18 @@ bool TListPreview_FRM::HandleKey(QKeyEvent *event)
 bool TListPreview_FRM::run(const QString &caption,
                            const std::function<bool(const std::function<bool(int)> &)> &work)
 {
-    QProgressDialog progress(caption, u"انصراف"_qs, 0, m_list.PageCount(*m_printer), this);
+    QProgressDialog progress(caption, u"انصراف"_qs, 0, m_pages, this);
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(800);
-    return work([&progress](int page) {
-        progress.setValue(page);
-        return !progress.wasCanceled();
-    });
+    try {
+        return work([&progress](int page) {
+            progress.setValue(page);
+            return !progress.wasCanceled();
+        });
+    } catch (const TDatabaseError &error) {
+        MsgDatabaseError(error);
+    }
+    return false;
 }
 
 bool TListPreview_FRM::ExportPdf(const QString &fileName)
@@ -110,7 +173,7 @@ bool TListPreview_FRM::ExportPdf(const QString &fileName)
         return m_list.ExportPdf(fileName, *m_printer, progress);
     });
     if (written)
-        MSGCompeletedSuccessfully(u"ذخیره PDF"_qs, fileName, m_preview);
+        MSGCompeletedSuccessfully(u"ذخیره PDF"_qs, fileName, m_area);
     else
         ShowSmartMessage(u"فایل PDF ذخیره نشد. مسیر فایل و فضای خالی دیسک را بررسی کنید."_qs, fileName,
                          miError);
@@ -124,7 +187,7 @@ void TListPreview_FRM::askPdf()
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilter(QStringLiteral("PDF (*.pdf)"));
     dialog.setDefaultSuffix(QStringLiteral("pdf"));
-    dialog.selectFile(m_title + QStringLiteral(".pdf"));
+    dialog.selectFile(QString(m_title).replace(u'/', u'-') + QStringLiteral(".pdf"));
     if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
         ExportPdf(dialog.selectedFiles().constFirst());
 }

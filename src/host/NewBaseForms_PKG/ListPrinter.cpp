@@ -18,18 +18,28 @@ namespace {
 constexpr double ScreenDotsPerInch = 96;
 constexpr double SmallestScale = 0.55; // below that a 10 point font cannot be read on paper
 
+// The suite's font in the paper's dots, whatever device it is painted on.
+QFont paperFont(double dotsPerPoint, double scale, bool bold)
+{
+    QFont font = QApplication::font();
+    const double points = font.pointSizeF() > 0 ? font.pointSizeF() : 10;
+    font.setPixelSize(std::max(1, int(std::lround(points * scale * dotsPerPoint))));
+    font.setBold(bold);
+    return font;
+}
+
 } // namespace
 
 struct TListPrinter::TMeasures {
     QRectF page;
     QFont font;
     QFont headFont;
+    QFont titleFont;
     double titleHeight = 0;
     double rowHeight = 0;
     double padding = 0;
     double scale = 1; ///< from the columns' widths on the screen to the paper's dots
-    double tableWidth = 0;
-    int rows = 1; ///< rows of a page
+    int rows = 1;     ///< rows of a page
 };
 
 TListPrinter::TListPrinter(const TSmartGrid_ZLM *grid, const QString &title)
@@ -42,6 +52,13 @@ TListPrinter::TListPrinter(const TSmartGrid_ZLM *grid, const QString &title)
             continue;
         TColumn column{section, m_model->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString(),
                        double(grid->columnWidth(section))};
+        // The last column fills the window; on paper it is as wide as it was meant to be.
+        if (header->stretchLastSection() &&
+            header->sectionPosition(section) + header->sectionSize(section) >= header->length()) {
+            const int meant = grid->Model()->columns().at(section).width;
+            const double caption = QFontMetricsF(header->font()).horizontalAdvance(column.caption) + 20;
+            column.width = std::min(column.width, std::max(meant > 0 ? double(meant) : 120.0, caption));
+        }
         m_width += column.width;
         m_columns.append(column);
     }
@@ -65,18 +82,14 @@ TListPrinter::TMeasures TListPrinter::measure(QPrinter &printer) const
     const double dots = printer.resolution() / ScreenDotsPerInch;
     const double fitting = m_width > 0 ? sizes.page.width() / (m_width * dots) : 1;
     const double fontScale = std::clamp(fitting, SmallestScale, 1.0);
+    const double dotsPerPoint = printer.resolution() / 72.0;
     sizes.scale = dots * std::min(fitting, 1.0);
-    sizes.tableWidth = m_width * sizes.scale;
-    sizes.font = QApplication::font();
-    const double points = sizes.font.pointSizeF() > 0 ? sizes.font.pointSizeF() : 10;
-    sizes.font.setPointSizeF(points * fontScale);
-    sizes.headFont = sizes.font;
-    sizes.headFont.setBold(true);
+    sizes.font = paperFont(dotsPerPoint, fontScale, false);
+    sizes.headFont = paperFont(dotsPerPoint, fontScale, true);
+    sizes.titleFont = paperFont(dotsPerPoint, 1, true);
     sizes.padding = 3 * sizes.scale;
-    sizes.rowHeight = QFontMetricsF(sizes.headFont, &printer).height() * 1.25;
-    QFont title = QApplication::font();
-    title.setBold(true);
-    sizes.titleHeight = QFontMetricsF(title, &printer).height() * 2;
+    sizes.rowHeight = QFontMetricsF(sizes.headFont).height() * 1.25;
+    sizes.titleHeight = QFontMetricsF(sizes.titleFont).height() * 2;
     sizes.rows = std::max(1, int((sizes.page.height() - sizes.titleHeight) / sizes.rowHeight) - 1);
     return sizes;
 }
@@ -109,27 +122,38 @@ bool TListPrinter::Print(QPrinter &printer, int first, int last,
     return painter.end() && printer.printerState() != QPrinter::Error;
 }
 
+void TListPrinter::PaintPage(QPainter &painter, QPrinter &printer, int page) const
+{
+    painter.save();
+    painter.translate(printer.pageRect(QPrinter::DevicePixel).topLeft());
+    paintPage(painter, measure(printer), page, PageCount(printer));
+    painter.restore();
+}
+
+void TListPrinter::paintCell(QPainter &painter, const QRectF &cell, Qt::Alignment alignment,
+                             const QString &text, double padding) const
+{
+    const QRectF inner = cell.adjusted(padding, 0, -padding, 0);
+    painter.drawText(inner, int(alignment | Qt::AlignVCenter | Qt::AlignAbsolute) | Qt::TextSingleLine,
+                     QFontMetricsF(painter.font()).elidedText(text, Qt::ElideRight, inner.width()));
+}
+
 void TListPrinter::paintPage(QPainter &painter, const TMeasures &sizes, int page, int pages) const
 {
     painter.setLayoutDirection(Qt::RightToLeft);
-    QFont titleFont = QApplication::font();
-    titleFont.setBold(true);
     const QRectF head(0, 0, sizes.page.width(), sizes.titleHeight * 0.8);
-    painter.setFont(titleFont);
-    painter.drawText(head, Qt::AlignCenter, m_title.trimmed());
-    painter.setFont(QApplication::font());
-    painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter | Qt::AlignAbsolute,
-                     u"تاریخ : %1"_qs.arg(NowDate()));
-    painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter | Qt::AlignAbsolute,
-                     u"صفحه %1 از %2"_qs.arg(page).arg(pages));
-
     painter.setPen(QPen(Qt::black, std::max(1.0, sizes.scale / 2)));
+    painter.setFont(sizes.titleFont);
+    paintCell(painter, head, Qt::AlignHCenter, m_title.trimmed(), 0);
+    painter.setFont(sizes.font);
+    paintCell(painter, head, Qt::AlignRight, u"تاریخ : %1"_qs.arg(NowDate()), 0);
+    paintCell(painter, head, Qt::AlignLeft, u"صفحه %1 از %2"_qs.arg(page).arg(pages), 0);
+
     const int firstRow = (page - 1) * sizes.rows;
     const int rows = std::min(sizes.rows, m_model->rowCount() - firstRow);
     for (int line = -1; line < rows; ++line) { // -1: the header row
         const double top = sizes.titleHeight + (line + 1) * sizes.rowHeight;
         painter.setFont(line < 0 ? sizes.headFont : sizes.font);
-        const QFontMetricsF metrics(painter.font(), painter.device());
         double right = sizes.page.width();
         for (const TColumn &column : m_columns) {
             const double width = column.width * sizes.scale;
@@ -138,20 +162,17 @@ void TListPrinter::paintPage(QPainter &painter, const TMeasures &sizes, int page
             if (line < 0)
                 painter.fillRect(cell, QColor(230, 230, 230));
             painter.drawRect(cell);
-            Qt::Alignment alignment = Qt::AlignCenter;
-            QString text = column.caption;
-            if (line >= 0) {
-                const QModelIndex index = m_model->index(firstRow + line, column.section);
-                text = index.data(Qt::DisplayRole).toString();
-                alignment = Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt());
-                if (!(alignment & Qt::AlignHorizontal_Mask))
-                    alignment |= Qt::AlignLeading;
-                alignment = QStyle::visualAlignment(Qt::RightToLeft, alignment) | Qt::AlignVCenter |
-                            Qt::AlignAbsolute;
+            if (line < 0) {
+                paintCell(painter, cell, Qt::AlignHCenter, column.caption, sizes.padding);
+                continue;
             }
-            const QRectF inner = cell.adjusted(sizes.padding, 0, -sizes.padding, 0);
-            painter.drawText(inner, int(alignment | Qt::Alignment(Qt::TextSingleLine)),
-                             metrics.elidedText(text, Qt::ElideRight, inner.width()));
+            const QModelIndex index = m_model->index(firstRow + line, column.section);
+            Qt::Alignment alignment = Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt());
+            if (!(alignment & Qt::AlignHorizontal_Mask))
+                alignment |= Qt::AlignLeading;
+            paintCell(painter, cell,
+                      QStyle::visualAlignment(Qt::RightToLeft, alignment) & Qt::AlignHorizontal_Mask,
+                      index.data(Qt::DisplayRole).toString(), sizes.padding);
         }
     }
 }

@@ -6,11 +6,12 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 class QLabel;
 class QPainter;
 class QPrinter;
-class QPrintPreviewWidget;
+class QScrollArea;
 class TSmartGrid_ZLM;
 
 /// Prints the rows of a list page by page: title, date, page numbers, the grid's visible columns in the order on the
@@ -23,6 +24,8 @@ public:
     void SetUpPage(QPrinter &printer) const;
     /// Pages of the whole list on this printer's paper.
     int PageCount(QPrinter &printer) const;
+    /// Paints one page (1-based), margins included, in the printer's dots: for a preview.
+    void PaintPage(QPainter &painter, QPrinter &printer, int page) const;
     /// Prints pages `first` to `last` (1-based; last 0: to the end). `progress` is told each page and answers false to
     /// stop. False: the printer or the file failed, or it was stopped.
     bool Print(QPrinter &printer, int first = 1, int last = 0,
@@ -35,6 +38,8 @@ private:
     struct TMeasures;
     TMeasures measure(QPrinter &printer) const;
     void paintPage(QPainter &painter, const TMeasures &sizes, int page, int pages) const;
+    void paintCell(QPainter &painter, const QRectF &cell, Qt::Alignment alignment, const QString &text,
+                   double padding) const;
 
     struct TColumn {
         int section;
@@ -47,33 +52,39 @@ private:
     double m_width = 0; ///< of all columns together, as on the screen
 };
 
-/// The preview of a printed list, with printing and PDF export. At most the first 200 pages are shown; all are
-/// printed and exported.
+/// The preview of a printed list, page by page, with printing and PDF export. Only the page that is shown is painted.
 class TListPreview_FRM : public TBaseForm {
     Q_OBJECT
 public:
     TListPreview_FRM(const TSmartGrid_ZLM *grid, const QString &title, QWidget *parent);
     ~TListPreview_FRM() override;
 
-    static constexpr int ShownPages = 200;
+    int PageCount() const { return m_pages; }
+    int CurrentPage() const { return m_current; }
     /// Writes the PDF file and tells the user how it went. True on success.
     bool ExportPdf(const QString &fileName);
-    QPrintPreviewWidget *Preview() const { return m_preview; }
 
 protected:
     bool HandleKey(QKeyEvent *event) override;
     void EnterKey() override {}
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void turnTo(int page);
-    void showPageNumber();
+    void zoom(double factor); ///< 0: the whole width of the page
+    void paperChanged();
+    void fit();
     void askPdf();
     void print();
     bool run(const QString &caption, const std::function<bool(const std::function<bool(int)> &)> &work);
     TListPrinter m_list;
     QString m_title;
     std::unique_ptr<QPrinter> m_printer;
-    QPrintPreviewWidget *m_preview;
+    QScrollArea *m_area;
+    QWidget *m_paper;
     QLabel *m_page;
-    int m_pages = 0;
+    int m_pages = 1;
+    int m_current = 1;
+    double m_zoom = 0; ///< screen dots for a dot of the printer; 0: as the window's width allows
 };
