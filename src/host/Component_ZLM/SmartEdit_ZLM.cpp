@@ -156,9 +156,12 @@ bool TSmartEdit_ZLM::Private::takeNumber(TSmartEdit_ZLM *edit, QString &text, in
 
 bool TSmartEdit_ZLM::Private::takeForm(TSmartEdit_ZLM *edit, QString &text, int &caret)
 {
+    // A stored text may break the form; taking characters away from it is always allowed.
+    if (text.size() < old.size() && old.startsWith(text.left(caret)) && old.endsWith(text.mid(caret)))
+        return true;
     const bool pasted = text.size() - old.size() > 1;
     text = oneLine(text, caret);
-    if (rule(text, caret) && (text.size() <= maxLength || text.size() < old.size()))
+    if (rule(text, caret) && text.size() <= maxLength)
         return true;
     if (pasted)
         edit->Hint(QStringLiteral("آنچه چسبانده شد در این خانه نمی گنجد"));

@@ -38,6 +38,20 @@ bool keepForm(QString &text, int &caret, const QString &kept, const QString &tur
     return true;
 }
 
+QString withoutBlanks(const QString &text, int &caret)
+{
+    QString result;
+    int newCaret = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (!text[i].isSpace())
+            result += text[i];
+        if (i < caret)
+            newCaret = int(result.size());
+    }
+    caret = newCaret;
+    return result;
+}
+
 bool matches(const QString &text, const QString &pattern)
 {
     return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(text).hasMatch();
@@ -132,8 +146,8 @@ TSmartMaskEdit_ZLM::TSmartMaskEdit_ZLM(QWidget *parent, Mask mask, int maxLength
         case Email:
             break;
         }
-        text = PersianText::latinDigits(text);
-        return !matches(text, QStringLiteral(".*[\\s,;<>\"'].*"));
+        text = withoutBlanks(PersianText::latinDigits(text), caret);
+        return !matches(text, QStringLiteral(".*[,;<>\"].*"));
     });
 }
 

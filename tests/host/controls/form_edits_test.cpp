@@ -243,6 +243,25 @@ TEST_F(MaskEdit, AnEMailHasNameAndDomain)
     EXPECT_TRUE(edit->IsValid());
 }
 
+TEST_F(MaskEdit, APastedEMailLosesTheBlanksAroundIt)
+{
+    auto *edit = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::Email, 50));
+    paste(edit, QStringLiteral(" ali@example.ir\n"));
+    EXPECT_EQ(edit->text(), QStringLiteral("ali@example.ir"));
+}
+
+TEST_F(MaskEdit, AStoredTextOfAnotherFormIsShownAndCanBeTakenAway)
+{
+    auto *edit = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::Telephone, 5));
+    edit->SetText(QStringLiteral("12 داخلی 3"));
+    EXPECT_EQ(edit->GetText(), QStringLiteral("12 داخلی 3"));
+    edit->setCursorPosition(int(edit->text().size()));
+    Keys::press(&form, Qt::Key_Backspace);
+    EXPECT_EQ(edit->text(), QStringLiteral("12 داخلی "));
+    Keys::type(edit, QStringLiteral("4"));
+    EXPECT_EQ(edit->text(), QStringLiteral("12 داخلی ")) << "nothing is added to it";
+}
+
 TEST_F(MaskEdit, TenThousandPastedCharactersDoNoHarm)
 {
     auto *code = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::NationalCode, 10));
