@@ -35,6 +35,23 @@ bool isScreenKey(const QKeyEvent *event)
 
 } // namespace
 
+// Sees the keys of a screen's inputs before they do.
+class TBaseForm::TKeyFilter : public QObject {
+public:
+    explicit TKeyFilter(TBaseForm *form) : QObject(form), m_form(form) { qApp->installEventFilter(this); }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::KeyPress || !watched->isWidgetType() || !m_form->isVisible() ||
+            static_cast<QWidget *>(watched)->window() != m_form)
+            return false;
+        auto *key = static_cast<QKeyEvent *>(event);
+        return isScreenKey(key) && (m_form->HandleKey(key) || m_form->pressButton(key));
+    }
+
+private:
+    TBaseForm *m_form;
+};
+
 TBaseForm::TBaseForm(QWidget *parent)
     : QDialog(parent ? parent : QApplication::activeWindow()), m_body(new QVBoxLayout),
       m_footer(new QHBoxLayout)
@@ -45,7 +62,7 @@ TBaseForm::TBaseForm(QWidget *parent)
     outer->addLayout(m_body, 1);
     outer->addLayout(m_footer);
     m_footer->addStretch(1);
-    qApp->installEventFilter(this);
+    new TKeyFilter(this);
 }
 
 TBaseForm::~TBaseForm() = default;
@@ -166,17 +183,6 @@ void TBaseForm::keyPressEvent(QKeyEvent *event)
         reject();
     else
         event->ignore();
-}
-
-bool TBaseForm::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::KeyPress && watched->isWidgetType() && isVisible() &&
-        static_cast<QWidget *>(watched)->window() == this) {
-        auto *key = static_cast<QKeyEvent *>(event);
-        if (isScreenKey(key) && (HandleKey(key) || pressButton(key)))
-            return true;
-    }
-    return QDialog::eventFilter(watched, event);
 }
 
 QVariant TBaseForm::ValuePart(const QVariant &value, int index, int parts)

@@ -52,9 +52,9 @@ protected:
     static QVariant ValuePart(const QVariant &value, int index, int parts = 0);
 
     void keyPressEvent(QKeyEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    class TKeyFilter;
     bool pressButton(QKeyEvent *event);
     void nameItself();
     QVBoxLayout *m_body;

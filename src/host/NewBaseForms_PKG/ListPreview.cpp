@@ -29,6 +29,7 @@ TListPreview_FRM::TListPreview_FRM(const TSmartGrid_ZLM *grid, const QString &ti
     m_area->setObjectName(QStringLiteral("Preview"));
     m_area->setWidget(m_paper);
     m_area->installEventFilter(this);
+    m_area->viewport()->installEventFilter(this);
     m_area->setAlignment(Qt::AlignCenter);
     m_area->setBackgroundRole(QPalette::Dark);
     m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // fitting the width must not change the width
@@ -97,12 +98,6 @@ void TListPreview_FRM::zoom(double factor)
     fit();
 }
 
-void TListPreview_FRM::resizeEvent(QResizeEvent *event)
-{
-    TBaseForm::resizeEvent(event);
-    fit();
-}
-
 bool TListPreview_FRM::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_paper && event->type() == QEvent::Paint) {
@@ -116,6 +111,8 @@ bool TListPreview_FRM::eventFilter(QObject *watched, QEvent *event)
         m_list.PaintPage(painter, *m_printer, m_current);
         return true;
     }
+    if (event->type() == QEvent::Resize && watched == m_area->viewport())
+        fit();
     if (watched == m_area && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
         if (key == Qt::Key_PageUp || key == Qt::Key_PageDown) { // the arrows scroll, these turn

@@ -67,7 +67,6 @@ public:
 protected:
     bool HandleKey(QKeyEvent *event) override;
     void EnterKey() override {}
-    void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

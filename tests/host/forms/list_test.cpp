@@ -314,6 +314,8 @@ TEST_F(BaseDock, F9ShowsThePreviewWithAllPages)
                 ASSERT_GT(preview->PageCount(), 1);
                 auto *label = Keys::find<QLabel>(preview, "Page_LBL");
                 EXPECT_EQ(label->text(), u"صفحه 1 از %1"_qs.arg(preview->PageCount()));
+                EXPECT_GT(Keys::child(preview, "Paper")->width(), preview->width() * 3 / 4)
+                    << "fits the width";
                 Keys::picture(preview, "preview");
                 Keys::press(preview, Qt::Key_PageDown);
                 EXPECT_EQ(preview->CurrentPage(), 2);
