@@ -1,32 +1,28 @@
 #pragma once
 
-#include <QWidget>
+#include "host/BaseFrame_PKG/Search_Frame.h"
 
-class QComboBox;
-class QTimer;
+class TSmartComboBox_ZLM;
 class TSmartEdit_ZLM;
-class TZelmoSearchManager;
 
-/// Pick the column, type, the list narrows while typing. Down goes to the list.
-class TGeneral_Search_Frame : public QWidget {
+/// Pick the column, type, the list narrows while typing. Down and Enter go to the list; Esc empties a text first.
+class TGeneral_Search_Frame : public TSearch_Frame {
     Q_OBJECT
 public:
     explicit TGeneral_Search_Frame(QWidget *parent);
-    /// Offers the manager's items, empties the text and runs the search.
+    /// Offers the manager's items (the default one chosen), empties the text and runs the search.
     void init(TZelmoSearchManager *manager);
-    QComboBox *Field_CMB() const { return m_field; }
+    TSmartComboBox_ZLM *Field_CMB() const { return m_field; }
     TSmartEdit_ZLM *Search_EDT() const { return m_text; }
 
 Q_SIGNALS:
-    void searchChanged(); ///< the condition is set in the manager; run the search
-    void leaveDown();     ///< Down was pressed
+    void leaveDown(); ///< Down or Enter was pressed: on to the list
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    bool SetConditions(bool active) override;
 
 private:
-    void apply();
-    QComboBox *m_field;
+    TSmartComboBox_ZLM *m_field;
     TSmartEdit_ZLM *m_text;
-    TZelmoSearchManager *m_manager = nullptr;
 };

@@ -8,11 +8,11 @@
 #include <QSpinBox>
 #include <QToolButton>
 
-/// A code with a pick button (also Alt+Down or F2): the text of TSmartEdit_ZLM, of kind Integer.
-class TSmartButtonEdit_ZLM : public TSmartEdit_ZLM {
+/// An input with a button inside (also Alt+Down or F2) that offers values to pick from.
+class TSmartPickEdit_ZLM : public TSmartEdit_ZLM {
     Q_OBJECT
 public:
-    explicit TSmartButtonEdit_ZLM(QWidget *parent = nullptr, int maxLength = 6);
+    TSmartPickEdit_ZLM(QWidget *parent, Kind kind, int maxLength);
     QToolButton *PickButton() const { return m_button; }
 
 Q_SIGNALS:
@@ -27,9 +27,16 @@ private:
     QToolButton *m_button;
 };
 
+/// A code with a pick button: the text of TSmartEdit_ZLM, of kind Integer.
+class TSmartButtonEdit_ZLM : public TSmartPickEdit_ZLM {
+    Q_OBJECT
+public:
+    explicit TSmartButtonEdit_ZLM(QWidget *parent = nullptr, int maxLength = 6);
+};
+
 /// A Persian date, typed with or without slashes or picked from a Persian calendar (button, Alt+Down or F2).
 /// May be empty. Stores "1404/01/05". A date that does not exist stays as typed and is not valid.
-class TSmartDateEdit_ZLM : public TSmartEdit_ZLM {
+class TSmartDateEdit_ZLM : public TSmartPickEdit_ZLM {
     Q_OBJECT
 public:
     explicit TSmartDateEdit_ZLM(QWidget *parent = nullptr);
@@ -41,13 +48,10 @@ public:
     bool IsValid() override;
 
 protected:
-    void keyPressEvent(QKeyEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
+    void Settle() override;
 
 private:
     void openCalendar();
-    QToolButton *m_button;
 };
 
 /// A text of a fixed form. Digits of all three scripts are taken and kept as Latin ones.
@@ -63,7 +67,8 @@ private:
     Mask m_mask;
 };
 
-/// A time of day of five characters, "08:00"; 00:00 to 23:59, or empty.
+/// A time of day of five characters, "08:00"; 00:00 to 23:59, or empty. Typed with or without the colon. A time
+/// that does not exist stays as typed and is not valid.
 class TSmartTime_ZLM : public TSmartEdit_ZLM {
     Q_OBJECT
 public:
@@ -73,7 +78,7 @@ public:
     bool IsValid() override;
 
 protected:
-    void focusOutEvent(QFocusEvent *event) override;
+    void Settle() override;
 };
 
 class TSmartSpinEdit_ZLM : public QSpinBox, public TSmartInput {
@@ -95,6 +100,7 @@ protected:
     /// Persian and Arabic digits count.
     QValidator::State validate(QString &input, int &position) const override;
     int valueFromText(const QString &text) const override;
+    void wheelEvent(QWheelEvent *event) override; ///< a passing wheel does not turn it
 };
 
 class TSmartCheckBox_ZLM : public QCheckBox, public TSmartInput {
@@ -113,14 +119,14 @@ Q_SIGNALS:
     void changed();
 };
 
-/// A drop-down list. Items may carry a code; the value is the position, counted from 0 (-1: none).
+/// A drop-down list, searched by typing an item's beginning (both forms of yeh and kaf are one). Items may carry a code; the value is the position, counted from 0 (-1: none).
 class TSmartComboBox_ZLM : public QComboBox, public TSmartInput {
     Q_OBJECT
 public:
     explicit TSmartComboBox_ZLM(QWidget *parent = nullptr, const QStringList &items = {});
     void AddItem(const QString &text, int code);
-    int Code() const;             ///< code of the chosen item, 0 when there is none
-    bool SetCode(int code);       ///< chooses the item with the code; false: not there, choice unchanged
+    int Code() const;       ///< code of the chosen item, 0 when there is none
+    bool SetCode(int code); ///< chooses the item with the code; false: not there, choice unchanged
     QVariant GetValue() const override { return currentIndex(); }
     void SetValue(const QVariant &value) override { setCurrentIndex(value.toInt()); }
     QString GetText() const override { return currentText(); }
@@ -133,25 +139,34 @@ Q_SIGNALS:
     void changed();
 
 protected:
-    void wheelEvent(QWheelEvent *event) override; ///< a closed list does not turn under the wheel
+    void keyPressEvent(QKeyEvent *event) override; ///< function keys are the screen's
+    void wheelEvent(QWheelEvent *event) override;  ///< a closed list does not turn under the wheel
 };
 
 /// What an editor's save button does.
 enum TSaveMode { svNone = 0, svSave = 1, svSaveClose = 2, svSaveNew = 3 };
 
 /// A button with a key in its caption. The save button of an editor is split: its menu offers the other ways of
-/// saving.
+/// saving. Enter and Space press it while it has the focus; a mouse click leaves the focus where it is.
 class TSmartButton_ZLM : public QToolButton {
     Q_OBJECT
 public:
-    /// "جدید F4" with its short caption "جدید"; pressed by `key` (none: 0) through the base screens.
-    explicit TSmartButton_ZLM(const QString &caption, QWidget *parent = nullptr, const QString &shortCaption = {});
+    /// "جدید F4" with its short caption "جدید"; the base screens press it by the key.
+    explicit TSmartButton_ZLM(const QString &caption, QWidget *parent = nullptr,
+                              const QString &shortCaption = {});
+    const QString &ShortCaption() const { return m_shortCaption; }
+    /// What the button itself does; svNone makes it a plain button.
     void SetSaveMode(TSaveMode mode);
     TSaveMode SaveMode() const { return m_saveMode; }
 
 Q_SIGNALS:
+    /// A way of saving was chosen from the menu. The button itself only gives clicked().
     void saveRequested(TSaveMode mode);
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
+    QString m_shortCaption;
     TSaveMode m_saveMode = svNone;
 };

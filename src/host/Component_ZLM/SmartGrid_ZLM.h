@@ -5,6 +5,7 @@
 
 #include <memory>
 
+class QMenu;
 class TQuery;
 
 /// One column of a grid. Tables of these are the screens' column lists.
@@ -12,12 +13,13 @@ struct TGridColumn {
     enum Format { Plain, Money, Code, YesNo, RowNumber };
     QString field;
     QString caption;
-    int width = 0;        ///< pixels, 0 for the default
+    int width = 0; ///< pixels, 0 for the default; a caption that needs more gets more
     bool visible = true;
     Format format = Plain; ///< RowNumber: the 1-based position, whatever the field
 };
 
-/// The rows of a query as a table model: rows are asked of the query when they are painted.
+/// The rows of a query as a table model: rows are asked of the query when they are painted. A row that the database
+/// does not give stays empty, and the user is told once.
 class TQueryModel : public QAbstractTableModel {
     Q_OBJECT
 public:
@@ -33,7 +35,8 @@ public:
     const QList<TGridColumn> &columns() const;
     /// A check box in the first column; ticks are kept by the rows' keys.
     void setCheckable(bool on);
-    QList<qlonglong> checkedKeys() const; ///< in list order
+    bool isCheckable() const;
+    QList<qlonglong> checkedKeys() const; ///< in list order; rows that are not listed any more are left out
     void clearChecks();
 
 Q_SIGNALS:
@@ -45,8 +48,10 @@ private:
 };
 
 /// The suite's grid on a query. Right to left, whole rows, current row = the query's current row (both ways), a
-/// click on a header sorts in the database, the column layout is remembered under the grid's object name and its
-/// window's class. An empty grid shows "<داده ای برای نمایش وجود ندارد>".
+/// click on a header sorts a windowed list in the database (again: downwards, a third time: in key order), the
+/// column layout is remembered under the grid's object name and its window's class. An empty grid shows
+/// "<داده ای برای نمایش وجود ندارد>". Ctrl+C copies the current row (the selected ones, where several may be).
+/// Enter, Esc, function keys and letters are left to the screen.
 class TSmartGrid_ZLM : public QTableView {
     Q_OBJECT
 public:
@@ -63,11 +68,13 @@ public:
     QList<int> SelectedRows() const;
     /// Shows or hides a column and offers it in the column menu or not.
     void SetColumnOffered(const QString &field, bool offered);
+    /// Adds the columns that the user may show and hide to a menu.
+    void FillColumnMenu(QMenu *menu);
     void SaveLayout();
     void RestoreLayout();
 
 Q_SIGNALS:
-    void rowActivated();      ///< double click
+    void rowActivated();               ///< double click
     void keyPressed(QKeyEvent *event); ///< before the grid's own handling; accept it to stop that
 
 protected:
@@ -75,8 +82,16 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
 
 private:
+    void showCurrent();
+    void sortBy(int column);
+    void copyRows();
+    bool extendSelection(QKeyEvent *event);
+    void applyColumns();
     struct Private;
     std::unique_ptr<Private> d;
 };

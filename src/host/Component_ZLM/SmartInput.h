@@ -6,8 +6,8 @@
 class QWidget;
 
 /// What all input controls have in common. Controls derive from this and from their Qt widget, and have the
-/// signals changed() (the value changed, by user or program) and exited() (the focus left the input for another
-/// widget of the same window).
+/// signal changed() (the value changed, by user or program); those that are typed into also have exited() (the focus
+/// left the input for another widget of the same window).
 class TSmartInput {
 public:
     virtual ~TSmartInput();

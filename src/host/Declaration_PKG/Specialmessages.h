@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Declaration_PKG/Confirmation_unt.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
 #include "host/database/DatabaseError.h"
 
@@ -14,8 +15,6 @@ enum class TMessageShape {
     Question, ///< stops until the user answers
     Balloon   ///< stands beside the input and goes by itself; never stops work
 };
-enum class TAnswer { Ok, Yes, No, Cancel };
-enum class TMessageButtons { Ok, YesNo, YesNoCancel };
 
 /// One message on its way to the user.
 struct TMessage {
@@ -63,8 +62,6 @@ void ShowSmartMessage(const QString &text, const QString &detail, TMessageIconTy
 /// A catalogued notification: a balloon for `displayTime` ms, a dialog when it is 0. `arguments` fill "%1"...
 void ShowSmartMessage(int number, QWidget *control, QWidget *form, int displayTime,
                       const QStringList &arguments = {});
-/// A catalogued question.
-TAnswer ShowSmartMessage(int number, TMessageButtons buttons, TAnswer defaultAnswer);
 void MakeGroup();
 
 /// The host's own: the record was changed and not saved; save it (Yes), drop it (No), go on editing (Cancel)?

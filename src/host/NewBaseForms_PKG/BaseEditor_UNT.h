@@ -5,10 +5,19 @@
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
 
 #include <QGridLayout>
+#include <QHash>
+#include <QPointer>
 #include <QVariant>
+
+#include <functional>
+
+class QLabel;
 
 /// What record editors and detail-row editors share: inputs that mark the record as changed, save and exit
 /// buttons, the unsaved question, and the hooks in their order.
+///
+/// Opening (exec): new record: NewCode, ClearRecord; existing one: RecordExists, LoadRecord, ShowRecord. A database
+/// error while opening is told to the user and the screen does not open; later ones leave everything as typed.
 class TBaseEditor : public TBaseForm {
     Q_OBJECT
 public:
@@ -21,7 +30,10 @@ public:
 
     /// Runs the save sequence: validate, save, mark as saved; then closes, stays or starts a new record, as the
     /// way of saving says. True when the record was saved. A database error is told to the user and leaves
-    /// everything as typed.
+    /// everything as typed. A transaction that the save left open is rolled back.
+    ///
+    /// A record that stays open turns to mode 3 and is read back as stored (RecordExists, BeforeClose, LoadRecord,
+    /// ShowRecord run), so that ShowRecord may run more than once in a screen's life.
     bool Save(TSaveMode way);
 
     int exec() override;
@@ -30,51 +42,95 @@ protected:
     explicit TBaseEditor(TFormMode mode);
 
     // The hooks, in the order of the editor's table of operations.
-    virtual bool Validate() = 0;      ///< true when all is well; otherwise it has told the user and set the focus
-    virtual void ClearRecord() = 0;   ///< inputs to the defaults of a new record
-    virtual void LoadRecord() = 0;    ///< reads the record of Identifier()
-    virtual void ShowRecord() = 0;    ///< shows the loaded record
-    virtual bool SaveRecord() = 0;    ///< insert or update, then the success or failure message
-    virtual void NewCode() = 0;       ///< computes and locks a new code, SetIdentifier
-    virtual bool RecordExists() = 0;  ///< whether Identifier() is stored
+    virtual bool Validate() = 0; ///< true when all is well; otherwise it has told the user and set the focus
+    virtual void ClearRecord() = 0; ///< inputs to the defaults of a new record
+    virtual void LoadRecord() = 0;  ///< reads the record of Identifier()
+    virtual void ShowRecord() = 0;  ///< shows the loaded record
+    /// Insert or update, then the success or failure message. A screen whose code can be typed makes the saved
+    /// code its identifier.
+    virtual bool SaveRecord() = 0;
+    virtual void NewCode() = 0;      ///< computes and locks a new code, SetIdentifier
+    virtual bool RecordExists() = 0; ///< whether Identifier() is stored
 
-    virtual void BeforeClose() {}     ///< runs once on every way of closing, after the base's own handling
-    virtual QWidget *FirstInput() { return nullptr; } ///< gets the focus on opening; null: the first in tab order
+    /// Runs when a record is left: once on every way of closing, after the base's own handling (the code's lock is
+    /// given up by then), and before the next record when saving goes on to a new one.
+    virtual void BeforeClose() {}
+    virtual QWidget *FirstInput()
+    {
+        return nullptr;
+    } ///< gets the focus on opening; null: the first in tab order
 
     QVariant Identifier() const { return m_identifier; }
     void SetIdentifier(const QVariant &identifier) { m_identifier = identifier; }
     void SetMode(TFormMode mode) { m_mode = mode; }
-    /// How F3 saves, and the button's caption ("ذخيره F3", as the screen writes it).
+    /// How F3 saves, and the button's caption ("ذخيره F3", as the screen writes it). Shift+F3 saves and stays,
+    /// Ctrl+F3 saves and starts a new record.
     void BuildFooter(const QString &saveCaption, const QString &exitCaption, TSaveMode way = svSaveClose);
 
     // Building inputs: a caption (byte for byte, its "&" names the key of the input) and an input side by side.
-    /// Adds the input to the layout's next free row or at (row, column), names it, marks changes as unsaved.
+    /// Adds the input to the layout's next free row (row -1) or at (row, column), names it, marks changes as
+    /// unsaved. A column is a pair of caption and input.
     template <class Input>
-    Input *AddInput(QGridLayout *layout, int row, int column, const QString &caption, const QString &objectName,
-                    Input *input, const QString &suffix = {})
+    Input *AddInput(QGridLayout *layout, int row, int column, const QString &caption,
+                    const QString &objectName, Input *input, const QString &suffix = {})
     {
         Place(layout, row, column, caption, objectName, input, suffix);
         connect(input, &Input::changed, this, [this] { SetIsSaved(false); });
         return input;
     }
+    /// The label that AddInput put beside an input; null when its caption is empty.
+    QLabel *CaptionOf(QWidget *input) const { return m_captions.value(input); }
+    /// Gives a widget that AddInput does not know (a grid, a selector) its place in the tab order: behind all inputs
+    /// added so far.
+    void AddTabStop(QWidget *widget) { m_inputs.append(widget); }
+    /// Puts a widget beside an input, behind its suffix: a title label, a rounding unit.
+    void AddBeside(QWidget *input, QWidget *widget);
+    /// A page with a grid layout; a framed group with one.
+    static QGridLayout *AddPage(QTabWidget *pages, const QString &caption, const QString &objectName);
+    static QGridLayout *AddGroup(QLayout *into, const QString &caption, const QString &objectName);
+    /// A page that is shown only to users with a right on a part; the others get the page before it back.
+    /// Uses the tab widget given to SetPages.
+    void GuardPage(int page, TSoftwarePart part, TPermission right);
     /// Focus to an input, turning to its page first.
     void FocusInput(QWidget *input);
 
-    void closeEvent(QCloseEvent *event) override;
     void reject() override;
     void done(int result) override;
     bool HandleKey(QKeyEvent *event) override;
 
-    /// Starts a record: new code, exists, clear; or exists, load, show. False: told the user, do not show.
+    /// Starts a record: new code, clear; or exists, load, show. False: told the user, do not show.
     virtual bool Start();
+    /// Gives up what the base holds for the record (its lock).
+    virtual void ReleaseHeld() {}
+    /// Whether the user may go on to a new record after a save.
+    virtual bool MayStartNew() { return true; }
+    /// Runs work that may meet a database error and tells the user about it. False: there was one.
+    bool Guarded(const std::function<void()> &work);
+
     bool m_savedOnce = false; ///< a save succeeded: the result of closing is OK
+    bool m_touched = false;   ///< the record's hooks began to run: leaving it needs BeforeClose
 
 private:
     void Place(QGridLayout *layout, int row, int column, const QString &caption, const QString &objectName,
                QWidget *input, const QString &suffix);
     bool confirmClose();
+    void stay();
+    void startNext();
+    void leaveRecord();
+    void focusFirst();
+    void rollBackLeftOpen();
     TFormMode m_mode;
     QVariant m_identifier = 0;
     bool m_isSaved = true;
-    bool m_closing = false;
+    bool m_busy = false;     ///< a save or the question of closing is under way
+    bool m_finished = false; ///< done() ran
+    QList<QPointer<QWidget>> m_inputs;
+    QHash<QWidget *, QLabel *> m_captions;
+    struct TPageGuard {
+        int page;
+        TSoftwarePart part;
+        TPermission right;
+    };
+    QList<TPageGuard> m_guards;
+    int m_lastPage = 0;
 };

@@ -3,12 +3,16 @@
 #include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
 #include <QStringList>
+
 #include <functional>
 
 /// The base of all record editors: rights, code locks, recovery on top of TBaseEditor.
 ///
-/// The constructors ask the user's right on the part (new: 1, edit: 2) and set NotShowable when it is refused;
-/// the caller then frees the screen without showing it.
+/// The constructors ask the user's right on the part (new: 1, edit: 2; on part 801 right 6) and set NotShowable when
+/// it is refused; the caller then frees the screen without showing it.
+///
+/// Opening a new record: NewCode (again while the code turns out to be stored), the recovery question, ClearRecord.
+/// Opening an existing one: RecordExists, the lock, the recovery question, LoadRecord, ShowRecord.
 class TBaseGet_FRM : public TBaseEditor {
     Q_OBJECT
 public:
@@ -24,7 +28,7 @@ public:
     bool NotShowable = false;
 
     TSoftwarePart Part() const { return m_part; }
-    QVariant Parameter(int index) const;
+    QVariant Parameter(int index) const { return ValuePart(m_value, index); }
 
     int exec() override;
 
@@ -39,19 +43,29 @@ protected:
     virtual QString LockedEntityWord() const { return {}; }
 
     // Recovery of rows that an editor of this workstation left behind. Codes as text; the base asks the user.
-    virtual bool HasRecovery() const { return false; }       ///< whether the editor takes part in recovery
-    virtual QStringList RecoveryCodes() { return {}; }
-    virtual bool RecordHasRecovery(const QString &) { return false; }
+    virtual bool HasRecovery() const { return false; } ///< whether the editor takes part in recovery
+    virtual QStringList RecoveryCodes() { return {}; } ///< one entry for each row; repeats count the rows
+    virtual bool RecordHasRecovery(const QString & /*code*/) { return false; }
     virtual void MoveRecovery(const QString & /*oldCode*/, const QString & /*newCode*/) {}
-    virtual void DiscardRecovery(const QString &) {}
+    virtual void DiscardRecovery(const QString & /*code*/) {}
     virtual void DiscardAllRecovery() {}
+    /// The record opened with rows that were left behind: its working rows are there already and must not be
+    /// copied in again by LoadRecord.
+    bool RecoveryTaken() const { return m_recoveryTaken; }
 
     bool Start() override;
-    void done(int result) override;
+    void ReleaseHeld() override { ReleaseCode(); }
+    bool MayStartNew() override;
 
 private:
     void askRight(TPermission right);
+    void allotFreeCode();
+    void recoverIntoNew();
+    bool recoverExisting();
+    void keepForLater();
     TSoftwarePart m_part;
     QVariant m_value;
-    QVariant m_heldCode; ///< the code whose lock this editor holds
+    QString m_heldCode; ///< the code whose lock this editor holds
+    bool m_recoveryTaken = false;
+    bool m_recoveryAsked = false;
 };

@@ -1,0 +1,100 @@
+#include "calender/Calender_DM_UNT.h"
+
+#include "common/QueryTools.h"
+
+using namespace QueryTools;
+
+TCalender_DM *Calender_DM = nullptr;
+
+namespace {
+const char wholeList[] = "select *,\n"
+                         "case [day]\n"
+                         "when 0 then 'شنبه'\n"
+                         "when 1 then 'يکشنبه' \n"
+                         "when 2 then 'دوشنبه' \n"
+                         "when 3 then 'سه شنبه' \n"
+                         "when 4 then 'چهار شنبه' \n"
+                         "when 5 then 'پنجشنبه' \n"
+                         "when 6 then 'جمعه'\n"
+                         "end as DayOfWeek,\n"
+                         "case Type\n"
+                         "when 1 then 'روز کاري' \n"
+                         "when 2 then 'روز تعطيل هفته' \n"
+                         "when 3 then 'روز تعطيل رسمي'\n"
+                         "end as TypeDay \n"
+                         " \n"
+                         "from calender";
+const char listOnOneLine[] = "select *, case [day] "
+                             "when 0 then 'شنبه'  "
+                             "when 1 then 'يکشنبه'  "
+                             "when 2 then 'دوشنبه'  "
+                             "when 3 then 'سه شنبه'  "
+                             "when 4 then 'چهار شنبه'  "
+                             "when 5 then 'پنجشنبه'  "
+                             "when 6 then 'جمعه'  "
+                             "end as DayOfWeek,  "
+                             "case Type  "
+                             "when 1 then 'روز کاري'  "
+                             "when 2 then 'روز تعطيل هفته'  "
+                             "when 3 then 'روز تعطيل رسمي'  "
+                             "end as TypeDay  "
+                             "from calender ";
+} // namespace
+
+TCalender_DM::TCalender_DM(QObject *owner)
+    : TDataModule(owner), List_QUR(NewQuery("List_QUR")), List_DS(List_QUR), Get_QUR(NewQuery("Get_QUR")),
+      Temp_QUR(NewQuery("Temp_QUR"))
+{
+    List_QUR->setKeyField("ID");
+    List_QUR->setStatement(wholeList);
+}
+
+void TCalender_DM::Calender_Get()
+{
+    List_QUR->setStatement(listOnOneLine);
+}
+
+void TCalender_DM::Calender_GetByID(const QVariant &id, TCalenderMapper &day)
+{
+    open(Get_QUR, TStatement("Select * from Calender where ID = ").integer(id));
+    day._Title = Get_QUR->asString("Title");
+    day._Date = Get_QUR->asString("Date");
+    day._Day = Get_QUR->asInteger("Day");
+    day._Type = Get_QUR->asInteger("Type");
+    day._Comment = Get_QUR->asString("Comment");
+}
+
+void TCalender_DM::Calender_GetWithDates(const QString &from, const QString &to)
+{
+    open(Temp_QUR,
+         TStatement("select Date from calender where Date>=").text(from).sql(" and Date<=").text(to));
+}
+
+bool TCalender_DM::Calender_Insert(const TCalenderMapper &day)
+{
+    // The generator adds days without having loaded one.
+    if (!Get_QUR->active() &&
+        !Try([&] { open(Get_QUR, TStatement("Select * from Calender where ID = ").integer(0)); }))
+        return false;
+    return Post(Get_QUR, true, [&] {
+        Get_QUR->setValue("Title", day._Title);
+        Get_QUR->setValue("Date", day._Date);
+        Get_QUR->setValue("Day", day._Day);
+        Get_QUR->setValue("Type", day._Type);
+        Get_QUR->setValue("Comment", day._Comment);
+    });
+}
+
+bool TCalender_DM::Calender_Update(const TCalenderMapper &day)
+{
+    return Post(Get_QUR, false, [&] {
+        Get_QUR->setValue("Title", day._Title);
+        Get_QUR->setValue("Type", day._Type);
+        Get_QUR->setValue("Comment", day._Comment);
+    });
+}
+
+void TCalender_DM::Calender_del(const QString &ids)
+{
+    run(Temp_QUR, TStatement("Delete Calender where ID in (").integers(ids).sql(")"));
+}

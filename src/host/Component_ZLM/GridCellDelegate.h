@@ -1,0 +1,19 @@
+#pragma once
+
+#include "host/Component_ZLM/SmartGrid_ZLM.h"
+
+#include <QStyledItemDelegate>
+
+/// Paints the grid's cells: whole rows are marked, not cells, and numbers run from left to right whatever the
+/// window does.
+class GridCellDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+public:
+    GridCellDelegate(QObject *parent, const QList<TGridColumn> &columns);
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
+
+private:
+    QList<TGridColumn> m_columns;
+};

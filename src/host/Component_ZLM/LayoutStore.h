@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+class QWidget;
+
+/// What the user arranged: the windows' places and the grids' columns. One file, layout.ini, beside the workstation's
+/// options (IniOptions.FileName).
+namespace LayoutStore {
+QVariant value(const QString &key);
+void setValue(const QString &key, const QVariant &value);
+/// Remembers a window's place and size under its class name.
+void saveWindow(const QWidget *window);
+/// Gives a window its remembered place and size. False: none remembered.
+bool restoreWindow(QWidget *window);
+/// The name under which a window is remembered.
+QString windowKey(const QWidget *window);
+} // namespace LayoutStore

@@ -1,0 +1,201 @@
+#include "host/Component_ZLM/SmartGrid_ZLM.h"
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Utility_ZLM/PersianText.h"
+#include "host/database/Query.h"
+
+#include <QPointer>
+#include <QSet>
+#include <QTimer>
+
+#include <algorithm>
+
+struct TQueryModel::Private {
+    QPointer<TQuery> query;
+    QList<TGridColumn> columns;
+    QList<int> fields; // position of each column's field in the query, -1 where it has none
+    int rows = 0;
+    bool checkable = false;
+    bool told = false; // the user knows already that rows cannot be read
+    QSet<qlonglong> checks;
+
+    qlonglong keyOf(int row) const { return query->keyField().isEmpty() ? row : query->keyAt(row); }
+    QVariant value(int row, int column) const;
+    QString shown(int row, int column) const;
+    void look();
+};
+
+void TQueryModel::Private::look()
+{
+    rows = query && query->active() ? query->recordCount() : 0;
+    fields.clear();
+    for (const TGridColumn &column : columns)
+        fields << (rows > 0 ? query->fieldIndex(column.field) : -1);
+    told = false;
+}
+
+QVariant TQueryModel::Private::value(int row, int column) const
+{
+    if (!query || row >= rows || fields.value(column, -1) < 0)
+        return {};
+    return query->valueAt(row, fields[column]);
+}
+
+QString TQueryModel::Private::shown(int row, int column) const
+{
+    const TGridColumn::Format format = columns[column].format;
+    if (format == TGridColumn::RowNumber)
+        return QString::number(row + 1);
+    const QVariant value = this->value(row, column);
+    if (value.isNull())
+        return {};
+    if (format == TGridColumn::YesNo)
+        return value.toInt() != 0 ? QStringLiteral("بله") : QStringLiteral("خیر");
+    const bool real = value.typeId() == QMetaType::Double;
+    if (format == TGridColumn::Money)
+        return PersianText::grouped(real ? RoundedText_ZLM(value.toDouble()) : value.toString());
+    return real ? FloatToStr_ZLM(value.toDouble()) : value.toString();
+}
+
+TQueryModel::TQueryModel(TQuery *query, const QList<TGridColumn> &columns, QObject *parent)
+    : QAbstractTableModel(parent), d(std::make_unique<Private>())
+{
+    d->query = query;
+    d->columns = columns;
+    d->look();
+    const auto again = [this] {
+        beginResetModel();
+        d->look();
+        if (d->query && d->query->keyField().isEmpty())
+            d->checks.clear(); // rows without keys are known by their position only
+        endResetModel();
+    };
+    connect(query, &TQuery::opened, this, again);
+    connect(query, &TQuery::closed, this, again);
+    connect(query, &QObject::destroyed, this, again);
+    connect(query, &TQuery::posted, this, [this, again] {
+        if (d->query->recordCount() != d->rows)
+            again();
+        else if (d->rows > 0)
+            Q_EMIT dataChanged(index(0, 0), index(d->rows - 1, columnCount() - 1));
+    });
+}
+
+TQueryModel::~TQueryModel() = default;
+
+int TQueryModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : d->rows;
+}
+
+int TQueryModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(d->columns.size());
+}
+
+// An exception must not pass through the painting of a window.
+QVariant TQueryModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || !d->query)
+        return {};
+    try {
+        switch (role) {
+        case Qt::DisplayRole:
+            return d->shown(index.row(), index.column());
+        case Qt::EditRole:
+            return d->value(index.row(), index.column());
+        case Qt::CheckStateRole:
+            if (d->checkable && index.column() == 0)
+                return d->checks.contains(d->keyOf(index.row())) ? Qt::Checked : Qt::Unchecked;
+            return {};
+        case Qt::TextAlignmentRole:
+            return int(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+        default:
+            return {};
+        }
+    } catch (const TDatabaseError &error) {
+        if (!d->told) {
+            d->told = true;
+            QTimer::singleShot(0, this, [error] { MsgDatabaseError(error); });
+        }
+        return {};
+    }
+}
+
+QVariant TQueryModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= d->columns.size())
+        return {};
+    if (role == Qt::DisplayRole)
+        return d->columns[section].caption;
+    // Set explicitly: the default mirrors wrongly in the header alone (QTBUG-97571).
+    if (role == Qt::TextAlignmentRole)
+        return int(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+    return {};
+}
+
+bool TQueryModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (role != Qt::CheckStateRole || !d->checkable || !index.isValid() || !d->query)
+        return false;
+    const qlonglong key = d->keyOf(index.row());
+    if (value.toInt() == Qt::Checked)
+        d->checks.insert(key);
+    else
+        d->checks.remove(key);
+    Q_EMIT dataChanged(index, index, {Qt::CheckStateRole});
+    Q_EMIT checksChanged();
+    return true;
+}
+
+Qt::ItemFlags TQueryModel::flags(const QModelIndex &index) const
+{
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    if (d->checkable && index.column() == 0)
+        flags |= Qt::ItemIsUserCheckable;
+    return flags;
+}
+
+const QList<TGridColumn> &TQueryModel::columns() const
+{
+    return d->columns;
+}
+
+void TQueryModel::setCheckable(bool on)
+{
+    d->checkable = on;
+    if (d->rows > 0)
+        Q_EMIT dataChanged(index(0, 0), index(d->rows - 1, 0));
+}
+
+bool TQueryModel::isCheckable() const
+{
+    return d->checkable;
+}
+
+QList<qlonglong> TQueryModel::checkedKeys() const
+{
+    QList<std::pair<int, qlonglong>> listed;
+    if (!d->query)
+        return {};
+    for (const qlonglong key : d->checks) {
+        const int row = d->query->keyField().isEmpty() ? int(key) : d->query->rowOfKey(key);
+        if (row >= 0)
+            listed.emplace_back(row, key);
+    }
+    std::sort(listed.begin(), listed.end());
+    QList<qlonglong> keys;
+    for (const auto &[row, key] : listed)
+        keys << key;
+    return keys;
+}
+
+void TQueryModel::clearChecks()
+{
+    if (d->checks.isEmpty())
+        return;
+    d->checks.clear();
+    if (d->rows > 0)
+        Q_EMIT dataChanged(index(0, 0), index(d->rows - 1, 0), {Qt::CheckStateRole});
+    Q_EMIT checksChanged();
+}

@@ -1,0 +1,209 @@
+#include "host/Component_ZLM/PersianCalendarPopup.h"
+#include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Utility_ZLM/PersianCalendar.h"
+#include "host/Utility_ZLM/PersianText.h"
+#include "host/Utility_ZLM/Utility_ZLM.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+// Notifications of the host's catalogue.
+enum { WrongDate = 10, WrongTime = 11, WrongPostCode = 12, WrongEmail = 13, WrongNationalCode = 10310 };
+const int noteTime = 3000; // ms
+
+/// Keeps digits as Latin ones and the characters of `kept`, turns those of `turned` into kept[0], leaves out blanks,
+/// direction marks and those of `dropped`; false when there is anything else.
+bool keepForm(QString &text, int &caret, const QString &kept, const QString &turned,
+              const QString &dropped = {})
+{
+    QString result;
+    int newCaret = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (c.isDigit())
+            result += QChar(u'0' + c.digitValue());
+        else if (turned.contains(c))
+            result += kept[0];
+        else if (kept.contains(c))
+            result += c;
+        else if (!c.isSpace() && !dropped.contains(c) && c.category() != QChar::Other_Format)
+            return false;
+        if (i < caret)
+            newCaret = int(result.size());
+    }
+    text = result;
+    caret = newCaret;
+    return true;
+}
+
+QString withoutBlanks(const QString &text, int &caret)
+{
+    QString result;
+    int newCaret = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (!text[i].isSpace())
+            result += text[i];
+        if (i < caret)
+            newCaret = int(result.size());
+    }
+    caret = newCaret;
+    return result;
+}
+
+bool matches(const QString &text, const QString &pattern)
+{
+    return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(text).hasMatch();
+}
+
+/// "8", "830", "0830" and "8:30" to "08:30"; empty where the text is no time of day.
+QString timeOf(const QString &text)
+{
+    static const QRegularExpression form(QStringLiteral("^(\\d{1,2}):?(\\d{2})?$|^(\\d{1,2}):(\\d)$"));
+    const auto match = form.match(text);
+    if (!match.hasMatch())
+        return {};
+    const int hour = (match.captured(1) + match.captured(3)).toInt();
+    const int minute = (match.captured(2) + match.captured(4)).toInt();
+    if (hour > 23 || minute > 59)
+        return {};
+    return QStringLiteral("%1:%2").arg(hour, 2, 10, QChar(u'0')).arg(minute, 2, 10, QChar(u'0'));
+}
+
+} // namespace
+
+TSmartDateEdit_ZLM::TSmartDateEdit_ZLM(QWidget *parent) : TSmartPickEdit_ZLM(parent, Text, 10)
+{
+    PickButton()->setText({});
+    PickButton()->setArrowType(Qt::DownArrow);
+    SetTypingRule([this](QString &text, int &caret) {
+        MarkWrong(false);
+        return keepForm(text, caret, QStringLiteral("/"), QStringLiteral("-.")) &&
+               matches(text, QStringLiteral("\\d{0,8}|\\d{0,4}/\\d{0,2}(/\\d{0,2})?"));
+    });
+    connect(this, &TSmartPickEdit_ZLM::pick, this, &TSmartDateEdit_ZLM::openCalendar);
+}
+
+QVariant TSmartDateEdit_ZLM::GetValue() const
+{
+    return IsEmpty() ? QVariant() : QVariant(GetText());
+}
+
+QString TSmartDateEdit_ZLM::GetText() const
+{
+    const QString typed = text().trimmed();
+    const auto date = TPersianDate::parse(typed);
+    return date ? date->toText() : typed;
+}
+
+void TSmartDateEdit_ZLM::SetText(const QString &text)
+{
+    const auto date = TPersianDate::parse(text.trimmed());
+    MarkWrong(false);
+    PutText(date ? date->toText() : text.trimmed());
+}
+
+bool TSmartDateEdit_ZLM::IsValid()
+{
+    Settle();
+    if (IsEmpty() || TPersianDate::parse(text()))
+        return true;
+    ShowSmartMessage(WrongDate, this, window(), noteTime);
+    return false;
+}
+
+void TSmartDateEdit_ZLM::Settle()
+{
+    const auto date = TPersianDate::parse(text());
+    if (date && date->toText() != text())
+        PutText(date->toText());
+    MarkWrong(!date && !IsEmpty());
+}
+
+void TSmartDateEdit_ZLM::openCalendar()
+{
+    const auto typed = TPersianDate::parse(text());
+    auto *calendar = new TPersianCalendarPopup(this, typed.value_or(TPersianDate::today()));
+    connect(calendar, &TPersianCalendarPopup::chosen, this, [this](const TPersianDate &date) {
+        SetText(date.toText());
+        selectAll();
+    });
+    calendar->popupAt(this);
+}
+
+TSmartMaskEdit_ZLM::TSmartMaskEdit_ZLM(QWidget *parent, Mask mask, int maxLength)
+    : TSmartEdit_ZLM(parent, Text, maxLength), m_mask(mask)
+{
+    SetTypingRule([mask](QString &text, int &caret) {
+        switch (mask) {
+        case NationalCode:
+        case PostCode:
+        case IdNumber:
+            return keepForm(text, caret, {}, {}, QStringLiteral("-"));
+        case Telephone:
+            return keepForm(text, caret, QStringLiteral("-+()"), QStringLiteral("/"));
+        case Email:
+            break;
+        }
+        text = withoutBlanks(PersianText::latinDigits(text), caret);
+        return !matches(text, QStringLiteral(".*[,;<>\"].*"));
+    });
+}
+
+bool TSmartMaskEdit_ZLM::IsValid()
+{
+    if (IsEmpty())
+        return true;
+    int note = 0;
+    if (m_mask == NationalCode && !NationalCode_Validation(text()))
+        note = WrongNationalCode;
+    else if (m_mask == PostCode && !matches(text(), QStringLiteral("\\d{10}")))
+        note = WrongPostCode;
+    else if (m_mask == Email && !matches(text(), QStringLiteral("[^@]+@[^@.]+(\\.[^@.]+)+")))
+        note = WrongEmail;
+    MarkWrong(note != 0);
+    if (note)
+        ShowSmartMessage(note, this, window(), noteTime);
+    return note == 0;
+}
+
+TSmartTime_ZLM::TSmartTime_ZLM(QWidget *parent) : TSmartEdit_ZLM(parent, Text, 5)
+{
+    SetTypingRule([this](QString &text, int &caret) {
+        MarkWrong(false);
+        return keepForm(text, caret, QStringLiteral(":"), QStringLiteral(".;/-")) &&
+               matches(text, QStringLiteral("\\d{0,4}|\\d{0,2}:\\d{0,2}"));
+    });
+}
+
+QString TSmartTime_ZLM::GetText() const
+{
+    const QString typed = text().trimmed();
+    const QString time = timeOf(typed);
+    return time.isEmpty() ? typed : time;
+}
+
+void TSmartTime_ZLM::SetText(const QString &text)
+{
+    const QString time = timeOf(PersianText::latinDigits(text.trimmed()));
+    MarkWrong(false);
+    PutText(time.isEmpty() ? text.trimmed() : time);
+}
+
+bool TSmartTime_ZLM::IsValid()
+{
+    Settle();
+    if (IsEmpty() || !timeOf(text()).isEmpty())
+        return true;
+    ShowSmartMessage(WrongTime, this, window(), noteTime);
+    return false;
+}
+
+void TSmartTime_ZLM::Settle()
+{
+    const QString time = timeOf(text());
+    if (!time.isEmpty() && time != text())
+        PutText(time);
+    MarkWrong(time.isEmpty() && !IsEmpty());
+}

@@ -1,0 +1,3 @@
+#include "host/Component_ZLM/SmartInput.h"
+
+TSmartInput::~TSmartInput() = default;

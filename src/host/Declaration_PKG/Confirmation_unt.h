@@ -1,0 +1,8 @@
+#pragma once
+
+/// A question to the user, for code that knows no window. Specialmessages.h holds all other messages.
+enum class TAnswer { Ok, Yes, No, Cancel };
+enum class TMessageButtons { Ok, YesNo, YesNoCancel };
+
+/// A catalogued question.
+TAnswer ShowSmartMessage(int number, TMessageButtons buttons, TAnswer defaultAnswer);

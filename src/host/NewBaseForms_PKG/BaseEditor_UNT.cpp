@@ -1,0 +1,309 @@
+#include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
+
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScopedValueRollback>
+#include <QTabWidget>
+
+TBaseEditor::TBaseEditor(TFormMode mode) : m_mode(mode) {}
+
+void TBaseEditor::SetIsSaved(bool saved)
+{
+    m_isSaved = saved;
+}
+
+bool TBaseEditor::Guarded(const std::function<void()> &work)
+{
+    try {
+        work();
+        return true;
+    } catch (const TDatabaseError &error) {
+        MsgDatabaseError(error);
+    } catch (const std::exception &error) {
+        MsgDatabaseError(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
+    }
+    return false;
+}
+
+void TBaseEditor::rollBackLeftOpen()
+{
+    if (DM.ADOConnection1 && DM.ADOConnection1->InTransaction())
+        DM.ADOConnection1->RollbackTrans();
+}
+
+int TBaseEditor::exec()
+{
+    m_finished = false;
+    bool started = false;
+    const bool sound = Guarded([&] { started = Start(); });
+    if (!sound || !started) {
+        rollBackLeftOpen();
+        Guarded([this] { ReleaseHeld(); });
+        leaveRecord();
+        return Rejected;
+    }
+    SetIsSaved(true);
+    for (qsizetype i = 1; i < m_inputs.size(); ++i)
+        if (m_inputs.at(i - 1) && m_inputs.at(i))
+            setTabOrder(m_inputs.at(i - 1), m_inputs.at(i));
+    focusFirst();
+    return TBaseForm::exec();
+}
+
+bool TBaseEditor::Start()
+{
+    if (m_mode == fmNew) {
+        NewCode();
+        m_touched = true;
+        ClearRecord();
+        return true;
+    }
+    if (!RecordExists()) {
+        MsgRecordGone();
+        return false;
+    }
+    m_touched = true;
+    LoadRecord();
+    ShowRecord();
+    return true;
+}
+
+void TBaseEditor::focusFirst()
+{
+    QWidget *first = FirstInput();
+    if (!first && focusWidget() && focusWidget() != this)
+        return; // the screen chose already
+    for (const auto &input : std::as_const(m_inputs)) {
+        if (first)
+            break;
+        if (input && input->isEnabled() && input->isVisibleTo(this))
+            first = input;
+    }
+    if (first)
+        FocusInput(first);
+}
+
+void TBaseEditor::leaveRecord()
+{
+    if (!m_touched)
+        return;
+    m_touched = false;
+    Guarded([this] { BeforeClose(); });
+}
+
+bool TBaseEditor::Save(TSaveMode way)
+{
+    if (m_busy || m_finished)
+        return false;
+    bool saved = false;
+    {
+        const QScopedValueRollback busy(m_busy, true);
+        if (DM.ADOConnection1)
+            DM.ADOConnection1->clearLastError();
+        const bool sound = Guarded([&] { saved = Validate() && SaveRecord(); });
+        // Nobody else could write while it stays open, and detail rows entered from here on would go with it.
+        rollBackLeftOpen();
+        if (!sound || !saved)
+            return false;
+        m_savedOnce = true;
+        SetIsSaved(true);
+    }
+    if (way == svSaveClose)
+        done(Accepted);
+    else if (way == svSaveNew)
+        startNext();
+    else
+        stay();
+    return true;
+}
+
+void TBaseEditor::stay()
+{
+    SetMode(fmEdit);
+    const QPointer<QWidget> focus = focusWidget();
+    const bool sound = Guarded([this] {
+        if (!RecordExists())
+            return;
+        leaveRecord();
+        m_touched = true;
+        LoadRecord();
+        ShowRecord();
+    });
+    SetIsSaved(true);
+    // What is shown is stored; working rows that could not be read back must not be saved over the stored ones.
+    if (!sound)
+        done(Accepted);
+    else if (focus && focus->isEnabled() && focus->isVisible())
+        focus->setFocus();
+}
+
+void TBaseEditor::startNext()
+{
+    if (!MayStartNew()) {
+        done(Accepted);
+        return;
+    }
+    leaveRecord();
+    bool started = false;
+    SetMode(fmNew);
+    if (QWidget *focus = focusWidget())
+        focus->clearFocus(); // the new record's hooks may choose where to begin
+    const bool sound = Guarded([&] {
+        ReleaseHeld();
+        started = Start();
+    });
+    if (!sound || !started) {
+        done(Accepted);
+        return;
+    }
+    SetIsSaved(true);
+    focusFirst();
+}
+
+bool TBaseEditor::confirmClose()
+{
+    if (m_isSaved)
+        return true;
+    TAnswer answer;
+    {
+        const QScopedValueRollback busy(m_busy, true);
+        answer = MsgNotSaved();
+    }
+    if (answer == TAnswer::Yes)
+        Save(svSaveClose); // closes by itself when it succeeds
+    return answer == TAnswer::No;
+}
+
+void TBaseEditor::reject()
+{
+    if (!m_busy && !m_finished && confirmClose())
+        done(m_savedOnce ? Accepted : Rejected);
+}
+
+void TBaseEditor::done(int result)
+{
+    if (m_finished)
+        return;
+    m_finished = true;
+    rollBackLeftOpen();
+    Guarded([this] { ReleaseHeld(); });
+    leaveRecord();
+    TBaseForm::done(m_savedOnce ? int(Accepted) : result);
+}
+
+bool TBaseEditor::HandleKey(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_F3 && Save_BTN && Save_BTN->SaveMode() != svNone) {
+        const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
+        if (modifiers == Qt::ShiftModifier || modifiers == Qt::ControlModifier) {
+            if (Save_BTN->isEnabled() && !event->isAutoRepeat())
+                Save(modifiers == Qt::ShiftModifier ? svSave : svSaveNew);
+            return true;
+        }
+    }
+    return TBaseForm::HandleKey(event);
+}
+
+void TBaseEditor::BuildFooter(const QString &saveCaption, const QString &exitCaption, TSaveMode way)
+{
+    Save_BTN = AddButton(QStringLiteral("Save_BTN"), saveCaption, QStringLiteral("F3"));
+    Save_BTN->SetSaveMode(way);
+    connect(Save_BTN, &QAbstractButton::clicked, this, [this] { Save(Save_BTN->SaveMode()); });
+    connect(Save_BTN, &TSmartButton_ZLM::saveRequested, this, [this](TSaveMode mode) { Save(mode); });
+    EXit_BTN = AddButton(QStringLiteral("EXit_BTN"), exitCaption, QStringLiteral("Esc"));
+    connect(EXit_BTN, &QAbstractButton::clicked, this, &TBaseEditor::reject);
+}
+
+void TBaseEditor::Place(QGridLayout *layout, int row, int column, const QString &caption,
+                        const QString &objectName, QWidget *input, const QString &suffix)
+{
+    input->setObjectName(objectName);
+    if (row < 0)
+        row = layout->isEmpty() ? 0 : layout->rowCount();
+    m_inputs.append(input);
+    if (!caption.isEmpty()) {
+        auto *label = new QLabel(caption, this);
+        label->setObjectName(objectName + QStringLiteral("_Caption"));
+        label->setBuddy(input);
+        layout->addWidget(label, row, column * 2);
+        m_captions.insert(input, label);
+        input->setAccessibleName(QString(caption).remove(u'&').trimmed());
+    }
+    auto *cell = new QHBoxLayout;
+    cell->addWidget(input, 1);
+    if (!suffix.isEmpty()) {
+        auto *label = new QLabel(suffix, this);
+        label->setObjectName(objectName + QStringLiteral("_Suffix"));
+        cell->addWidget(label);
+    }
+    layout->addLayout(cell, row, column * 2 + 1);
+    // What stands in an input decides how wide its column may grow; captions keep to their text.
+    layout->setColumnStretch(column * 2 + 1, 1);
+}
+
+void TBaseEditor::AddBeside(QWidget *input, QWidget *widget)
+{
+    for (auto *layout : findChildren<QGridLayout *>())
+        for (int i = 0; i < layout->count(); ++i)
+            if (auto *cell = qobject_cast<QHBoxLayout *>(layout->itemAt(i)->layout());
+                cell && cell->indexOf(input) >= 0) {
+                cell->addWidget(widget, 1);
+                return;
+            }
+}
+
+QGridLayout *TBaseEditor::AddPage(QTabWidget *pages, const QString &caption, const QString &objectName)
+{
+    auto *page = new QWidget;
+    page->setObjectName(objectName);
+    auto *outer = new QVBoxLayout(page);
+    auto *grid = new QGridLayout;
+    outer->addLayout(grid);
+    outer->addStretch(1);
+    pages->addTab(page, caption);
+    return grid;
+}
+
+QGridLayout *TBaseEditor::AddGroup(QLayout *into, const QString &caption, const QString &objectName)
+{
+    auto *group = new QGroupBox(caption);
+    group->setObjectName(objectName);
+    into->addWidget(group);
+    return new QGridLayout(group);
+}
+
+void TBaseEditor::GuardPage(int page, TSoftwarePart part, TPermission right)
+{
+    QTabWidget *pages = Pages();
+    if (m_guards.isEmpty()) {
+        m_lastPage = pages->currentIndex();
+        connect(pages, &QTabWidget::currentChanged, this, [this, pages](int now) {
+            for (const TPageGuard &guard : std::as_const(m_guards))
+                if (guard.page == now && now != m_lastPage &&
+                    !HavePermission(UserInfo, guard.part, guard.right, false, true, {})) {
+                    pages->setCurrentIndex(m_lastPage);
+                    return;
+                }
+            m_lastPage = now;
+        });
+    }
+    m_guards.append({page, part, right});
+}
+
+void TBaseEditor::FocusInput(QWidget *input)
+{
+    for (QWidget *parent = input->parentWidget(); parent; parent = parent->parentWidget()) {
+        auto *pages = qobject_cast<QTabWidget *>(parent);
+        for (int i = 0; pages && i < pages->count(); ++i)
+            if (pages->widget(i)->isAncestorOf(input))
+                pages->setCurrentIndex(i);
+    }
+    input->setFocus(Qt::OtherFocusReason);
+    if (auto *edit = qobject_cast<QLineEdit *>(input))
+        edit->selectAll();
+}

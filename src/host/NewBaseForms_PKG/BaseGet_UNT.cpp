@@ -1,0 +1,268 @@
+#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/NewBaseForms_PKG/Recovery_UNT.h"
+#include "host/database/Query.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QSet>
+
+namespace {
+
+// The codes that open editors of this process hold, as "part:code".
+QSet<QString> &openCodes()
+{
+    static QSet<QString> codes;
+    return codes;
+}
+
+QString openKey(TSoftwarePart part, const QString &code)
+{
+    return QString::number(part) + u':' + code;
+}
+
+// A program of this suite that still runs: its number alone says little, numbers come round again.
+bool runsHere(qint64 process)
+{
+    const auto program = [](qint64 id) {
+        return QFileInfo(QStringLiteral("/proc/%1/exe").arg(id)).symLinkTarget();
+    };
+    return process > 0 && process != QCoreApplication::applicationPid() &&
+           program(process) == program(QCoreApplication::applicationPid());
+}
+
+// The codes of a part that an editor of this workstation has open now, here or in another process. Their working
+// rows look like rows left behind, but somebody is at work on them.
+QSet<QString> codesAtWork(TSoftwarePart part)
+{
+    QSet<QString> codes;
+    TQuery query(DM.ADOConnection1, QStringLiteral("Locks_QUR"));
+    query.setStatement(TStatement::format(
+        QStringLiteral("Select Code, ProcessID From CodeLock_TBL Where (Status=%d) AND (Com_Index = %d)"),
+        {int(part), IniOptions.Com_Index}));
+    query.open();
+    for (int row = 0; row < query.recordCount(); ++row) {
+        query.moveTo(row);
+        const QString code = query.asString(QStringLiteral("Code"));
+        if (openCodes().contains(openKey(part, code)) ||
+            runsHere(query.value(QStringLiteral("ProcessID")).toLongLong()))
+            codes.insert(code);
+    }
+    return codes;
+}
+
+bool lockCode(const QString &code, TSoftwarePart part, TOperationType operation)
+{
+    return OperationOnLockCode_SoftwarePart(code, part, IniOptions.Com_Index, operation, false);
+}
+
+} // namespace
+
+TBaseGet_FRM::TBaseGet_FRM(TSoftwarePart part, bool, const QString &text)
+    : TBaseEditor(fmNew), m_part(part), m_value(text)
+{
+    askRight(cpNew);
+}
+
+TBaseGet_FRM::TBaseGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool)
+    : TBaseEditor(mode), m_part(part)
+{
+    SetIdentifier(code);
+    askRight(mode == fmNew ? cpNew : cpEdit);
+}
+
+TBaseGet_FRM::TBaseGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, const QVariant &extra,
+                           bool, bool)
+    : TBaseEditor(mode), m_part(part), m_value(extra)
+{
+    SetIdentifier(code);
+    askRight(mode == fmNew ? cpNew : cpEdit);
+}
+
+TBaseGet_FRM::~TBaseGet_FRM()
+{
+    if (!m_heldCode.isEmpty())
+        Guarded([this] { ReleaseCode(); });
+}
+
+void TBaseGet_FRM::askRight(TPermission right)
+{
+    NotShowable =
+        !HavePermission(UserInfo, m_part, m_part == cspPayrollInfo ? cpOpen : right, true, true, {});
+}
+
+bool TBaseGet_FRM::MayStartNew()
+{
+    return HavePermission(UserInfo, m_part, m_part == cspPayrollInfo ? cpOpen : cpNew, false, true, {});
+}
+
+int TBaseGet_FRM::exec()
+{
+    return NotShowable ? int(Rejected) : TBaseEditor::exec();
+}
+
+void TBaseGet_FRM::ReleaseCode()
+{
+    if (m_heldCode.isEmpty())
+        return;
+    const QString code = m_heldCode;
+    m_heldCode.clear();
+    openCodes().remove(openKey(m_part, code));
+    lockCode(code, m_part, otUnlock);
+}
+
+void TBaseGet_FRM::AllotCode(const std::function<int()> &newCode)
+{
+    ReleaseCode();
+    int code = newCode();
+    // Another editor of this program may have the code: its workstation would be given the lock once more.
+    while (openCodes().contains(openKey(m_part, QString::number(code))) ||
+           !lockCode(QString::number(code), m_part, otLock))
+        code = qMax(newCode(), code + 1);
+    m_heldCode = QString::number(code);
+    openCodes().insert(openKey(m_part, m_heldCode));
+    SetIdentifier(code);
+}
+
+void TBaseGet_FRM::allotFreeCode()
+{
+    // Another workstation may have saved a record under the code, and given up its lock, after the code was
+    // computed here and before it was locked.
+    QVariant before;
+    do {
+        before = Identifier();
+        NewCode();
+    } while (Identifier() != before && RecordExists());
+}
+
+bool TBaseGet_FRM::Start()
+{
+    m_recoveryTaken = false;
+    if (Mode() == fmNew) {
+        allotFreeCode();
+        if (HasRecovery() && !m_recoveryAsked) {
+            m_recoveryAsked = true;
+            recoverIntoNew();
+        }
+        m_touched = true;
+        ClearRecord();
+        return true;
+    }
+    if (!RecordExists()) {
+        MsgRecordGone();
+        return false;
+    }
+    const QString code = Identifier().toString();
+    const bool leftBehind = HasRecovery() && RecordHasRecovery(code) && !codesAtWork(m_part).contains(code);
+    if (const QString word = LockedEntityWord(); leftBehind || !word.isEmpty()) {
+        if (!lockCode(code, m_part, otLock)) {
+            MSGInUse(word);
+            return false;
+        }
+        m_heldCode = code;
+        openCodes().insert(openKey(m_part, code));
+    }
+    if (leftBehind && !recoverExisting())
+        return false;
+    m_touched = !m_recoveryTaken;
+    try {
+        LoadRecord();
+        ShowRecord();
+    } catch (...) {
+        if (m_recoveryTaken)
+            keepForLater();
+        throw;
+    }
+    m_touched = true;
+    return true;
+}
+
+void TBaseGet_FRM::recoverIntoNew()
+{
+    bool taken = false;
+    for (;;) {
+        const QString newCode = Identifier().toString();
+        QSet<QString> atWork = codesAtWork(m_part);
+        atWork.remove(newCode);
+        TRecoveryRequest request;
+        request.title = windowTitle();
+        request.newCode = newCode;
+        // All at once would take the rows of open editors, and those just taken up, with it.
+        request.allOffered = atWork.isEmpty() && !taken;
+        const QStringList codes = RecoveryCodes();
+        for (const QString &code : codes) {
+            if (code == newCode || atWork.contains(code))
+                continue;
+            auto found = std::find_if(request.left.begin(), request.left.end(),
+                                      [&](const TLeftRows &left) { return left.code == code; });
+            if (found == request.left.end())
+                request.left.append({code, 1});
+            else
+                ++found->rows;
+        }
+        if (request.left.isEmpty())
+            return;
+        const TRecoveryChoice choice = RecoveryChooser().choose(request, this);
+        if (choice.action == TRecoveryChoice::DiscardAll && request.allOffered) {
+            DiscardAllRecovery();
+            allotFreeCode(); // the lock on the new code went with the others
+            return;
+        }
+        bool done = false;
+        for (const TLeftRows &left : std::as_const(request.left)) {
+            if (!choice.codes.contains(left.code))
+                continue;
+            if (choice.action == TRecoveryChoice::TakeUp) {
+                MoveRecovery(left.code, newCode);
+                taken = m_recoveryTaken = true;
+            } else if (choice.action == TRecoveryChoice::Discard) {
+                DiscardRecovery(left.code);
+            } else {
+                continue;
+            }
+            // Rows first, then the lock that identifies them.
+            lockCode(left.code, m_part, otUnlock);
+            done = true;
+        }
+        if (!done)
+            return;
+    }
+}
+
+bool TBaseGet_FRM::recoverExisting()
+{
+    const QString code = Identifier().toString();
+    TRecoveryRequest request;
+    request.title = windowTitle();
+    request.newRecord = false;
+    int rows = 0;
+    for (const QString &left : RecoveryCodes())
+        rows += left == code ? 1 : 0;
+    request.left.append({code, rows});
+    const TRecoveryChoice choice = RecoveryChooser().choose(request, this);
+    switch (choice.action) {
+    case TRecoveryChoice::TakeUp:
+        m_recoveryTaken = true;
+        return true;
+    case TRecoveryChoice::Discard:
+    case TRecoveryChoice::DiscardAll:
+        DiscardRecovery(code);
+        return true;
+    case TRecoveryChoice::Later:
+        break;
+    }
+    keepForLater();
+    return false;
+}
+
+// Rows that were left behind stay for another time, and so must the lock that identifies them.
+void TBaseGet_FRM::keepForLater()
+{
+    openCodes().remove(openKey(m_part, m_heldCode));
+    m_heldCode.clear();
+}

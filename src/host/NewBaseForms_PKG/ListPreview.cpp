@@ -1,0 +1,212 @@
+#include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/NewBaseForms_PKG/ListPrinter.h"
+
+#include <QFileDialog>
+#include <QLabel>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QProgressDialog>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+namespace {
+constexpr int ShadowWidth = 6;
+}
+
+TListPreview_FRM::TListPreview_FRM(const TSmartGrid_ZLM *grid, const QString &title, QWidget *parent)
+    : TBaseForm(parent), m_list(grid, title), m_title(title.trimmed()),
+      m_printer(std::make_unique<QPrinter>(QPrinter::HighResolution)), m_area(new QScrollArea(this)),
+      m_paper(new QWidget), m_page(new QLabel(this))
+{
+    SetTitle(u"پیش نمایش - %1"_qs.arg(m_title));
+    m_list.SetUpPage(*m_printer);
+    m_paper->setObjectName(QStringLiteral("Paper"));
+    m_paper->installEventFilter(this);
+    m_area->setObjectName(QStringLiteral("Preview"));
+    m_area->setWidget(m_paper);
+    m_area->installEventFilter(this);
+    m_area->viewport()->installEventFilter(this);
+    m_area->setAlignment(Qt::AlignCenter);
+    m_area->setBackgroundRole(QPalette::Dark);
+    m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // fitting the width must not change the width
+    m_page->setObjectName(QStringLiteral("Page_LBL"));
+    m_page->setAlignment(Qt::AlignCenter);
+    Body()->addWidget(m_area, 1);
+    Body()->addWidget(m_page);
+
+    struct TButton {
+        const char *name;
+        QString caption;
+        const char *key;
+        std::function<void()> action;
+    };
+    const TButton buttons[] = {
+        {"Print_BTN", u"چاپ Ctrl+P"_qs, "Ctrl+P", [this] { print(); }},
+        {"Pdf_BTN", u"ذخیره PDF Ctrl+S"_qs, "Ctrl+S", [this] { askPdf(); }},
+        {"Prior_BTN", u"صفحه قبل"_qs, "PgUp", [this] { turnTo(m_current - 1); }},
+        {"Next_BTN", u"صفحه بعد"_qs, "PgDown", [this] { turnTo(m_current + 1); }},
+        {"ZoomIn_BTN", u"بزرگتر"_qs, "Ctrl++", [this] { zoom(1.25); }},
+        {"ZoomOut_BTN", u"کوچکتر"_qs, "Ctrl+-", [this] { zoom(0.8); }},
+        {"FitWidth_BTN", u"عرض صفحه"_qs, "Ctrl+0", [this] { zoom(0); }},
+        {"Orientation_BTN", u"افقی / عمودی"_qs, "Ctrl+L",
+         [this] {
+             m_printer->setPageOrientation(m_printer->pageLayout().orientation() == QPageLayout::Portrait
+                                               ? QPageLayout::Landscape
+                                               : QPageLayout::Portrait);
+             paperChanged();
+         }},
+        {"EXit_BTN", u"خروج Esc"_qs, "Esc", [this] { reject(); }},
+    };
+    for (const TButton &row : buttons) {
+        TSmartButton_ZLM *button =
+            AddButton(QString::fromLatin1(row.name), row.caption, QString::fromLatin1(row.key), row.caption);
+        connect(button, &QAbstractButton::clicked, this, row.action);
+    }
+    resize(900, 700);
+    paperChanged();
+    m_area->setFocus();
+}
+
+TListPreview_FRM::~TListPreview_FRM() = default;
+
+void TListPreview_FRM::paperChanged()
+{
+    m_pages = m_list.PageCount(*m_printer);
+    fit();
+    turnTo(std::min(m_current, m_pages));
+}
+
+void TListPreview_FRM::fit()
+{
+    const QSizeF dots = m_printer->paperRect(QPrinter::DevicePixel).size();
+    double scale = m_zoom;
+    if (scale <= 0)
+        scale = std::max(0.01, (m_area->viewport()->width() - 2.0 * ShadowWidth) / dots.width());
+    m_paper->resize((dots * scale).toSize() + QSize(ShadowWidth, ShadowWidth));
+    m_paper->update();
+}
+
+void TListPreview_FRM::zoom(double factor)
+{
+    const double now = (m_paper->width() - ShadowWidth) / m_printer->paperRect(QPrinter::DevicePixel).width();
+    const double dotsOfScreen = 96.0 / m_printer->resolution();
+    m_zoom = factor > 0 ? std::clamp(now * factor, dotsOfScreen / 5, dotsOfScreen * 5) : 0;
+    fit();
+}
+
+bool TListPreview_FRM::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_paper && event->type() == QEvent::Paint) {
+        QPainter painter(m_paper);
+        const QSize size = m_paper->size() - QSize(ShadowWidth, ShadowWidth);
+        painter.fillRect(QRect(QPoint(ShadowWidth, ShadowWidth), size), QColor(0, 0, 0, 90));
+        painter.fillRect(QRect(QPoint(0, 0), size), Qt::white);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+        const QSizeF dots = m_printer->paperRect(QPrinter::DevicePixel).size();
+        painter.scale(size.width() / dots.width(), size.height() / dots.height());
+        m_list.PaintPage(painter, *m_printer, m_current);
+        return true;
+    }
+    if (event->type() == QEvent::Resize && watched == m_area->viewport())
+        fit();
+    if (watched == m_area && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_PageUp || key == Qt::Key_PageDown) { // the arrows scroll, these turn
+            turnTo(m_current + (key == Qt::Key_PageDown ? 1 : -1));
+            return true;
+        }
+    }
+    return TBaseForm::eventFilter(watched, event);
+}
+
+void TListPreview_FRM::turnTo(int page)
+{
+    if (page < 1 || page > m_pages)
+        return;
+    m_current = page;
+    m_page->setText(u"صفحه %1 از %2"_qs.arg(m_current).arg(m_pages));
+    m_area->verticalScrollBar()->setValue(0);
+    m_paper->update();
+}
+
+bool TListPreview_FRM::HandleKey(QKeyEvent *event)
+{
+    const auto modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    if (modifiers == Qt::ControlModifier && (event->key() == Qt::Key_Home || event->key() == Qt::Key_End)) {
+        turnTo(event->key() == Qt::Key_Home ? 1 : m_pages);
+        return true;
+    }
+    if (modifiers == Qt::ControlModifier && event->key() == Qt::Key_Equal) { // the plus key without Shift
+        zoom(1.25);
+        return true;
+    }
+    return TBaseForm::HandleKey(event);
+}
+
+bool TListPreview_FRM::run(const QString &caption,
+                           const std::function<bool(const std::function<bool(int)> &)> &work)
+{
+    QProgressDialog progress(caption, u"انصراف"_qs, 0, m_pages, this);
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(800);
+    try {
+        return work([&progress](int page) {
+            progress.setValue(page);
+            return !progress.wasCanceled();
+        });
+    } catch (const TDatabaseError &error) {
+        MsgDatabaseError(error);
+    }
+    return false;
+}
+
+bool TListPreview_FRM::ExportPdf(const QString &fileName)
+{
+    const bool written = run(u"ذخیره PDF"_qs, [&](const std::function<bool(int)> &progress) {
+        return m_list.ExportPdf(fileName, *m_printer, progress);
+    });
+    if (written)
+        MSGCompeletedSuccessfully(u"ذخیره PDF"_qs, fileName, m_area);
+    else
+        ShowSmartMessage(u"فایل PDF ذخیره نشد. مسیر فایل و فضای خالی دیسک را بررسی کنید."_qs, fileName,
+                         miError);
+    return written;
+}
+
+void TListPreview_FRM::askPdf()
+{
+    QFileDialog dialog(this, u"ذخیره PDF"_qs);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setNameFilter(QStringLiteral("PDF (*.pdf)"));
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.selectFile(QString(m_title).replace(u'/', u'-') + QStringLiteral(".pdf"));
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
+        ExportPdf(dialog.selectedFiles().constFirst());
+}
+
+void TListPreview_FRM::print()
+{
+    if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+        ShowSmartMessage(u"چاپگری در این رایانه نصب نشده است. می توانید لیست را به صورت PDF ذخیره کنید."_qs,
+                         {}, miWarning);
+        return;
+    }
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(m_printer->pageLayout());
+    printer.setDocName(m_title);
+    QPrintDialog dialog(&printer, this);
+    dialog.setMinMax(1, m_list.PageCount(printer));
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const bool range = dialog.printRange() == QAbstractPrintDialog::PageRange;
+    const bool printed = run(u"چاپ"_qs, [&](const std::function<bool(int)> &progress) {
+        return m_list.Print(printer, range ? dialog.fromPage() : 1, range ? dialog.toPage() : 0, progress);
+    });
+    if (!printed)
+        ShowSmartMessage(u"چاپ لیست به پایان نرسید."_qs, {}, miError);
+}

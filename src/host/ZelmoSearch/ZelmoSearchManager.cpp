@@ -1,0 +1,174 @@
+#include "host/ZelmoSearch/ZelmoSearchManager.h"
+
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Method_declare_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Utility_ZLM/PersianCalendar.h"
+#include "host/Utility_ZLM/PersianText.h"
+#include "host/ZelmoSearch/FoldExpression.h"
+#include "host/database/Query.h"
+
+#include <QScopedValueRollback>
+
+namespace {
+
+bool onServer()
+{
+    return DM.ADOConnection1 && DM.ADOConnection1->kind() == TConnection::Kind::SqlServer;
+}
+
+// Found by position, not by LIKE: no character of the text means more than itself.
+TStatement contains(const QString &field, const QString &folded)
+{
+    return TStatement(QStringLiteral("(charindex("))
+        .text(folded)
+        .sql(QStringLiteral(", ") + FoldExpression(field, onServer()) + QStringLiteral(") > 0)"));
+}
+
+TStatement beginsWith(const QString &expression, const QString &text)
+{
+    return TStatement(QStringLiteral("(charindex("))
+        .text(text)
+        .sql(QStringLiteral(", ") + expression + QStringLiteral(") = 1)"));
+}
+
+TStatement nothing()
+{
+    return TStatement(QStringLiteral("(1 = 0)"));
+}
+
+// Whole digits by their beginning; a decimal point fixes the digits before it and begins those behind it.
+TStatement moneyCondition(const QString &field, const QString &text)
+{
+    const QString number = PersianText::plainNumber(text);
+    if (number.isEmpty() || number == u"-")
+        return nothing();
+    const qsizetype point = number.indexOf(u'.');
+    if (point < 0)
+        return beginsWith(QStringLiteral("cast(cast(cast(") + field +
+                              QStringLiteral(" as float) as bigint) as nvarchar(30))"),
+                          number);
+    const double low = number.toDouble();
+    double step = 1;
+    for (qsizetype i = point + 1; i < number.size(); ++i)
+        step /= 10;
+    const bool negative = number.startsWith(u'-');
+    return TStatement(QStringLiteral("(") + field +
+                      (negative ? QStringLiteral(" > ") : QStringLiteral(" >= ")))
+        .amount(negative ? low - step : low)
+        .sql(QStringLiteral(" and ") + field + (negative ? QStringLiteral(" <= ") : QStringLiteral(" < ")))
+        .amount(negative ? low : low + step)
+        .sql(QStringLiteral(")"));
+}
+
+} // namespace
+
+TZelmoSearchManager::TZelmoSearchManager(TQuery *listQuery, QObject *parent)
+    : QObject(parent), m_query(listQuery)
+{
+    connect(m_query, &TQuery::currentChanged, this, [this] { rememberRow(); });
+}
+
+void TZelmoSearchManager::rememberRow()
+{
+    if (!m_running && !m_query->keyField().isEmpty() && m_query->active() && m_query->position() >= 0)
+        m_lastKey = m_query->keyAt(m_query->position());
+}
+
+void TZelmoSearchManager::SetSQLScript(const TStatement &script)
+{
+    m_script = script;
+}
+
+void TZelmoSearchManager::SetCondition(const QString &frame, const TStatement &condition)
+{
+    const auto found = std::find_if(m_conditions.begin(), m_conditions.end(),
+                                    [&](const auto &entry) { return entry.first == frame; });
+    if (condition.isEmpty()) {
+        if (found != m_conditions.end())
+            m_conditions.erase(found);
+    } else if (found != m_conditions.end()) {
+        found->second = condition;
+    } else {
+        m_conditions.append({frame, condition});
+    }
+}
+
+TStatement TZelmoSearchManager::ConditionFor(const TSearchItem &item, const QString &text)
+{
+    const QString folded = PersianText::fold(text).trimmed();
+    if (folded.isEmpty())
+        return {};
+    switch (item.kind) {
+    case TSearchItem::Digits:
+        return beginsWith(QStringLiteral("cast(") + item.field + QStringLiteral(" as nvarchar(30))"), folded);
+    case TSearchItem::Money:
+        return moneyCondition(item.field, text);
+    case TSearchItem::Date:
+        if (const auto date = TPersianDate::parse(text))
+            return contains(item.field, date->toText());
+        break;
+    case TSearchItem::Text:
+        break;
+    }
+    return contains(item.field, folded);
+}
+
+TStatement TZelmoSearchManager::RangeCondition(const TSearchItem &item, const QString &from,
+                                               const QString &to)
+{
+    TStatement condition;
+    if (!from.isEmpty())
+        AddFilter(condition,
+                  TStatement(u'(' + item.field + QStringLiteral(" >= ")).text(from).sql(QStringLiteral(")")));
+    if (!to.isEmpty()) {
+        if (from.isEmpty())
+            AddFilter(condition, TStatement(u'(' + item.field + QStringLiteral(" <> '')")));
+        AddFilter(condition,
+                  TStatement(u'(' + item.field + QStringLiteral(" <= ")).text(to).sql(QStringLiteral(")")));
+    }
+    return condition;
+}
+
+void TZelmoSearchManager::ExecuteFilter_DataSet()
+{
+    run(m_ownFilter ? m_ownFilter() : TStatement());
+}
+
+void TZelmoSearchManager::ExecuteFilter(const TStatement &ownFilter)
+{
+    run(ownFilter);
+}
+
+void TZelmoSearchManager::run(const TStatement &ownFilter)
+{
+    if (m_running || m_script.isEmpty())
+        return;
+    {
+        rememberRow();
+        const QScopedValueRollback running(m_running, true);
+        try {
+            TStatement filter = ownFilter;
+            for (const auto &[frame, condition] : std::as_const(m_conditions))
+                AddFilter(filter, condition);
+            TStatement statement = m_script;
+            if (!filter.isEmpty())
+                statement = TStatement(QStringLiteral("select * from ("))
+                                .append(m_script)
+                                .sql(QStringLiteral(") as SearchT where "))
+                                .append(filter);
+            m_query->setStatement(statement);
+            m_query->open();
+            const int row = m_lastKey && !m_query->keyField().isEmpty() ? m_query->rowOfKey(*m_lastKey) : -1;
+            if (row >= 0)
+                m_query->moveTo(row);
+            else
+                m_query->last();
+        } catch (const TDatabaseError &error) {
+            m_query->close();
+            MsgDatabaseError(error);
+        }
+    }
+    rememberRow();
+    Q_EMIT executed();
+}

@@ -1,0 +1,327 @@
+#include "staff/Staff_DM_UNT.h"
+
+#include "host/Declaration_PKG/Confirmation_unt.h"
+#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+
+using namespace QueryTools;
+
+TStaff_DM *Staff_DM = nullptr;
+
+namespace {
+
+const char staffOfParameter[] = "select * from staff where code=:Code";
+const char groupOfParameter[] = "select * from StaffGroup\nwhere Code=:Code";
+
+constexpr int enterAsPerson = 20106; // "Shall the employee be entered as a person too?"
+constexpr int personsKind = 2;       // what the unique detail code is drawn for
+
+} // namespace
+
+TStaff_DM::TStaff_DM(QObject *owner)
+    : TStaffFamily_DM(owner), StaffGet_QUR(NewQuery("StaffGet_QUR")), List_QUR(NewQuery("List_QUR")),
+      List_DS(List_QUR), GroupList_QUR(NewQuery("GroupList_QUR")), GroupList_DS(GroupList_QUR),
+      GroupGet_QUR(NewQuery("GroupGet_QUR")), Perinf_QUR(NewQuery("Perinf_QUR"))
+{
+    StaffGet_QUR->setStatement(staffOfParameter);
+    List_QUR->setKeyField("Code");
+    List_QUR->setStatement("select * from staff_VW");
+    GroupList_QUR->setStatement("select * from StaffGroup");
+    GroupGet_QUR->setStatement(groupOfParameter);
+    // Every editor that opens asks for the first person: read by page, not whole.
+    Perinf_QUR->setKeyField("code");
+    Perinf_QUR->setStatement("select * from Perinf");
+}
+
+void TStaff_DM::FillDataStaff(int code)
+{
+    open(StaffGet_QUR, staffOfParameter, "code", code);
+}
+
+void TStaff_DM::FillDataStaffGroup(int code)
+{
+    open(GroupGet_QUR, groupOfParameter, "code", code);
+}
+
+void TStaff_DM::Staff_Get()
+{
+    open(List_QUR, "select * from staff_VW");
+}
+
+void TStaff_DM::StaffGroup_Get()
+{
+    open(GroupList_QUR, "select * from StaffGroup");
+}
+
+TNamedCodes TStaff_DM::StaffGroup_Fill()
+{
+    open(Temp_QUR, "select distinct Name,code from Staffgroup  order by code");
+    return namedCodes(Temp_QUR);
+}
+
+void TStaff_DM::Staff_GetById(const QVariant &code, TStaff_Mapper &staff)
+{
+    open(StaffGet_QUR, TStatement("select * from staff where Code = ").integer(code));
+    const TQuery &row = *StaffGet_QUR;
+    staff._Code = row.asInteger("Code");
+    staff._StaffGroup = row.asInteger("StaffGroup");
+    staff._PersonnelCode = row.asString("PersonnelCode");
+    staff._InsuranceNumber = row.asString("InsuranceNumber");
+    staff._CardNumber = row.asString("CardNumber");
+    staff._NationalID = row.asString("NationalID");
+    staff._Sex = row.asBoolean("Sex");
+    staff._FatherName = row.asString("FatherName");
+    staff._IDNumber = row.asString("IDNumber");
+    staff._BirthDate = row.asString("BirthDate");
+    staff._BirthPlace = row.asString("BirthPlace");
+    staff._IssueDate = row.asString("IssueDate");
+    staff._Department = row.asString("Department");
+    staff._Degree = row.asInteger("Degree");
+    staff._Major = row.asString("Major");
+    staff._Military = row.asInteger("Military");
+    staff._IsMarried = row.asBoolean("IsMarried");
+    staff._AccountNumber = row.asString("AccountNumber");
+    staff._BankTitle = row.asString("BankTitle");
+    staff._CoDate = row.asString("CoDate");
+    staff._Job = row.asString("Job");
+    staff._Comment = row.asString("Comment");
+    staff._Name = row.asString("Name");
+    staff._LastName = row.asString("LastName");
+    staff._Tel1 = row.asString("Tel1");
+    staff._Tel2 = row.asString("Tel2");
+    staff._Fax = row.asString("Fax");
+    staff._Mob = row.asString("Mob");
+    staff._Add1 = row.asString("Add1");
+    staff._Add2 = row.asString("Add2");
+    staff._Email = row.asString("Email");
+    staff._LeaveDate = row.asString("LeaveDate");
+    staff._Employment = row.asInteger("Employment");
+    staff._PostCode = row.asString("PostCode");
+    staff._Category = row.asInteger("Category");
+    staff._FiscalExemption = row.asInteger("FiscalExemption");
+    staff._National = row.asInteger("National");
+    staff._Insurance = row.asInteger("Insurance");
+    staff._IssuePlace = row.asString("IssuePlace");
+    staff._JobCode = row.asString("JobCode");
+    staff._JobGroup = row.asString("JobGroup");
+    staff._CreatedTime = row.asString("CreatedTime");
+    staff._CreatedDate = row.asString("CreatedDate");
+    staff._ModifiedTime = row.asString("ModifiedTime");
+    staff._ModifiedDate = row.asString("ModifiedDate");
+    staff._UserCreated = row.asString("UserCreated");
+    staff._UserModified = row.asString("UserModified");
+}
+
+void TStaff_DM::Staff_GetCode(const QString &name, const QString &lastName, int code)
+{
+    open(Temp_QUR, TStatement("select Code from staff where Name=")
+                       .text(name)
+                       .sql(" and LastName=")
+                       .text(lastName)
+                       .sql(" and Code<>")
+                       .integer(code));
+}
+
+void TStaff_DM::find(const char *statement, const QString &value)
+{
+    open(Temp_QUR, TStatement(statement).text(value));
+}
+
+void TStaff_DM::Staff_GetCardNumber(const QString &cardNumber)
+{
+    find("select CardNumber from Staff where CardNumber=", cardNumber);
+}
+
+void TStaff_DM::Staff_GetInsuranceNumbber(const QString &insuranceNumber)
+{
+    find("select InsuranceNumber from Staff where InsuranceNumber=", insuranceNumber);
+}
+
+void TStaff_DM::Staff_GetNationallID(const QString &nationalId)
+{
+    find("select NationalID from Staff where NationalID=", nationalId);
+}
+
+int TStaff_DM::Staff_GetNewCode()
+{
+    open(Temp_QUR,
+         TStatement("Select Max(Code)+1 From (Select IsNull(Max(Code),0)As Code From Staff  Union All "
+                    "Select IsNull(Max(CAST(Code AS BIGINT)),0)As Code From CodeLock_TBL Where Status=")
+             .integer(int(cspStaff))
+             .sql(")As T1"));
+    return integerAt(Temp_QUR);
+}
+
+void TStaff_DM::setStaff(const TStaff_Mapper &staff)
+{
+    TQuery &row = *StaffGet_QUR;
+    row.setValue("Code", staff._Code);
+    row.setValue("CoDate", staff._CoDate);
+    row.setValue("LeaveDate", staff._LeaveDate);
+    row.setValue("StaffGroup", staff._StaffGroup);
+    row.setValue("PersonnelCode", staff._PersonnelCode);
+    row.setValue("Department", staff._Department);
+    row.setValue("CardNumber", staff._CardNumber);
+    row.setValue("InsuranceNumber", staff._InsuranceNumber);
+    row.setValue("NationalID", staff._NationalID);
+    row.setValue("IDNumber", staff._IDNumber);
+    row.setValue("FatherName", staff._FatherName);
+    row.setValue("BirthPlace", staff._BirthPlace);
+    row.setValue("IssuePlace", staff._IssuePlace);
+    row.setValue("IssueDate", staff._IssueDate);
+    row.setValue("BirthDate", staff._BirthDate);
+    row.setValue("Major", staff._Major);
+    row.setValue("BankTitle", staff._BankTitle);
+    row.setValue("Job", staff._Job);
+    row.setValue("AccountNumber", staff._AccountNumber);
+    row.setValue("Comment", staff._Comment);
+    row.setValue("Sex", staff._Sex);
+    row.setValue("Military", staff._Military);
+    row.setValue("IsMarried", staff._IsMarried);
+    row.setValue("Degree", staff._Degree);
+    row.setValue("Name", staff._Name);
+    row.setValue("LastName", staff._LastName);
+    row.setValue("Tel1", staff._Tel1);
+    row.setValue("Tel2", staff._Tel2);
+    row.setValue("Fax", staff._Fax);
+    row.setValue("Mob", staff._Mob);
+    row.setValue("Add1", staff._Add1);
+    row.setValue("Add2", staff._Add2);
+    row.setValue("Email", staff._Email);
+    row.setValue("PostCode", staff._PostCode);
+    row.setValue("Employment", staff._Employment);
+    row.setValue("Category", staff._Category);
+    row.setValue("FiscalExemption", staff._FiscalExemption);
+    row.setValue("National", staff._National);
+    row.setValue("Insurance", staff._Insurance);
+    row.setValue("JobCode", staff._JobCode);
+    row.setValue("JobGroup", staff._JobGroup);
+}
+
+bool TStaff_DM::Staff_Insert(const TStaff_Mapper &staff)
+{
+    if (!StaffGet_QUR->active() && !Try([&] { FillDataStaff(0); }))
+        return false;
+    return Post(StaffGet_QUR, true, [&] {
+        setStaff(staff);
+        StaffGet_QUR->setValue("CreatedTime", staff._CreatedTime);
+        StaffGet_QUR->setValue("CreatedDate", staff._CreatedDate);
+        StaffGet_QUR->setValue("UserCreated", staff._UserCreated);
+    });
+}
+
+bool TStaff_DM::Staff_Update(const TStaff_Mapper &staff)
+{
+    return Post(StaffGet_QUR, false, [&] {
+        setStaff(staff);
+        StaffGet_QUR->setValue("ModifiedTime", staff._ModifiedTime);
+        StaffGet_QUR->setValue("ModifiedDate", staff._ModifiedDate);
+        StaffGet_QUR->setValue("UserModified", staff._UserModified);
+    });
+}
+
+bool TStaff_DM::Staff_Del(const QString &codes)
+{
+    return Try([&] { run(Temp_QUR, TStatement("Delete Staff where Code in (").integers(codes).sql(")")); });
+}
+
+void TStaff_DM::Perinf_Get(TPerinf_Mapper &person)
+{
+    open(Perinf_QUR, "select * from Perinf");
+    const TQuery &row = *Perinf_QUR;
+    person._GrpCode = row.asInteger("GrpCode");
+    person._SitbgPrd = row.asString("SitbgPrd");
+    person._Code = row.asInteger("Code");
+    person._UserName = row.asString("UserName");
+    person._Name = row.asString("Name");
+    person._LName = row.asString("LName");
+    person._FullName = row.asString("FullName");
+    person._Tel1 = row.asString("Tel1");
+    person._Tel2 = row.asString("Tel2");
+    person._Addr1 = row.asString("Addr1");
+    person._Addr2 = row.asString("Addr2");
+    person._Fax = row.asString("Fax");
+    person._Email = row.asString("Email");
+    person._Mobile = row.asString("Mobile");
+}
+
+int TStaff_DM::Perinf_GetNewCode(int group)
+{
+    open(
+        Temp_QUR,
+        TStatement(
+            "Select Case When Isnull((Select Code From (Select IsNull(Max(Code),0)+1 As Code From PerInf "
+            "Where GrpCode=")
+            .integer(group)
+            .sql(
+                ")As T1 Where"
+                " Code Not in(Select Code From PerInf) And Code Not In(Select Code From CodeLock_TBL Where Status=")
+            .integer(int(cspPerson))
+            .sql(")),0)"
+                 " <>0 Then"
+                 " (Select IsNull(Max(Code),0)+1 From PerInf Where GrpCode=")
+            .integer(group)
+            .sql(")"
+                 " Else"
+                 "(select Max(Code)+1 as NewCode From("
+                 " select ISNull(Max(Code),0) as Code from PerINF"
+                 " union all"
+                 " select ISNull(Max(CAST(Code AS BIGINT)),0) as Code from CodeLock_TBl where Status = ")
+            .integer(int(cspPerson))
+            .sql(" ) as t1 )"
+                 " End As NewCode"));
+    return integerAt(Temp_QUR);
+}
+
+int TStaff_DM::groupForNewPerson(const TPerinf_Mapper &person)
+{
+    open(Temp_QUR, TStatement("select code from perinf where name=")
+                       .text(person._Name)
+                       .sql(" and LName=")
+                       .text(person._LName));
+    if (!Temp_QUR->isEmpty())
+        return 0;
+    if (ShowSmartMessage(enterAsPerson, TMessageButtons::YesNo, TAnswer::Yes) != TAnswer::Yes)
+        return 0;
+    return Select_Entity(cspPerson, {}, false);
+}
+
+bool TStaff_DM::PerInf_Insert(const TPerinf_Mapper &person)
+{
+    int group = 0;
+    int code = 0;
+    const bool ready = Try([&] {
+        group = groupForNewPerson(person);
+        if (group == 0)
+            return;
+        if (!Perinf_QUR->active())
+            open(Perinf_QUR, "select * from Perinf");
+        code = Perinf_GetNewCode(group);
+    });
+    if (!ready || group == 0)
+        return ready;
+    return Post(Perinf_QUR, true, [&] {
+        TQuery &row = *Perinf_QUR;
+        row.setValue("GrpCode", group);
+        row.setValue("SitbgPrd", QStringLiteral("0"));
+        row.setValue("Code", code);
+        row.setValue("UserName", QString::number(code));
+        row.setValue("Name", person._Name);
+        row.setValue("LName", person._LName);
+        row.setValue("FullName", QString(person._Name + ' ' + person._LName));
+        row.setValue("Tel1", person._Tel1);
+        row.setValue("Tel2", person._Tel2);
+        row.setValue("Addr1", person._Addr1);
+        row.setValue("Addr2", person._Addr2);
+        row.setValue("Fax", person._Fax);
+        row.setValue("Email", person._Email);
+        row.setValue("Mobile", person._Mobile);
+        open(Temp_QUR, TStatement("SELECT dbo.GetUinqueCode_FNC(").integer(personsKind).sql(")"));
+        row.setValue("DetailUniqueCode", integerAt(Temp_QUR));
+    });
+}
+
+void TStaff_DM::CodeLock_DeleteAllRecovery(TSoftwarePart part, int comIndex)
+{
+    run(Temp_QUR, TStatement::format("Delete From CodeLock_TBL Where (Status=%d) AND (Com_Index = %d)",
+                                     {int(part), comIndex}));
+}

@@ -1,0 +1,149 @@
+#include "tax/Tax_DM_UNT.h"
+
+#include "common/QueryTools.h"
+
+using namespace QueryTools;
+
+TTax_DM *Tax_DM = nullptr;
+
+namespace {
+const char detailList[] = "select * from Tmptax where TaxMainCode=:TaxMainCode order by fromSalary";
+}
+
+TTax_DM::TTax_DM(QObject *owner)
+    : TDataModule(owner), List_QUR(NewQuery("List_QUR")), List_DS(List_QUR),
+      DetailList_QUR(NewQuery("DetailList_QUR")), DetailList_DS(DetailList_QUR),
+      TmpGet_QUR(NewQuery("TmpGet_QUR")), Get_QUR(NewQuery("Get_QUR")), Temp_QUR(NewQuery("Temp_QUR"))
+{
+    List_QUR->setKeyField("Code");
+    List_QUR->setStatement("select * from taxMain");
+    DetailList_QUR->setStatement(detailList);
+}
+
+void TTax_DM::Tax_Get()
+{
+    List_QUR->setStatement("select * from TaxMain ");
+}
+
+void TTax_DM::Tax_GetByID(const QVariant &code)
+{
+    open(Get_QUR, TStatement("select * from TaxMain where Code=").integer(code));
+}
+
+int TTax_DM::Tax_GetNewCode()
+{
+    open(Temp_QUR, "Select isnull(Max(Code),0)+1 From TaxMain");
+    return integerAt(Temp_QUR);
+}
+
+bool TTax_DM::Tax_Insert(const TTax_Mapper &tax)
+{
+    return Post(Get_QUR, true, [&] {
+        Get_QUR->setValue("Code", tax._Code);
+        Get_QUR->setValue("Title", tax._Title);
+        Get_QUR->setValue("Comment", tax._Comment);
+    });
+}
+
+bool TTax_DM::Tax_Update(const TTax_Mapper &tax)
+{
+    return Post(Get_QUR, false, [&] {
+        Get_QUR->setValue("Title", tax._Title);
+        Get_QUR->setValue("Comment", tax._Comment);
+    });
+}
+
+void TTax_DM::Tax_Del(const QString &codes)
+{
+    run(Temp_QUR, TStatement("Delete TaxMain where Code in (").integers(codes).sql(")"));
+}
+
+void TTax_DM::copyToWorkingRows(const QVariant &taxCode)
+{
+    run(Temp_QUR,
+        TStatement("INSERT INTO TmpTax(TaxMainCode,FromSalary,Tosalary,Comment,[Percent])"
+                   "   SELECT TaxMainCode,FromSalary,Tosalary,Comment,[Percent] FROM Tax where TaxMainCode=")
+            .integer(taxCode));
+}
+
+void TTax_DM::FillDataDetail(int taxCode)
+{
+    copyToWorkingRows(taxCode);
+    open(DetailList_QUR, detailList, "TaxMainCode", taxCode);
+}
+
+void TTax_DM::TmpTax_GetByTaxMainCode(const QVariant &taxCode)
+{
+    copyToWorkingRows(taxCode);
+    open(
+        DetailList_QUR,
+        TStatement("select * from Tmptax where TaxMainCode = ").integer(taxCode).sql(" order by fromSalary"));
+}
+
+void TTax_DM::TmpTax_GetById(const QVariant &id)
+{
+    open(TmpGet_QUR, TStatement("select * from TmpTax where ID=").integer(id));
+}
+
+bool TTax_DM::TmpTax_Insert(const TTmpTax_Mapper &bracket)
+{
+    // The bracket screen adds rows without having loaded one.
+    if (!TmpGet_QUR->active() && !Try([&] { TmpTax_GetById(0); }))
+        return false;
+    return Post(TmpGet_QUR, true, [&] {
+        TmpGet_QUR->setValue("TaxMainCode", bracket._TaxMainCode);
+        TmpGet_QUR->setValue("FromSalary", bracket._FromSalary);
+        TmpGet_QUR->setValue("ToSalary", bracket._ToSalary);
+        TmpGet_QUR->setValue("Percent", bracket._Percent);
+        TmpGet_QUR->setValue("Comment", bracket._Comment);
+    });
+}
+
+bool TTax_DM::TmpTax_Update(const TTmpTax_Mapper &bracket)
+{
+    return Post(TmpGet_QUR, false, [&] {
+        TmpGet_QUR->setValue("FromSalary", bracket._FromSalary);
+        TmpGet_QUR->setValue("ToSalary", bracket._ToSalary);
+        TmpGet_QUR->setValue("Percent", bracket._Percent);
+        TmpGet_QUR->setValue("Comment", bracket._Comment);
+    });
+}
+
+void TTax_DM::TmpTax_GetID(int taxCode, int id, double from, double to)
+{
+    open(Temp_QUR, TStatement("select ID from Tmptax where TaxMainCode=")
+                       .integer(taxCode)
+                       .sql(" and ID<>")
+                       .integer(id)
+                       .sql(" and fromsalary<=")
+                       .amount(to)
+                       .sql(" and tosalary>=")
+                       .amount(from));
+}
+
+void TTax_DM::TaxDetail_Del(const QString &ids)
+{
+    run(Temp_QUR, TStatement("Delete tmptax where ID in (").integers(ids).sql(")"));
+}
+
+bool TTax_DM::TaxDetail_Insert(const QVariant &taxCode)
+{
+    return Try([&] {
+        ClearDataDetail(taxCode.toInt());
+        run(Temp_QUR,
+            TStatement(
+                "INSERT into Tax(TaxMainCode, FromSalary, Tosalary, Comment, [Percent])"
+                " SELECT TaxMainCode,FromSalary,Tosalary,Comment,[Percent] FROM TmpTax where TaxMainCode=")
+                .integer(taxCode));
+    });
+}
+
+void TTax_DM::ClearDataDetail(int taxCode)
+{
+    run(Temp_QUR, TStatement("delete from Tax where TaxMainCode=").integer(taxCode));
+}
+
+void TTax_DM::ClearDataTempDetail(int taxCode)
+{
+    run(Temp_QUR, TStatement("delete from tmpTax where TaxMainCode=").integer(taxCode));
+}

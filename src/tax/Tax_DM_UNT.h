@@ -1,0 +1,56 @@
+#pragma once
+
+#include "common/DataModule_UNT.h"
+#include "tax/Tax_Mapper.h"
+
+/// The database work of the tax tables: headers (TaxMain), their brackets (Tax), and the working copy of the
+/// brackets of a table under edit (TmpTax).
+///
+/// Operations that return a bool answer false after a database error; all others throw TDatabaseError.
+/// Deleting a tax table is ClearDataDetail and Tax_Del in one transaction of the caller.
+class TTax_DM : public TDataModule {
+    Q_OBJECT
+public:
+    explicit TTax_DM(QObject *owner);
+
+    TQuery *const List_QUR;       ///< the tax tables
+    TQuery *const List_DS;        ///< what a grid of the tax tables is bound to
+    TQuery *const DetailList_QUR; ///< the working brackets, always by lower bound
+    TQuery *const DetailList_DS;  ///< what a grid of the working brackets is bound to
+    TQuery *const TmpGet_QUR;     ///< the working bracket under edit
+    TQuery *const Get_QUR;        ///< the header under edit
+    TQuery *const Temp_QUR;       ///< one-off statements
+
+    /// Gives the list its statement; the caller opens it.
+    void Tax_Get();
+    void Tax_GetByID(const QVariant &code);
+    int Tax_GetNewCode();
+    bool Tax_Insert(const TTax_Mapper &tax);
+    /// Changes title and comment of the header that Tax_GetByID opened, never its code.
+    bool Tax_Update(const TTax_Mapper &tax);
+    /// Deletes headers. `codes` parted by commas.
+    void Tax_Del(const QString &codes);
+
+    /// Copies the brackets of a tax table to the working rows and opens their list.
+    void FillDataDetail(int taxCode);
+    void TmpTax_GetByTaxMainCode(const QVariant &taxCode);
+    void TmpTax_GetById(const QVariant &id);
+    bool TmpTax_Insert(const TTmpTax_Mapper &bracket);
+    /// Changes the bracket that TmpTax_GetById opened; it stays with its tax table.
+    bool TmpTax_Update(const TTmpTax_Mapper &bracket);
+    /// Leaves open in Temp_QUR the other working brackets of the table that share a point with the closed interval
+    /// from..to. `id`: the row under edit, which does not count; 0 for a new one.
+    void TmpTax_GetID(int taxCode, int id, double from, double to);
+    /// Deletes working brackets. `ids` parted by commas.
+    void TaxDetail_Del(const QString &ids);
+    /// Replaces the brackets of a tax table by its working rows.
+    bool TaxDetail_Insert(const QVariant &taxCode);
+    void ClearDataDetail(int taxCode);
+    void ClearDataTempDetail(int taxCode);
+
+private:
+    void copyToWorkingRows(const QVariant &taxCode);
+};
+
+/// The one instance, made and freed by the entry points and screens.
+extern TTax_DM *Tax_DM;

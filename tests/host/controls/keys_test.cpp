@@ -1,0 +1,149 @@
+#include "host/controls/Form.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QTimer>
+
+#include <gtest/gtest-spi.h>
+
+TEST(Keys, APersianTextIsTypedCharacterByCharacter)
+{
+    Form form;
+    auto *edit = form.add(new QLineEdit);
+    form.open();
+    int edits = 0;
+    QObject::connect(edit, &QLineEdit::textEdited, edit, [&] { ++edits; });
+    Keys::type(edit, QStringLiteral("مي\u200Cخ 😀1a"));
+    EXPECT_EQ(edit->text(), QStringLiteral("مي\u200Cخ 😀1a"));
+    EXPECT_EQ(edits, 8) << "a character beyond the first plane is one key";
+    Keys::retype(edit, QStringLiteral("ب"));
+    EXPECT_EQ(edit->text(), QStringLiteral("ب"));
+    Keys::retype(edit, {});
+    EXPECT_TRUE(edit->text().isEmpty());
+}
+
+TEST(Keys, AKeyGoesToTheInputThatHasTheFocus)
+{
+    Form form;
+    auto *first = form.add(new QLineEdit);
+    auto *second = form.add(new QLineEdit);
+    form.open();
+    first->setFocus();
+    Keys::press(&form, Qt::Key_Tab);
+    Keys::press(&form, Qt::Key_A);
+    Keys::press(&form, Qt::Key_B, Qt::ShiftModifier);
+    EXPECT_TRUE(first->text().isEmpty());
+    EXPECT_EQ(second->text(), QStringLiteral("aB"));
+}
+
+TEST(Keys, AKeyGoesToAnOpenListFirst)
+{
+    Form form;
+    auto *combo = form.add(new QComboBox);
+    combo->addItems({QStringLiteral("یک"), QStringLiteral("دو")});
+    form.open();
+    combo->setFocus();
+    combo->showPopup();
+    ASSERT_TRUE(QApplication::activePopupWidget());
+    Keys::press(&form, Qt::Key_Down);
+    Keys::press(&form, Qt::Key_Return);
+    EXPECT_EQ(combo->currentIndex(), 1);
+    EXPECT_TRUE(Keys::waitFor([] { return !QApplication::activePopupWidget(); }));
+}
+
+TEST(Keys, ADisabledInputTakesNoKeys)
+{
+    Form form;
+    auto *edit = form.add(new QLineEdit);
+    edit->setEnabled(false);
+    form.open();
+    Keys::type(edit, QStringLiteral("a"));
+    EXPECT_TRUE(edit->text().isEmpty());
+}
+
+TEST(Keys, AModalScreenIsWorkedInAndGivesItsResult)
+{
+    QDialog dialog;
+    new QLineEdit(&dialog);
+    const int result = Keys::runModal([&] { return dialog.exec(); },
+                                      [&](QWidget *screen) {
+                                          EXPECT_EQ(screen, &dialog);
+                                          dialog.done(7);
+                                      });
+    EXPECT_EQ(result, 7);
+}
+
+TEST(Keys, AModalScreenMayOpenAnother)
+{
+    QDialog outer;
+    QDialog inner;
+    const int result = Keys::runModal([&] { return outer.exec(); },
+                                      [&](QWidget *) {
+                                          const int second = Keys::runModal([&] { return inner.exec(); },
+                                                                            [&](QWidget *screen) {
+                                                                                EXPECT_EQ(screen, &inner);
+                                                                                inner.done(3);
+                                                                            });
+                                          EXPECT_EQ(second, 3);
+                                          EXPECT_TRUE(outer.isVisible());
+                                          outer.done(4);
+                                      });
+    EXPECT_EQ(result, 4);
+}
+
+TEST(Keys, AScreenThatComesLateIsWaitedFor)
+{
+    QDialog dialog;
+    bool worked = false;
+    Keys::runModal(
+        [&] {
+            QTest::qWait(150);
+            return dialog.exec();
+        },
+        [&](QWidget *) { worked = true; });
+    EXPECT_TRUE(worked);
+}
+
+TEST(Keys, AScreenLeftOpenIsClosedEvenWhenItRefuses)
+{
+    struct Stubborn : QDialog {
+        void closeEvent(QCloseEvent *event) override { event->ignore(); }
+        void reject() override {}
+    } dialog;
+    Keys::runModal([&] { return dialog.exec(); }, [](QWidget *) {});
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST(Keys, AChildThatIsMissingEndsTheTestAndNotTheProgram)
+{
+    QDialog dialog;
+    dialog.setObjectName(QStringLiteral("screen"));
+    EXPECT_THROW(Keys::runModal([&] { return dialog.exec(); },
+                                [](QWidget *screen) { Keys::child(screen, QStringLiteral("None_EDT")); }),
+                 std::runtime_error);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(Keys::child(&dialog, QStringLiteral("screen")), &dialog);
+}
+
+namespace {
+
+void showNothing()
+{
+    Keys::runModal([] { return 0; }, [](QWidget *) {});
+}
+
+} // namespace
+
+TEST(Keys, AScreenThatIsNotShownFailsTheTest)
+{
+    EXPECT_NONFATAL_FAILURE(showNothing(), "the screen was not shown");
+}
+
+TEST(Keys, WaitingEnds)
+{
+    EXPECT_FALSE(Keys::waitFor([] { return false; }, 20));
+    bool done = false;
+    QTimer::singleShot(10, [&] { done = true; });
+    EXPECT_TRUE(Keys::waitFor([&] { return done; }));
+}

@@ -1,0 +1,375 @@
+#include "support/Keys.h"
+#include "support/ScriptedMessages.h"
+#include "support/TestDatabase.h"
+
+#include "host/BaseFrame_PKG/General_Search_Frame.h"
+#include "host/BaseFrame_PKG/Range_Date_Search_Frame.h"
+#include "host/BaseFrame_PKG/Tab_Search_Frame.h"
+#include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/ZelmoSearch/FoldExpression.h"
+#include "host/ZelmoSearch/ZelmoSearchManager.h"
+#include "host/database/Query.h"
+
+#include <QKeyEvent>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+class Search : public testing::Test {
+protected:
+    Search() : list(&db.connection(), "List_QUR"), manager(&list, nullptr)
+    {
+        db.run(
+            "create table Word(Code integer not null primary key, Title nvarchar(100), Cost float, Day nvarchar(10))");
+        list.setKeyField("Code");
+        manager.SetSQLScript(TStatement("select * from Word"));
+        manager.SetItems({code, title, cost, day});
+    }
+    void add(int code, const QString &title, double cost = 0, const QString &day = {})
+    {
+        db.connection().execute(TStatement("insert into Word(Code, Title, Cost, Day) values(")
+                                    .integer(code)
+                                    .sql(", ")
+                                    .text(title)
+                                    .sql(", ")
+                                    .amount(cost)
+                                    .sql(", ")
+                                    .text(day)
+                                    .sql(")"));
+    }
+    QString codes()
+    {
+        QStringList found;
+        for (int row = 0; row < list.recordCount(); ++row)
+            found << QString::number(list.keyAt(row));
+        return found.join(",");
+    }
+    /// The codes of the rows that a typed text finds.
+    QString found(const TSearchItem &item, const QString &text)
+    {
+        manager.SetCondition("general", TZelmoSearchManager::ConditionFor(item, text));
+        manager.ExecuteFilter_DataSet();
+        return codes();
+    }
+
+    TestDatabase db;
+    ScriptedMessages messages;
+    const TSearchItem code{"Code", u"کد"_qs, TSearchItem::Digits};
+    const TSearchItem title{"Title", u"عنوان"_qs, TSearchItem::Text, true};
+    const TSearchItem cost{"Cost", u"مبلغ"_qs, TSearchItem::Money};
+    const TSearchItem day{"Day", u"تاریخ"_qs, TSearchItem::Date};
+    TQuery list;
+    TZelmoSearchManager manager;
+};
+
+TEST_F(Search, WithoutConditionsTheScriptRunsAsItIs)
+{
+    add(1, "a");
+    manager.ExecuteFilter_DataSet();
+    EXPECT_EQ(list.statement().boundText(), "select * from Word");
+    EXPECT_FALSE(manager.IsFiltered());
+    EXPECT_EQ(codes(), "1");
+}
+
+TEST_F(Search, ConditionsStandAroundTheScriptWithTheirValuesBound)
+{
+    manager.SetOwnFilter([] { return TStatement::format("(Code = %d)", {2}); });
+    manager.SetCondition("general", TZelmoSearchManager::ConditionFor(title, "x'; drop table Word --"));
+    EXPECT_TRUE(manager.IsFiltered());
+    manager.ExecuteFilter_DataSet();
+    const QString text = list.statement().boundText();
+    EXPECT_TRUE(text.startsWith("select * from (select * from Word) as SearchT where (Code = ?)"))
+        << text.toStdString();
+    EXPECT_FALSE(text.contains("drop"));
+    EXPECT_EQ(db.text("select count(*) from Word"), "0");
+    EXPECT_EQ(messages.take(), QStringList());
+}
+
+TEST_F(Search, BothFormsOfYehAndKafAreOneLetter)
+{
+    add(1, u"کليه کارمندان"_qs); // Arabic yeh
+    add(2, u"کلیه کارمندان"_qs); // Persian yeh
+    add(3, u"كليه كارمندان"_qs); // Arabic kaf
+    for (const QString &typed : {u"کلیه کارمند"_qs, u"كليه كارمند"_qs, u"کليه کارمند"_qs})
+        EXPECT_EQ(found(title, typed), "1,2,3") << typed.toStdString();
+}
+
+TEST_F(Search, DigitsOfAllScriptsAreOne)
+{
+    add(1, "ward 12");
+    add(2, u"ward ۱۲"_qs);
+    add(3, u"ward ١٢"_qs);
+    add(4, "ward 21");
+    for (const QString &typed : {QStringLiteral("12"), u"۱۲"_qs, u"١٢"_qs})
+        EXPECT_EQ(found(title, typed), "1,2,3") << typed.toStdString();
+}
+
+TEST_F(Search, HalfSpaceCaseAndRunsOfBlanksMakeNoDifference)
+{
+    add(1, u"می\u200Cشود"_qs);
+    add(2, u"میشود"_qs);
+    add(3, "Head  Office");
+    EXPECT_EQ(found(title, u"میشود"_qs), "1,2");
+    EXPECT_EQ(found(title, u"می\u200Cشود"_qs), "1,2");
+    EXPECT_EQ(found(title, "hEAD oFFICE"), "3");
+    EXPECT_EQ(found(title, "  head "), "3");
+}
+
+TEST_F(Search, PatternCharactersAndQuotesArePlain)
+{
+    add(1, "100%");
+    add(2, "100 percent");
+    add(3, "a_b");
+    add(4, "axb");
+    add(5, "[c]");
+    add(6, "O'Neil");
+    add(7, "back\\slash");
+    EXPECT_EQ(found(title, "0%"), "1");
+    EXPECT_EQ(found(title, "a_b"), "3");
+    EXPECT_EQ(found(title, "[c"), "5");
+    EXPECT_EQ(found(title, "'"), "6");
+    EXPECT_EQ(found(title, "\\"), "7");
+    EXPECT_EQ(found(title, "%"), "1");
+    EXPECT_EQ(found(title, "_"), "3");
+}
+
+TEST_F(Search, ATextOfBlanksFindsEverything)
+{
+    add(1, "a");
+    EXPECT_TRUE(TZelmoSearchManager::ConditionFor(title, "   ").isEmpty());
+    EXPECT_EQ(found(title, ""), "1");
+    EXPECT_FALSE(manager.IsFiltered());
+}
+
+TEST_F(Search, CodesAreFoundByTheirBeginning)
+{
+    for (const int one : {1, 12, 21, 123})
+        add(one, "x");
+    EXPECT_EQ(found(code, "12"), "12,123");
+    EXPECT_EQ(found(code, u"۱۲"_qs), "12,123");
+    EXPECT_EQ(found(code, "x"), "");
+}
+
+TEST_F(Search, AmountsAreFoundByTheirDigits)
+{
+    add(1, "", 1500);
+    add(2, "", 15);
+    add(3, "", 250.25);
+    add(4, "", -1500);
+    add(5, "", 123456789012);
+    EXPECT_EQ(found(cost, "15"), "1,2");
+    EXPECT_EQ(found(cost, "1,500"), "1");
+    EXPECT_EQ(found(cost, u"۱۵۰۰"_qs), "1");
+    EXPECT_EQ(found(cost, "-15"), "4");
+    EXPECT_EQ(found(cost, "250.2"), "3");
+    EXPECT_EQ(found(cost, "250.3"), "");
+    EXPECT_EQ(found(cost, "1234567890"), "5");
+    EXPECT_EQ(found(cost, "abc"), "");
+}
+
+TEST_F(Search, DatesAreFoundAsTypedOrByTheirParts)
+{
+    add(1, "", 0, "1404/01/05");
+    add(2, "", 0, "1404/11/15");
+    add(3, "", 0, "");
+    EXPECT_EQ(found(day, "1404/1/5"), "1");
+    EXPECT_EQ(found(day, u"۱۴۰۴/۰۱"_qs), "1");
+    EXPECT_EQ(found(day, "1404/1"), "2") << "as it stands, until the day is typed";
+}
+
+TEST_F(Search, ARangeOfDatesTakesEitherEnd)
+{
+    add(1, "", 0, "1404/01/05");
+    add(2, "", 0, "1404/11/15");
+    add(3, "", 0, "");
+    const auto range = [&](const QString &from, const QString &to) {
+        manager.SetCondition("dates", TZelmoSearchManager::RangeCondition(day, from, to));
+        manager.ExecuteFilter_DataSet();
+        return codes();
+    };
+    EXPECT_EQ(range("1404/01/05", "1404/01/05"), "1");
+    EXPECT_EQ(range("1404/01/06", ""), "2");
+    EXPECT_EQ(range("", "1404/12/01"), "1,2");
+    EXPECT_EQ(range("", ""), "1,2,3");
+}
+
+TEST_F(Search, TheCurrentRowIsKeptByItsKeyElseTheLastRow)
+{
+    for (int one = 1; one <= 5; ++one)
+        add(one, one % 2 ? "odd" : "even");
+    manager.ExecuteFilter_DataSet();
+    EXPECT_EQ(list.position(), 4) << "opened at the last row";
+    list.moveTo(2);
+    EXPECT_EQ(found(title, "odd"), "1,3,5");
+    EXPECT_EQ(list.asInteger("Code"), 3);
+    EXPECT_EQ(found(title, "even"), "2,4");
+    EXPECT_EQ(list.asInteger("Code"), 4);
+    list.close(); // a reset of the list forgets nothing
+    EXPECT_EQ(found(title, ""), "1,2,3,4,5");
+    EXPECT_EQ(list.asInteger("Code"), 4);
+}
+
+TEST_F(Search, AScreensFilterCanStandInPlaceOfItsOwn)
+{
+    add(1, "a");
+    add(2, "b");
+    manager.SetOwnFilter([] { return TStatement("(Code = 1)"); });
+    manager.ExecuteFilter_DataSet();
+    EXPECT_EQ(codes(), "1");
+    manager.ExecuteFilter(TStatement("(Code = 2)"));
+    EXPECT_EQ(codes(), "2");
+    manager.SetCondition("general", TZelmoSearchManager::ConditionFor(title, "zz"));
+    manager.ExecuteFilter_DataSet();
+    EXPECT_EQ(codes(), "");
+    EXPECT_EQ(list.position(), -1);
+}
+
+TEST_F(Search, ADatabaseErrorIsToldAndLeavesTheListClosed)
+{
+    add(1, "a");
+    int runs = 0;
+    QObject::connect(&manager, &TZelmoSearchManager::executed, &manager, [&] { ++runs; });
+    db.failStatement(1, TFault::ConnectionLost);
+    manager.ExecuteFilter_DataSet();
+    db.failStatement(0);
+    EXPECT_EQ(messages.take(), QStringList("MsgDatabaseError()"));
+    EXPECT_FALSE(list.active());
+    EXPECT_EQ(runs, 1);
+    manager.ExecuteFilter_DataSet();
+    EXPECT_EQ(codes(), "1");
+}
+
+TEST(FoldExpression, AServerFoldsByCodePointsWithoutPersianLettersInTheText)
+{
+    EXPECT_EQ(FoldExpression("Title", false), "zelmo_fold(Title)");
+    const QString server = FoldExpression("Title", true);
+    EXPECT_TRUE(server.contains("lower(cast(Title as nvarchar(4000)) collate Latin1_General_BIN2)"));
+    for (const QChar letter : server)
+        EXPECT_LT(letter.unicode(), 128);
+    EXPECT_TRUE(server.contains("nchar(1610), nchar(1740)"));
+    EXPECT_TRUE(server.contains("nchar(1603), nchar(1705)"));
+    EXPECT_EQ(server.count('('), server.count(')'));
+}
+
+// --- the frames
+
+class SearchFrames : public Search {
+protected:
+    SearchFrames()
+    {
+        layout = new QVBoxLayout(&window);
+        add(1, "odd", 0, "1404/01/05");
+        add(2, "even", 0, "1404/02/05");
+    }
+    void open()
+    {
+        window.show();
+        window.activateWindow();
+    }
+    QWidget window;
+    QVBoxLayout *layout;
+};
+
+TEST_F(SearchFrames, TheGeneralFrameBeginsWithTheDefaultItemAndAnEmptyText)
+{
+    auto *frame = new TGeneral_Search_Frame(&window);
+    layout->addWidget(frame);
+    open();
+    frame->init(&manager);
+    EXPECT_EQ(codes(), "1,2") << "init runs the search";
+    EXPECT_EQ(frame->Field_CMB()->count(), 4);
+    EXPECT_EQ(frame->Field_CMB()->currentText(), u"عنوان"_qs);
+    Keys::type(frame->Search_EDT(), "od");
+    int searches = 0;
+    QObject::connect(frame, &TSearch_Frame::searchChanged, &window, [&] { ++searches; });
+    EXPECT_TRUE(Keys::waitFor([&] { return searches == 1; })) << "one search for both letters";
+    EXPECT_TRUE(manager.IsFiltered());
+    frame->init(&manager);
+    EXPECT_FALSE(manager.IsFiltered());
+    EXPECT_EQ(frame->Search_EDT()->text(), "");
+    EXPECT_EQ(codes(), "1,2");
+}
+
+TEST_F(SearchFrames, ALongHostileTextDoesNoHarm)
+{
+    auto *frame = new TGeneral_Search_Frame(&window);
+    layout->addWidget(frame);
+    open();
+    frame->init(&manager);
+    frame->Search_EDT()->setText(QStringLiteral("';--\u00e9[%_").repeated(1000));
+    Keys::type(frame->Search_EDT(), "x");
+    Keys::press(&window, Qt::Key_Return);
+    manager.ExecuteFilter_DataSet();
+    EXPECT_EQ(codes(), "");
+    EXPECT_EQ(messages.take(), QStringList());
+}
+
+TEST_F(SearchFrames, TheRangeFrameWaitsForWholeDates)
+{
+    auto *frame = new TRange_Date_Search_Frame(&window);
+    layout->addWidget(frame);
+    QObject::connect(frame, &TSearch_Frame::searchChanged, &manager,
+                     &TZelmoSearchManager::ExecuteFilter_DataSet);
+    open();
+    frame->init(&manager, day);
+    manager.ExecuteFilter_DataSet();
+    Keys::type(frame->FromDate_EDT(), "1404/02");
+    EXPECT_FALSE(Keys::waitFor([&] { return manager.IsFiltered(); }, 200));
+    Keys::type(frame->FromDate_EDT(), "/01");
+    EXPECT_TRUE(Keys::waitFor([&] { return codes() == "2"; }));
+    Keys::picture(&window, "range_frame");
+    Keys::retype(frame->FromDate_EDT(), "");
+    EXPECT_TRUE(Keys::waitFor([&] { return codes() == "1,2"; }));
+    Keys::type(frame->ToDate_EDT(), u"۱۴۰۴/۰۱/۳۱"_qs);
+    EXPECT_TRUE(Keys::waitFor([&] { return codes() == "1"; }));
+}
+
+TEST_F(SearchFrames, OnlyTheShownTabsFrameHasItsSay)
+{
+    auto *tabs = new TTab_Search_Frame(&window);
+    auto *general = new TGeneral_Search_Frame(&window);
+    auto *dates = new TRange_Date_Search_Frame(&window);
+    tabs->AddTab(u"جستجو"_qs, general);
+    tabs->AddTab(u"تاریخ"_qs, dates);
+    layout->addWidget(tabs);
+    QObject::connect(tabs, &TTab_Search_Frame::tabChanged, &manager,
+                     &TZelmoSearchManager::ExecuteFilter_DataSet);
+    for (TSearch_Frame *frame : {static_cast<TSearch_Frame *>(general), static_cast<TSearch_Frame *>(dates)})
+        QObject::connect(frame, &TSearch_Frame::searchChanged, &manager,
+                         &TZelmoSearchManager::ExecuteFilter_DataSet);
+    open();
+    dates->init(&manager, day);
+    general->init(&manager);
+    Keys::type(general->Search_EDT(), "odd");
+    EXPECT_TRUE(Keys::waitFor([&] { return codes() == "1"; }));
+    Keys::picture(&window, "tab_frame");
+    tabs->SetCurrentTab(1);
+    EXPECT_TRUE(dates->isVisible());
+    EXPECT_EQ(codes(), "1,2");
+    Keys::type(dates->FromDate_EDT(), "1404/02/01");
+    EXPECT_TRUE(Keys::waitFor([&] { return codes() == "2"; }));
+    tabs->SetCurrentTab(0);
+    EXPECT_EQ(codes(), "1");
+}
+
+TEST_F(SearchFrames, ControlAndDigitChooseATab)
+{
+    auto *tabs = new TTab_Search_Frame(&window);
+    layout->addWidget(tabs);
+    open();
+    QList<int> told;
+    QObject::connect(tabs, &TTab_Search_Frame::tabChanged, &window, [&](int tab) { told << tab; });
+    tabs->init({u"همه"_qs, u"شاغل"_qs, u"ترک کار"_qs});
+    EXPECT_EQ(tabs->CurrentTab(), 0);
+    const auto press = [&](Qt::Key key) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::ControlModifier);
+        return tabs->HandleKey(&event);
+    };
+    EXPECT_TRUE(press(Qt::Key_3));
+    EXPECT_EQ(tabs->CurrentTab(), 2);
+    EXPECT_FALSE(press(Qt::Key_4));
+    EXPECT_FALSE(press(Qt::Key_0));
+    EXPECT_TRUE(press(Qt::Key_2));
+    EXPECT_EQ(told, (QList<int>{2, 1}));
+}
