@@ -1,0 +1,55 @@
+#pragma once
+
+#include "host/database/Connection.h"
+#include "host/database/Query.h"
+
+#include <QVariantMap>
+
+/// A statement ready for an engine: given T-SQL text with "?" and ":Name" places, and their values.
+struct TBoundStatement {
+    QString text;
+    QVariantList values; ///< of the "?" places, in order
+    QVariantMap named;   ///< of the ":Name" places, by name without the colon, lower case
+};
+
+/// The rows of one running statement, forward only. Frees the statement when it goes; a cursor must be gone before
+/// the next statement runs on an engine that has one statement in flight at a time.
+class TCursor {
+public:
+    virtual ~TCursor() = default;
+    /// Moves to the next row; false after the last one. Throws TDatabaseError.
+    virtual bool next() = 0;
+    /// The columns. With base table and column where the engine knows them.
+    virtual const QList<TFieldInfo> &fields() const = 0;
+    /// A column of the current row: qlonglong, double, QString, QByteArray or null. Decimals of a server come as
+    /// double when 15 significant digits hold them; flags as 0 and 1; dates as text.
+    virtual QVariant value(int column) = 0;
+};
+
+/// What the connection and the query ask of a database. One object for each open connection; every function throws
+/// TDatabaseError with the fault that a user can act on.
+class TEngine {
+public:
+    virtual ~TEngine() = default;
+
+    virtual TConnection::Kind kind() const = 0;
+    virtual QString displayName() const = 0;
+
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    virtual void rollback() = 0; ///< never throws
+    virtual bool inTransaction() const = 0;
+
+    /// Runs a command, or a batch of them, and answers the affected rows of the last one. A batch of more than one
+    /// command is one whole: all of it is done, or nothing.
+    virtual int execute(const TBoundStatement &statement) = 0;
+    virtual std::unique_ptr<TCursor> select(const TBoundStatement &statement) = 0;
+    /// Runs an insert and answers the key that the table's auto-increment column got (0 when it has none).
+    virtual qlonglong insert(const TBoundStatement &statement) = 0;
+
+    /// Runs a schema script's step, written for this engine.
+    virtual void runScript(const QString &sql) = 0;
+};
+
+std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path);
+std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString);
