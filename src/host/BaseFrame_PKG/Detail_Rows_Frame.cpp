@@ -5,6 +5,7 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 TDetail_Rows_Frame::TDetail_Rows_Frame(QWidget *parent, const QString &gridName, const Captions &captions,
@@ -48,12 +49,17 @@ void TDetail_Rows_Frame::SetColumns(TQuery *query, const QList<TGridColumn> &col
 
 void TDetail_Rows_Frame::Reread(const QString &keyField, const QVariant &key)
 {
-    const QVariant wanted =
-        !key.isNull() ? key : m_query->active() && !m_query->isEmpty() ? m_query->value(keyField) : QVariant();
+    const QVariant wanted = !key.isNull()                              ? key
+                            : m_query->active() && !m_query->isEmpty() ? m_query->value(keyField)
+                                                                       : QVariant();
+    // The list is reset when it is read; what the user looks at must not move.
+    const int scrolled = m_grid->verticalScrollBar()->value();
     m_query->close();
     m_query->open();
     if (!wanted.isNull())
         m_query->locate(keyField, wanted);
+    m_grid->verticalScrollBar()->setValue(scrolled);
+    m_grid->scrollTo(m_grid->currentIndex());
 }
 
 void TDetail_Rows_Frame::onKey(QKeyEvent *event)

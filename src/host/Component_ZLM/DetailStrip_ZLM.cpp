@@ -1,8 +1,6 @@
 #include "host/Component_ZLM/DetailStrip_ZLM.h"
 
 #include "host/Component_ZLM/LayoutStore.h"
-#include "host/Declaration_PKG/Commonlibrary_unt.h"
-#include "host/Utility_ZLM/PersianText.h"
 #include "host/database/Query.h"
 
 #include <QContextMenuEvent>
@@ -12,8 +10,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, const QString &caption, TQuery *query,
-                                   const QList<TGridColumn> &fields, int columnsPerLine)
+TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, const QString &caption,
+                                   TQuery *query, const QList<TGridColumn> &fields, int columnsPerLine)
     : QWidget(parent), m_query(query), m_fold(new QToolButton(this)), m_box(new QWidget(this)),
       m_grid(new QGridLayout(m_box)), m_perLine(columnsPerLine)
 {
@@ -40,6 +38,7 @@ TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, c
     for (const TGridColumn &column : fields) {
         Field field{column, new QLabel(column.caption + QStringLiteral(" :"), m_box), new QLabel(m_box)};
         field.value->setObjectName(column.field + QStringLiteral("_LBL"));
+        field.value->setTextFormat(Qt::PlainText); // a comment may hold "<"
         field.value->setTextInteractionFlags(Qt::TextSelectableByMouse);
         field.value->setWordWrap(column.format == TGridColumn::Plain);
         field.value->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -87,14 +86,12 @@ void TDetailStrip_ZLM::refresh()
     const bool row = m_query->active() && m_query->position() >= 0;
     for (const Field &each : m_fields) {
         QString text;
-        if (row) {
-            const QVariant value = m_query->value(each.column.field);
-            if (each.column.format == TGridColumn::Money)
-                text = VarIsNull_ZLM(value) ? QString() : PersianText::grouped(RoundedText_ZLM(value.toDouble()));
-            else
-                text = value.toString();
+        try {
+            if (row)
+                text = ShownInGrid(each.column, m_query->value(each.column.field));
+        } catch (const TDatabaseError &) {
+            // The grid beside it tells the user about a row that cannot be read.
         }
-        each.value->setTextFormat(Qt::PlainText);
         each.value->setText(text);
     }
 }
@@ -145,7 +142,7 @@ void TDetailStrip_ZLM::showEvent(QShowEvent *event)
 
 QString TDetailStrip_ZLM::layoutKey() const
 {
-    return QString::fromLatin1(window()->metaObject()->className()) + QLatin1Char('/') + objectName();
+    return LayoutStore::windowKey(window()) + u'/' + objectName();
 }
 
 void TDetailStrip_ZLM::saveLayout() const
@@ -155,19 +152,19 @@ void TDetailStrip_ZLM::saveLayout() const
         if (!each.shown)
             hidden.append(each.column.field);
     }
-    const QString text = (IsExpanded() ? QStringLiteral("1;") : QStringLiteral("0;")) + hidden.join(QLatin1Char(','));
-    LayoutStore::save(layoutKey(), text.toUtf8());
+    const QString text = (IsExpanded() ? QStringLiteral("1;") : QStringLiteral("0;")) + hidden.join(u',');
+    LayoutStore::setValue(layoutKey(), text);
 }
 
 void TDetailStrip_ZLM::restoreLayout()
 {
-    const QString text = QString::fromUtf8(LayoutStore::restore(layoutKey()));
+    const QString text = LayoutStore::value(layoutKey()).toString();
     if (text.isEmpty())
         return;
-    const QStringList hidden = text.section(QLatin1Char(';'), 1).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    const QStringList hidden = text.section(u';', 1).split(u',', Qt::SkipEmptyParts);
     for (Field &each : m_fields)
         each.shown = !hidden.contains(each.column.field);
     arrange();
     const QSignalBlocker quiet(m_fold);
-    SetExpanded(text.startsWith(QLatin1Char('1')));
+    SetExpanded(text.startsWith(u'1'));
 }
