@@ -47,6 +47,8 @@ public:
     /// Empty is valid. A wrong date gives notification 10 at the input and is not.
     bool IsValid() override;
     int WrongNote() const override;
+    /// The same for a date that must be there: empty is not valid either.
+    bool IsDate();
 
 protected:
     void Settle() override;

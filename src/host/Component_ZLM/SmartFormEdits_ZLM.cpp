@@ -107,10 +107,16 @@ void TSmartDateEdit_ZLM::SetText(const QString &text)
 bool TSmartDateEdit_ZLM::IsValid()
 {
     Settle();
-    const int note = WrongNote();
-    if (note)
-        ShowSmartMessage(note, this, window(), noteTime);
-    return note == 0;
+    return IsEmpty() || IsDate();
+}
+
+bool TSmartDateEdit_ZLM::IsDate()
+{
+    Settle();
+    if (TPersianDate::parse(text()))
+        return true;
+    ShowSmartMessage(WrongDate, this, window(), noteTime);
+    return false;
 }
 
 int TSmartDateEdit_ZLM::WrongNote() const
