@@ -2,14 +2,21 @@
 
 #include "calcmethod/CalcMethodList_UNT.h"
 #include "calcmethod/CalcMethod_DM_UNT.h"
+#include "calender/Calender_List_UNT.h"
+#include "entity/FiscalDeducation_List_UNT.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "tax/TaxList_UNT.h"
 
 #include <QApplication>
 #include <QThread>
 
 namespace {
+
+constexpr int earnings = 0;
+constexpr int deductions = 1;
+constexpr int itemsChosen = 406; // a choice that is not one item's code
 
 void tell(const TDatabaseError &error)
 {
@@ -94,7 +101,63 @@ int choose(Screen *&variable)
     return screen->exec() == QDialog::Accepted ? screen->SelectedCode : 0;
 }
 
+void openItems(int kind)
+{
+    enter([kind] {
+        if (!mayOpen(kind == earnings ? cspFiscal : cspDeduction))
+            return 0;
+        TShown screen(FiscalDeducation_List_FRM,
+                      new TFiscalDeducation_List_FRM(fmBrowse, QVariant(kind), QString()));
+        screen->exec();
+        return 0;
+    });
+}
+
+int chooseItems(int kind, int selectType, const char16_t *filter, const char *whenEmpty)
+{
+    return enter([&] {
+        // The right on earnings guards the deductions here too.
+        if (!mayOpen(cspFiscal))
+            return 0;
+        const QString text = filter && *filter ? QString::fromUtf16(filter) : QString::fromLatin1(whenEmpty);
+        const QString value =
+            QStringLiteral("%1;%2;%3").arg(QString::number(kind), QString::number(selectType), text);
+        TShown screen(FiscalDeducation_List_FRM, new TFiscalDeducation_List_FRM(fmSelect, value, QString()));
+        if (screen->exec() != QDialog::Accepted)
+            return 0;
+        return selectType == 1 || selectType == 4 || selectType == 5 ? screen->SelectedCode : itemsChosen;
+    });
+}
+
 } // namespace
+
+void Open_TaxList(void) noexcept
+{
+    enter([] {
+        if (mayOpen(cspTax))
+            browse(TaxList_FRM);
+        return 0;
+    });
+}
+
+void Open_WorkCalender(void) noexcept
+{
+    enter([] {
+        if (mayOpen(cspCalender))
+            browse(Calender_List_FRM);
+        return 0;
+    });
+}
+
+void Open_FiscalList(void) noexcept
+{
+    openItems(earnings);
+}
+
+void Open_DeductionList(void) noexcept
+{
+    openItems(deductions);
+}
 
 void Open_CalculatingMethods(void) noexcept
 {
@@ -124,4 +187,24 @@ int Select_CalculatingMethods(void) noexcept
         release(CalcMethod_DM);
         return code;
     });
+}
+
+int Select_TaxInfo(void) noexcept
+{
+    return enter([] { return mayOpen(cspTax) ? choose(TaxList_FRM) : 0; });
+}
+
+int Select_FiscalList(int SelectType, const char16_t *Filter) noexcept
+{
+    return chooseItems(earnings, SelectType, Filter, "0");
+}
+
+int Select_DeductionList(int SelectType, const char16_t *Filter) noexcept
+{
+    return chooseItems(deductions, SelectType, Filter, "0");
+}
+
+int Select_FiscalDeducation(int Kind, int SelectType, const char16_t *Filter) noexcept
+{
+    return chooseItems(Kind, SelectType, Filter, "");
 }
