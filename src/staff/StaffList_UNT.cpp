@@ -14,7 +14,6 @@
 #include "staff/StaffGet_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 
-#include <QCoreApplication>
 #include <QMenu>
 #include <QSplitter>
 #include <QTimer>
@@ -113,10 +112,6 @@ const QString &word()
 TStaffList_FRM::TStaffList_FRM(TFormMode mode, const QString &text)
     : TBaseDock_FRM(mode, text), m_pictures(new QTimer(this))
 {
-    if (!Staff_DM) {
-        Staff_DM = new TStaff_DM(QCoreApplication::instance());
-        m_ownsData = true;
-    }
     SetTitle(u"لیست کارمندان"_qs);
     BuildList(Staff_DM->List_QUR, QStringLiteral("Staff_List_GRD"), columns(), searchItems());
     BuildUsualLayout({});
@@ -127,13 +122,7 @@ TStaffList_FRM::TStaffList_FRM(TFormMode mode, const QString &text)
     resize(1000, 620);
 }
 
-TStaffList_FRM::~TStaffList_FRM()
-{
-    if (m_ownsData) {
-        delete Staff_DM;
-        Staff_DM = nullptr;
-    }
-}
+TStaffList_FRM::~TStaffList_FRM() = default;
 
 void TStaffList_FRM::buildSearch()
 {

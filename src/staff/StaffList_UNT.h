@@ -43,7 +43,6 @@ private:
     void showPicturePanel(bool show);
     void showPictures();
     QTimer *m_pictures; ///< pictures follow the row, so that stepping through the rows never waits for them
-    bool m_ownsData = false;
 };
 
 /// The one instance, made and freed by the entry points.
