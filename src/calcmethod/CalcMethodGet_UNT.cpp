@@ -158,8 +158,11 @@ void TCalcMethodGet_FRM::checkTaxCode()
         CalcMethodCode_LBL->clear();
         return;
     }
-    const QString title = ScalerQuery(u"TaxMain"_qs, u"Title"_qs, u"Code"_qs, CalcMethodCode_EDT->GetValue());
-    if (title.isNull()) { // the tax table is there, but has no title
+    const int code = CalcMethodCode_EDT->asInteger();
+    const QString title = ScalerQuery(u"TaxMain"_qs, u"Title"_qs, u"Code"_qs, code);
+    const bool untitled =
+        title.isNull() && !ScalerQuery(u"TaxMain"_qs, u"Code"_qs, u"Code"_qs, code).isEmpty();
+    if (untitled) {
         MsgCodeNotAvailable(u"جدول مالياتي"_qs, CalcMethodCode_EDT, this);
         FocusInput(CalcMethodCode_EDT);
         CalcMethodCode_LBL->clear();
