@@ -30,8 +30,9 @@ protected:
         EXPECT_TRUE(clerk.waitForFinished(60000));
         const QString said = QString::fromUtf8(clerk.readAll());
         const bool killed = clerk.exitStatus() == QProcess::CrashExit;
-        if (!killed)
+        if (!killed) {
             EXPECT_EQ(clerk.exitCode(), 0) << said.toStdString();
+        }
         return killed;
     }
 };
@@ -115,10 +116,8 @@ TEST_F(TaxKill, TheNextNewTableFindsNoWorkingRowsAndItsCodeFree)
         db.run("delete from TaxMain");
         const bool killed = killedAt(n, 0);
         const bool stored = db.text("select count(*) from TaxMain") == "1";
-        if (stored)
-            EXPECT_TRUE((QStringList{"", "2001|3000|20"}).contains(permanent(1))) << n;
-        else
-            EXPECT_EQ(permanent(1), "") << n;
+        const QString brackets = permanent(1);
+        EXPECT_TRUE(brackets.isEmpty() || (stored && brackets == "2001|3000|20")) << n;
         edit(0, [&](TTaxGet_FRM &editor) {
             EXPECT_EQ(editor.Code_EDT->GetText(), stored ? "2" : "1") << n;
             EXPECT_EQ(shown(editor), "") << n;
