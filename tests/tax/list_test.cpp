@@ -192,7 +192,7 @@ TEST_F(TaxList, DeletesHeaderAndBracketsTogether)
 TEST_F(TaxList, ATableThatACalculationMethodUsesStaysWithItsBrackets)
 {
     table(3, "three", "0|1|2\n3|4|5");
-    db.run("insert into CalcMethod(Code, Title, TaxCode) values(1, 'm', 3)");
+    db.run("insert into CalcMethod(Code, Title, TaxMainCode) values(1, 'm', 3)");
     TTaxList_FRM list(fmBrowse, {});
     open(list, [&] {
         messages.answer({Yes});
