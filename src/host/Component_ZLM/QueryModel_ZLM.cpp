@@ -10,6 +10,18 @@
 
 #include <algorithm>
 
+QString ShownInGrid(const TGridColumn &column, const QVariant &value)
+{
+    if (value.isNull())
+        return {};
+    if (column.format == TGridColumn::YesNo)
+        return value.toInt() != 0 ? QStringLiteral("بله") : QStringLiteral("خیر");
+    const bool real = value.typeId() == QMetaType::Double;
+    if (column.format == TGridColumn::Money)
+        return PersianText::grouped(real ? RoundedText_ZLM(value.toDouble()) : value.toString());
+    return real ? FloatToStr_ZLM(value.toDouble()) : value.toString();
+}
+
 struct TQueryModel::Private {
     QPointer<TQuery> query;
     QList<TGridColumn> columns;
@@ -43,18 +55,9 @@ QVariant TQueryModel::Private::value(int row, int column) const
 
 QString TQueryModel::Private::shown(int row, int column) const
 {
-    const TGridColumn::Format format = columns[column].format;
-    if (format == TGridColumn::RowNumber)
+    if (columns[column].format == TGridColumn::RowNumber)
         return QString::number(row + 1);
-    const QVariant value = this->value(row, column);
-    if (value.isNull())
-        return {};
-    if (format == TGridColumn::YesNo)
-        return value.toInt() != 0 ? QStringLiteral("بله") : QStringLiteral("خیر");
-    const bool real = value.typeId() == QMetaType::Double;
-    if (format == TGridColumn::Money)
-        return PersianText::grouped(real ? RoundedText_ZLM(value.toDouble()) : value.toString());
-    return real ? FloatToStr_ZLM(value.toDouble()) : value.toString();
+    return ShownInGrid(columns[column], value(row, column));
 }
 
 TQueryModel::TQueryModel(TQuery *query, const QList<TGridColumn> &columns, QObject *parent)

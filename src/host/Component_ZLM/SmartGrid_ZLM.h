@@ -18,6 +18,9 @@ struct TGridColumn {
     Format format = Plain; ///< RowNumber: the 1-based position, whatever the field
 };
 
+/// How a value is shown in a column: grouped money, bare codes, yes or no; nothing for null.
+QString ShownInGrid(const TGridColumn &column, const QVariant &value);
+
 /// The rows of a query as a table model: rows are asked of the query when they are painted. A row that the database
 /// does not give stays empty, and the user is told once.
 class TQueryModel : public QAbstractTableModel {

@@ -7,8 +7,8 @@
 /// The user who is logged in.
 struct TUserInfo {
     int Code = 0;
-    QString Name;      ///< login name
-    QString FullName;  ///< shown in the status bar
+    QString Name;         ///< login name
+    QString FullName;     ///< shown in the status bar
     bool IsAdmin = false; ///< holds every right
     bool IsActive = true;
 };

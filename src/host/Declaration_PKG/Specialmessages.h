@@ -18,12 +18,12 @@ enum class TMessageShape {
 
 /// One message on its way to the user.
 struct TMessage {
-    QString operation;   ///< the operation that raised it, such as "MsgRequiredField"
-    int number = 0;      ///< catalogue number, 0 where there is none
+    QString operation; ///< the operation that raised it, such as "MsgRequiredField"
+    int number = 0;    ///< catalogue number, 0 where there is none
     TMessageShape shape = TMessageShape::Dialog;
     QString title;
-    QString text;        ///< the whole Persian sentence, words filled in
-    QStringList words;   ///< the captions and texts that the caller passed, byte for byte
+    QString text;      ///< the whole Persian sentence, words filled in
+    QStringList words; ///< the captions and texts that the caller passed, byte for byte
     TMessageIconType icon = miInformation;
     TMessageButtons buttons = TMessageButtons::Ok;
     TAnswer defaultAnswer = TAnswer::Ok;

@@ -1,0 +1,250 @@
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
+
+#include "host/Declaration_PKG/CodeLocks_unt.h"
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Utility_ZLM/PersianText.h"
+#include "host/Utility_ZLM/Utility_ZLM.h"
+#include "host/database/Query.h"
+
+#include <QCoreApplication>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+const int significantDigits = 15;
+
+/// A number as its decimal digits d1 d2 ... (no zeros at either end) with the point after `point` of them.
+struct Decimal {
+    bool negative = false;
+    QByteArray digits;
+    int point = 0;
+};
+
+Decimal decimal(double number)
+{
+    // "d.dddddddddddddde±xx"
+    const QByteArray text = QByteArray::number(std::fabs(number), 'e', significantDigits - 1);
+    const qsizetype exponent = text.indexOf('e');
+    Decimal result{number < 0, text.left(exponent), text.mid(exponent + 1).toInt() + 1};
+    result.digits.remove(1, 1);
+    while (result.digits.endsWith('0'))
+        result.digits.chop(1);
+    return result;
+}
+
+QString text(Decimal number)
+{
+    while (number.digits.endsWith('0') && number.digits.size() > number.point)
+        number.digits.chop(1);
+    if (std::all_of(number.digits.begin(), number.digits.end(), [](char c) { return c == '0'; }))
+        return QStringLiteral("0");
+    QByteArray whole = number.digits.left(std::max(number.point, 0));
+    QByteArray fraction = number.digits.mid(std::max(number.point, 0));
+    whole = whole.leftJustified(number.point, '0');
+    fraction.prepend(QByteArray(std::max(-number.point, 0), '0'));
+    return QString::fromLatin1((number.negative ? "-" : "") + (whole.isEmpty() ? "0" : whole) +
+                               (fraction.isEmpty() ? "" : "." + fraction));
+}
+
+/// One more in the last of the decimal digits.
+void roundUp(Decimal &number)
+{
+    qsizetype at = number.digits.size();
+    while (at > 0 && number.digits[at - 1] == '9')
+        number.digits[--at] = '0';
+    if (at > 0) {
+        ++number.digits[at - 1];
+    } else {
+        number.digits.prepend('1');
+        ++number.point;
+    }
+}
+
+bool isIdentifier(const QString &name)
+{
+    return !name.isEmpty() && std::all_of(name.begin(), name.end(), [](QChar c) {
+        return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c.isDigit() || c == u'_';
+    });
+}
+
+enum class Holder { Nobody, Here, Elsewhere };
+
+struct Lock {
+    Holder holder = Holder::Nobody;
+    qint64 process = 0;
+};
+
+/// Who has the lock. A program of this workstation that still runs counts as somebody else: only what a dead one left
+/// may be taken again.
+Lock holderOf(const QString &code, TSoftwarePart part, int comIndex)
+{
+    TQuery query(DM.ADOConnection1, QStringLiteral("Locks_QUR"));
+    query.setStatement(TStatement("Select Com_Index, ProcessID From CodeLock_TBL Where Code = ")
+                           .text(code)
+                           .sql(" AND Status = ")
+                           .integer(int(part)));
+    query.open();
+    if (query.isEmpty())
+        return {};
+    const qint64 process = query.value(QStringLiteral("ProcessID")).toLongLong();
+    const bool here = query.asInteger(QStringLiteral("Com_Index")) == comIndex && !RunsHere(process);
+    return {here ? Holder::Here : Holder::Elsewhere, process};
+}
+
+/// False when somebody was faster.
+bool insertLock(const QString &code, TSoftwarePart part, int comIndex)
+{
+    const auto before = DM.ADOConnection1->lastError();
+    try {
+        DM.ADOConnection1->execute(
+            TStatement(
+                "Insert Into CodeLock_TBL(Code, Status, Com_Index, UserName, ProcessID, LockedAt) Values(")
+                .text(code)
+                .sql(", ")
+                .integer(int(part))
+                .sql(", ")
+                .integer(comIndex)
+                .sql(", ")
+                .text(UserInfo.Name)
+                .sql(", ")
+                .integer(QCoreApplication::applicationPid())
+                .sql(", ")
+                .text(NowDate() + u' ' + NowTime())
+                .sql(")"));
+        return true;
+    } catch (const TDatabaseError &error) {
+        if (error.fault() != TFault::Refused)
+            throw;
+        // A lost race is no failure that a later message should name.
+        if (before)
+            DM.ADOConnection1->noteError(*before);
+        else
+            DM.ADOConnection1->clearLastError();
+        return false;
+    }
+}
+
+/// Takes over what a program of this workstation left; false when another one took it over first.
+bool takeOver(const QString &code, TSoftwarePart part, int comIndex, qint64 process)
+{
+    TStatement statement("Update CodeLock_TBL Set UserName = ");
+    statement.text(UserInfo.Name)
+        .sql(", ProcessID = ")
+        .integer(QCoreApplication::applicationPid())
+        .sql(", LockedAt = ")
+        .text(NowDate() + u' ' + NowTime())
+        .sql(" Where Code = ")
+        .text(code)
+        .sql(" AND Status = ")
+        .integer(int(part))
+        .sql(" AND Com_Index = ")
+        .integer(comIndex)
+        .sql(" AND isnull(ProcessID, 0) = ")
+        .integer(process);
+    return DM.ADOConnection1->execute(statement) == 1;
+}
+
+bool takeLock(const QString &code, TSoftwarePart part, int comIndex)
+{
+    // The primary key decides. Whoever finds the row gone again after losing to it tries once more.
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        const Lock lock = holderOf(code, part, comIndex);
+        if (lock.holder == Holder::Elsewhere)
+            return false;
+        if (lock.holder == Holder::Here ? takeOver(code, part, comIndex, lock.process)
+                                        : insertLock(code, part, comIndex))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+bool OperationOnLockCode_SoftwarePart(const QString &code, TSoftwarePart part, int comIndex,
+                                      TOperationType operation, bool)
+{
+    if (operation == otLock)
+        return takeLock(code, part, comIndex);
+    const int released = DM.ADOConnection1->execute(TStatement("Delete From CodeLock_TBL Where Code = ")
+                                                        .text(code)
+                                                        .sql(" AND Status = ")
+                                                        .integer(int(part))
+                                                        .sql(" AND Com_Index = ")
+                                                        .integer(comIndex));
+    return released > 0 || holderOf(code, part, comIndex).holder == Holder::Nobody;
+}
+
+bool LocateLockCode_SoftwarePart(const QString &code, TSoftwarePart part, int comIndex, bool)
+{
+    const Lock lock = holderOf(code, part, comIndex);
+    // What a program of this workstation left when it died is open in no editor.
+    const bool leftBehind = lock.holder == Holder::Here && lock.process != 0 &&
+                            lock.process != QCoreApplication::applicationPid();
+    return lock.holder != Holder::Nobody && !leftBehind;
+}
+
+QString ScalerQuery(const QString &table, const QString &resultColumn, const QString &keyColumn,
+                    const QVariant &keyValue)
+{
+    for (const QString &name : {table, resultColumn, keyColumn}) {
+        if (!isIdentifier(name))
+            throw TDatabaseError(TFault::BadStatement, QStringLiteral("not a name: ") + name);
+    }
+    return DM.ADOConnection1
+        ->scalar(TStatement(QStringLiteral("select %1 from %2 where %3=").arg(resultColumn, table, keyColumn))
+                     .value(keyValue))
+        .toString();
+}
+
+void ResetDataset(TQuery *query)
+{
+    query->close();
+}
+
+double StrToFloat_ZLM(const QString &text)
+{
+    const double number = PersianText::plainNumber(text).toDouble();
+    return std::isfinite(number) ? number : 0;
+}
+
+QString FloatToStr_ZLM(double number)
+{
+    return std::isfinite(number) ? text(decimal(number)) : QStringLiteral("0");
+}
+
+int NumericPrecisionCount_ZLM()
+{
+    return 2;
+}
+
+QString RoundedText_ZLM(double number)
+{
+    if (!std::isfinite(number))
+        return QStringLiteral("0");
+    // On the decimal digits: in binary 2.675 is below its half and would go down.
+    Decimal rounded = decimal(number);
+    const int kept = rounded.point + NumericPrecisionCount_ZLM();
+    if (kept < 0)
+        return QStringLiteral("0");
+    if (kept < rounded.digits.size()) {
+        const bool up = rounded.digits[kept] >= '5';
+        rounded.digits.truncate(kept);
+        if (up)
+            roundUp(rounded);
+    }
+    return text(rounded);
+}
+
+bool VarIsNull_ZLM(const QVariant &value)
+{
+    return value.isNull() || (value.typeId() == QMetaType::QString && value.toString().isNull());
+}
+
+void SetWinControlRightAlign(QWidget *control)
+{
+    control->setLayoutDirection(Qt::RightToLeft);
+}

@@ -1,0 +1,3 @@
+#include "host/Declaration_PKG/DM_UNT.h"
+
+TDM DM;

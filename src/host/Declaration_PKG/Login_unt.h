@@ -1,0 +1,79 @@
+#pragma once
+
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+/// The users of the suite: who may log in, and with which rights. Passwords are kept as Argon2id hashes only.
+/// Every function throws TDatabaseError unless its comment says otherwise.
+
+/// How a log-in or a change of a password ended.
+enum class TLoginResult {
+    Ok,
+    WrongNameOrPassword, ///< one answer for both, so that names cannot be found out
+    TooEarly,            ///< after wrong passwords: TLogin::secondsToWait tells how long
+    Inactive,            ///< the right password of a user whom the administrator has shut out
+    WeakPassword,        ///< a new password is too short
+    NameTaken,           ///< another user has this name
+    NoSuchUser,
+    LastAdministrator ///< the change would leave the suite without an active administrator
+};
+
+struct TLogin {
+    TLoginResult result = TLoginResult::WrongNameOrPassword;
+    int secondsToWait = 0;
+    TUserInfo user; ///< with Ok only
+};
+
+/// One clear Persian sentence for a result other than Ok.
+QString LoginText(const TLogin &login);
+
+const int MinimalPasswordLength = 6; ///< characters
+
+/// Whether the database has no user yet: the first start asks for the first administrator.
+bool NoUserYet();
+/// Creates the first administrator (WeakPassword, NameTaken when there are users already, Ok). Does not log in.
+TLoginResult CreateFirstAdministrator(const QString &name, const QString &fullName, const QString &password);
+
+/// Checks name and password. The name compares without regard to case and to the two forms of yeh and kaf; the
+/// password counts as it is typed. The first three wrong passwords cost nothing; from then on each one doubles the
+/// wait (2, 4, 8 ... at most 900 seconds), for this user on all workstations. The right password ends it.
+/// Sets nothing: `UserInfo = login.user` logs in.
+TLogin LogIn(const QString &name, const QString &password);
+/// The user's record again, for rights that were changed while the user worked.
+TLogin ReadUser(int code);
+
+/// A user changes the own password (WrongNameOrPassword: the old one is wrong; TooEarly; WeakPassword; Ok).
+TLogin ChangePassword(int userCode, const QString &oldPassword, const QString &newPassword);
+
+/// Upkeep by an administrator. The screens ask UserInfo.IsAdmin.
+QList<TUserInfo> ListUsers(); ///< by name
+/// Code 0 creates the user and sets the code; otherwise name, full name and both flags are changed.
+/// `password` empty leaves it (WeakPassword for a new user).
+TLoginResult SaveUser(TUserInfo &user, const QString &password);
+/// Deletes a user and the user's rights; the event log keeps its lines.
+TLoginResult DeleteUser(int code);
+
+/// One right on one software part.
+struct TRight {
+    TSoftwarePart part;
+    TPermission right;
+    bool operator==(const TRight &) const = default;
+};
+/// All rights that the suite asks for, in the order of a screen that shows them, with Persian names.
+struct TRightName {
+    TRight right;
+    QString partName;
+    QString rightName;
+};
+const QList<TRightName> &AllRights();
+/// The Persian name of a software part; its number when it has none.
+QString SoftwarePartName(TSoftwarePart part);
+/// The Persian name of a right; its number when it has none.
+QString PermissionName(TPermission right);
+
+QList<TRight> RightsOfUser(int code);
+/// Replaces the user's rights as a whole, in a transaction.
+void SetRightsOfUser(int code, const QList<TRight> &rights);

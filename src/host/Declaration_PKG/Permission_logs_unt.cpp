@@ -1,0 +1,88 @@
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Utility_ZLM/Utility_ZLM.h"
+
+#include <QTime>
+
+TUserInfo UserInfo;
+
+namespace {
+
+const int eventWidth = 400; // characters of UserEvent.EventText
+
+/// At most `width` characters, never half of one.
+QString cut(const QString &text, int width)
+{
+    QString result = text.left(width);
+    if (!result.isEmpty() && result.back().isHighSurrogate())
+        result.chop(1);
+    return result;
+}
+
+bool holds(const TUserInfo &user, TSoftwarePart part, TPermission right)
+{
+    if (!user.IsActive)
+        return false;
+    if (user.IsAdmin)
+        return true;
+    return DM.ADOConnection1
+               ->scalar(TStatement("select count(*) from UserRight where UserCode=")
+                            .integer(user.Code)
+                            .sql(" and SoftwarePart=")
+                            .integer(int(part))
+                            .sql(" and Permission=")
+                            .integer(int(right)))
+               .toInt() > 0;
+}
+
+} // namespace
+
+bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right, bool, bool tellUser,
+                    const QString &)
+{
+    try {
+        if (holds(user, part, right))
+            return true;
+        if (tellUser)
+            MsgNoPermission(part, right);
+    } catch (const TDatabaseError &error) {
+        if (tellUser)
+            MsgDatabaseError(error);
+    }
+    return false;
+}
+
+void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bool ofSystem, bool tellUser)
+{
+    try {
+        DM.ADOConnection1->execute(
+            TStatement(
+                "insert into UserEvent(UserCode, UserName, Com_Index, SoftwarePart, Permission, EventText, "
+                "EventDate, EventTime, OfSystem) values(")
+                .integer(UserInfo.Code)
+                .sql(",")
+                .text(cut(UserInfo.Name, 50))
+                .sql(",")
+                .integer(IniOptions.Com_Index)
+                .sql(",")
+                .integer(int(part))
+                .sql(",")
+                .integer(int(right))
+                .sql(",")
+                .text(cut(text, eventWidth))
+                .sql(",")
+                .text(NowDate())
+                .sql(",")
+                .text(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")))
+                .sql(",")
+                .integer(ofSystem ? 1 : 0)
+                .sql(")"));
+    } catch (const TDatabaseError &error) {
+        if (!tellUser)
+            throw;
+        MsgDatabaseError(error);
+    }
+}

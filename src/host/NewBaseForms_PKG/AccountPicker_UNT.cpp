@@ -1,0 +1,110 @@
+#include "host/NewBaseForms_PKG/AccountPicker_UNT.h"
+
+#include "host/BaseFrame_PKG/General_Search_Frame.h"
+#include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+
+namespace {
+
+struct TLevelList {
+    QString title;
+    const char *key;
+    const char *sql;
+    QList<TGridColumn> columns;
+    QList<TSearchItem> items;
+};
+
+const TLevelList &listOf(TAccountLevel level)
+{
+    static const TLevelList lists[] = {
+        {u"حسابهای کل"_qs,
+         "Kol",
+         "select Kol, Name from AccountTotal",
+         {{"Kol", u"کد کل"_qs, 80, true, TGridColumn::Code}, {"Name", u"نام حساب"_qs, 300}},
+         {{"Kol", u"کد کل"_qs, TSearchItem::Digits}, {"Name", u"نام حساب"_qs, TSearchItem::Text, true}}},
+        {u"حسابهای معین"_qs,
+         "ID",
+         "select cast(a.Kol as bigint) * 100000 + a.Moin as ID, a.Kol, a.Moin, a.Name, t.Name as TotalName "
+         "from AccountAssistant a left join AccountTotal t on t.Kol = a.Kol",
+         {{"Moin", u"کد معین"_qs, 80, true, TGridColumn::Code},
+          {"Name", u"نام حساب"_qs, 240},
+          {"Kol", u"کد کل"_qs, 80, true, TGridColumn::Code},
+          {"TotalName", u"نام حساب کل"_qs, 200}},
+         {{"Moin", u"کد معین"_qs, TSearchItem::Digits},
+          {"Name", u"نام حساب"_qs, TSearchItem::Text, true},
+          {"Kol", u"کد کل"_qs, TSearchItem::Digits},
+          {"TotalName", u"نام حساب کل"_qs}}},
+        {u"حسابهای تفصیلی"_qs,
+         "Tafzili",
+         "select Tafzili, Name from AccountDetail",
+         {{"Tafzili", u"کد تفصیلی"_qs, 100, true, TGridColumn::Code}, {"Name", u"نام حساب"_qs, 300}},
+         {{"Tafzili", u"کد تفصیلی"_qs, TSearchItem::Digits},
+          {"Name", u"نام حساب"_qs, TSearchItem::Text, true}}},
+    };
+    return lists[level];
+}
+
+} // namespace
+
+TAccountPicker_FRM::TAccountPicker_FRM(TQuery *list, TAccountLevel level, int total)
+    : TBaseDock_FRM(fmSelect, {}), m_level(level), m_total(total)
+{
+    const TLevelList &shown = listOf(level);
+    SetTitle(shown.title);
+    list->setKeyField(QString::fromLatin1(shown.key));
+    BuildList(list, u"Account%1_GRD"_qs.arg(int(level)), shown.columns, shown.items);
+    BuildUsualLayout({});
+    Select_BTN = AddButton(u"Select_BTN"_qs, u"انتخاب Enter"_qs, u"Enter"_qs, u"انتخاب"_qs);
+    connect(Select_BTN, &QAbstractButton::clicked, this, [this] { Guarded([this] { Select(); }); });
+    EXit_BTN = AddButton(u"EXit_BTN"_qs, u"خروج Esc"_qs, u"Esc"_qs, u"خروج"_qs);
+    connect(EXit_BTN, &QAbstractButton::clicked, this, [this] { reject(); });
+    resize(640, 480);
+}
+
+void TAccountPicker_FRM::SetListText()
+{
+    TStatement statement(listOf(m_level).sql);
+    if (m_level == alAssistant && m_total != 0)
+        statement.sql(" where a.Kol=").integer(m_total);
+    ListQuery()->setStatement(statement);
+}
+
+bool TAccountPicker_FRM::SelectRecord()
+{
+    if (m_level == alDetail)
+        Selected.Tafzili = ListQuery()->asInteger(u"Tafzili"_qs);
+    else
+        Selected.Kol = ListQuery()->asInteger(u"Kol"_qs);
+    if (m_level == alAssistant)
+        Selected.Moin = ListQuery()->asInteger(u"Moin"_qs);
+    return true;
+}
+
+void TAccountPicker_FRM::AfterShow()
+{
+    General_Search->setFocus(Qt::OtherFocusReason);
+}
+
+bool Select_Account(TAccountLevel level, TAccountCode &account)
+{
+    int total = 0;
+    try {
+        if (level == alAssistant && account.Kol != 0 && AccountName(alTotal, account))
+            total = account.Kol;
+    } catch (const TDatabaseError &error) {
+        MsgDatabaseError(error);
+        return false;
+    }
+    TQuery list(DM.ADOConnection1, u"Account_QUR"_qs);
+    TAccountPicker_FRM picker(&list, level, total);
+    if (picker.exec() != QDialog::Accepted)
+        return false;
+    if (level == alDetail)
+        account.Tafzili = picker.Selected.Tafzili;
+    else
+        account.Kol = picker.Selected.Kol;
+    if (level == alAssistant)
+        account.Moin = picker.Selected.Moin;
+    return true;
+}
