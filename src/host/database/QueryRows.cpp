@@ -1,11 +1,14 @@
 #include "host/database/QueryRows.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
 const int pageRows = 128; // one statement text for all pages, so that it is prepared once
 const int keptPages = 64;
+const int tailRows = 4 * pageRows;
+const int longList = 16 * pageRows; // shorter ones read all keys at once
 
 QVariantList readRow(TCursor &cursor, qsizetype columns)
 {
@@ -20,10 +23,13 @@ QVariantList readRow(TCursor &cursor, qsizetype columns)
 
 TQueryRows::TQueryRows(const TSource &source) : m_source(source), m_pages(keptPages)
 {
-    if (windowed())
-        readKeys();
-    else
+    m_source.connection->beforeStatement(m_source.statement);
+    if (!windowed()) {
         readAll();
+    } else if (!m_source.orderField.isEmpty() || !readTail()) {
+        readKeys();
+        m_count = int(m_keys.size());
+    }
 }
 
 TBoundStatement TQueryRows::bound(const TStatement &statement) const
@@ -49,7 +55,6 @@ void TQueryRows::setFields(const TCursor &cursor)
 
 void TQueryRows::readAll()
 {
-    m_source.connection->beforeStatement(m_source.statement);
     const auto cursor = m_source.connection->engine().select(bound(m_source.statement));
     setFields(*cursor);
     while (cursor->next())
@@ -73,11 +78,47 @@ QString TQueryRows::orderClause() const
 
 void TQueryRows::readKeys()
 {
-    m_source.connection->beforeStatement(m_source.statement);
+    m_keys.clear();
     const TStatement statement = wrapped(QStringLiteral("select [%1]").arg(m_source.keyField), orderClause());
     const auto cursor = m_source.connection->engine().select(bound(statement));
     while (cursor->next())
         m_keys.append(cursor->value(0).toLongLong());
+}
+
+// The number of rows and the last keys of a long list. False: the list is short, all keys may be read.
+bool TQueryRows::readTail()
+{
+    {
+        const auto cursor =
+            m_source.connection->engine().select(bound(wrapped(QStringLiteral("select count(*)"), {})));
+        m_count = cursor->next() ? cursor->value(0).toInt() : 0;
+    }
+    if (m_count < longList)
+        return false;
+    const TStatement statement =
+        wrapped(QStringLiteral("select top %1 [%2]").arg(tailRows).arg(m_source.keyField),
+                orderClause() + QStringLiteral(" desc"));
+    const auto cursor = m_source.connection->engine().select(bound(statement));
+    while (cursor->next())
+        m_tail.prepend(cursor->value(0).toLongLong());
+    m_tailFrom = m_count - int(m_tail.size());
+    return true;
+}
+
+void TQueryRows::needKeys()
+{
+    if (m_tail.isEmpty())
+        return;
+    m_source.connection->beforeStatement(m_source.statement);
+    readKeys();
+    // Rows that came or went since the opening make the far end longer or shorter, never the part that was shown.
+    m_keys.erase(std::lower_bound(m_keys.begin(), m_keys.end(), m_tail.first()), m_keys.end());
+    while (m_keys.size() > m_tailFrom)
+        m_keys.removeFirst();
+    if (m_keys.size() < m_tailFrom)
+        m_keys.insert(0, m_tailFrom - m_keys.size(), std::numeric_limits<qlonglong>::min());
+    m_keys += m_tail;
+    m_tail.clear();
 }
 
 TQueryRows::TPage *TQueryRows::page(int number)
@@ -85,14 +126,15 @@ TQueryRows::TPage *TQueryRows::page(int number)
     if (TPage *known = m_pages.object(number))
         return known;
     const qsizetype first = qsizetype(number) * pageRows;
-    const qsizetype count = std::clamp<qsizetype>(m_keys.size() - first, 0, pageRows);
+    const qsizetype count = std::clamp<qsizetype>(m_count - first, 0, pageRows);
     TStatement statement =
         wrapped(QStringLiteral("select *"), QStringLiteral("where [%1] in (").arg(m_source.keyField));
     for (int i = 0; i < pageRows; ++i) {
         if (i > 0)
             statement.sql(QStringLiteral(","));
         // Places left over repeat the last key; an empty list asks for no row.
-        statement.value(count > 0 ? QVariant(m_keys[first + std::min<qsizetype>(i, count - 1)]) : QVariant());
+        statement.value(count > 0 ? QVariant(keyAt(int(first + std::min<qsizetype>(i, count - 1))))
+                                  : QVariant());
     }
     statement.sql(QStringLiteral(")"));
     m_source.connection->beforeStatement(statement);
@@ -107,7 +149,7 @@ TQueryRows::TPage *TQueryRows::page(int number)
     auto *page = new TPage;
     // A row that was deleted since the keys were read stays in its place, empty.
     for (qsizetype i = 0; i < count; ++i)
-        page->append(byKey.value(m_keys[first + i]));
+        page->append(byKey.value(keyAt(int(first + i))));
     m_pages.insert(number, page);
     return page;
 }
@@ -115,7 +157,7 @@ TQueryRows::TPage *TQueryRows::page(int number)
 const QList<TFieldInfo> &TQueryRows::fields()
 {
     if (m_fields.isEmpty() && windowed())
-        page(m_keys.isEmpty() ? 0 : int((m_keys.size() - 1) / pageRows)); // lists open at their last row
+        page(m_count == 0 ? 0 : (m_count - 1) / pageRows); // lists open at their last row
     return m_fields;
 }
 
@@ -142,11 +184,21 @@ QVariant TQueryRows::value(int row, int field)
 
 qlonglong TQueryRows::keyAt(int row)
 {
-    return windowed() ? m_keys.value(row) : 0;
+    if (!windowed() || row < 0 || row >= m_count)
+        return 0;
+    if (!m_tail.isEmpty() && row >= m_tailFrom)
+        return m_tail[row - m_tailFrom];
+    needKeys();
+    return m_keys[row];
 }
 
-int TQueryRows::rowOfKey(qlonglong key) const
+int TQueryRows::rowOfKey(qlonglong key)
 {
+    if (!m_tail.isEmpty() && key >= m_tail.first()) {
+        const auto found = std::lower_bound(m_tail.begin(), m_tail.end(), key);
+        return found != m_tail.end() && *found == key ? m_tailFrom + int(found - m_tail.begin()) : -1;
+    }
+    needKeys();
     if (m_source.orderField.isEmpty()) {
         const auto found = std::lower_bound(m_keys.begin(), m_keys.end(), key);
         return found != m_keys.end() && *found == key ? int(found - m_keys.begin()) : -1;
@@ -174,6 +226,7 @@ int TQueryRows::append(const QVariantList &values, qlonglong key)
         m_source.orderField.isEmpty() ? std::lower_bound(m_keys.begin(), m_keys.end(), key) : m_keys.end();
     const int row = int(at - m_keys.begin());
     m_keys.insert(row, key);
+    m_count = int(m_keys.size());
     m_pages.clear();
     return row;
 }

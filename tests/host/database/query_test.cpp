@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace {
 
 class QueryTest : public testing::Test {
@@ -263,6 +265,51 @@ TEST_F(ListTest, EveryRowOfEveryPageIsTheRightOne)
     const int title = query.fieldIndex("Title");
     for (int row = 699; row >= 0; --row)
         ASSERT_EQ(query.valueAt(row, title).toInt(), row + 1);
+}
+
+TEST_F(ListTest, ALongListReadsItsLastKeysOnlyUntilTheUserGoesUp)
+{
+    fill(10000);
+    query.setStatement("select * from Thing");
+    query.open();
+    EXPECT_EQ(query.recordCount(), 10000);
+    EXPECT_EQ(query.keyAt(9999), 20000);
+    EXPECT_EQ(query.rowOfKey(19990), 9994);
+    EXPECT_EQ(query.rowOfKey(19991), -1);
+    const int title = query.fieldIndex("Title");
+    for (int row : {9999, 9800, 9600, 9488, 9487, 5000, 0, 9999})
+        EXPECT_EQ(query.valueAt(row, title).toInt(), row + 1);
+    EXPECT_EQ(query.rowOfKey(2), 0);
+}
+
+TEST_F(ListTest, RowsThatWereSeenKeepTheirPlacesWhenOthersAddAndDelete)
+{
+    fill(5000);
+    query.setStatement("select * from Thing");
+    query.open();
+    query.last();
+    const int title = query.fieldIndex("Title");
+    EXPECT_EQ(query.valueAt(4990, title).toString(), "4991");
+    db.run("delete from Thing where Code<=20");
+    db.run("insert into Thing(Code,Title) values(20000,'later')");
+    EXPECT_EQ(query.keyAt(0), std::numeric_limits<qlonglong>::min()) << "ten places are empty";
+    EXPECT_TRUE(query.valueAt(9, title).isNull());
+    EXPECT_EQ(query.valueAt(10, title).toString(), "11");
+    EXPECT_EQ(query.valueAt(4990, title).toString(), "4991");
+    EXPECT_EQ(query.recordCount(), 5000);
+    query.open();
+    EXPECT_EQ(query.recordCount(), 4991);
+}
+
+TEST_F(ListTest, RowsThatWereAddedBeforeTheSeenOnesAreLeftOutUntilTheListIsReadAnew)
+{
+    fill(5000);
+    query.setStatement("select * from Thing");
+    query.open();
+    db.run("insert into Thing(Code,Title) values(1,'new')");
+    EXPECT_EQ(query.keyAt(0), 2);
+    EXPECT_EQ(query.keyAt(4999), 10000);
+    EXPECT_EQ(query.recordCount(), 5000);
 }
 
 TEST_F(ListTest, ARowIsFoundByItsKey)
