@@ -7,6 +7,7 @@ using namespace QueryTools;
 TCalender_DM *Calender_DM = nullptr;
 
 namespace {
+constexpr qsizetype idsAtOnce = 1000;
 const char wholeList[] = "select *,\n"
                          "case [day]\n"
                          "when 0 then 'شنبه'\n"
@@ -96,5 +97,10 @@ bool TCalender_DM::Calender_Update(const TCalenderMapper &day)
 
 void TCalender_DM::Calender_del(const QString &ids)
 {
-    run(Temp_QUR, TStatement("Delete Calender where ID in (").integers(ids).sql(")"));
+    // A server takes 2100 values with one statement.
+    const QStringList all = ids.split(u',');
+    for (qsizetype done = 0; done < all.size(); done += idsAtOnce)
+        run(Temp_QUR, TStatement("Delete Calender where ID in (")
+                          .integers(all.mid(done, idsAtOnce).join(u','))
+                          .sql(")"));
 }

@@ -75,9 +75,23 @@ void TTax_DM::FillDataDetail(int taxCode)
 void TTax_DM::TmpTax_GetByTaxMainCode(const QVariant &taxCode)
 {
     copyToWorkingRows(taxCode);
+    openWorkingRows(taxCode);
+}
+
+void TTax_DM::openWorkingRows(const QVariant &taxCode)
+{
     open(
         DetailList_QUR,
         TStatement("select * from Tmptax where TaxMainCode = ").integer(taxCode).sql(" order by fromSalary"));
+}
+
+void TTax_DM::TmpTax_MoveToCode(int fromCode, int toCode)
+{
+    run(Temp_QUR, TStatement("update TmpTax set TaxMainCode=")
+                      .integer(toCode)
+                      .sql(" where TaxMainCode=")
+                      .integer(fromCode));
+    openWorkingRows(toCode);
 }
 
 void TTax_DM::TmpTax_GetById(const QVariant &id)

@@ -47,8 +47,11 @@ public:
     bool TaxDetail_Insert(const QVariant &taxCode);
     void ClearDataDetail(int taxCode);
     void ClearDataTempDetail(int taxCode);
+    /// Gives the working rows of one tax table to another, which has none, and opens their list.
+    void TmpTax_MoveToCode(int fromCode, int toCode);
 
 private:
+    void openWorkingRows(const QVariant &taxCode);
     void copyToWorkingRows(const QVariant &taxCode);
 };
 

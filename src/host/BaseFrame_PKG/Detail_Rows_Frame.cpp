@@ -49,15 +49,15 @@ void TDetail_Rows_Frame::SetColumns(TQuery *query, const QList<TGridColumn> &col
 
 void TDetail_Rows_Frame::Reread(const QString &keyField, const QVariant &key)
 {
-    const QVariant wanted = !key.isNull()                              ? key
-                            : m_query->active() && !m_query->isEmpty() ? m_query->value(keyField)
-                                                                       : QVariant();
+    const bool row = m_query->active() && !m_query->isEmpty();
+    const int place = row ? m_query->position() : 0;
+    const QVariant wanted = row && key.isNull() ? m_query->value(keyField) : key;
     // The list is reset when it is read; what the user looks at must not move.
     const int scrolled = m_grid->verticalScrollBar()->value();
     m_query->close();
     m_query->open();
-    if (!wanted.isNull())
-        m_query->locate(keyField, wanted);
+    if (!m_query->isEmpty() && (wanted.isNull() || !m_query->locate(keyField, wanted)))
+        m_query->moveTo(qBound(0, place, m_query->recordCount() - 1));
     m_grid->verticalScrollBar()->setValue(scrolled);
     m_grid->scrollTo(m_grid->currentIndex());
 }

@@ -46,6 +46,8 @@ public:
     void SetText(const QString &text) override;
     /// Empty is valid. A wrong date gives notification 10 at the input and is not.
     bool IsValid() override;
+    /// The same for a date that must be there: empty is not valid either.
+    bool IsDate();
 
 protected:
     void Settle() override;

@@ -11,6 +11,7 @@
 #include <QStyle>
 #include <QTextBoundaryFinder>
 #include <QTimer>
+#include <QToolButton>
 #include <QValidator>
 
 #include <cmath>
@@ -74,12 +75,58 @@ void cutBefore(QString &text, int &caret, int excess)
 
 } // namespace
 
+// Two half-high buttons at the input's left edge.
+class TSmartEdit_ZLM::SpinButtons : public QObject {
+public:
+    explicit SpinButtons(TSmartEdit_ZLM *edit) : QObject(edit), up(make(edit, true)), down(make(edit, false))
+    {
+        edit->installEventFilter(this);
+        place(edit);
+    }
+    ~SpinButtons() override
+    {
+        delete up;
+        delete down;
+    }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Resize)
+            place(static_cast<QWidget *>(watched));
+        return false;
+    }
+
+    QPointer<QToolButton> up;
+    QPointer<QToolButton> down;
+
+private:
+    static QToolButton *make(QWidget *edit, bool up)
+    {
+        auto *button = new QToolButton(edit);
+        button->setArrowType(up ? Qt::UpArrow : Qt::DownArrow);
+        button->setObjectName(up ? QStringLiteral("SpinUp") : QStringLiteral("SpinDown"));
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setAutoRepeat(true);
+        button->setAutoRaise(true);
+        button->setCursor(Qt::ArrowCursor);
+        return button;
+    }
+    void place(const QWidget *edit)
+    {
+        const int height = (edit->height() - 4) / 2;
+        up->setGeometry(2, 2, 16, height);
+        down->setGeometry(2, 2 + height, 16, height);
+    }
+};
+
 struct TSmartEdit_ZLM::Private {
     Kind kind = Text;
     int maxLength = 50;
     double minimum = 0;
     double maximum = std::numeric_limits<double>::max();
     bool spin = false;
+    SpinButtons *spinButtons = nullptr;
+    double spinMinimum = std::numeric_limits<double>::lowest();
+    double spinMaximum = std::numeric_limits<double>::max();
     bool byProgram = false; // the text under way comes from the program
     bool typed = false;     // the user changed the text since the program set it
     QString old;            // the text before the change under way
@@ -216,6 +263,31 @@ void TSmartEdit_ZLM::SetRange(double minimum, double maximum)
 void TSmartEdit_ZLM::SetSpin(bool on)
 {
     d->spin = on;
+    if (on && !d->spinButtons) {
+        d->spinButtons = new SpinButtons(this);
+        connect(d->spinButtons->up, &QToolButton::clicked, this, [this] { stepBy(1); });
+        connect(d->spinButtons->down, &QToolButton::clicked, this, [this] { stepBy(-1); });
+    } else if (!on) {
+        delete d->spinButtons;
+        d->spinButtons = nullptr;
+    }
+}
+
+void TSmartEdit_ZLM::stepBy(int step)
+{
+    if (isReadOnly())
+        return;
+    SetText(FloatToStr_ZLM(std::clamp(GetText().toDouble() + step, std::max(d->minimum, d->spinMinimum),
+                                      std::min(d->maximum, d->spinMaximum))));
+    d->typed = true;
+    selectAll();
+}
+
+void TSmartEdit_ZLM::SetSpinRange(double minimum, double maximum)
+{
+    SetSpin(true);
+    d->spinMinimum = minimum;
+    d->spinMaximum = maximum;
 }
 
 void TSmartEdit_ZLM::SetTypingRule(TypingRule rule)
@@ -330,10 +402,7 @@ void TSmartEdit_ZLM::keyPressEvent(QKeyEvent *event)
     }
     if (d->spin && !isReadOnly() && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier &&
         (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
-        const double step = event->key() == Qt::Key_Up ? 1 : -1;
-        SetText(FloatToStr_ZLM(std::clamp(GetText().toDouble() + step, d->minimum, d->maximum)));
-        d->typed = true;
-        selectAll();
+        stepBy(event->key() == Qt::Key_Up ? 1 : -1);
         event->accept();
         return;
     }

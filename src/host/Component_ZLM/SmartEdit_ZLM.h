@@ -28,8 +28,10 @@ public:
     /// Number kinds: smallest and largest value; a larger one is not taken while typing, a smaller typed one is
     /// raised when the focus leaves (an empty input stays empty). Without it: 0 to the kind's largest number.
     void SetRange(double minimum, double maximum);
-    /// Number kinds: Up and Down step by one.
+    /// Number kinds: Up and Down step by one, and so do two small buttons in the input.
     void SetSpin(bool on);
+    /// The same within bounds of their own, narrower than what may be typed.
+    void SetSpinRange(double minimum, double maximum);
 
     QVariant GetValue() const override; ///< Text: QString; Integer: int; Number, Money: double; empty: null
     void SetValue(const QVariant &value) override;
@@ -69,6 +71,8 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
+    void stepBy(int step);
+    class SpinButtons;
     struct Private;
     std::unique_ptr<Private> d;
 };

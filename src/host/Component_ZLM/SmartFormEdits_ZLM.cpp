@@ -107,7 +107,13 @@ void TSmartDateEdit_ZLM::SetText(const QString &text)
 bool TSmartDateEdit_ZLM::IsValid()
 {
     Settle();
-    if (IsEmpty() || TPersianDate::parse(text()))
+    return IsEmpty() || IsDate();
+}
+
+bool TSmartDateEdit_ZLM::IsDate()
+{
+    Settle();
+    if (TPersianDate::parse(text()))
         return true;
     ShowSmartMessage(WrongDate, this, window(), noteTime);
     return false;

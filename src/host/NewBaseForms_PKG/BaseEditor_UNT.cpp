@@ -105,7 +105,13 @@ bool TBaseEditor::Save(TSaveMode way)
         const QScopedValueRollback busy(m_busy, true);
         if (DM.ADOConnection1)
             DM.ADOConnection1->clearLastError();
-        const bool sound = Guarded([&] { saved = Validate() && SaveRecord(); });
+        const bool sound = Guarded([&] {
+            if (!Validate())
+                return;
+            saved = SaveRecord();
+            if (!saved && BaseTellsFailure())
+                MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+        });
         // Nobody else could write while it stays open, and detail rows entered from here on would go with it.
         rollBackLeftOpen();
         if (!sound || !saved)

@@ -129,6 +129,28 @@ void TBaseGet_FRM::AllotCode(const std::function<int()> &newCode)
     SetIdentifier(code);
 }
 
+bool TBaseGet_FRM::TakeCode(int code)
+{
+    const QString wanted = QString::number(code);
+    if (wanted == m_heldCode)
+        return true;
+    if (openCodes().contains(openKey(m_part, wanted)) || !lockCode(wanted, m_part, otLock))
+        return false;
+    if (!m_heldCode.isEmpty()) {
+        try {
+            lockCode(m_heldCode, m_part, otUnlock);
+        } catch (...) {
+            Guarded([&] { lockCode(wanted, m_part, otUnlock); });
+            throw;
+        }
+        openCodes().remove(openKey(m_part, m_heldCode));
+    }
+    m_heldCode = wanted;
+    openCodes().insert(openKey(m_part, m_heldCode));
+    SetIdentifier(code);
+    return true;
+}
+
 void TBaseGet_FRM::allotFreeCode()
 {
     // Another workstation may have saved a record under the code, and given up its lock, after the code was

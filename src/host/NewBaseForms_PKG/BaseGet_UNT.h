@@ -36,6 +36,9 @@ protected:
     /// The usual new-code hook: gives up the lock on the code held so far, asks `newCode`, takes the lock on it;
     /// a code that another workstation holds is passed over for the next one. Becomes Identifier().
     void AllotCode(const std::function<int()> &newCode);
+    /// A code typed by hand: takes its lock and gives up the one held so far. Becomes Identifier(). False: another
+    /// editor or workstation holds the code, nothing changed. Throws TDatabaseError, nothing changed either.
+    bool TakeCode(int code);
     void ReleaseCode();
 
     /// Whether an existing record is locked while it is open; when another workstation holds it, the user is told

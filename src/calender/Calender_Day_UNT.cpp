@@ -1,0 +1,94 @@
+#include "calender/Calender_Day_UNT.h"
+
+#include "calender/Calender_DM_UNT.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+
+#include <QLabel>
+#include <QRadioButton>
+
+TCalender_Day_FRM::TCalender_Day_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
+    : TBaseGet_FRM(part, code, mode, flag)
+{
+    SetTitle(u"تقویم کاری"_qs);
+    resize(560, 240);
+    auto *inputs = new QGridLayout;
+    Date_EDT = AddInput(inputs, 0, 0, u"  تار&یخ :"_qs, u"Date_EDT"_qs, new TSmartDateEdit_ZLM(this));
+    auto *caption = new QLabel(u"  روز :"_qs, this);
+    Day_LBL = new QLabel(u"-------------"_qs, this);
+    Day_LBL->setObjectName(u"Day_LBL"_qs);
+    inputs->addWidget(caption, 0, 2);
+    inputs->addWidget(Day_LBL, 0, 3);
+    Title_EDT = AddInput(inputs, 1, 0, u"  &عنوان :"_qs, u"Title_EDT"_qs,
+                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    Comment_EDT = AddInput(inputs, 2, 0, u"  &شرح :"_qs, u"Comment_EDT"_qs,
+                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    Body()->addLayout(inputs);
+
+    auto *types = new QHBoxLayout;
+    const auto type = [&](const QString &text, const QString &name) {
+        auto *button = new QRadioButton(text, this);
+        button->setObjectName(name);
+        connect(button, &QRadioButton::toggled, this, [this] { SetIsSaved(false); });
+        AddTabStop(button);
+        types->addWidget(button);
+        return button;
+    };
+    WorkDay_RB = type(u"روز&کاری"_qs, u"WorkDay_RB"_qs);
+    WeekEnd_RB = type(u"روز تع&طیل هفته"_qs, u"WeekEnd_RB"_qs);
+    Holiday_RB = type(u"تعطیل ر&سمی"_qs, u"Holiday_RB"_qs);
+    types->addStretch(1);
+    Body()->addLayout(types);
+    Body()->addStretch(1);
+    BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);
+}
+
+bool TCalender_Day_FRM::RecordExists()
+{
+    Calender_DM->Calender_GetByID(Identifier(), m_day);
+    return !Calender_DM->Get_QUR->isEmpty();
+}
+
+void TCalender_Day_FRM::LoadRecord()
+{
+    Calender_DM->Calender_GetByID(Identifier(), m_day);
+}
+
+void TCalender_Day_FRM::ShowRecord()
+{
+    Date_EDT->SetText(m_day._Date);
+    // The list's current row is this day; its names come with it.
+    Day_LBL->setText(Calender_DM->List_QUR->asString(u"DayOfWeek"_qs));
+    Title_EDT->SetText(m_day._Title);
+    Comment_EDT->SetText(m_day._Comment);
+    QRadioButton *type = m_day._Type == 3 ? Holiday_RB : m_day._Type == 2 ? WeekEnd_RB : WorkDay_RB;
+    type->setChecked(true);
+    SetIsSaved(true);
+}
+
+bool TCalender_Day_FRM::Validate()
+{
+    if (Title_EDT->IsEmpty()) {
+        MsgRequiredField(u"عنوان"_qs, Title_EDT, this);
+        FocusInput(Title_EDT);
+        return false;
+    }
+    if (!Date_EDT->IsDate()) {
+        FocusInput(Date_EDT);
+        return false;
+    }
+    return true;
+}
+
+bool TCalender_Day_FRM::SaveRecord()
+{
+    Calender_DM->Calender_GetByID(Identifier(), m_day);
+    m_day._Title = Title_EDT->GetText();
+    m_day._Comment = Comment_EDT->GetText();
+    m_day._Type = Holiday_RB->isChecked() ? 3 : WeekEnd_RB->isChecked() ? 2 : 1;
+    const bool saved = Calender_DM->Calender_Update(m_day);
+    if (saved)
+        MSGCompeletedSuccessfully(u"ذخيره سازي "_qs, QString(), this);
+    else
+        MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+    return saved;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "calender/Calender_Mapper.h"
+#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+
+class QLabel;
+class QRadioButton;
+
+/// Changes title, type and comment of one stored day, which is the current one of the list. Date and weekday stay
+/// whatever stands in the date input.
+class TCalender_Day_FRM : public TBaseGet_FRM {
+    Q_OBJECT
+public:
+    /// `code`: the day's ID.
+    TCalender_Day_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag);
+
+    TSmartDateEdit_ZLM *Date_EDT = nullptr;
+    QLabel *Day_LBL = nullptr;
+    TSmartEdit_ZLM *Title_EDT = nullptr;
+    TSmartEdit_ZLM *Comment_EDT = nullptr;
+    QRadioButton *WorkDay_RB = nullptr;
+    QRadioButton *WeekEnd_RB = nullptr;
+    QRadioButton *Holiday_RB = nullptr;
+
+protected:
+    bool Validate() override;
+    void ClearRecord() override {}
+    void LoadRecord() override;
+    void ShowRecord() override;
+    bool SaveRecord() override;
+    void NewCode() override {}
+    bool RecordExists() override;
+    QWidget *FirstInput() override { return Title_EDT; }
+
+private:
+    TCalenderMapper m_day;
+};

@@ -1,0 +1,129 @@
+#include "calender/Calender_List_UNT.h"
+
+#include "calender/Calender_DM_UNT.h"
+#include "calender/Calender_Day_UNT.h"
+#include "calender/Calender_Set_UNT.h"
+#include "host/BaseFrame_PKG/General_Search_Frame.h"
+#include "host/BaseFrame_PKG/Range_Date_Search_Frame.h"
+#include "host/BaseFrame_PKG/Tab_Search_Frame.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+
+#include <QCoreApplication>
+#include <QVBoxLayout>
+
+TCalender_List_FRM *Calender_List_FRM = nullptr;
+
+namespace {
+
+const QList<TGridColumn> &columns()
+{
+    static const QList<TGridColumn> list = {
+        {"ID", "ID", 60, false, TGridColumn::Code},
+        {"Row", "ردیف", 60, true, TGridColumn::RowNumber},
+        {"Date", "تاریخ", 100},
+        {"Title", "عنوان", 260},
+        {"DayOfWeek", "روز", 100},
+        {"TypeDay", "نوع روز", 130},
+    };
+    return list;
+}
+
+const TSearchItem dateItem = {"Date", "تاریخ", TSearchItem::Date};
+
+const QList<TSearchItem> &searchItems()
+{
+    static const QList<TSearchItem> list = {
+        dateItem,
+        {"Title", "عنوان", TSearchItem::Text, true},
+        {"DayOfWeek", "روز"},
+        {"TypeDay", "نوع روز"},
+    };
+    return list;
+}
+
+} // namespace
+
+TCalender_List_FRM::TCalender_List_FRM(TFormMode mode, const QString &text) : TBaseDock_FRM(mode, text)
+{
+    if (!Calender_DM) {
+        Calender_DM = new TCalender_DM(QCoreApplication::instance());
+        m_ownsData = true;
+    }
+    if (text.isEmpty())
+        SetTitle(u"تقویم کاری"_qs);
+    BuildList(Calender_DM->List_QUR, u"CalenderDB_List_GRD"_qs, columns(), searchItems());
+    Grid()->SetMultiSelect(true);
+    Grid()->SetColumnOffered(u"ID"_qs, false); // the rows' key is nothing for people
+    BuildUsualLayout(u"تقویم کاری"_qs);
+    Range_Date_Search = new TRange_Date_Search_Frame(this);
+    Tab_Search = new TTab_Search_Frame(this);
+    Tab_Search->AddTab(u"جستجوی عمومی"_qs, General_Search);
+    Tab_Search->AddTab(u"جستجوی بازه تاریخ"_qs, Range_Date_Search);
+    SearchPanel()->addWidget(Tab_Search);
+    connect(Range_Date_Search, &TSearch_Frame::searchChanged, ZelmoSearchManager1,
+            &TZelmoSearchManager::ExecuteFilter_DataSet);
+    connect(Tab_Search, &TTab_Search_Frame::tabChanged, ZelmoSearchManager1,
+            &TZelmoSearchManager::ExecuteFilter_DataSet);
+    BuildButtons(false, true);
+}
+
+TCalender_List_FRM::~TCalender_List_FRM()
+{
+    if (m_ownsData) {
+        delete Calender_DM;
+        Calender_DM = nullptr;
+    }
+}
+
+void TCalender_List_FRM::SetListText()
+{
+    Calender_DM->Calender_Get();
+}
+
+void TCalender_List_FRM::PrepareSearch()
+{
+    Range_Date_Search->init(ZelmoSearchManager1, dateItem);
+    TBaseDock_FRM::PrepareSearch();
+}
+
+TBaseGet_FRM *TCalender_List_FRM::CreateEditor(bool newRecord)
+{
+    if (newRecord)
+        return new TCalender_Set_FRM(cspCalender, false, QString());
+    return new TCalender_Day_FRM(cspCalender, ListQuery()->value(u"ID"_qs), fmEdit, false);
+}
+
+// The list is read again however an editor was left: a generation that stopped has stored days too.
+void TCalender_List_FRM::NewRecord()
+{
+    if (!ShowEditor(CreateEditor(true)))
+        RefreshList();
+}
+
+void TCalender_List_FRM::EditRecord()
+{
+    if (!ShowEditor(CreateEditor(false)))
+        RefreshList();
+}
+
+void TCalender_List_FRM::DeleteRecord()
+{
+    if (!MayDelete(cspCalender) || !MsgDeleteRow())
+        return;
+    QList<int> rows = Grid()->SelectedRows();
+    if (rows.isEmpty())
+        rows.append(ListQuery()->position());
+    QStringList ids;
+    for (const int row : rows)
+        ids.append(QString::number(ListQuery()->keyAt(row)));
+    const int date = ListQuery()->fieldIndex(u"Date"_qs);
+    const QString first = ListQuery()->valueAt(rows.first(), date).toString();
+    SetUserEvent(cspCalender, cpDelete,
+                 rows.size() == 1 ? first
+                                  : u"%1 روز: %2 ... %3"_qs.arg(rows.size())
+                                        .arg(first, ListQuery()->valueAt(rows.last(), date).toString()),
+                 false, true);
+    Calender_DM->Calender_del(ids.join(u','));
+    RefreshList();
+}

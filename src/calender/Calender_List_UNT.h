@@ -1,0 +1,27 @@
+#pragma once
+
+#include "host/NewBaseForms_PKG/BaseDock_UNT.h"
+
+class TRange_Date_Search_Frame;
+
+/// The list of the stored calendar days.
+class TCalender_List_FRM : public TBaseDock_FRM {
+    Q_OBJECT
+public:
+    TCalender_List_FRM(TFormMode mode, const QString &text);
+    ~TCalender_List_FRM() override;
+
+    TRange_Date_Search_Frame *Range_Date_Search = nullptr;
+
+protected:
+    void SetListText() override;
+    void PrepareSearch() override;
+    TBaseGet_FRM *CreateEditor(bool newRecord) override;
+    void NewRecord() override;
+    void EditRecord() override;
+    void DeleteRecord() override;
+
+private:
+    bool m_ownsData = false; ///< this screen made the data module
+};
+extern TCalender_List_FRM *Calender_List_FRM;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+
+class QLabel;
+class QProgressBar;
+
+/// Generates the days of a date range in one go: working days, weekly holidays and the fixed official holidays.
+///
+/// Days are stored one by one without a transaction: those that were stored before a failure or a cancel stay.
+class TCalender_Set_FRM : public TBaseGet_FRM {
+    Q_OBJECT
+public:
+    TCalender_Set_FRM(TSoftwarePart part, bool flag, const QString &text);
+
+    TSmartEdit_ZLM *Title_EDT = nullptr;
+    TSmartDateEdit_ZLM *Date1_EDT = nullptr;
+    TSmartComboBox_ZLM *StartDay_CMB = nullptr;
+    TSmartEdit_ZLM *Comment_EDT = nullptr;
+    TSmartComboBox_ZLM *WeekEnd_CMB = nullptr;
+    TSmartDateEdit_ZLM *Date2_EDT = nullptr;
+    QLabel *StartDayHint_LBL = nullptr; ///< the real weekday of the from-date, while another one is chosen
+    QProgressBar *Progress_PB = nullptr;
+    TSmartButton_ZLM *Cancel_BTN =
+        nullptr; ///< stands beside the bar while days are stored; Esc does the same
+
+protected:
+    bool Validate() override;
+    void ClearRecord() override;
+    void LoadRecord() override {}
+    void ShowRecord() override {}
+    bool SaveRecord() override;
+    void NewCode() override {}
+    bool RecordExists() override { return true; }
+    QWidget *FirstInput() override { return Title_EDT; }
+    void reject() override;
+
+private:
+    void showStartDayHint();
+    void showGenerating(bool on);
+    bool m_generating = false;
+    bool m_stopped = false;
+};

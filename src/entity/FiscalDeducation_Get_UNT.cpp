@@ -1,0 +1,295 @@
+#include "entity/FiscalDeducation_Get_UNT.h"
+
+#include "entity/Entity_DM_UNT.h"
+#include "host/Component_ZLM/AccountSelector_ZLM.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+
+#include <QLabel>
+
+#include <limits>
+
+namespace {
+
+const int percentBasis = 1;
+const int monthlyBasis = 2; // of an earning
+const QString monthly = QStringLiteral("ماهيانه");
+
+/// What an item's bases mean, by their position in the list of its kind.
+QStringList basisHints(bool earning)
+{
+    const QString amount = u"با توجه به مقدار کارکرد کارمند محاسبه ميشود"_qs;
+    const QString percent = u"با توجه به درصدي از دستمزد کارمند محاسبه ميشود"_qs;
+    const QString byDays = u"با توجه به تعداد روزهاي کارکرد کارمند در ماه محاسبه ميشود"_qs;
+    const QString fixed = u"به صورت ثابت در هر فيش حقوقي اضافه ميشود"_qs;
+    return earning ? QStringList{amount, percent, byDays, fixed} : QStringList{amount, percent, fixed};
+}
+
+} // namespace
+
+TFiscalDeducation_Get_FRM::TFiscalDeducation_Get_FRM(TSoftwarePart part, bool flag, const QString &text)
+    : TBaseGet_FRM(part, flag, text), m_openedNew(true)
+{
+    build();
+}
+
+TFiscalDeducation_Get_FRM::TFiscalDeducation_Get_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode,
+                                                     const QVariant &kind, bool flag1, bool flag2)
+    : TBaseGet_FRM(part, code, mode, kind, flag1, flag2), m_openedNew(false)
+{
+    build();
+}
+
+void TFiscalDeducation_Get_FRM::build()
+{
+    SetTitle(isEarning() ? u"مزايا"_qs : u"کسورات"_qs);
+    auto *grid = new QGridLayout;
+    Body()->addLayout(grid);
+    Body()->addStretch(1);
+
+    Code_EDT = AddInput(grid, 0, 0, u"  کد :"_qs, u"Code_EDT"_qs,
+                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15));
+    Code_EDT->SetRange(1, 999999);
+    Code_EDT->SetSpin(true);
+    Code_EDT->SetText(u"0"_qs);
+    Code_EDT->setEnabled(false);
+    Insurance_CHK = AddInput(grid, 0, 1, u"بیم&ه"_qs, u"Insurance_CHK"_qs, new TSmartCheckBox_ZLM({}, this));
+    Insurance_LBL = CaptionOf(Insurance_CHK);
+    Insurance_LBL->setObjectName(u"Insurance_LBL"_qs);
+    Tax_CHK = AddInput(grid, 0, 2, u"مالیا&ت"_qs, u"Tax_CHK"_qs, new TSmartCheckBox_ZLM({}, this));
+    Tax_LBL = CaptionOf(Tax_CHK);
+    Tax_LBL->setObjectName(u"Tax_LBL"_qs);
+
+    Group_CMB = AddInput(grid, 1, 0, u"  کد &گروه :"_qs, u"Group_CMB"_qs, new TSmartComboBox_ZLM(this));
+    Title_EDT = AddInput(grid, 2, 0, u"  &عنوان :"_qs, u"Title_EDT"_qs,
+                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    InstallmentWarning_LBL = new QLabel(
+        u"در صورتی که کسورات مورد نظر اقساط باشد ، حساب قسط در حکم کارگزینی ملاک خواهد بود"_qs, this);
+    InstallmentWarning_LBL->setObjectName(u"InstallmentWarning_LBL"_qs);
+    InstallmentWarning_LBL->setWordWrap(true);
+    QPalette maroon = palette();
+    maroon.setColor(QPalette::WindowText, QColor(0x80, 0, 0));
+    InstallmentWarning_LBL->setPalette(maroon);
+    grid->addWidget(InstallmentWarning_LBL, 2, 2, 1, 4);
+
+    TSelect_AccountCode1 =
+        AddInput(grid, 3, 0, u"  &حساب :"_qs, u"TSelect_AccountCode1"_qs, new TSelect_AccountCode(this));
+    if (!isEarning())
+        TSelect_AccountCode1->SetDetailLimit(std::numeric_limits<qint16>::max()); // its column is narrower
+
+    CalcType_CMB = AddInput(grid, 4, 0, u"  &مبنای محاسباتی :"_qs, u"CalcType_CMB"_qs,
+                            new TSmartComboBox_ZLM(this, {u"مبلغ"_qs, u"درصد"_qs, monthly, u"ثابت"_qs}));
+    connect(CalcType_CMB, &TSmartComboBox_ZLM::changed, this, &TFiscalDeducation_Get_FRM::applyBasis);
+    Cost_EDT = AddInput(grid, 4, 1, u"  مبل&غ :"_qs, u"Cost_EDT"_qs,
+                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15));
+    Cost_EDT->SetText(u"0"_qs);
+    Cost_LBL = CaptionOf(Cost_EDT);
+    Cost_LBL->setObjectName(u"Cost_LBL"_qs);
+    CostPercent_EDT = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15);
+    CostPercent_EDT->setObjectName(u"CostPercent_EDT"_qs);
+    CostPercent_EDT->SetText(u"0"_qs);
+    CostPercent_EDT->setAccessibleName(u"نرخ"_qs);
+    Percent_LBL = new QLabel(u"%"_qs, this);
+    Percent_LBL->setObjectName(u"Percent_LBL"_qs);
+    AddBeside(Cost_EDT, CostPercent_EDT);
+    AddBeside(Cost_EDT, Percent_LBL);
+    AddTabStop(CostPercent_EDT);
+    connect(CostPercent_EDT, &TSmartEdit_ZLM::changed, this, [this] {
+        if (CostPercent_EDT->text().isEmpty()) {
+            CostPercent_EDT->SetText(u"0"_qs);
+            CostPercent_EDT->selectAll(); // the next digit takes its place
+        }
+        SetIsSaved(false);
+    });
+    Comment_EDT = AddInput(grid, 5, 0, u"  &شرح :"_qs, u"Comment_EDT"_qs,
+                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+
+    // What stands alone in its line may use the whole of it.
+    for (const int line : {1, 3, 5})
+        if (QLayoutItem *cell = grid->itemAtPosition(line, 1)) {
+            grid->removeItem(cell);
+            grid->addItem(cell, line, 1, 1, -1);
+        }
+    BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs, svSaveClose);
+    resize(760, sizeHint().height());
+}
+
+// Both kinds draw from one sequence, and the code is not reserved: two users may be offered the same one, and the
+// second to save is told.
+void TFiscalDeducation_Get_FRM::NewCode()
+{
+    SetIdentifier(Entity_DM->FiscalDeducation_GetNewCode());
+}
+
+int TFiscalDeducation_Get_FRM::initialGroup() const
+{
+    // An editor that was opened on an item goes on in that item's group; its parameter is no group.
+    return m_openedNew ? Parameter(0).toInt() : m_item._Grpcode;
+}
+
+void TFiscalDeducation_Get_FRM::fillGroups(int chosen)
+{
+    Group_CMB->clear();
+    const TNamedCodes groups =
+        isEarning() ? Entity_DM->FiscalGroup_Fill() : Entity_DM->DeducationGroup_Fill();
+    for (const TNamedCode &group : groups)
+        Group_CMB->AddItem(group.name, group.code);
+    // A group that is gone leaves no choice, so that the user makes one.
+    Group_CMB->setCurrentIndex(chosen == -1 && Group_CMB->count() > 0 ? 0 : -1);
+    Group_CMB->SetCode(chosen);
+}
+
+void TFiscalDeducation_Get_FRM::showKind()
+{
+    for (QWidget *widget : std::initializer_list<QWidget *>{Insurance_LBL, Insurance_CHK, Tax_LBL, Tax_CHK})
+        widget->setVisible(isEarning());
+    InstallmentWarning_LBL->setVisible(!isEarning());
+    // Deductions have no monthly basis: their position 2 is the fixed one.
+    if (const int position = CalcType_CMB->findText(monthly); !isEarning() && position >= 0)
+        CalcType_CMB->removeItem(position);
+}
+
+void TFiscalDeducation_Get_FRM::applyBasis()
+{
+    const int position = CalcType_CMB->currentIndex();
+    m_percent = position == percentBasis;
+    if (m_percent) {
+        Cost_LBL->setText(u"&نرخ :"_qs);
+        Cost_EDT->SetText(u"0"_qs);
+    } else {
+        Cost_LBL->setText(u" مب&لغ :"_qs);
+    }
+    Cost_EDT->setVisible(!m_percent);
+    CostPercent_EDT->setVisible(m_percent);
+    Percent_LBL->setVisible(m_percent);
+    Cost_LBL->setBuddy(m_percent ? CostPercent_EDT : Cost_EDT);
+    const QStringList hints = basisHints(isEarning());
+    if (position >= 0 && position < hints.size())
+        CalcType_CMB->setToolTip(hints.at(position));
+}
+
+void TFiscalDeducation_Get_FRM::ClearRecord()
+{
+    // Opens the item's view on no row, which the insert needs.
+    TFiscalDeducation_Mapper nothing;
+    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), nothing);
+    fillGroups(initialGroup());
+    TSelect_AccountCode1->EnableLevels(true, true, true);
+    TSelect_AccountCode1->Clear();
+    for (TSmartEdit_ZLM *edit : {Code_EDT, Title_EDT, Cost_EDT, CostPercent_EDT, Comment_EDT})
+        edit->Clear();
+    Insurance_CHK->setChecked(false);
+    Tax_CHK->setChecked(false);
+    showKind();
+    CalcType_CMB->setCurrentIndex(isEarning() ? monthlyBasis : 0);
+    applyBasis();
+    m_loadedTitle.clear();
+    Code_EDT->SetValue(Identifier());
+    SetIsSaved(true);
+}
+
+void TFiscalDeducation_Get_FRM::LoadRecord()
+{
+    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), m_item);
+}
+
+bool TFiscalDeducation_Get_FRM::RecordExists()
+{
+    TFiscalDeducation_Mapper read;
+    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), read);
+    return !Entity_DM->Get_QUR->isEmpty();
+}
+
+void TFiscalDeducation_Get_FRM::ShowRecord()
+{
+    showKind();
+    m_loadedTitle = m_item._title;
+    Code_EDT->SetValue(Identifier());
+    fillGroups(m_item._Grpcode);
+    CalcType_CMB->setCurrentIndex(m_item._CalcType);
+    applyBasis();
+    Title_EDT->SetText(m_item._title);
+    (m_percent ? CostPercent_EDT : Cost_EDT)->SetText(m_item._cost);
+    Insurance_CHK->setChecked(m_item._Insurance);
+    Tax_CHK->setChecked(m_item._Tax);
+    Comment_EDT->SetText(m_item._comment);
+    TSelect_AccountCode1->EnableLevels(true, true, true);
+    TSelect_AccountCode1->SetCodes(m_item._Kol, m_item._Moin, m_item._Tafzili);
+    SetIsSaved(true);
+}
+
+bool TFiscalDeducation_Get_FRM::Validate()
+{
+    const auto refuseAt = [this](QWidget *input) {
+        FocusInput(input);
+        return false;
+    };
+    if (Code_EDT->IsEmpty()) {
+        MsgRequiredField(u"کد"_qs, Code_EDT, this);
+        return refuseAt(Code_EDT);
+    }
+    if (isEarning())
+        Entity_DM->Fiscal_GetCode(Code_EDT->asInteger());
+    else
+        Entity_DM->Deducation_GetCode(Code_EDT->asInteger());
+    // A new item has no row of its own yet: any row is somebody else's.
+    if (!Entity_DM->Temp_QUR->isEmpty() &&
+        (Mode() == fmNew || Code_EDT->asInteger() != Identifier().toInt())) {
+        MsgRepeatedField(u"کد"_qs, {}, Code_EDT, this);
+        Code_EDT->SetValue(Identifier());
+        return refuseAt(Code_EDT);
+    }
+    if (Group_CMB->Code() == 0) {
+        NotSaveable(u"کليه گروه ها"_qs, u"رکوردي"_qs, Group_CMB);
+        return refuseAt(Group_CMB);
+    }
+    if (Title_EDT->IsEmpty()) {
+        MsgRequiredField(u"عنوان"_qs, Title_EDT, this);
+        return refuseAt(Title_EDT);
+    }
+    if (isEarning())
+        Entity_DM->FiscalGet_ByTitle(Title_EDT->GetText());
+    else
+        Entity_DM->DeducationGet_ByTitle(Title_EDT->GetText());
+    if (!Entity_DM->Temp_QUR->isEmpty() && Title_EDT->GetText() != m_loadedTitle) {
+        // Users know this sentence with the word of the earnings, for deductions too.
+        MsgRepeatedField(u"عنوان"_qs, u"مزايا"_qs, Title_EDT, this);
+        return refuseAt(Title_EDT);
+    }
+    if (TSelect_AccountCode1->TotalCode() == 0 || TSelect_AccountCode1->AssistantCode() == 0 ||
+        TSelect_AccountCode1->DetailCode() == 0) {
+        MsgRequiredField(u"حساب کارمند را به طور کامل"_qs, TSelect_AccountCode1->TotalCode_EDT, this);
+        return refuseAt(TSelect_AccountCode1->TotalCode_EDT);
+    }
+    if (Cost_EDT->IsEmpty()) {
+        MsgRequiredField(m_percent ? u"نرخ"_qs : u"مبلغ"_qs, Cost_EDT, this);
+        return refuseAt(Cost_EDT);
+    }
+    return true;
+}
+
+TFiscalDeducation_Mapper TFiscalDeducation_Get_FRM::typed()
+{
+    TFiscalDeducation_Mapper item;
+    item._code = Code_EDT->asInteger();
+    item._Grpcode = Group_CMB->Code();
+    // A stored basis that the list does not offer stays as it is until another one is chosen.
+    item._CalcType = CalcType_CMB->IsEmpty() ? m_item._CalcType : CalcType_CMB->currentIndex();
+    item._title = Title_EDT->GetText();
+    item._Kol = QString::number(TSelect_AccountCode1->TotalCode());
+    item._Moin = QString::number(TSelect_AccountCode1->AssistantCode());
+    item._Tafzili = QString::number(TSelect_AccountCode1->DetailCode());
+    item._cost = m_percent ? CostPercent_EDT->GetText() : Cost_EDT->GetText().remove(u',');
+    if (isEarning()) {
+        item._Insurance = Insurance_CHK->isChecked();
+        item._Tax = Tax_CHK->isChecked();
+    }
+    item._comment = Comment_EDT->GetText();
+    return item;
+}
+
+bool TFiscalDeducation_Get_FRM::SaveRecord()
+{
+    const TFiscalDeducation_Mapper item = typed();
+    return Mode() == fmNew ? Entity_DM->FiscalDeducation_Insert(item, Part())
+                           : Entity_DM->FiscalDeducation_Update(item, Part());
+}

@@ -1,0 +1,360 @@
+#include "entity/FiscalDeducation_List_UNT.h"
+
+#include "entity/Entity_DM_UNT.h"
+#include "entity/FiscalDeducation_Get_UNT.h"
+#include "host/BaseFrame_PKG/General_Search_Frame.h"
+#include "host/Component_ZLM/DetailStrip_ZLM.h"
+#include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/NewBaseForms_PKG/GroupPane_UNT.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QVBoxLayout>
+
+TFiscalDeducation_List_FRM *FiscalDeducation_List_FRM = nullptr;
+
+namespace {
+
+int openLists = 0;
+
+enum TFiscalDeducationFormCall { ctPick = 1, ctOrder = 2, ctOutput = 3, ctPickForSuite = 4, ctPickToo = 5 };
+
+// Notifications of the host's catalogue.
+enum {
+    ntNotForOutputCode = 10120,
+    ntNotForOutput = 10121,
+    ntZeroAmount = 10122,
+    ntReservedCode = 10249,
+    ntRepeatedCode = 10250,
+    ntReserved = 10251
+};
+const int noteTime = 3000; // ms
+
+const QList<TGridColumn> &columns()
+{
+    static const QList<TGridColumn> list = {
+        {"code", u"کد"_qs, 65, true, TGridColumn::Code},
+        {"title", u"عنوان"_qs, 186},
+        {"CalcTitle", u"مبنای محاسباتی"_qs, 131},
+        {"Cost", u"مبلغ / نرخ"_qs, 129, true, TGridColumn::Money},
+        {"InsuranceTitle", u"بیمه"_qs, 73},
+        {"TaxTitle", u"مالیات"_qs, 68},
+    };
+    return list;
+}
+
+const QList<TGridColumn> &detailFields()
+{
+    static const QList<TGridColumn> list = {
+        {"Code", u"کد"_qs, 0, true, TGridColumn::Code},
+        {"Title", u"عنوان"_qs},
+        {"CalcTitle", u"مبنای محاسباتی"_qs},
+        {"Cost", u"مبلغ / نرخ"_qs, 0, true, TGridColumn::Money},
+        {"Comment", u"شرح"_qs},
+    };
+    return list;
+}
+
+const QList<TSearchItem> &searchItems()
+{
+    static const QList<TSearchItem> list = {
+        {"Code", u"کد"_qs, TSearchItem::Digits},
+        {"CodeName", u"کد و عنوان"_qs, TSearchItem::Text, true},
+        {"Title", u"عنوان"_qs},
+        {"CalcTitle", u"مبنای محاسباتی"_qs},
+        {"Cost", u"مبلغ / نرخ"_qs, TSearchItem::Money},
+        {"Comment", u"شرح"_qs},
+    };
+    return list;
+}
+
+/// Items that the payroll settings bind to something that the payroll computes itself.
+bool isReserved(int payrollCode)
+{
+    return payrollCode == 1 || payrollCode == 6 || payrollCode == 7 || payrollCode == 8;
+}
+
+} // namespace
+
+TFiscalDeducation_List_FRM::TFiscalDeducation_List_FRM(TFormMode mode, const QVariant &value,
+                                                       const QString &text)
+    : TBaseDock_FRM(mode, value, text), m_kind(Parameter(0).toInt() == 1 ? 1 : 0)
+{
+    if (!Entity_DM)
+        Entity_DM = new TEntity_DM(QCoreApplication::instance());
+    ++openLists;
+    setMinimumSize(750, 550);
+    BuildList(Entity_DM->List_QUR, u"FiscalDeducation_List_GRD"_qs, columns(), searchItems());
+    Grid()->SetMultiSelect(true);
+    Grid()->SetRowChecks(true);
+    BuildUsualLayout({});
+    BelowGrid()->addWidget(new TDetailStrip_ZLM(this, u"FiscalDeducation_View"_qs, u"سطر جاری"_qs,
+                                                Entity_DM->List_QUR, detailFields(), 2));
+    BuildGroups(Entity_DM->GroupList_QUR, u"GroupListDBList_GRD"_qs, u"نام گردوه"_qs, u"گروه F11"_qs);
+    Groups->Grid->SetColumns(Entity_DM->GroupList_QUR, {{"Row", u"ردیف"_qs, 40, true, TGridColumn::RowNumber},
+                                                        {"Name", u"نام گردوه"_qs, 120}});
+    BuildButtons(true, false);
+    connectGroups();
+}
+
+TFiscalDeducation_List_FRM::~TFiscalDeducation_List_FRM()
+{
+    if (--openLists > 0)
+        return; // another list stands on its rows
+    delete Entity_DM;
+    Entity_DM = nullptr;
+}
+
+QString TFiscalDeducation_List_FRM::kindWord() const
+{
+    return IsDeduction() ? u"کسورات"_qs : u"مزايا"_qs;
+}
+
+void TFiscalDeducation_List_FRM::ParameterStep()
+{
+    Groups->Group_BTN->setText(IsDeduction() ? u"گروه کسورات"_qs : u"گروه مزايا"_qs);
+    Entity_DM->FiscalDeducationGroup_Get(IsDeduction() ? edDeductionGrp : edFiscalGrp);
+}
+
+void TFiscalDeducation_List_FRM::SetListText()
+{
+    Entity_DM->FiscalDeducationList_get(IsDeduction() ? edDeduction : edFiscal);
+}
+
+void TFiscalDeducation_List_FRM::PrepareSearch()
+{
+    // The all-groups row, and a list without groups, filter nothing.
+    ZelmoSearchManager1->SetOwnFilter([this] {
+        const int group = Groups->CurrentCode();
+        return group == 0 ? TStatement() : TStatement::format(u"(GrpCode = %d)"_qs, {group});
+    });
+    TBaseDock_FRM::PrepareSearch();
+}
+
+void TFiscalDeducation_List_FRM::AfterShow()
+{
+    if (Mode() == fmSelect) {
+        m_callType = Parameter(1).toInt();
+        m_target = Parameter(2, 3).toString();
+    }
+    connect(Groups, &TGroup_Pane::groupMoved, ZelmoSearchManager1,
+            &TZelmoSearchManager::ExecuteFilter_DataSet);
+    for (const auto &field : {u"InsuranceTitle"_qs, u"TaxTitle"_qs})
+        Grid()->SetColumnOffered(field, !IsDeduction());
+    SetTitle(IsDeduction() ? u" ليست کسورات"_qs : u" ليست مزايا "_qs);
+    General_Search->setFocus(Qt::OtherFocusReason);
+}
+
+void TFiscalDeducation_List_FRM::connectGroups()
+{
+    connect(Groups->Group_BTN, &QAbstractButton::clicked, this, [this] { Guarded([this] { pickGroup(); }); });
+    connect(Groups->GNew_PMI, &QAction::triggered, this, [this] {
+        Guarded([this] {
+            if (New_Group(groupPart()))
+                Groups->Reread(true);
+        });
+    });
+    connect(Groups->GEdit_PMI, &QAction::triggered, this, [this] {
+        Guarded([this] {
+            Edit_Group(groupPart(), Groups->CurrentCode());
+            Groups->Reread(false);
+        });
+    });
+    connect(Groups->GDelete_PMI, &QAction::triggered, this, [this] {
+        Guarded([this] {
+            // The part of the deductions themselves, where new and edit pass that of their groups.
+            Delete_Group(IsDeduction() ? cspDeduction : cspFiscalGrp, Groups->CurrentCode());
+            Groups->Reread(false);
+        });
+    });
+}
+
+void TFiscalDeducation_List_FRM::pickGroup()
+{
+    const int picked = Select_GroupList(groupPart(), {});
+    Groups->Reread(false); // the picker may have made the group that it returns
+    Entity_DM->GroupList_QUR->locate(u"Code"_qs, picked);
+    RefreshList();
+}
+
+TBaseGet_FRM *TFiscalDeducation_List_FRM::CreateEditor(bool newRecord)
+{
+    if (newRecord)
+        return new TFiscalDeducation_Get_FRM(itemPart(), false, QString::number(Groups->CurrentCode()));
+    return new TFiscalDeducation_Get_FRM(itemPart(), ListQuery()->value(u"Code"_qs), fmEdit, m_kind, false,
+                                         true);
+}
+
+void TFiscalDeducation_List_FRM::NewRecord()
+{
+    const auto onlyAllGroups = [] { return Entity_DM->GroupList_QUR->recordCount() <= 1; };
+    if (onlyAllGroups()) {
+        MakeGroup();
+        Groups->Reread(false);
+        if (onlyAllGroups())
+            return;
+    }
+    if (ShowEditor(CreateEditor(true)) && ListQuery()->active())
+        ListQuery()->last();
+}
+
+void TFiscalDeducation_List_FRM::DeleteRecord()
+{
+    if (!MayDelete(itemPart()))
+        return;
+    const int code = ListQuery()->asInteger(u"Code"_qs);
+    const auto inUse = [this, code] {
+        if (ListQuery()->asInteger(u"PayrollCode"_qs) != 0)
+            return true;
+        Entity_DM->TmpStaff_Count(code, IsDeduction());
+        return QueryTools::integerAt(Entity_DM->Temp_QUR, 0) != 0 ||
+               QueryTools::integerAt(Entity_DM->Temp_QUR, 1) != 0;
+    };
+    if (inUse()) {
+        MsgHasSubRecords(kindWord());
+        Grid()->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    // Deleted deductions, too, are logged under the part of the earnings.
+    if (!ConfirmDelete(cspFiscal, QString::number(code)))
+        return;
+    DM.ADOConnection1->clearLastError();
+    if (!Entity_DM->FiscalDeducation_Delete(code, IsDeduction())) {
+        MsgHasSubRecords(kindWord());
+        const auto &error = DM.ADOConnection1->lastError();
+        if (error && error->fault() != TFault::Refused)
+            MsgDatabaseError(*error);
+    }
+    RefreshList();
+}
+
+bool TFiscalDeducation_List_FRM::SelectRecord()
+{
+    switch (m_callType) {
+    case ctPick:
+    case ctPickForSuite:
+    case ctPickToo:
+        takeCurrent();
+        return true;
+    case ctOrder:
+    case ctOutput:
+        return addChosen();
+    default:
+        return false;
+    }
+}
+
+void TFiscalDeducation_List_FRM::takeCurrent()
+{
+    SelectedCode = ListQuery()->asInteger(u"code"_qs);
+    SelectedTitle = ListQuery()->asString(u"title"_qs);
+}
+
+/// The rows that are to be added together: ticked ones, else several that are highlighted; none for the current one.
+QList<int> TFiscalDeducation_List_FRM::chosenRows() const
+{
+    QList<int> rows;
+    for (const qlonglong key : Grid()->Model()->checkedKeys())
+        rows << ListQuery()->rowOfKey(key);
+    return rows.isEmpty() ? Grid()->SelectedRows() : rows;
+}
+
+TFiscalDeducation_List_FRM::TRow TFiscalDeducation_List_FRM::row(int position) const
+{
+    const auto value = [&](const QString &field) {
+        return ListQuery()->valueAt(position, ListQuery()->fieldIndex(field));
+    };
+    return {value(u"Code"_qs).toInt(), value(u"PayrollCode"_qs).toInt(), value(u"CalcType"_qs).toInt(),
+            value(u"Cost"_qs)};
+}
+
+bool TFiscalDeducation_List_FRM::addChosen()
+{
+    bool isCode = false;
+    m_target.toInt(&isCode);
+    if (!isCode) {
+        ShowSmartMessage(m_callType == ctOrder ? u"کد حکم کارگزینی معتبر نیست"_qs
+                                               : u"کد کارکرد معتبر نیست"_qs,
+                         {}, miWarning);
+        return false;
+    }
+    bool taken = false;
+    // Rows that were added before an error stay added, and so the screen closes with OK.
+    Guarded([&] {
+        const auto add = [&](int position, bool oneOfMany) {
+            const TRow item = row(position);
+            const TOutcome outcome =
+                m_callType == ctOrder ? addToOrder(item, oneOfMany) : addToOutput(item, oneOfMany);
+            taken = taken || outcome == TOutcome::Taken;
+            return outcome;
+        };
+        const QList<int> rows = chosenRows();
+        for (const int position : rows)
+            if (add(position, true) == TOutcome::Stop)
+                return;
+        if (rows.isEmpty() && add(ListQuery()->position(), false) == TOutcome::Refused)
+            Grid()->setFocus(Qt::OtherFocusReason);
+    });
+    return taken;
+}
+
+TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::refuse(const TRow &row, bool oneOfMany,
+                                                                        int noteOfMany, int noteOfOne)
+{
+    if (oneOfMany)
+        ShowSmartMessage(noteOfMany, Grid(), this, 0, {QString::number(row.code)});
+    else
+        ShowSmartMessage(noteOfOne, Grid(), this, noteTime);
+    return TOutcome::Refused;
+}
+
+TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::refuseRepeated(const TRow &row,
+                                                                                bool oneOfMany)
+{
+    if (oneOfMany)
+        ShowSmartMessage(ntRepeatedCode, Grid(), this, 0, {QString::number(row.code)});
+    else
+        SelectBefore(u"سطر"_qs, Select_BTN);
+    return TOutcome::Refused;
+}
+
+TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::addToOrder(const TRow &row, bool oneOfMany)
+{
+    if (isReserved(row.payrollCode))
+        return refuse(row, oneOfMany, ntReservedCode, ntReserved);
+    Entity_DM->tmpRec_GetID(row.code, m_target, IsDeduction());
+    if (!Entity_DM->Temp_QUR->isEmpty())
+        return refuseRepeated(row, oneOfMany);
+    if (ShownInGrid({u"Cost"_qs, {}, 0, true, TGridColumn::Money}, row.cost) == u"0") {
+        ShowSmartMessage(ntZeroAmount, Grid(), this, noteTime);
+        return TOutcome::Refused;
+    }
+    switch (Entity_DM->RepeatInfo(m_target, QString::number(row.code))) {
+    case 1:
+        ShowSmartMessage(u" کد بیمه در روش محاسباتی و کسورات حکم کارگزینی تکراری می باشد"_qs, {}, miWarning);
+        return TOutcome::Stop;
+    case 2:
+        ShowSmartMessage(u" کد مالیات در روش محاسباتی و کسورات حکم کارگزینی تکراری می باشد"_qs, {},
+                         miWarning);
+        return TOutcome::Stop;
+    default:
+        break;
+    }
+    Entity_DM->tmpRec_Insert(row.code, m_target, IsDeduction(), row.cost.toDouble());
+    return TOutcome::Taken;
+}
+
+TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::addToOutput(const TRow &row, bool oneOfMany)
+{
+    // Basis 2 is monthly for an earning and fixed for a deduction; an output takes neither.
+    if (isReserved(row.payrollCode) || row.calcType == 2 || row.calcType == 3)
+        return refuse(row, oneOfMany, ntNotForOutputCode, ntNotForOutput);
+    Entity_DM->tmpstaffOutPutDetail_Get(row.code, m_target);
+    if (!Entity_DM->Temp_QUR->isEmpty())
+        return refuseRepeated(row, oneOfMany);
+    Entity_DM->tmpstaffOutPutDetail_Insert(row.code, m_target, m_kind);
+    return TOutcome::Taken;
+}

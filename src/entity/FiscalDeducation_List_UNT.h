@@ -1,0 +1,59 @@
+#pragma once
+
+#include "host/NewBaseForms_PKG/BaseDock_UNT.h"
+
+/// The list of earnings or of deductions with their groups: to keep them, or to pick items for another editor.
+/// The value: the kind (0 earnings, 1 deductions) in mode 1; "kind;call type;target code" in mode 5.
+///
+/// Call types: 1, 4 and 5 pick the current item; 2 adds the ticked items, or the current one, to the personnel order
+/// of the target code; 3 to the staff output of the target code. Others do nothing.
+/// Makes Entity_DM when it is absent and frees it with the last list.
+class TFiscalDeducation_List_FRM : public TBaseDock_FRM {
+    Q_OBJECT
+public:
+    TFiscalDeducation_List_FRM(TFormMode mode, const QVariant &value, const QString &text);
+    ~TFiscalDeducation_List_FRM() override;
+
+    int SelectedCode = 0; ///< the picked item, of call types 1, 4 and 5
+    QString SelectedTitle;
+
+    bool IsDeduction() const { return m_kind == 1; }
+
+protected:
+    void ParameterStep() override;
+    void SetListText() override;
+    void PrepareSearch() override;
+    void AfterShow() override;
+    TBaseGet_FRM *CreateEditor(bool newRecord) override;
+    void NewRecord() override;
+    void DeleteRecord() override;
+    bool SelectRecord() override;
+
+private:
+    struct TRow {
+        int code;
+        int payrollCode;
+        int calcType;
+        QVariant cost;
+    };
+    enum class TOutcome { Taken, Refused, Stop };
+
+    TSoftwarePart itemPart() const { return IsDeduction() ? cspDeduction : cspFiscal; }
+    TSoftwarePart groupPart() const { return IsDeduction() ? cspDeductionGrp : cspFiscalGrp; }
+    QString kindWord() const;
+    void pickGroup();
+    void connectGroups();
+    void takeCurrent();
+    bool addChosen();
+    QList<int> chosenRows() const;
+    TRow row(int position) const;
+    TOutcome addToOrder(const TRow &row, bool oneOfMany);
+    TOutcome addToOutput(const TRow &row, bool oneOfMany);
+    TOutcome refuse(const TRow &row, bool oneOfMany, int noteOfMany, int noteOfOne);
+    TOutcome refuseRepeated(const TRow &row, bool oneOfMany);
+
+    const int m_kind;
+    int m_callType = 0;
+    QString m_target;
+};
+extern TFiscalDeducation_List_FRM *FiscalDeducation_List_FRM;

@@ -1,0 +1,282 @@
+#include "tax/TaxGet_UNT.h"
+
+#include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
+#include "host/Component_ZLM/DetailStrip_ZLM.h"
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "tax/Tax_DM_UNT.h"
+#include "tax/Tax_GetDetail_UNT.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace {
+
+const QList<TGridColumn> &bracketColumns()
+{
+    static const QList<TGridColumn> columns = {
+        {"FromSalary", "از حقوق", 170, true, TGridColumn::Money},
+        {"ToSalary", "تا حقوق", 170, true, TGridColumn::Money},
+        {"Percent", "نرخ مالیات", 100, true, TGridColumn::Money},
+    };
+    return columns;
+}
+
+const QList<TGridColumn> &detailFields()
+{
+    static const QList<TGridColumn> fields = {
+        {"Comment", "شرح"},
+        {"FromSalary", "از حقوق", 0, true, TGridColumn::Money},
+        {"ToSalary", "تا حقوق", 0, true, TGridColumn::Money},
+        {"Percent", "نرخ مالیات", 0, true, TGridColumn::Money},
+    };
+    return fields;
+}
+
+// Its spelling and its blanks are the ones that users know.
+const char *const notice =
+    "توجه : جهت محاسبه صحیح مالیات لطفا بازه های مالیاتی را به ترتیب  و با دقت وارد نمایید. همچنین بازه معاف از "
+    "مالیات که ار صفر شروع میشود را نیز وارد نمایید.";
+
+} // namespace
+
+TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, bool flag, const QString &text) : TBaseGet_FRM(part, flag, text)
+{
+    build();
+}
+
+TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
+    : TBaseGet_FRM(part, code, mode, flag)
+{
+    build();
+}
+
+void TTaxGet_FRM::build()
+{
+    SetTitle(QStringLiteral("جدول مالیاتی"));
+    resize(820, 560);
+
+    auto *inputs = new QGridLayout;
+    Title_EDT = AddInput(inputs, 0, 0, QStringLiteral("  &عنوان :"), QStringLiteral("Title_EDT"),
+                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 100));
+    Code_EDT = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15);
+    Code_EDT->SetRange(0, 999999); // zero may be typed: saving then says that it must not stay
+    Code_EDT->SetSpinRange(1, 999999);
+    Code_EDT->SetText(QStringLiteral("0"));
+    AddInput(inputs, 0, 1, QStringLiteral("  &کد :"), QStringLiteral("Code_EDT"), Code_EDT);
+    Comment_EDT = AddInput(inputs, 1, 0, QStringLiteral("  &شرح :"), QStringLiteral("Comment_EDT"),
+                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    Body()->addLayout(inputs);
+    connect(Code_EDT, &TSmartEdit_ZLM::exited, this, [this] { codeTyped(); });
+
+    auto *note = new QLabel(QString::fromUtf8(notice), this);
+    note->setObjectName(QStringLiteral("Notice_LBL"));
+    QFont bold = note->font();
+    bold.setBold(true);
+    note->setFont(bold);
+    note->setWordWrap(true);
+    Body()->addWidget(note);
+
+    auto *panel = new QGroupBox(QStringLiteral("لیست"), this);
+    auto *panelLayout = new QVBoxLayout(panel);
+    m_rows = new TDetail_Rows_Frame(
+        panel, QStringLiteral("TaxDetail_List_GRD"),
+        {QStringLiteral("سطر جدید"), QStringLiteral("ویرایش سطر"), QStringLiteral("حذف سطر")},
+        {QStringLiteral("AddRow_BTN"), QStringLiteral("EditRow_BTN"), QStringLiteral("DelRow_BTN")}, true);
+    m_rows->SetColumns(Tax_DM->DetailList_QUR, bracketColumns());
+    panelLayout->addWidget(m_rows, 1);
+    panelLayout->addWidget(new TDetailStrip_ZLM(panel, QStringLiteral("TaxDetail_View"),
+                                                QStringLiteral("سطر جاری"), Tax_DM->DetailList_QUR,
+                                                detailFields(), 2));
+    Body()->addWidget(panel, 1);
+    for (QWidget *stop : {static_cast<QWidget *>(m_rows->Grid()), static_cast<QWidget *>(m_rows->AddRow),
+                          static_cast<QWidget *>(m_rows->EditRow), static_cast<QWidget *>(m_rows->DelRow)})
+        AddTabStop(stop);
+    connect(m_rows, &TDetail_Rows_Frame::addRow, this, &TTaxGet_FRM::addRow);
+    connect(m_rows, &TDetail_Rows_Frame::editRow, this, &TTaxGet_FRM::editRow);
+    connect(m_rows, &TDetail_Rows_Frame::deleteRow, this, &TTaxGet_FRM::deleteRow);
+
+    BuildFooter(QStringLiteral("ذخيره F3"), QStringLiteral("خروج Esc"));
+}
+
+// Opening a table drops what an editor that ended abnormally left behind, then copies the saved brackets.
+void TTaxGet_FRM::openWorkingRows()
+{
+    Tax_DM->ClearDataTempDetail(Identifier().toInt());
+    Tax_DM->TmpTax_GetByTaxMainCode(Identifier());
+}
+
+void TTaxGet_FRM::NewCode()
+{
+    AllotCode([] { return Tax_DM->Tax_GetNewCode(); });
+}
+
+void TTaxGet_FRM::ClearRecord()
+{
+    Code_EDT->SetValue(Identifier());
+    openWorkingRows();
+    Tax_DM->Tax_GetByID(Identifier());
+    Title_EDT->Clear();
+    Comment_EDT->Clear();
+    SetIsSaved(true);
+}
+
+void TTaxGet_FRM::LoadRecord()
+{
+    Tax_DM->Tax_GetByID(Identifier());
+    openWorkingRows();
+}
+
+void TTaxGet_FRM::ShowRecord()
+{
+    const TQuery *record = Tax_DM->Get_QUR;
+    Code_EDT->SetValue(record->value(QStringLiteral("Code")));
+    Title_EDT->SetText(record->asString(QStringLiteral("Title")));
+    Comment_EDT->SetText(record->asString(QStringLiteral("Comment")));
+    SetIsSaved(true);
+}
+
+bool TTaxGet_FRM::RecordExists()
+{
+    Tax_DM->Tax_GetByID(Identifier());
+    return !Tax_DM->Get_QUR->isEmpty();
+}
+
+bool TTaxGet_FRM::codeTyped()
+{
+    const int held = Identifier().toInt();
+    const int typed = Code_EDT->asInteger();
+    if (Code_EDT->IsEmpty() || typed == 0 || typed == held)
+        return true;
+    bool moved = false;
+    Guarded([&] {
+        if (Mode() != fmNew)
+            NotSaveable(QStringLiteral("کد"), QStringLiteral("جدول مالیاتی"), Code_EDT);
+        else if (!moveTo(typed))
+            MsgRepeatedField(QStringLiteral("کد"), QStringLiteral("جدول مالیاتی"), Code_EDT, this);
+        else
+            moved = true;
+    });
+    if (!moved) {
+        Code_EDT->SetValue(held);
+        FocusInput(Code_EDT);
+    }
+    return moved;
+}
+
+bool TTaxGet_FRM::moveTo(int code)
+{
+    const int held = Identifier().toInt();
+    Tax_DM->Tax_GetByID(code);
+    if (!Tax_DM->Get_QUR->isEmpty() || !TakeCode(code)) {
+        Tax_DM->Tax_GetByID(held); // a row of the code that is saved: none
+        return false;
+    }
+    try {
+        Tax_DM->ClearDataTempDetail(code);
+        Tax_DM->TmpTax_MoveToCode(held, code);
+    } catch (...) {
+        Guarded([&] { TakeCode(held); });
+        SetIdentifier(held); // the working rows are still there
+        throw;
+    }
+    return true;
+}
+
+void TTaxGet_FRM::addRow()
+{
+    if (Code_EDT->IsEmpty()) {
+        MsgRequiredField(QStringLiteral("کد"), Code_EDT, this);
+        FocusInput(Code_EDT);
+        return;
+    }
+    if (!codeTyped())
+        return;
+    TTax_GetDetail_FRM bracket(int(Part()), Identifier());
+    if (bracket.exec() != QDialog::Accepted)
+        return;
+    Guarded([&] {
+        m_rows->Reread(QStringLiteral("ID"));
+        Tax_DM->DetailList_QUR->last();
+        SetIsSaved(false);
+    });
+}
+
+void TTaxGet_FRM::editRow()
+{
+    const QVariant id = Tax_DM->DetailList_QUR->value(QStringLiteral("ID"));
+    TTax_GetDetail_FRM bracket(int(Part()), Identifier(), fmEdit, id);
+    const bool changed = bracket.exec() == QDialog::Accepted;
+    // Read in any case: another workstation may have deleted the bracket.
+    Guarded([&] { m_rows->Reread(QStringLiteral("ID"), id); });
+    if (changed)
+        SetIsSaved(false);
+}
+
+void TTaxGet_FRM::deleteRow()
+{
+    if (!HavePermission(UserInfo, Part(), cpDelete, false, true, QString()) || !MsgDeleteRow())
+        return;
+    Guarded([&] {
+        Tax_DM->TaxDetail_Del(Tax_DM->DetailList_QUR->asString(QStringLiteral("ID")));
+        SetIsSaved(false);
+        m_rows->Reread(QStringLiteral("ID"));
+    });
+}
+
+bool TTaxGet_FRM::Validate()
+{
+    if (Code_EDT->IsEmpty()) {
+        MsgRequiredField(QStringLiteral("کد"), Code_EDT, this);
+        FocusInput(Code_EDT);
+        return false;
+    }
+    if (Code_EDT->GetText() == QLatin1String("0")) {
+        NotZeroValue(QStringLiteral("کد"), Code_EDT);
+        FocusInput(Code_EDT);
+        return false;
+    }
+    if (!codeTyped())
+        return false;
+    if (Title_EDT->IsEmpty()) {
+        MsgRequiredField(QStringLiteral("عنوان"), Title_EDT, this);
+        FocusInput(Title_EDT);
+        return false;
+    }
+    if (Tax_DM->DetailList_QUR->isEmpty()) {
+        MsgNotEntered(QStringLiteral("سطري"));
+        FocusInput(m_rows->Grid());
+        return false;
+    }
+    return true;
+}
+
+bool TTaxGet_FRM::SaveRecord()
+{
+    TTax_Mapper record;
+    record._Code = Code_EDT->asInteger();
+    record._Title = Title_EDT->GetText();
+    record._Comment = Comment_EDT->GetText();
+    // Header and brackets are two steps without a transaction: the second one only after the first.
+    const bool header = Mode() == fmNew ? Tax_DM->Tax_Insert(record) : Tax_DM->Tax_Update(record);
+    const bool saved = header && Tax_DM->TaxDetail_Insert(record._Code);
+    if (saved) {
+        MSGCompeletedSuccessfully(QStringLiteral("ذخيره سازي "), QString(), this);
+        return true;
+    }
+    if (header) {
+        // The header is stored by now: saving again must change it, and the list must show it.
+        SetMode(fmEdit);
+        m_savedOnce = true;
+    }
+    MSGFinishedNotSuccessfully(QStringLiteral("ذخيره سازي"));
+    return false;
+}
+
+void TTaxGet_FRM::BeforeClose()
+{
+    // Not the code that stands in the input: one that was typed last is another table's until it is taken.
+    Tax_DM->ClearDataTempDetail(Identifier().toInt());
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+
+class TDetail_Rows_Frame;
+
+/// The editor of one tax table: its header and its salary brackets, which stand in the working table until the
+/// header is saved.
+class TTaxGet_FRM : public TBaseGet_FRM {
+    Q_OBJECT
+public:
+    /// A new tax table.
+    TTaxGet_FRM(TSoftwarePart part, bool flag, const QString &text);
+    /// An existing one.
+    TTaxGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag);
+
+    TSmartEdit_ZLM *Title_EDT = nullptr;
+    TSmartEdit_ZLM *Code_EDT = nullptr;
+    TSmartEdit_ZLM *Comment_EDT = nullptr;
+
+protected:
+    bool Validate() override;
+    void ClearRecord() override;
+    void LoadRecord() override;
+    void ShowRecord() override;
+    bool SaveRecord() override;
+    void NewCode() override;
+    bool RecordExists() override;
+    void BeforeClose() override;
+    QWidget *FirstInput() override { return Title_EDT; }
+
+private:
+    void build();
+    void openWorkingRows();
+    void addRow();
+    void editRow();
+    void deleteRow();
+    /// A code typed by hand: a new table moves to it with its working rows when it is free, else the old code
+    /// comes back. False: the user was told.
+    bool codeTyped();
+    /// False: the code is taken, by a stored table or by another editor.
+    bool moveTo(int code);
+
+    TDetail_Rows_Frame *m_rows = nullptr;
+};

@@ -1,0 +1,96 @@
+#include "tax/TaxList_UNT.h"
+
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "tax/TaxGet_UNT.h"
+#include "tax/Tax_DM_UNT.h"
+
+#include <QCoreApplication>
+
+TTaxList_FRM *TaxList_FRM = nullptr;
+
+namespace {
+
+const QList<TGridColumn> &columns()
+{
+    static const QList<TGridColumn> list = {
+        {"Code", "کد", 70, true, TGridColumn::Code},
+        {"Title", "عنوان", 260},
+        {"Comment", "شرح", 320},
+    };
+    return list;
+}
+
+const QList<TSearchItem> &searchItems()
+{
+    static const QList<TSearchItem> list = {
+        {"Code", "کد", TSearchItem::Digits},
+        {"Title", "عنوان", TSearchItem::Text, true},
+        {"Comment", "شرح"},
+    };
+    return list;
+}
+
+} // namespace
+
+TTaxList_FRM::TTaxList_FRM(TFormMode mode, const QString &text) : TBaseDock_FRM(mode, text)
+{
+    if (!Tax_DM) {
+        Tax_DM = new TTax_DM(QCoreApplication::instance());
+        m_ownsData = true;
+    }
+    if (text.isEmpty())
+        SetTitle(QStringLiteral("جدول مالیاتی"));
+    BuildList(Tax_DM->List_QUR, QStringLiteral("TaxDB_List_TableView"), columns(), searchItems());
+    BuildUsualLayout(QStringLiteral("جدول مالیاتی"));
+    BuildButtons(true, false);
+}
+
+TTaxList_FRM::~TTaxList_FRM()
+{
+    if (m_ownsData) {
+        delete Tax_DM;
+        Tax_DM = nullptr;
+    }
+}
+
+void TTaxList_FRM::SetListText()
+{
+    Tax_DM->Tax_Get();
+}
+
+TBaseGet_FRM *TTaxList_FRM::CreateEditor(bool newRecord)
+{
+    if (newRecord)
+        return new TTaxGet_FRM(cspTax, false, QString());
+    return new TTaxGet_FRM(cspTax, ListQuery()->value(QStringLiteral("Code")), fmEdit, false);
+}
+
+void TTaxList_FRM::DeleteRecord()
+{
+    const int code = ListQuery()->asInteger(QStringLiteral("Code"));
+    if (!BeginDelete(cspTaxualList, QString::number(code)))
+        return;
+    // Brackets and header go together or not at all.
+    TConnection *connection = DM.ADOConnection1;
+    try {
+        connection->BeginTrans();
+        Tax_DM->ClearDataDetail(code);
+        Tax_DM->Tax_Del(QString::number(code));
+        connection->CommitTrans();
+    } catch (const TDatabaseError &error) {
+        connection->RollbackTrans();
+        MsgHasSubRecords(QStringLiteral("سطر"));
+        if (error.fault() != TFault::Refused)
+            MsgDatabaseError(error);
+    }
+    RefreshList();
+}
+
+bool TTaxList_FRM::SelectRecord()
+{
+    SelectedCode = ListQuery()->asInteger(QStringLiteral("code"));
+    SelectedTitle = ListQuery()->asString(QStringLiteral("title"));
+    IsSelected = true;
+    return true;
+}

@@ -1,0 +1,134 @@
+#include "tax/Tax_GetDetail_UNT.h"
+
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "tax/Tax_DM_UNT.h"
+
+namespace {
+constexpr int boundsReversed = 10233;
+constexpr int boundsEqual = 10232;
+constexpr int bracketsOverlap = 10234;
+constexpr int shownFor = 3000; // milliseconds
+} // namespace
+
+TTax_GetDetail_FRM::TTax_GetDetail_FRM(const QVariant &part, const QVariant &master)
+    : TBaseGetDetail_FRM(part, master)
+{
+    build();
+}
+
+TTax_GetDetail_FRM::TTax_GetDetail_FRM(const QVariant &part, const QVariant &master, TFormMode mode,
+                                       const QVariant &rowId)
+    : TBaseGetDetail_FRM(part, master, mode, rowId)
+{
+    build();
+}
+
+void TTax_GetDetail_FRM::build()
+{
+    SetTitle(QStringLiteral("جدول مالیاتی"));
+    auto *inputs = new QGridLayout;
+    const auto number = [&](int row, const QString &caption, const QString &name, TSmartEdit_ZLM::Kind kind,
+                            const QString &suffix) {
+        auto *input = new TSmartEdit_ZLM(this, kind, 15);
+        input->SetText(QStringLiteral("0"));
+        return AddInput(inputs, row, 0, caption, name, input, suffix);
+    };
+    FromSalary_EDT = number(0, QStringLiteral("  &از حقوق :"), QStringLiteral("FromSalary_EDT"),
+                            TSmartEdit_ZLM::Money, {});
+    ToSalary_EDT =
+        number(1, QStringLiteral("  &تا حقوق :"), QStringLiteral("ToSalary_EDT"), TSmartEdit_ZLM::Money, {});
+    Percent_EDT = number(2, QStringLiteral("  نر&خ مالیات :"), QStringLiteral("Percent_EDT"),
+                         TSmartEdit_ZLM::Number, QStringLiteral("%"));
+    Comment_EDT = AddInput(inputs, 3, 0, QStringLiteral("  &شرح :"), QStringLiteral("Comment_EDT"),
+                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    Body()->addLayout(inputs);
+    connect(Percent_EDT, &TSmartEdit_ZLM::changed, this, [this] { GuardPercent(Percent_EDT, false); });
+    BuildFooter(QStringLiteral("ذخيره و خروج F3"), QStringLiteral("خروج Esc"));
+}
+
+void TTax_GetDetail_FRM::ClearRecord()
+{
+    FromSalary_EDT->Clear();
+    ToSalary_EDT->Clear();
+    Percent_EDT->Clear();
+    Comment_EDT->Clear();
+    Tax_DM->TmpTax_GetById(0);
+    SetIsSaved(true);
+}
+
+bool TTax_GetDetail_FRM::RecordExists()
+{
+    Tax_DM->TmpTax_GetById(Identifier());
+    return !Tax_DM->TmpGet_QUR->isEmpty();
+}
+
+void TTax_GetDetail_FRM::LoadRecord()
+{
+    Tax_DM->TmpTax_GetById(Identifier());
+}
+
+void TTax_GetDetail_FRM::ShowRecord()
+{
+    const TQuery *row = Tax_DM->TmpGet_QUR;
+    FromSalary_EDT->SetValue(row->value(QStringLiteral("FromSalary")));
+    ToSalary_EDT->SetValue(row->value(QStringLiteral("ToSalary")));
+    Percent_EDT->SetValue(row->value(QStringLiteral("Percent")));
+    Comment_EDT->SetText(row->asString(QStringLiteral("Comment")));
+    SetIsSaved(true);
+}
+
+bool TTax_GetDetail_FRM::Validate()
+{
+    if (FromSalary_EDT->IsEmpty()) {
+        MsgRequiredField(QStringLiteral("از حقوق"), FromSalary_EDT, this);
+        FocusInput(FromSalary_EDT);
+        return false;
+    }
+    if (ToSalary_EDT->IsEmpty()) {
+        MsgRequiredField(QStringLiteral("تا حقوق"), ToSalary_EDT, this);
+        FocusInput(ToSalary_EDT);
+        return false;
+    }
+    const double from = FromSalary_EDT->asFloat();
+    const double to = ToSalary_EDT->asFloat();
+    if (to < from) {
+        ShowSmartMessage(boundsReversed, ToSalary_EDT, this, shownFor);
+        FocusInput(ToSalary_EDT);
+        return false;
+    }
+    if (to == from) {
+        ShowSmartMessage(boundsEqual, ToSalary_EDT, this, shownFor);
+        FocusInput(ToSalary_EDT);
+        return false;
+    }
+    // The message names the rate differently from the input's caption; users know it so.
+    if (Percent_EDT->GetText().trimmed().isEmpty()) {
+        MsgRequiredField(QStringLiteral("در صد"), Percent_EDT, this);
+        FocusInput(Percent_EDT);
+        return false;
+    }
+    const int row = Mode() == fmNew ? 0 : Identifier().toInt();
+    Tax_DM->TmpTax_GetID(Master().toInt(), row, from, to);
+    if (!Tax_DM->Temp_QUR->isEmpty()) {
+        ShowSmartMessage(bracketsOverlap, FromSalary_EDT, this, shownFor);
+        FocusInput(FromSalary_EDT);
+        return false;
+    }
+    return true;
+}
+
+bool TTax_GetDetail_FRM::SaveRecord()
+{
+    TTmpTax_Mapper row;
+    row._TaxMainCode = Master().toInt();
+    row._FromSalary = FromSalary_EDT->asFloat();
+    row._ToSalary = ToSalary_EDT->asFloat();
+    row._Percent = Percent_EDT->asFloat();
+    row._Comment = Comment_EDT->GetText();
+    const bool saved = Mode() == fmNew ? Tax_DM->TmpTax_Insert(row) : Tax_DM->TmpTax_Update(row);
+    if (!saved)
+        MSGFinishedNotSuccessfully(QStringLiteral("ذخيره سازي"));
+    else if (Mode() == fmNew)
+        SetIdentifier(Tax_DM->TmpGet_QUR->value(QStringLiteral("ID"))); // saving may leave the row open
+    return saved;
+}

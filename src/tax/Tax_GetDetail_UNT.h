@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/NewBaseForms_PKG/BaseGetDetail_UNT.h"
+
+/// The screen of one salary bracket of the tax table that is open in the editor.
+class TTax_GetDetail_FRM : public TBaseGetDetail_FRM {
+    Q_OBJECT
+public:
+    /// A new bracket of tax table `master`.
+    TTax_GetDetail_FRM(const QVariant &part, const QVariant &master);
+    /// The bracket whose working row is `rowId`.
+    TTax_GetDetail_FRM(const QVariant &part, const QVariant &master, TFormMode mode, const QVariant &rowId);
+
+    TSmartEdit_ZLM *FromSalary_EDT = nullptr;
+    TSmartEdit_ZLM *ToSalary_EDT = nullptr;
+    TSmartEdit_ZLM *Percent_EDT = nullptr;
+    TSmartEdit_ZLM *Comment_EDT = nullptr;
+
+protected:
+    bool Validate() override;
+    void ClearRecord() override;
+    void LoadRecord() override;
+    void ShowRecord() override;
+    bool SaveRecord() override;
+    void NewCode() override {}
+    bool RecordExists() override;
+    QWidget *FirstInput() override { return FromSalary_EDT; }
+
+private:
+    void build();
+};
