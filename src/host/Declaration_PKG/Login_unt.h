@@ -17,6 +17,7 @@ enum class TLoginResult {
     Inactive,            ///< the right password of a user whom the administrator has shut out
     WeakPassword,        ///< a new password is too short
     NameTaken,           ///< another user has this name
+    NameEmpty,
     NoSuchUser,
     LastAdministrator ///< the change would leave the suite without an active administrator
 };

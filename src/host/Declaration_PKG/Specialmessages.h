@@ -4,6 +4,7 @@
 #include "host/Declaration_PKG/Softwareparts_unt.h"
 #include "host/database/DatabaseError.h"
 
+#include <QColor>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -31,6 +32,7 @@ struct TMessage {
     QPointer<QWidget> form;
     int displayTime = 0; ///< milliseconds, balloons only
     int width = 0;       ///< pixels, balloons only, 0 for the text's own
+    QColor color;        ///< of the balloon, invalid for the ordinary one
 };
 
 /// Where all messages go. The program's own shows dialogs and balloons; tests set one that records and answers.
@@ -53,11 +55,13 @@ void MSGInUse(const QString &entity);
 void MsgNotEntered(const QString &caption);
 void NotZeroValue(const QString &caption, QWidget *control);
 void NotSaveable(const QString &first, const QString &second, QWidget *control);
+/// What was picked is there already.
 void SelectBefore(const QString &caption, QWidget *control);
+/// A save succeeded; a balloon, so that the next record needs no extra key.
 void MSGCompeletedSuccessfully(const QString &action, const QString &text = {}, QWidget *control = nullptr);
 /// A save failed. When the connection knows why (TConnection::lastError), its Persian sentence is added.
 void MSGFinishedNotSuccessfully(const QString &action, const QString &text = {});
-/// A free warning.
+/// A free warning. An empty detail is no word of the message.
 void ShowSmartMessage(const QString &text, const QString &detail, TMessageIconType icon);
 /// A catalogued notification: a balloon for `displayTime` ms, a dialog when it is 0. `arguments` fill "%1"...
 void ShowSmartMessage(int number, QWidget *control, QWidget *form, int displayTime,

@@ -1,5 +1,6 @@
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
 
+#include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
@@ -8,8 +9,6 @@
 #include "host/NewBaseForms_PKG/Recovery_UNT.h"
 #include "host/database/Query.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
 #include <QSet>
 
 namespace {
@@ -26,16 +25,6 @@ QString openKey(TSoftwarePart part, const QString &code)
     return QString::number(part) + u':' + code;
 }
 
-// A program of this suite that still runs: its number alone says little, numbers come round again.
-bool runsHere(qint64 process)
-{
-    const auto program = [](qint64 id) {
-        return QFileInfo(QStringLiteral("/proc/%1/exe").arg(id)).symLinkTarget();
-    };
-    return process > 0 && process != QCoreApplication::applicationPid() &&
-           program(process) == program(QCoreApplication::applicationPid());
-}
-
 // The codes of a part that an editor of this workstation has open now, here or in another process. Their working
 // rows look like rows left behind, but somebody is at work on them.
 QSet<QString> codesAtWork(TSoftwarePart part)
@@ -50,7 +39,7 @@ QSet<QString> codesAtWork(TSoftwarePart part)
         query.moveTo(row);
         const QString code = query.asString(QStringLiteral("Code"));
         if (openCodes().contains(openKey(part, code)) ||
-            runsHere(query.value(QStringLiteral("ProcessID")).toLongLong()))
+            RunsHere(query.value(QStringLiteral("ProcessID")).toLongLong()))
             codes.insert(code);
     }
     return codes;

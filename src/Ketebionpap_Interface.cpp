@@ -1,0 +1,210 @@
+#include "Ketebionpap_Interface.h"
+
+#include "calcmethod/CalcMethodList_UNT.h"
+#include "calcmethod/CalcMethod_DM_UNT.h"
+#include "calender/Calender_List_UNT.h"
+#include "entity/FiscalDeducation_List_UNT.h"
+#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "tax/TaxList_UNT.h"
+
+#include <QApplication>
+#include <QThread>
+
+namespace {
+
+constexpr int earnings = 0;
+constexpr int deductions = 1;
+constexpr int itemsChosen = 406; // a choice that is not one item's code
+
+void tell(const TDatabaseError &error)
+{
+    try {
+        MsgDatabaseError(error);
+    } catch (...) {
+        // The user cannot be told; the host goes on all the same.
+    }
+}
+
+/// Runs an entry point's work where a screen can be shown, and keeps every exception from the host.
+template <class Work>
+int enter(Work work) noexcept
+{
+    const QCoreApplication *application = QCoreApplication::instance();
+    if (!qobject_cast<const QApplication *>(application) || QThread::currentThread() != application->thread())
+        return 0;
+    try {
+        if (!DM.ADOConnection1)
+            throw TDatabaseError(TFault::ConnectionLost, QStringLiteral("the host has no connection"));
+        return work();
+    } catch (const TDatabaseError &error) {
+        tell(error);
+    } catch (const std::exception &error) {
+        tell(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
+    } catch (...) {
+        tell(TDatabaseError(TFault::Other, QStringLiteral("an unknown exception")));
+    }
+    return 0;
+}
+
+bool mayOpen(TSoftwarePart part)
+{
+    return HavePermission(UserInfo, part, cpOpen, true, true, {});
+}
+
+/// The screens reach their data module through its variable; one that an earlier call left there is used again.
+template <class Module>
+void make(Module *&variable)
+{
+    if (variable)
+        return;
+    variable = new Module(QCoreApplication::instance());
+    QObject::connect(variable, &QObject::destroyed, [&variable] { variable = nullptr; });
+}
+
+/// Only the normal way through an entry point comes here: after an error the data module waits for the next call.
+template <class Module>
+void release(Module *&variable)
+{
+    delete variable;
+}
+
+/// A screen in its variable, as long as it is shown.
+template <class Screen>
+class TShown {
+public:
+    TShown(Screen *&variable, Screen *screen) : m_variable(variable) { m_variable = screen; }
+    ~TShown()
+    {
+        delete m_variable;
+        m_variable = nullptr;
+    }
+    Q_DISABLE_COPY_MOVE(TShown)
+    Screen *operator->() const { return m_variable; }
+
+private:
+    Screen *&m_variable;
+};
+
+template <class Screen>
+void browse(Screen *&variable)
+{
+    TShown screen(variable, new Screen(fmBrowse, QString()));
+    screen->exec();
+}
+
+template <class Screen>
+int choose(Screen *&variable)
+{
+    TShown screen(variable, new Screen(fmSelect, QString()));
+    return screen->exec() == QDialog::Accepted ? screen->SelectedCode : 0;
+}
+
+void openItems(int kind)
+{
+    enter([kind] {
+        if (!mayOpen(kind == earnings ? cspFiscal : cspDeduction))
+            return 0;
+        TShown screen(FiscalDeducation_List_FRM,
+                      new TFiscalDeducation_List_FRM(fmBrowse, QVariant(kind), QString()));
+        screen->exec();
+        return 0;
+    });
+}
+
+int chooseItems(int kind, int selectType, const char16_t *filter, const char *whenEmpty)
+{
+    return enter([&] {
+        // The right on earnings guards the deductions here too.
+        if (!mayOpen(cspFiscal))
+            return 0;
+        const QString text = filter && *filter ? QString::fromUtf16(filter) : QString::fromLatin1(whenEmpty);
+        const QString value =
+            QStringLiteral("%1;%2;%3").arg(QString::number(kind), QString::number(selectType), text);
+        TShown screen(FiscalDeducation_List_FRM, new TFiscalDeducation_List_FRM(fmSelect, value, QString()));
+        if (screen->exec() != QDialog::Accepted)
+            return 0;
+        return selectType == 1 || selectType == 4 || selectType == 5 ? screen->SelectedCode : itemsChosen;
+    });
+}
+
+} // namespace
+
+void Open_TaxList(void) noexcept
+{
+    enter([] {
+        if (mayOpen(cspTax))
+            browse(TaxList_FRM);
+        return 0;
+    });
+}
+
+void Open_WorkCalender(void) noexcept
+{
+    enter([] {
+        if (mayOpen(cspCalender))
+            browse(Calender_List_FRM);
+        return 0;
+    });
+}
+
+void Open_FiscalList(void) noexcept
+{
+    openItems(earnings);
+}
+
+void Open_DeductionList(void) noexcept
+{
+    openItems(deductions);
+}
+
+void Open_CalculatingMethods(void) noexcept
+{
+    enter([] {
+        // Made before the right is asked: after a refusal it stays for the next call.
+        make(CalcMethod_DM);
+        if (!mayOpen(cspCalcMethod))
+            return 0;
+        browse(CalcMethodList_FRM);
+        release(CalcMethod_DM);
+        return 0;
+    });
+}
+
+int Select_StaffGroup(void) noexcept
+{
+    return enter([] { return Select_GroupList(cspStaffGroup, {}); });
+}
+
+int Select_CalculatingMethods(void) noexcept
+{
+    return enter([] {
+        if (!mayOpen(cspCalcMethod))
+            return 0;
+        make(CalcMethod_DM);
+        const int code = choose(CalcMethodList_FRM);
+        release(CalcMethod_DM);
+        return code;
+    });
+}
+
+int Select_TaxInfo(void) noexcept
+{
+    return enter([] { return mayOpen(cspTax) ? choose(TaxList_FRM) : 0; });
+}
+
+int Select_FiscalList(int SelectType, const char16_t *Filter) noexcept
+{
+    return chooseItems(earnings, SelectType, Filter, "0");
+}
+
+int Select_DeductionList(int SelectType, const char16_t *Filter) noexcept
+{
+    return chooseItems(deductions, SelectType, Filter, "0");
+}
+
+int Select_FiscalDeducation(int Kind, int SelectType, const char16_t *Filter) noexcept
+{
+    return chooseItems(Kind, SelectType, Filter, "");
+}

@@ -1,0 +1,337 @@
+#include "calcmethod/CalcMethodGet_UNT.h"
+
+#include "calcmethod/CalcMethod_DM_UNT.h"
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Message_ZLM/Message_ZLM.h"
+
+#include <QLabel>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int highestCode = 999999;
+constexpr int mostHours = 1000;
+const QString roundingUnits[] = {u"0"_qs,     u"10"_qs,     u"100"_qs,    u"1000"_qs,
+                                 u"10000"_qs, u"100000"_qs, u"1000000"_qs};
+
+QLabel *besideLabel(QWidget *parent, const QString &objectName)
+{
+    auto *label = new QLabel(parent);
+    label->setObjectName(objectName);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+} // namespace
+
+TCalcMethodGet_FRM::TCalcMethodGet_FRM(TSoftwarePart part, bool flag, const QString &text)
+    : TBaseGet_FRM(part, flag, text)
+{
+    build();
+}
+
+TCalcMethodGet_FRM::TCalcMethodGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
+    : TBaseGet_FRM(part, code, mode, flag)
+{
+    build();
+}
+
+void TCalcMethodGet_FRM::build()
+{
+    SetTitle(u"روش محاسباتی"_qs);
+    CalcMethod_PC = new QTabWidget(this);
+    CalcMethod_PC->setObjectName(u"CalcMethod_PC"_qs);
+    SetPages(CalcMethod_PC);
+    buildGeneralPage();
+    buildAttendancePage();
+    Body()->addWidget(CalcMethod_PC);
+    BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs);
+    applyTaxRule();
+    applyInsuranceRule();
+    showRoundingUnit();
+}
+
+void TCalcMethodGet_FRM::buildGeneralPage()
+{
+    QGridLayout *page = AddPage(CalcMethod_PC, u"عمومی"_qs, u"ts1"_qs);
+    Code_EDT = AddInput(page, -1, 0, u"  &کد :"_qs, u"Code_EDT"_qs,
+                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15));
+    Code_EDT->SetRange(1, highestCode);
+    Title_EDT = AddInput(page, -1, 0, u"  &عنوان :"_qs, u"Title_EDT"_qs,
+                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    Tax_CHK = AddInput(page, -1, 0, {}, u"Tax_CHK"_qs, new TSmartCheckBox_ZLM(u"م&شمول  مالیات"_qs, this));
+    CalcMethodCode_EDT = AddInput(page, -1, 0, u"  کد جدول مالیاتی :"_qs, u"CalcMethodCode_EDT"_qs,
+                                  new TSmartButtonEdit_ZLM(this, 6));
+    CalcMethodCode_LBL = besideLabel(this, u"CalcMethodCode_LBL"_qs);
+    AddBeside(CalcMethodCode_EDT, CalcMethodCode_LBL);
+    Maskok_SPNEDT = AddInput(page, -1, 0, u"  &مانده مسکوک :"_qs, u"Maskok_SPNEDT"_qs,
+                             new TSmartSpinEdit_ZLM(this, 0, int(std::size(roundingUnits)) - 1));
+    MandeMaskok_LBL = besideLabel(this, u"MandeMaskok_LBL"_qs);
+    AddBeside(Maskok_SPNEDT, MandeMaskok_LBL);
+    Comment_EDT = AddInput(page, -1, 0, u"  ش&رح :"_qs, u"Comment_EDT"_qs,
+                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    BedBes_CHK = AddInput(page, -1, 0, {}, u"BedBes_CHK"_qs,
+                          new TSmartCheckBox_ZLM(u"محاسبه بدهکاري / &بستانکاري"_qs, this));
+    Loan_CHK = AddInput(page, -1, 0, {}, u"Loan_CHK"_qs, new TSmartCheckBox_ZLM(u"محاسبه ا&قساط"_qs, this));
+    DecTax_CHK =
+        AddInput(page, -1, 0, {}, u"DecTax_CHK"_qs, new TSmartCheckBox_ZLM(u"کسر 2.7 مالي&ات"_qs, this));
+    auto *below = new QVBoxLayout;
+    page->addLayout(below, page->rowCount(), 0, 1, 2);
+    buildInsurance(below);
+
+    connect(Tax_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyTaxRule);
+    connect(Maskok_SPNEDT, &TSmartSpinEdit_ZLM::changed, this, &TCalcMethodGet_FRM::showRoundingUnit);
+    connect(CalcMethodCode_EDT, &TSmartEdit_ZLM::exited, this,
+            [this] { Guarded([this] { checkTaxCode(); }); });
+    connect(CalcMethodCode_EDT, &TSmartPickEdit_ZLM::pick, this,
+            [this] { Guarded([this] { pickTaxCode(); }); });
+}
+
+void TCalcMethodGet_FRM::buildInsurance(QLayout *into)
+{
+    QGridLayout *group = AddGroup(into, {}, u"Ins_GRP"_qs);
+    Insurance_CHK =
+        AddInput(group, -1, 0, {}, u"Insurance_CHK"_qs, new TSmartCheckBox_ZLM(u"   مشمو&ل بیمه  "_qs, this));
+    StaffIns_EDT = AddInput(group, -1, 0, u"  حق بیمه کارم&ند :"_qs, u"StaffIns_EDT"_qs,
+                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_qs);
+    EmployerIns_EDT = AddInput(group, -1, 0, u"  حق بیمه کار&فرما :"_qs, u"EmployerIns_EDT"_qs,
+                               new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_qs);
+    DailyIns_EDT = AddInput(group, -1, 0, u"  سقف بیمه روزانه& :"_qs, u"DailyIns_EDT"_qs,
+                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15));
+
+    connect(Insurance_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyInsuranceRule);
+    for (TSmartEdit_ZLM *share : {StaffIns_EDT, EmployerIns_EDT})
+        connect(share, &TSmartEdit_ZLM::changed, this, [share] { GuardPercent(share, true); });
+}
+
+void TCalcMethodGet_FRM::buildAttendancePage()
+{
+    QGridLayout *page = AddPage(CalcMethod_PC, u"حضور و غیاب"_qs, u"ts2"_qs);
+    Entrance_EDT = AddInput(page, -1, 0, u"  ساعت ورود :"_qs, u"Entrance_EDT"_qs, new TSmartTime_ZLM(this));
+    Exit_EDT = AddInput(page, -1, 0, u"  ساعت خروج :"_qs, u"Exit_EDT"_qs, new TSmartTime_ZLM(this));
+    OverDis_CMB = AddInput(page, -1, 0, u"  مبنای اضافه کار / کسر کار :"_qs, u"OverDis_CMB"_qs,
+                           new TSmartComboBox_ZLM(this, {u"روزانه"_qs, u"ماهانه"_qs}));
+    OutPut_EDT = AddInput(page, -1, 0, u"  حداقل کارکرد روزانه :"_qs, u"OutPut_EDT"_qs,
+                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"ساعت"_qs);
+    OutPut_EDT->SetRange(0, mostHours);
+    LeaveCeil_EDT = AddInput(page, -1, 0, u"  سقف مرخصی :"_qs, u"LeaveCeil_EDT"_qs,
+                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"روز در ماه"_qs);
+    OverTime_EDT = AddInput(page, -1, 0, u"  سقف اضافه کاری :"_qs, u"OverTime_EDT"_qs,
+                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15), u"ساعت "_qs);
+    OverTime_EDT->SetRange(0, mostHours);
+}
+
+void TCalcMethodGet_FRM::applyTaxRule()
+{
+    CalcMethodCode_EDT->setEnabled(Tax_CHK->isChecked());
+    if (!Tax_CHK->isChecked()) {
+        CalcMethodCode_EDT->Clear();
+        CalcMethodCode_LBL->clear();
+    }
+}
+
+void TCalcMethodGet_FRM::applyInsuranceRule()
+{
+    for (TSmartEdit_ZLM *input : {StaffIns_EDT, EmployerIns_EDT, DailyIns_EDT})
+        input->setEnabled(Insurance_CHK->isChecked());
+}
+
+void TCalcMethodGet_FRM::showRoundingUnit()
+{
+    MandeMaskok_LBL->setText(roundingUnits[Maskok_SPNEDT->value()]);
+}
+
+void TCalcMethodGet_FRM::showTaxTitle()
+{
+    CalcMethodCode_LBL->setText(
+        CalcMethodCode_EDT->IsEmpty()
+            ? QString()
+            : ScalerQuery(u"TaxMain"_qs, u"Title"_qs, u"Code"_qs, CalcMethodCode_EDT->GetValue()));
+}
+
+void TCalcMethodGet_FRM::checkTaxCode()
+{
+    if (CalcMethodCode_EDT->IsEmpty()) {
+        CalcMethodCode_LBL->clear();
+        return;
+    }
+    const int code = CalcMethodCode_EDT->asInteger();
+    const QString title = ScalerQuery(u"TaxMain"_qs, u"Title"_qs, u"Code"_qs, code);
+    const bool untitled =
+        title.isNull() && !ScalerQuery(u"TaxMain"_qs, u"Code"_qs, u"Code"_qs, code).isEmpty();
+    if (untitled) {
+        MsgCodeNotAvailable(u"جدول مالياتي"_qs, CalcMethodCode_EDT, this);
+        FocusInput(CalcMethodCode_EDT);
+        CalcMethodCode_LBL->clear();
+    } else if (title.isEmpty()) {
+        CalcMethodCode_EDT->Clear();
+        CalcMethodCode_LBL->clear();
+        ShowTooltipMessage(u"جدول مالیاتی با این کد ثبت نشده است"_qs, CalcMethodCode_EDT);
+        FocusInput(CalcMethodCode_EDT);
+    } else {
+        CalcMethodCode_LBL->setText(title);
+    }
+}
+
+void TCalcMethodGet_FRM::pickTaxCode()
+{
+    const int code = Select_Entity(cspTax, {}, false);
+    if (code == 0)
+        return;
+    CalcMethodCode_EDT->SetValue(code);
+    checkTaxCode();
+}
+
+void TCalcMethodGet_FRM::NewCode()
+{
+    AllotCode([] { return CalcMethod_DM->CalcMethod_GetNewCode(); });
+}
+
+bool TCalcMethodGet_FRM::RecordExists()
+{
+    CalcMethod_DM->CalcMethod_GetById(Identifier(), m_method);
+    return !CalcMethod_DM->Get_QUR->isEmpty();
+}
+
+void TCalcMethodGet_FRM::ClearRecord()
+{
+    Title_EDT->Clear();
+    Tax_CHK->setChecked(false);
+    applyTaxRule();
+    StaffIns_EDT->SetText(u"7"_qs);
+    EmployerIns_EDT->SetText(u"20"_qs);
+    DailyIns_EDT->Clear();
+    DecTax_CHK->setChecked(true);
+    Comment_EDT->Clear();
+    LeaveCeil_EDT->SetValue(2);
+    OutPut_EDT->SetValue(7.33);
+    Entrance_EDT->SetText(u"08:00"_qs);
+    Exit_EDT->SetText(u"16:00"_qs);
+    Code_EDT->SetValue(Identifier());
+    showRoundingUnit();
+    Maskok_SPNEDT->setValue(0);
+    OverDis_CMB->setCurrentIndex(0);
+    SetTitle(u"روش محاسباتي"_qs);
+    LeaveCeil_EDT->SetText(u"2"_qs);
+    OutPut_EDT->SetText(u"7.33"_qs);
+    SetIsSaved(true);
+}
+
+void TCalcMethodGet_FRM::LoadRecord()
+{
+    CalcMethod_DM->CalcMethod_GetById(Identifier(), m_method);
+}
+
+void TCalcMethodGet_FRM::ShowRecord()
+{
+    Code_EDT->SetValue(m_method._Code);
+    Title_EDT->SetText(m_method._Title);
+    Tax_CHK->setChecked(m_method._Tax);
+    applyTaxRule();
+    const bool hasTable = m_method._Tax && m_method._TaxMainCode != 0;
+    CalcMethodCode_EDT->SetValue(hasTable ? QVariant(m_method._TaxMainCode) : QVariant());
+    showTaxTitle();
+    Maskok_SPNEDT->setValue(m_method._Maskok);
+    Comment_EDT->SetText(m_method._Comment);
+    BedBes_CHK->setChecked(m_method._BedBes);
+    Loan_CHK->setChecked(m_method._Loan);
+    DecTax_CHK->setChecked(m_method._DecTax);
+    Insurance_CHK->setChecked(m_method._Insurance);
+    StaffIns_EDT->SetText(RoundedText_ZLM(m_method._StaffIns));
+    EmployerIns_EDT->SetText(RoundedText_ZLM(m_method._EmployerIns));
+    DailyIns_EDT->SetText(RoundedText_ZLM(m_method._DailyIns));
+    Entrance_EDT->SetText(m_method._Entrance);
+    Exit_EDT->SetText(m_method._Exit);
+    OverDis_CMB->setCurrentIndex(m_method._OverDis ? 1 : 0);
+    OutPut_EDT->SetText(RoundedText_ZLM(m_method._OutPut));
+    LeaveCeil_EDT->SetText(RoundedText_ZLM(m_method._LeaveCeil));
+    OverTime_EDT->SetValue(m_method._OverTime);
+}
+
+bool TCalcMethodGet_FRM::isMissing(TSmartEdit_ZLM *input, const QString &caption)
+{
+    if (!input->IsEmpty())
+        return false;
+    MsgRequiredField(caption, input, this);
+    FocusInput(input);
+    return true;
+}
+
+bool TCalcMethodGet_FRM::Validate()
+{
+    Code_EDT->IsValid(); // brings a code that is still being typed into its range
+    if (Code_EDT->IsEmpty())
+        Code_EDT->SetValue(Identifier());
+    if (CalcMethod_DM->CalcMedtho_GetCode(Code_EDT->GetValue()) &&
+        Code_EDT->asInteger() != Identifier().toInt()) {
+        MsgRepeatedField(u"کد"_qs, {}, Code_EDT, this);
+        FocusInput(Code_EDT);
+        return false;
+    }
+    if (isMissing(Title_EDT, u"عنوان"_qs))
+        return false;
+    if (Tax_CHK->isChecked() && isMissing(CalcMethodCode_EDT, u"کد جدول مالياتي"_qs))
+        return false;
+    if (CalcMethodCode_EDT->hasFocus()) {
+        checkTaxCode();
+        if (CalcMethodCode_LBL->text().isEmpty())
+            return false;
+    }
+    if (Insurance_CHK->isChecked() &&
+        (isMissing(StaffIns_EDT, u"حق بيمه کارمند"_qs) || isMissing(EmployerIns_EDT, u"حق بيمه کارفرما"_qs)))
+        return false;
+    if (isMissing(OverTime_EDT, u"سقف اضافه کاري"_qs) || isMissing(LeaveCeil_EDT, u"سقف مرخصي"_qs) ||
+        isMissing(OutPut_EDT, u"حداقل کارکرد روزانه"_qs))
+        return false;
+    for (TSmartTime_ZLM *time : {Entrance_EDT, Exit_EDT}) {
+        if (time->IsValid())
+            continue;
+        FocusInput(time);
+        return false;
+    }
+    return true;
+}
+
+TCalcMethod_Mapper TCalcMethodGet_FRM::readInputs() const
+{
+    TCalcMethod_Mapper method;
+    method._Code = Code_EDT->asInteger();
+    method._Title = Title_EDT->GetText();
+    method._StaffIns = StaffIns_EDT->asFloat();
+    method._EmployerIns = EmployerIns_EDT->asFloat();
+    method._OverTime = OverTime_EDT->asInteger();
+    method._TaxMainCode = Tax_CHK->isChecked() ? CalcMethodCode_EDT->asInteger() : 0;
+    method._DailyIns = DailyIns_EDT->asFloat();
+    method._DecTax = DecTax_CHK->isChecked();
+    method._Maskok = Maskok_SPNEDT->value();
+    method._LeaveCeil = LeaveCeil_EDT->asFloat();
+    method._OutPut = OutPut_EDT->asFloat();
+    method._Comment = Comment_EDT->GetText();
+    method._Insurance = Insurance_CHK->isChecked();
+    method._Tax = Tax_CHK->isChecked();
+    method._BedBes = BedBes_CHK->isChecked();
+    method._Loan = Loan_CHK->isChecked();
+    method._OverDis = OverDis_CMB->currentIndex() == 1;
+    method._Entrance = Entrance_EDT->GetText();
+    method._Exit = Exit_EDT->GetText();
+    return method;
+}
+
+bool TCalcMethodGet_FRM::SaveRecord()
+{
+    const TCalcMethod_Mapper method = readInputs();
+    // Insert and update work on the row that is open; reading it again also serves after a lost connection.
+    CalcMethod_DM->CalcMethod_GetById(Identifier(), m_method);
+    const bool saved =
+        Mode() == fmNew ? CalcMethod_DM->CalcMethod_Insert(method) : CalcMethod_DM->CalcMethod_Update(method);
+    if (!saved) {
+        MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+        return false;
+    }
+    SetIdentifier(method._Code);
+    MSGCompeletedSuccessfully(u"ذخيره سازي "_qs);
+    return true;
+}

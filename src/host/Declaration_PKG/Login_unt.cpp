@@ -1,0 +1,392 @@
+#include "host/Declaration_PKG/Login_unt.h"
+
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Utility_ZLM/PersianText.h"
+#include "host/database/Query.h"
+
+#include <QDateTime>
+
+#include <sodium.h>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <stdexcept>
+
+namespace {
+
+const int nameWidth = 50;      // characters of UserAccount.Name
+const int fullNameWidth = 100; // characters of UserAccount.FullName
+const int freeTries = 3;       // wrong passwords that cost no wait
+const int longestWait = 900;   // s
+
+struct TAccount {
+    TUserInfo user;
+    QByteArray hash;
+    int failedCount = 0;
+    QDateTime nextTry;
+};
+
+void startSodium()
+{
+    if (sodium_init() < 0)
+        throw std::runtime_error("the password library does not start");
+}
+
+QByteArray hashOf(const QString &password)
+{
+    startSodium();
+    const QByteArray text = password.toUtf8();
+    char hash[crypto_pwhash_STRBYTES] = {};
+    if (crypto_pwhash_str(hash, text.constData(), size_t(text.size()), crypto_pwhash_OPSLIMIT_INTERACTIVE,
+                          crypto_pwhash_MEMLIMIT_INTERACTIVE) != 0)
+        throw std::bad_alloc();
+    return QByteArray(hash);
+}
+
+bool matches(const QByteArray &hash, const QString &password)
+{
+    startSodium();
+    const QByteArray text = password.toUtf8();
+    return crypto_pwhash_str_verify(hash.constData(), text.constData(), size_t(text.size())) == 0;
+}
+
+bool isOld(const QByteArray &hash)
+{
+    return crypto_pwhash_str_needs_rehash(hash.constData(), crypto_pwhash_OPSLIMIT_INTERACTIVE,
+                                          crypto_pwhash_MEMLIMIT_INTERACTIVE) != 0;
+}
+
+bool isWeak(const QString &password)
+{
+    return password.size() < MinimalPasswordLength;
+}
+
+QList<TAccount> accounts()
+{
+    TQuery query(DM.ADOConnection1, QStringLiteral("Users_QUR"));
+    query.setStatement(
+        TStatement("select Code, Name, FullName, PasswordHash, IsAdmin, IsActive, FailedCount, "
+                   "NextTry from UserAccount order by Name"));
+    query.open();
+    QList<TAccount> list;
+    for (int row = 0; row < query.recordCount(); ++row) {
+        TAccount account;
+        account.user = {query.valueAt(row, 0).toInt(), query.valueAt(row, 1).toString(),
+                        query.valueAt(row, 2).toString(), query.valueAt(row, 4).toInt() != 0,
+                        query.valueAt(row, 5).toInt() != 0};
+        account.hash = query.valueAt(row, 3).toString().toLatin1();
+        account.failedCount = query.valueAt(row, 6).toInt();
+        account.nextTry = QDateTime::fromString(query.valueAt(row, 7).toString(), Qt::ISODate);
+        account.nextTry.setTimeSpec(Qt::UTC);
+        list.append(account);
+    }
+    return list;
+}
+
+/// Names as people type them: case, both forms of letters and blanks make no difference.
+QString nameKey(const QString &name)
+{
+    return PersianText::fold(name.trimmed().left(nameWidth)).trimmed();
+}
+
+std::optional<TAccount> accountNamed(const QString &name)
+{
+    for (const TAccount &account : accounts()) {
+        if (nameKey(account.user.Name) == nameKey(name))
+            return account;
+    }
+    return std::nullopt;
+}
+
+std::optional<TAccount> accountOf(int code)
+{
+    for (const TAccount &account : accounts()) {
+        if (account.user.Code == code)
+            return account;
+    }
+    return std::nullopt;
+}
+
+int waitAfter(int failedCount)
+{
+    return failedCount <= freeTries ? 0
+                                    : int(std::min(double(longestWait), std::exp2(failedCount - freeTries)));
+}
+
+/// Seconds until the account may be tried again. A time beyond the longest wait comes from a clock that was wrong.
+int secondsToWait(const TAccount &account)
+{
+    if (!account.nextTry.isValid())
+        return 0;
+    const qint64 seconds = (QDateTime::currentDateTimeUtc().msecsTo(account.nextTry) + 999) / 1000;
+    return seconds > 0 && seconds <= longestWait ? int(seconds) : 0;
+}
+
+/// Counts a try as failed before it is looked at, so that tries at the same time on many workstations are counted
+/// one by one. False when another one was counted first.
+bool countTry(const TAccount &account)
+{
+    const int failed = std::min(account.failedCount + 1, 1000);
+    const int wait = waitAfter(failed);
+    const QString nextTry =
+        wait ? QDateTime::currentDateTimeUtc().addSecs(wait).toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss"))
+             : QString();
+    return DM.ADOConnection1->execute(TStatement("update UserAccount set FailedCount=")
+                                          .integer(failed)
+                                          .sql(", NextTry=")
+                                          .value(wait ? QVariant(nextTry) : QVariant())
+                                          .sql(" where Code=")
+                                          .integer(account.user.Code)
+                                          .sql(" and FailedCount=")
+                                          .integer(account.failedCount)) == 1;
+}
+
+void forgetTries(int code)
+{
+    DM.ADOConnection1->execute(
+        TStatement("update UserAccount set FailedCount=0, NextTry=null where Code=").integer(code));
+}
+
+void storeHash(int code, const QByteArray &hash)
+{
+    DM.ADOConnection1->execute(TStatement("update UserAccount set PasswordHash=")
+                                   .text(QString::fromLatin1(hash))
+                                   .sql(" where Code=")
+                                   .integer(code));
+}
+
+/// Checks the password of an account that was just read.
+TLogin check(TAccount account, const QString &password)
+{
+    TLogin login;
+    for (;;) {
+        login.secondsToWait = secondsToWait(account);
+        if (login.secondsToWait > 0) {
+            login.result = TLoginResult::TooEarly;
+            return login;
+        }
+        if (countTry(account))
+            break;
+        const auto again = accountOf(account.user.Code);
+        if (!again)
+            return login;
+        account = *again;
+    }
+    if (!matches(account.hash, password)) {
+        login.secondsToWait = waitAfter(account.failedCount + 1);
+        return login;
+    }
+    forgetTries(account.user.Code);
+    if (isOld(account.hash))
+        storeHash(account.user.Code, hashOf(password));
+    login.result = account.user.IsActive ? TLoginResult::Ok : TLoginResult::Inactive;
+    if (account.user.IsActive)
+        login.user = account.user;
+    return login;
+}
+
+void insertUser(const TUserInfo &user, const QByteArray &hash)
+{
+    DM.ADOConnection1->execute(
+        TStatement(
+            "insert into UserAccount(Code, Name, FullName, PasswordHash, IsAdmin, IsActive, FailedCount) "
+            "values(")
+            .integer(user.Code)
+            .sql(",")
+            .text(user.Name)
+            .sql(",")
+            .text(user.FullName)
+            .sql(",")
+            .text(QString::fromLatin1(hash))
+            .sql(",")
+            .integer(user.IsAdmin ? 1 : 0)
+            .sql(",")
+            .integer(user.IsActive ? 1 : 0)
+            .sql(",0)"));
+}
+
+void updateUser(const TUserInfo &user)
+{
+    DM.ADOConnection1->execute(TStatement("update UserAccount set Name=")
+                                   .text(user.Name)
+                                   .sql(", FullName=")
+                                   .text(user.FullName)
+                                   .sql(", IsAdmin=")
+                                   .integer(user.IsAdmin ? 1 : 0)
+                                   .sql(", IsActive=")
+                                   .integer(user.IsActive ? 1 : 0)
+                                   .sql(" where Code=")
+                                   .integer(user.Code));
+}
+
+bool anotherAdministrator(int code)
+{
+    const QList<TAccount> list = accounts();
+    return std::any_of(list.begin(), list.end(), [&](const TAccount &account) {
+        return account.user.Code != code && account.user.IsAdmin && account.user.IsActive;
+    });
+}
+
+/// Runs work in a transaction that is kept only when it ends Ok.
+template <class Work>
+TLoginResult inTransaction(Work work)
+{
+    TConnection &connection = *DM.ADOConnection1;
+    connection.BeginTrans();
+    try {
+        const TLoginResult result = work();
+        if (result == TLoginResult::Ok)
+            connection.CommitTrans();
+        else
+            connection.RollbackTrans();
+        return result;
+    } catch (...) {
+        connection.RollbackTrans();
+        throw;
+    }
+}
+
+} // namespace
+
+QString LoginText(const TLogin &login)
+{
+    const QString wait = login.secondsToWait > 0
+                             ? QStringLiteral(" پس از %1 ثانیه دوباره تلاش کنید.").arg(login.secondsToWait)
+                             : QString();
+    switch (login.result) {
+    case TLoginResult::WrongNameOrPassword:
+        return QStringLiteral("نام کاربری یا کلمه عبور درست نیست.") + wait;
+    case TLoginResult::TooEarly:
+        return QStringLiteral("به دلیل چند ورود نادرست، ورود موقتا بسته شده است.") + wait;
+    case TLoginResult::Inactive:
+        return QStringLiteral("این کاربر غیر فعال است. با مدیر سیستم تماس بگیرید.");
+    case TLoginResult::WeakPassword:
+        return QStringLiteral("کلمه عبور باید دست کم %1 نویسه باشد.").arg(MinimalPasswordLength);
+    case TLoginResult::NameTaken:
+        return QStringLiteral("کاربر دیگری با این نام ثبت شده است.");
+    case TLoginResult::NameEmpty:
+        return QStringLiteral("نام کاربری وارد نشده است.");
+    case TLoginResult::NoSuchUser:
+        return QStringLiteral("این کاربر دیگر وجود ندارد.");
+    case TLoginResult::LastAdministrator:
+        return QStringLiteral("دست کم یک مدیر فعال باید در سیستم بماند.");
+    case TLoginResult::Ok:
+        break;
+    }
+    return {};
+}
+
+bool NoUserYet()
+{
+    return DM.ADOConnection1->scalar(TStatement("select count(*) from UserAccount")).toInt() == 0;
+}
+
+TLoginResult CreateFirstAdministrator(const QString &name, const QString &fullName, const QString &password)
+{
+    if (!NoUserYet())
+        return TLoginResult::NameTaken;
+    TUserInfo user{0, name, fullName, true, true};
+    return SaveUser(user, password);
+}
+
+TLogin LogIn(const QString &name, const QString &password)
+{
+    const auto account = accountNamed(name);
+    if (account)
+        return check(*account, password);
+    // As long as for a user who is there: the time must not tell names apart.
+    hashOf(password);
+    return {};
+}
+
+TLogin ReadUser(int code)
+{
+    TLogin login;
+    const auto account = accountOf(code);
+    login.result = !account                 ? TLoginResult::NoSuchUser
+                   : account->user.IsActive ? TLoginResult::Ok
+                                            : TLoginResult::Inactive;
+    if (login.result == TLoginResult::Ok)
+        login.user = account->user;
+    return login;
+}
+
+TLogin ChangePassword(int userCode, const QString &oldPassword, const QString &newPassword)
+{
+    TLogin login;
+    const auto account = accountOf(userCode);
+    if (!account) {
+        login.result = TLoginResult::NoSuchUser;
+        return login;
+    }
+    login = check(*account, oldPassword);
+    if (login.result != TLoginResult::Ok)
+        return login;
+    if (isWeak(newPassword)) {
+        login.result = TLoginResult::WeakPassword;
+        return login;
+    }
+    storeHash(userCode, hashOf(newPassword));
+    return login;
+}
+
+QList<TUserInfo> ListUsers()
+{
+    QList<TUserInfo> users;
+    for (const TAccount &account : accounts())
+        users << account.user;
+    std::stable_sort(users.begin(), users.end(), [](const TUserInfo &a, const TUserInfo &b) {
+        return PersianText::compare(a.Name, b.Name) < 0;
+    });
+    return users;
+}
+
+TLoginResult SaveUser(TUserInfo &user, const QString &password)
+{
+    TUserInfo saved = user;
+    saved.Name = user.Name.trimmed().left(nameWidth);
+    saved.FullName = user.FullName.trimmed().left(fullNameWidth);
+    if (nameKey(saved.Name).isEmpty())
+        return TLoginResult::NameEmpty;
+    if (isWeak(password) && (saved.Code == 0 || !password.isEmpty()))
+        return TLoginResult::WeakPassword;
+    const QByteArray hash = password.isEmpty() ? QByteArray() : hashOf(password);
+    const TLoginResult result = inTransaction([&] {
+        if (const auto other = accountNamed(saved.Name); other && other->user.Code != saved.Code)
+            return TLoginResult::NameTaken;
+        if (saved.Code == 0) {
+            saved.Code =
+                DM.ADOConnection1->scalar(TStatement("select isnull(max(Code),0)+1 from UserAccount"))
+                    .toInt();
+            insertUser(saved, hash);
+            return TLoginResult::Ok;
+        }
+        if (!accountOf(saved.Code))
+            return TLoginResult::NoSuchUser;
+        if ((!saved.IsAdmin || !saved.IsActive) && !anotherAdministrator(saved.Code))
+            return TLoginResult::LastAdministrator;
+        updateUser(saved);
+        if (!hash.isEmpty()) {
+            storeHash(saved.Code, hash);
+            forgetTries(saved.Code);
+        }
+        return TLoginResult::Ok;
+    });
+    if (result == TLoginResult::Ok)
+        user = saved;
+    return result;
+}
+
+TLoginResult DeleteUser(int code)
+{
+    return inTransaction([&] {
+        if (!accountOf(code))
+            return TLoginResult::NoSuchUser;
+        if (!anotherAdministrator(code))
+            return TLoginResult::LastAdministrator;
+        DM.ADOConnection1->execute(TStatement("delete from UserRight where UserCode=").integer(code));
+        DM.ADOConnection1->execute(TStatement("delete from UserAccount where Code=").integer(code));
+        return TLoginResult::Ok;
+    });
+}

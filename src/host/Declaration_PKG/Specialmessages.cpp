@@ -1,0 +1,254 @@
+#include "host/Declaration_PKG/Specialmessages.h"
+
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Login_unt.h"
+#include "host/Message_ZLM/DesktopMessages.h"
+#include "host/Message_ZLM/MessageCatalogue.h"
+
+#include <utility>
+
+namespace {
+
+TMessageService *&serviceInForce()
+{
+    static TMessageService *service = nullptr;
+    return service;
+}
+
+const int successTime = 2000; // ms
+
+QString title(TMessageIconType icon)
+{
+    switch (icon) {
+    case miQuestion:
+        return QStringLiteral("پرسش");
+    case miError:
+        return QStringLiteral("خطا");
+    case miWarning:
+        return QStringLiteral("هشدار");
+    case miInformation:
+        break;
+    }
+    return QStringLiteral("پیام");
+}
+
+TMessage message(const char *operation, TMessageIconType icon, const QString &text,
+                 const QStringList &words = {})
+{
+    TMessage result;
+    result.operation = QString::fromLatin1(operation);
+    result.icon = icon;
+    result.title = title(icon);
+    result.words = words;
+    result.text = MessageCatalogue::fill(text, words);
+    return result;
+}
+
+void at(TMessage &message, QWidget *control, QWidget *form = nullptr)
+{
+    message.control = control;
+    message.form = form ? form : control ? control->window() : nullptr;
+}
+
+void asQuestion(TMessage &message, TMessageButtons buttons, TAnswer defaultAnswer)
+{
+    message.shape = TMessageShape::Question;
+    message.buttons = buttons;
+    message.defaultAnswer = defaultAnswer;
+}
+
+void warn(const char *operation, const QString &text, const QStringList &words, QWidget *control = nullptr,
+          QWidget *form = nullptr)
+{
+    TMessage result = message(operation, miWarning, text, words);
+    at(result, control, form);
+    MessageService().show(result);
+}
+
+TMessage numbered(int number)
+{
+    const MessageCatalogue::TEntry *entry = MessageCatalogue::find(number);
+    TMessage result = message("ShowSmartMessage", entry ? entry->icon : miWarning,
+                              entry ? entry->text : QStringLiteral("پیام شماره %1").arg(number));
+    result.number = number;
+    return result;
+}
+
+/// A caption as the object of a sentence. Some bring their "را" along.
+QString asObject(const QString &caption)
+{
+    const QString particle = QStringLiteral(" را");
+    const QString words = caption.trimmed() + u' ';
+    return words.contains(particle + u' ') ? words.trimmed() : words.trimmed() + particle;
+}
+
+} // namespace
+
+TMessageService::~TMessageService() = default;
+
+TMessageService &MessageService()
+{
+    static TDesktopMessages desktop;
+    return serviceInForce() ? *serviceInForce() : desktop;
+}
+
+void SetMessageService(TMessageService *service)
+{
+    serviceInForce() = service;
+}
+
+void MsgRequiredField(const QString &caption, QWidget *control, QWidget *form)
+{
+    TMessage result = message("MsgRequiredField", miWarning, {}, {caption});
+    result.text = MessageCatalogue::fill(QStringLiteral("لطفا %1 وارد کنید."), {asObject(caption)});
+    at(result, control, form);
+    MessageService().show(result);
+}
+
+void MsgRepeatedField(const QString &caption, const QString &entity, QWidget *control, QWidget *form)
+{
+    // The second word names now the entity, now a second field: the sentence must bear both.
+    warn("MsgRepeatedField",
+         entity.trimmed().isEmpty() ? QStringLiteral("این %1 قبلا ثبت شده است و نمی تواند تکراری باشد.")
+                                    : QStringLiteral("تکراری است و قبلا ثبت شده است: %1 - %2"),
+         {caption, entity}, control, form);
+}
+
+void MsgCodeNotAvailable(const QString &entity, QWidget *control, QWidget *form)
+{
+    warn("MsgCodeNotAvailable", QStringLiteral("%1 با این کد وجود ندارد."), {entity}, control, form);
+}
+
+bool MsgDeleteRow()
+{
+    TMessage result =
+        message("MsgDeleteRow", miQuestion, QStringLiteral("آیا از حذف این سطر اطمینان دارید؟"));
+    asQuestion(result, TMessageButtons::YesNo, TAnswer::No);
+    return MessageService().show(result) == TAnswer::Yes;
+}
+
+void MsgHasSubRecords(const QString &entity)
+{
+    warn("MsgHasSubRecords", QStringLiteral("این %1 در جای دیگری استفاده شده است و نمی توان آن را حذف کرد."),
+         {entity});
+}
+
+void MSGInUse(const QString &entity)
+{
+    warn("MSGInUse",
+         QStringLiteral("این %1 هم اکنون برای ویرایش باز است. پس از بسته شدن آن دوباره تلاش کنید."),
+         {entity});
+}
+
+void MsgNotEntered(const QString &caption)
+{
+    warn("MsgNotEntered", QStringLiteral("%1 وارد نشده است."), {caption});
+}
+
+void NotZeroValue(const QString &caption, QWidget *control)
+{
+    warn("NotZeroValue", QStringLiteral("%1 نمی تواند صفر باشد."), {caption}, control);
+}
+
+void NotSaveable(const QString &first, const QString &second, QWidget *control)
+{
+    warn("NotSaveable", QStringLiteral("در %1 نمی توان %2 ذخیره کرد."), {first, second}, control);
+}
+
+void SelectBefore(const QString &caption, QWidget *control)
+{
+    warn("SelectBefore", QStringLiteral("این %1 قبلا انتخاب شده است."), {caption}, control);
+}
+
+void MSGCompeletedSuccessfully(const QString &action, const QString &text, QWidget *control)
+{
+    TMessage result = message("MSGCompeletedSuccessfully", miInformation,
+                              QStringLiteral("%1 با موفقیت انجام شد."), {action});
+    if (!text.isEmpty()) {
+        result.words << text;
+        result.text += u'\n' + text;
+    }
+    result.shape = TMessageShape::Balloon;
+    result.displayTime = successTime;
+    at(result, control);
+    MessageService().show(result);
+}
+
+void MSGFinishedNotSuccessfully(const QString &action, const QString &text)
+{
+    TMessage result =
+        message("MSGFinishedNotSuccessfully", miError, QStringLiteral("%1 انجام نشد."), {action});
+    if (!text.isEmpty())
+        result.words << text;
+    // Some callers name the action in both places.
+    if (text.trimmed() != action.trimmed() && !text.isEmpty())
+        result.text += u'\n' + text;
+    if (DM.ADOConnection1 && DM.ADOConnection1->lastError())
+        result.text += u'\n' + DM.ADOConnection1->lastError()->userText();
+    MessageService().show(result);
+}
+
+void ShowSmartMessage(const QString &text, const QString &detail, TMessageIconType icon)
+{
+    TMessage result = message("ShowSmartMessage", icon, {}, {text});
+    result.text = text;
+    if (!detail.isEmpty()) {
+        result.words << detail;
+        result.text += u'\n' + detail;
+    }
+    MessageService().show(result);
+}
+
+void ShowSmartMessage(int number, QWidget *control, QWidget *form, int displayTime,
+                      const QStringList &arguments)
+{
+    TMessage result = numbered(number);
+    result.words = arguments;
+    result.text = MessageCatalogue::fill(result.text, arguments);
+    result.displayTime = displayTime;
+    result.shape = displayTime > 0 ? TMessageShape::Balloon : TMessageShape::Dialog;
+    at(result, control, form);
+    MessageService().show(result);
+}
+
+TAnswer ShowSmartMessage(int number, TMessageButtons buttons, TAnswer defaultAnswer)
+{
+    TMessage result = numbered(number);
+    asQuestion(result, buttons, defaultAnswer);
+    return MessageService().show(result);
+}
+
+void MakeGroup()
+{
+    warn("MakeGroup", QStringLiteral("هنوز گروهی ساخته نشده است. لطفا نخست یک گروه بسازید."), {});
+}
+
+TAnswer MsgNotSaved()
+{
+    TMessage result = message("MsgNotSaved", miQuestion,
+                              QStringLiteral("تغییرات ذخیره نشده است. آیا می خواهید آنها را ذخیره کنید؟"));
+    asQuestion(result, TMessageButtons::YesNoCancel, TAnswer::Yes);
+    return MessageService().show(result);
+}
+
+void MsgDatabaseError(const TDatabaseError &error)
+{
+    qWarning("%s", error.what());
+    TMessage result = message("MsgDatabaseError", miError, {});
+    result.text = error.userText();
+    MessageService().show(result);
+}
+
+void MsgNoPermission(TSoftwarePart part, TPermission right)
+{
+    TMessage result = message("MsgNoPermission", miWarning, {});
+    result.text = MessageCatalogue::fill(QStringLiteral("شما مجوز «%1» در بخش «%2» را ندارید."),
+                                         {PermissionName(right), SoftwarePartName(part)});
+    MessageService().show(result);
+}
+
+void MsgRecordGone()
+{
+    warn("MsgRecordGone", QStringLiteral("این رکورد دیگر وجود ندارد. شاید کاربر دیگری آن را حذف کرده باشد."),
+         {});
+}

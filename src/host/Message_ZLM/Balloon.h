@@ -1,0 +1,37 @@
+#pragma once
+
+#include "host/Declaration_PKG/Specialmessages.h"
+
+#include <QFrame>
+
+class QLabel;
+
+/// A text beside an input that takes no focus and no key. It goes after its time, with the next key or click, and when
+/// the input goes. There is one at a time: a new one takes the place of the old one.
+class TBalloon : public QFrame {
+    Q_OBJECT
+public:
+    /// Beside a visible input, or at the foot of a window.
+    static void show(const TMessage &message, QWidget *anchor);
+    static void closeCurrent();
+    /// The balloon on the screen; null when there is none.
+    static TBalloon *current();
+    QString text() const;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    TBalloon(const TMessage &message, QWidget *anchor);
+    void place();
+    void goAway();
+
+    QPointer<QWidget> m_anchor;
+    QPointer<QWidget> m_window;
+    QLabel *m_label;
+    QColor m_edge;
+    bool m_besideInput;
+    bool m_armed = false; ///< keys from now on take the balloon away
+};

@@ -1,0 +1,220 @@
+#include "host/database/SqliteFunctions.h"
+
+#include "host/Utility_ZLM/PersianText.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <cstring>
+#include <sqlite3.h>
+
+namespace {
+
+/// The letters of a UTF-8 text one by one, case folded. Broken bytes count as letters of their own.
+class TFoldedLetters {
+public:
+    TFoldedLetters(const void *text, int size)
+        : m_at(static_cast<const unsigned char *>(text)), m_end(m_at + size)
+    {
+        while (m_end > m_at && m_end[-1] == ' ')
+            --m_end;
+    }
+    bool atEnd() const { return m_at == m_end; }
+    char32_t next()
+    {
+        const unsigned char lead = *m_at++;
+        if (lead < 0x80)
+            return lead >= 'A' && lead <= 'Z' ? char32_t(lead + 32) : char32_t(lead);
+        const int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
+        char32_t letter = more == 3 ? lead & 0x07 : more == 2 ? lead & 0x0F : more == 1 ? lead & 0x1F : lead;
+        for (int i = 0; i < more && m_at < m_end; ++i)
+            letter = (letter << 6) | (*m_at++ & 0x3F);
+        // Arabic letters have no case, and are most of the texts.
+        return letter >= 0x0600 && letter <= 0x06FF ? letter : QChar::toCaseFolded(letter);
+    }
+
+private:
+    const unsigned char *m_at;
+    const unsigned char *m_end;
+};
+
+int compareZelmo(void *, int sizeA, const void *a, int sizeB, const void *b)
+{
+    TFoldedLetters left(a, sizeA);
+    TFoldedLetters right(b, sizeB);
+    while (!left.atEnd() && !right.atEnd()) {
+        const char32_t l = left.next();
+        const char32_t r = right.next();
+        if (l != r)
+            return l < r ? -1 : 1;
+    }
+    return left.atEnd() ? (right.atEnd() ? 0 : -1) : 1;
+}
+
+struct TBytes {
+    const char *text;
+    int size;
+};
+
+TBytes bytes(sqlite3_value *value)
+{
+    // The text first: asking for it may change how many bytes there are.
+    const char *text = reinterpret_cast<const char *>(sqlite3_value_text(value));
+    return {text, sqlite3_value_bytes(value)};
+}
+
+QString string(sqlite3_value *value)
+{
+    const TBytes utf8 = bytes(value);
+    return QString::fromUtf8(utf8.text, utf8.size);
+}
+
+void answer(sqlite3_context *context, const QString &text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    sqlite3_result_text(context, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+}
+
+bool anyNull(int count, sqlite3_value **values)
+{
+    for (int i = 0; i < count; ++i)
+        if (sqlite3_value_type(values[i]) == SQLITE_NULL)
+            return true;
+    return false;
+}
+
+// UTF-16 units, as the server counts: a lead byte of four bytes stands for two.
+int unitsIn(const char *text, qsizetype size)
+{
+    int units = 0;
+    for (qsizetype i = 0; i < size; ++i) {
+        const unsigned char byte = static_cast<unsigned char>(text[i]);
+        units += (byte & 0xC0) == 0x80 ? 0 : byte >= 0xF0 ? 2 : 1;
+    }
+    return units;
+}
+
+bool mayHaveCase(TBytes utf8)
+{
+    for (int i = 0; i < utf8.size; ++i) {
+        const unsigned char byte = static_cast<unsigned char>(utf8.text[i]);
+        // Latin letters, and those of the alphabets up to the Arabic one and behind it.
+        if ((byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || (byte >= 0xC3 && byte <= 0xD7) ||
+            byte >= 0xE1)
+            return true;
+    }
+    return false;
+}
+
+// charindex(what, text [, from]): the place of the first occurrence from 1, 0 when there is none.
+void charindex(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (anyNull(count, values))
+        return sqlite3_result_null(context);
+    const TBytes what = bytes(values[0]);
+    const TBytes text = bytes(values[1]);
+    const qsizetype from = count > 2 ? qMax(1, sqlite3_value_int(values[2])) - 1 : 0;
+    if (what.size == 0)
+        return sqlite3_result_int(context, 0);
+    if (from == 0) {
+        const void *found = memmem(text.text, size_t(text.size), what.text, size_t(what.size));
+        // Only a match in another case could come earlier, or at all.
+        if (!mayHaveCase(what)) {
+            const qsizetype offset = found ? static_cast<const char *>(found) - text.text : -1;
+            return sqlite3_result_int(context, offset < 0 ? 0 : unitsIn(text.text, offset) + 1);
+        }
+    }
+    const qsizetype place = string(values[1]).indexOf(string(values[0]), from, Qt::CaseInsensitive);
+    sqlite3_result_int(context, int(place) + 1);
+}
+
+// Trailing blanks do not count.
+void len(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (anyNull(count, values))
+        return sqlite3_result_null(context);
+    TBytes text = bytes(values[0]);
+    while (text.size > 0 && text.text[text.size - 1] == ' ')
+        --text.size;
+    sqlite3_result_int(context, unitsIn(text.text, text.size));
+}
+
+void substring(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (anyNull(count, values))
+        return sqlite3_result_null(context);
+    const qint64 from = sqlite3_value_int64(values[1]);
+    const qint64 length = sqlite3_value_int64(values[2]);
+    if (length < 0)
+        return sqlite3_result_error(context, "the length of substring is below zero", -1);
+    const QString text = string(values[0]);
+    const qint64 first = qBound(qint64(1), from, qint64(text.size()) + 1);
+    const qint64 end = qBound(first, from + qMin(length, qint64(text.size()) + 1), qint64(text.size()) + 1);
+    answer(context, text.mid(first - 1, end - first));
+}
+
+void left(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (anyNull(count, values))
+        return sqlite3_result_null(context);
+    answer(context, string(values[0]).left(qMax(0, sqlite3_value_int(values[1]))));
+}
+
+void right(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (anyNull(count, values))
+        return sqlite3_result_null(context);
+    answer(context, string(values[0]).right(qMax(0, sqlite3_value_int(values[1]))));
+}
+
+void getdate(sqlite3_context *context, int, sqlite3_value **)
+{
+    answer(context, QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")));
+}
+
+void fold(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (anyNull(count, values))
+        return sqlite3_result_null(context);
+    answer(context, PersianText::fold(string(values[0])));
+}
+
+// The next unique code of a detail, whatever its kind (the server has it as a function in the schema).
+void uniqueCode(sqlite3_context *context, int, sqlite3_value **)
+{
+    sqlite3 *db = sqlite3_context_db_handle(context);
+    sqlite3_stmt *statement = nullptr;
+    if (sqlite3_prepare_v2(db, "SELECT ifnull(max(DetailUniqueCode), 0) + 1 FROM Perinf", -1, &statement,
+                           nullptr) == SQLITE_OK &&
+        sqlite3_step(statement) == SQLITE_ROW)
+        sqlite3_result_int64(context, sqlite3_column_int64(statement, 0));
+    else
+        sqlite3_result_error(context, sqlite3_errmsg(db), -1);
+    sqlite3_finalize(statement);
+}
+
+} // namespace
+
+void registerSqliteFunctions(sqlite3 *db)
+{
+    sqlite3_create_collation_v2(db, "ZELMO", SQLITE_UTF8, nullptr, compareZelmo, nullptr);
+    struct TFunction {
+        const char *name;
+        int arguments;
+        int flags;
+        void (*call)(sqlite3_context *, int, sqlite3_value **);
+    };
+    constexpr int pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+    const TFunction functions[] = {{"charindex", 2, pure, charindex},
+                                   {"charindex", 3, pure, charindex},
+                                   {"len", 1, pure, len},
+                                   {"substring", 3, pure, substring},
+                                   {"zelmo_left", 2, pure, left},
+                                   {"zelmo_right", 2, pure, right},
+                                   {"zelmo_fold", 1, pure, fold},
+                                   {"getdate", 0, SQLITE_UTF8, getdate},
+                                   {"GetUinqueCode_FNC", 1, SQLITE_UTF8, uniqueCode}};
+    for (const TFunction &function : functions)
+        sqlite3_create_function_v2(db, function.name, function.arguments, function.flags, nullptr,
+                                   function.call, nullptr, nullptr, nullptr);
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "support/Keys.h"
+#include "support/ScriptedMessages.h"
+#include "support/TestDatabase.h"
+
+#include "calcmethod/CalcMethodGet_UNT.h"
+#include "calcmethod/CalcMethodList_UNT.h"
+#include "calcmethod/CalcMethod_DM_UNT.h"
+#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QTabWidget>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+/// A company with two tax tables, and a clerk who holds all rights.
+class CalcMethodScreens : public testing::Test {
+protected:
+    CalcMethodScreens()
+    {
+        IniOptions.Com_Index = 1;
+        UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+        dm = std::make_unique<TCalcMethod_DM>(nullptr);
+        CalcMethod_DM = dm.get();
+        db.run(u"insert into TaxMain(Code,Title) values(3,'جدول سوم')"_qs);
+        db.run("insert into TaxMain(Code,Title) values(4,'table four')");
+    }
+    ~CalcMethodScreens() override
+    {
+        CalcMethod_DM = nullptr;
+        UserInfo = {};
+    }
+
+    void add(int code, const QString &title, const QString &columns = {}, const QString &values = {})
+    {
+        db.run(QStringLiteral("insert into CalcMethod(Code,Title%1) values(%2,'%3'%4)")
+                   .arg(columns)
+                   .arg(code)
+                   .arg(title, values));
+    }
+    /// A clerk with these rights on the calculation methods only.
+    void holdOnly(const QList<int> &rights)
+    {
+        UserInfo = TUserInfo{7, "other", "other", false, true};
+        db.run("delete from UserRight");
+        for (const int right : rights)
+            db.run(QStringLiteral("insert into UserRight(UserCode,SoftwarePart,Permission) values(7,813,%1)")
+                       .arg(right));
+    }
+    QString titles() { return db.rows("select Code, Title from CalcMethod order by Code"); }
+    QString locks() { return db.rows("select Code, Status, Com_Index from CodeLock_TBL order by Code"); }
+
+    static int open(QDialog &screen, const std::function<void()> &work)
+    {
+        return Keys::runModal([&] { return screen.exec(); },
+                              [&](QWidget *shown) {
+                                  Keys::waitFor([&] { return shown->isActiveWindow(); });
+                                  work();
+                              });
+    }
+    static void check(QAbstractButton *box, bool checked)
+    {
+        if (box->isChecked() != checked) {
+            box->setFocus();
+            Keys::press(box, Qt::Key_Space);
+        }
+        EXPECT_EQ(box->isChecked(), checked) << box->objectName().toStdString();
+    }
+
+    TestDatabase db;
+    ScriptedMessages messages;
+    std::unique_ptr<TCalcMethod_DM> dm;
+};
