@@ -55,7 +55,7 @@ CREATE TABLE CalcMethod (
     DecTax BIT NOT NULL CONSTRAINT DF_CalcMethod_DecTax DEFAULT 0,
     Maskok INT NULL,
     LeaveCeil DECIMAL(23,9) NULL,
-    OutPut DECIMAL(23,9) NULL,
+    [OutPut] DECIMAL(23,9) NULL,
     Comment NVARCHAR(100) NULL,
     Insurance BIT NOT NULL CONSTRAINT DF_CalcMethod_Insurance DEFAULT 0,
     Tax BIT NOT NULL CONSTRAINT DF_CalcMethod_Tax DEFAULT 0,
@@ -290,7 +290,7 @@ GO
 -- Personnel orders and staff outputs, and the working rows of their editors.
 CREATE TABLE Recruitment (
     Code INT NOT NULL CONSTRAINT PK_Recruitment PRIMARY KEY,
-    StaffCode INT NOT NULL CONSTRAINT FK_Recruitment_Staff REFERENCES Staff (Code),
+    StaffCode INT NULL CONSTRAINT FK_Recruitment_Staff REFERENCES Staff (Code),
     DoDate NVARCHAR(10) NULL,
     CalcMethodCode INT NULL CONSTRAINT FK_Recruitment_CalcMethod REFERENCES CalcMethod (Code)
 )
