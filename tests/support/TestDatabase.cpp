@@ -3,10 +3,28 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/database/Query.h"
 
-#include <gtest/gtest.h>
+#include <QFile>
+
+namespace {
+
+// The schema is laid once in a process; each test gets a copy of the file.
+const QString &emptyDatabase()
+{
+    static const QTemporaryDir folder;
+    static const QString path = [] {
+        const QString file = folder.filePath(QStringLiteral("empty.db"));
+        TConnection connection;
+        connection.openFile(file);
+        return file;
+    }();
+    return path;
+}
+
+} // namespace
 
 TestDatabase::TestDatabase()
 {
+    QFile::copy(emptyDatabase(), path());
     m_connection.openFile(path());
     DM.ADOConnection1 = &m_connection;
     m_connection.setStatementHook([this](const TStatement &statement) {
