@@ -107,12 +107,6 @@ TEST_F(Balloons, TheNextKeyTakesItAwayAndStillArrives)
 TEST_F(Balloons, TheKeyThatBroughtItUpDoesNotTakeItAway)
 {
     // Like F3 that validates: the key goes on to the input's parents after the message was shown.
-    auto *button = new QPushButton("save", &window);
-    window.layout()->addWidget(button);
-    QObject::connect(button, &QPushButton::clicked, &window, [this] { ShowTooltipMessage("x", second); });
-    button->setShortcut(Qt::Key_F3);
-    button->show();
-    button->setFocus();
     struct Raiser : QObject {
         std::function<void()> raise;
         bool eventFilter(QObject *, QEvent *event) override

@@ -34,7 +34,8 @@ TEST_F(GroupsOfEmployees, ANewGroupGetsTheNextCode)
     EXPECT_TRUE(open([] { return New_Group(cspStaffGroup); },
                      [&](QWidget *screen) {
                          EXPECT_EQ(Keys::find<TSmartEdit_ZLM>(screen, "Code_EDT")->GetText(), "5");
-                         EXPECT_TRUE(Keys::child(screen, "Name_EDT")->hasFocus());
+                         EXPECT_TRUE(
+                             Keys::waitFor([&] { return Keys::child(screen, "Name_EDT")->hasFocus(); }));
                          EXPECT_EQ(db.rows("select Code, Status from CodeLock_TBL"), "5|815");
                          type(screen, "اداری");
                          Keys::picture(screen, "group_editor");
