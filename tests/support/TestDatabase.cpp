@@ -1,6 +1,7 @@
 #include "support/TestDatabase.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/database/Query.h"
 
 #include <gtest/gtest.h>
 
