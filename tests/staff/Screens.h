@@ -50,19 +50,21 @@ protected:
     /// An employee with the least that a stored one has; `more` sets columns: "CardNumber='5', IsMarried=1".
     void add(int code, const QString &name, const QString &lastName, const QString &more = {})
     {
-        db.run(u"insert into Staff(Code,StaffGroup,Name,LastName,PersonnelCode,InsuranceNumber,CardNumber,LeaveDate) "
-               "values(%1,1,N'%2',N'%3','0','','','')"_qs.arg(code)
-                   .arg(name, lastName));
+        db.run(
+            u"insert into Staff(Code,StaffGroup,Name,LastName,PersonnelCode,InsuranceNumber,CardNumber,LeaveDate) "
+            "values(%1,1,N'%2',N'%3','0','','','')"_qs.arg(code)
+                .arg(name, lastName));
         if (!more.isEmpty())
             db.run(u"update Staff set %1 where Code=%2"_qs.arg(more).arg(code));
     }
     void addMember(int id, int staff, const QString &name, const QString &table = "StaffFamily")
     {
-        db.run(u"insert into %1(ID,StaffCode,Type,Name,Sex,InsuranceNumber,BirthDate,Death,DeathDate,Comment) "
-               "values(%2,%3,1,N'%4',0,'','1390/01/05',0,'','')"_qs.arg(table)
-                   .arg(id)
-                   .arg(staff)
-                   .arg(name));
+        db.run(
+            u"insert into %1(ID,StaffCode,Type,Name,Sex,InsuranceNumber,BirthDate,Death,DeathDate,Comment) "
+            "values(%2,%3,1,N'%4',0,'','1390/01/05',0,'','')"_qs.arg(table)
+                .arg(id)
+                .arg(staff)
+                .arg(name));
     }
     QString value(const QString &column, int code)
     {
@@ -120,7 +122,8 @@ protected:
         Keys::press(&screen, key, modifiers);
     }
     /// The least that a new employee needs.
-    static void fill(TStaffGet_FRM &editor, const QString &name = u"رضا"_qs, const QString &lastName = u"کریمی"_qs)
+    static void fill(TStaffGet_FRM &editor, const QString &name = u"رضا"_qs,
+                     const QString &lastName = u"کریمی"_qs)
     {
         choose(editor, editor.StaffGroup_CMB, 1);
         type(editor, editor.Name_EDT, name);

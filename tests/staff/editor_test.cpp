@@ -213,14 +213,16 @@ TEST_F(StaffEditor, EveryInputIsStoredAndShownAgain)
     });
     EXPECT_EQ(result, QDialog::Accepted);
     EXPECT_EQ(messages.take(), QStringList(savedMessage));
-    EXPECT_EQ(db.rows("select Code,StaffGroup,Name,LastName,NationalID,Sex,BirthPlace,IssuePlace,IDNumber,FatherName,"
-                      "BirthDate,IssueDate,IsMarried,CoDate,Employment,FiscalExemption,PersonnelCode,Job,BankTitle,"
-                      "Insurance,Comment,LeaveDate,Category,[National],CardNumber,Department,AccountNumber,"
-                      "InsuranceNumber,JobCode,JobGroup,Tel1,Tel2,Fax,Mob,Add1,Add2,PostCode,Degree,Military,Major,"
-                      "Email from Staff"),
-              u"1|2|علي|O'Brien کاشانی|0084575948|1|یزد|تفت|1234|حسن|1370/01/30|1370/02/05|1|1403/12/30|4|2|P-77|"
-              "حسابدار|ملي|1|شرح|1404/05/01|18|1|C-1|دفتر|0101-22|0012345678|000125|اداری|021-88001122|02188|88|0912|"
-              "خیابان|کوچه|1234567890|5|6|حسابداری|a@b.ir"_qs);
+    EXPECT_EQ(
+        db.rows(
+            "select Code,StaffGroup,Name,LastName,NationalID,Sex,BirthPlace,IssuePlace,IDNumber,FatherName,"
+            "BirthDate,IssueDate,IsMarried,CoDate,Employment,FiscalExemption,PersonnelCode,Job,BankTitle,"
+            "Insurance,Comment,LeaveDate,Category,[National],CardNumber,Department,AccountNumber,"
+            "InsuranceNumber,JobCode,JobGroup,Tel1,Tel2,Fax,Mob,Add1,Add2,PostCode,Degree,Military,Major,"
+            "Email from Staff"),
+        u"1|2|علي|O'Brien کاشانی|0084575948|1|یزد|تفت|1234|حسن|1370/01/30|1370/02/05|1|1403/12/30|4|2|P-77|"
+        "حسابدار|ملي|1|شرح|1404/05/01|18|1|C-1|دفتر|0101-22|0012345678|000125|اداری|021-88001122|02188|88|0912|"
+        "خیابان|کوچه|1234567890|5|6|حسابداری|a@b.ir"_qs);
     EXPECT_EQ(db.rows("select CreatedDate,UserCreated,ModifiedDate,ModifiedTime,UserModified from Staff"),
               NowDate() + u"|clerk (مریم کاتب)|||"_qs);
     EXPECT_TRUE(QRegularExpression("^\\d\\d:\\d\\d$").match(value("CreatedTime", 1)).hasMatch());
@@ -440,10 +442,10 @@ TEST_F(StaffEditor, EnterGoesThroughTheFirstPageInItsOrder)
     open(*editor, [&] {
         editor->Code_EDT->setFocus();
         const QList<QWidget *> order = {
-            editor->Code_EDT,       editor->StaffGroup_CMB, editor->Name_EDT,      editor->LastName_EDT,
-            editor->NationalCode_EDT, editor->IDNumber_EDT, editor->Sex_CMB,       editor->FatherName_EDT,
-            editor->BirthPlace_EDT, editor->BirthDate_EDT,  editor->IssuePlace_EDT, editor->IssueDate_EDT,
-            editor->IsMarried_CMB,  editor->Picture_Get,    editor->FingerPrint_Get};
+            editor->Code_EDT,         editor->StaffGroup_CMB, editor->Name_EDT,       editor->LastName_EDT,
+            editor->NationalCode_EDT, editor->IDNumber_EDT,   editor->Sex_CMB,        editor->FatherName_EDT,
+            editor->BirthPlace_EDT,   editor->BirthDate_EDT,  editor->IssuePlace_EDT, editor->IssueDate_EDT,
+            editor->IsMarried_CMB,    editor->Picture_Get,    editor->FingerPrint_Get};
         for (QWidget *input : order) {
             EXPECT_EQ(editor->focusWidget(), input) << input->objectName().toStdString();
             press(*editor, Qt::Key_Return);

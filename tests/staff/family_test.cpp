@@ -21,11 +21,16 @@ protected:
     {
         return std::make_unique<TStaffFamily_GetDetil_FRM>(int(cspStaff), staff, fmEdit, id);
     }
-    QString row(int id) {
-        return db.rows(u"select StaffCode,ID,Name,Sex,BirthDate,Death,DeathDate,Comment,Type,InsuranceNumber from "
-                       "tmpStaffFamily where ID=%1"_qs.arg(id));
+    QString row(int id)
+    {
+        return db.rows(
+            u"select StaffCode,ID,Name,Sex,BirthDate,Death,DeathDate,Comment,Type,InsuranceNumber from "
+            "tmpStaffFamily where ID=%1"_qs.arg(id));
     }
-    static TDetail_Rows_Frame *frame(TStaffGet_FRM &editor) { return editor.findChild<TDetail_Rows_Frame *>(); }
+    static TDetail_Rows_Frame *frame(TStaffGet_FRM &editor)
+    {
+        return editor.findChild<TDetail_Rows_Frame *>();
+    }
     /// Turns to the family page and puts the focus into its grid.
     static void toFamily(TStaffGet_FRM &editor)
     {
@@ -69,13 +74,16 @@ TEST_F(StaffFamily, ANewMemberHasItsDefaults)
 TEST_F(StaffFamily, TheInputsHaveTheirCaptions)
 {
     const auto screen = newMember();
-    const QList<std::pair<const char *, QString>> captions = {
-        {"Code_EDT", u"  &کد :"_qs},          {"Name_EDT", u"  نام و نام خانواد&گی :"_qs},
-        {"Sex_CMB", u"  جن&سیت :"_qs},        {"BirthDate_EDT", u"  تاریخ تو&لد :"_qs},
-        {"Comment_EDT", u"  شرح& :"_qs},      {"Type_CMB", u"  &نسبت :"_qs},
-        {"InsuranceNumber_EDT", u"  کد بیم&ه :"_qs}};
+    const QList<std::pair<const char *, QString>> captions = {{"Code_EDT", u"  &کد :"_qs},
+                                                              {"Name_EDT", u"  نام و نام خانواد&گی :"_qs},
+                                                              {"Sex_CMB", u"  جن&سیت :"_qs},
+                                                              {"BirthDate_EDT", u"  تاریخ تو&لد :"_qs},
+                                                              {"Comment_EDT", u"  شرح& :"_qs},
+                                                              {"Type_CMB", u"  &نسبت :"_qs},
+                                                              {"InsuranceNumber_EDT", u"  کد بیم&ه :"_qs}};
     for (const auto &[name, caption] : captions)
-        EXPECT_EQ(Keys::find<QLabel>(screen.get(), QString::fromLatin1(name) + "_Caption")->text(), caption) << name;
+        EXPECT_EQ(Keys::find<QLabel>(screen.get(), QString::fromLatin1(name) + "_Caption")->text(), caption)
+            << name;
     EXPECT_EQ(Keys::find<QLabel>(screen.get(), "DeathDate_LBL")->text(), u"  تاریخ &فوت :"_qs);
     EXPECT_EQ(screen->findChild<QGroupBox *>()->title(), u"اطلاعات خانوار کارمند"_qs);
     EXPECT_EQ(screen->Save_BTN->text(), u"ذخيره F3"_qs);
@@ -101,7 +109,8 @@ TEST_F(StaffFamily, AMemberIsStoredInTheWorkingTableOnly)
         press(*screen, Qt::Key_F3);
     });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(row(1), u"5|1|سارا|1|1390/12/30|0||شرح دوازده|2|001"_qs.replace(u"شرح دوازده"_qs, u"شرح دوازده حرفی"_qs.left(10)));
+    EXPECT_EQ(row(1), u"5|1|سارا|1|1390/12/30|0||شرح دوازده|2|001"_qs.replace(
+                          u"شرح دوازده"_qs, u"شرح دوازده حرفی"_qs.left(10)));
     EXPECT_EQ(saved(), "");
     EXPECT_EQ(messages.take(), QStringList());
 }

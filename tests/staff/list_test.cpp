@@ -89,34 +89,78 @@ TEST_F(StaffList, TheGridAndTheSearchHaveTheirTitles)
         QStringList titles;
         for (const TGridColumn &column : columns)
             titles << column.field + '=' + column.caption;
-        const QStringList expected = {
-            u"Code=کد"_qs, u"CoDate=تاریخ استخدام"_qs, u"fullnameTitle=نام و نام خانوادگی"_qs,
-            u"PersonnelCode=کد پرسنلی"_qs, u"CardNumber=شماره کارت"_qs, u"DegreeTitle=مدرک"_qs,
-            u"Major=رشته تحصیلی"_qs, u"InsuranceNumber=کد بیمه"_qs, u"MilitaryTitle=وضعیت نظام وظیفه"_qs,
-            u"IsMarriedTitle=وضعیت تاهل"_qs, u"SexTitle=جنسیت"_qs, u"LeaveDate=تاریخ ترک کار"_qs, u"Add1=آدرس"_qs,
-            u"Mob=شماره موبایل"_qs, u"Tel1=تلفن"_qs, u"Comment=شرح"_qs, u"BankTitle=بانک"_qs,
-            u"AccountNumber=شماره حساب"_qs, u"Department=محل خدمت"_qs, u"BirthPlace=محل تولد"_qs,
-            u"BirthDate=تاریخ تولد"_qs, u"IDNumber=شماره شناسنامه"_qs, u"FatherName=نام پدر"_qs,
-            u"NationalID=کد ملی"_qs, u"UserCreated=کاربر ایجاد کننده"_qs, u"UserModified=کاربر تغییر دهنده"_qs,
-            u"CreatedDateTime=زمان ایجاد"_qs, u"ModifiedDateTime=زمان تغییر"_qs};
+        const QStringList expected = {u"Code=کد"_qs,
+                                      u"CoDate=تاریخ استخدام"_qs,
+                                      u"fullnameTitle=نام و نام خانوادگی"_qs,
+                                      u"PersonnelCode=کد پرسنلی"_qs,
+                                      u"CardNumber=شماره کارت"_qs,
+                                      u"DegreeTitle=مدرک"_qs,
+                                      u"Major=رشته تحصیلی"_qs,
+                                      u"InsuranceNumber=کد بیمه"_qs,
+                                      u"MilitaryTitle=وضعیت نظام وظیفه"_qs,
+                                      u"IsMarriedTitle=وضعیت تاهل"_qs,
+                                      u"SexTitle=جنسیت"_qs,
+                                      u"LeaveDate=تاریخ ترک کار"_qs,
+                                      u"Add1=آدرس"_qs,
+                                      u"Mob=شماره موبایل"_qs,
+                                      u"Tel1=تلفن"_qs,
+                                      u"Comment=شرح"_qs,
+                                      u"BankTitle=بانک"_qs,
+                                      u"AccountNumber=شماره حساب"_qs,
+                                      u"Department=محل خدمت"_qs,
+                                      u"BirthPlace=محل تولد"_qs,
+                                      u"BirthDate=تاریخ تولد"_qs,
+                                      u"IDNumber=شماره شناسنامه"_qs,
+                                      u"FatherName=نام پدر"_qs,
+                                      u"NationalID=کد ملی"_qs,
+                                      u"UserCreated=کاربر ایجاد کننده"_qs,
+                                      u"UserModified=کاربر تغییر دهنده"_qs,
+                                      u"CreatedDateTime=زمان ایجاد"_qs,
+                                      u"ModifiedDateTime=زمان تغییر"_qs};
         EXPECT_EQ(titles, expected);
         QStringList searches;
         for (const TSearchItem &item : list.ZelmoSearchManager1->Items()) {
             searches << item.caption;
             EXPECT_GE(list.ListQuery()->fieldIndex(item.field), 0) << item.field.toStdString();
         }
-        const QStringList expectedSearches = {
-            u"کد ملی"_qs, u"نام پدر"_qs, u"شماره شناسنامه"_qs, u"تاریخ تولد"_qs, u"محل تولد"_qs, u"محل خدمت"_qs,
-            u"شماره حساب"_qs, u"بانک"_qs, u"شماره تلفن"_qs, u"شماره موبایل"_qs, u"آدرس"_qs, u"تاریخ ترک کار"_qs,
-            u"جنسیت"_qs, u"وضعت تاهل"_qs, u"وضعیت نظام وظیفه"_qs, u"شماره بیمه"_qs, u"رشته تحصیلی"_qs, u"مدرک"_qs,
-            u"شماره کارت"_qs, u"کد پرسنلی"_qs, u"نام و نام خانوادگی"_qs, u"تاریخ استخدام"_qs, u"کد"_qs, u"شرح"_qs,
-            u"کاربر ایجاد کننده"_qs, u"کاربر تغییر دهنده"_qs, u"زمان ایجاد"_qs, u"زمان تغییر"_qs};
+        const QStringList expectedSearches = {u"کد ملی"_qs,
+                                              u"نام پدر"_qs,
+                                              u"شماره شناسنامه"_qs,
+                                              u"تاریخ تولد"_qs,
+                                              u"محل تولد"_qs,
+                                              u"محل خدمت"_qs,
+                                              u"شماره حساب"_qs,
+                                              u"بانک"_qs,
+                                              u"شماره تلفن"_qs,
+                                              u"شماره موبایل"_qs,
+                                              u"آدرس"_qs,
+                                              u"تاریخ ترک کار"_qs,
+                                              u"جنسیت"_qs,
+                                              u"وضعت تاهل"_qs,
+                                              u"وضعیت نظام وظیفه"_qs,
+                                              u"شماره بیمه"_qs,
+                                              u"رشته تحصیلی"_qs,
+                                              u"مدرک"_qs,
+                                              u"شماره کارت"_qs,
+                                              u"کد پرسنلی"_qs,
+                                              u"نام و نام خانوادگی"_qs,
+                                              u"تاریخ استخدام"_qs,
+                                              u"کد"_qs,
+                                              u"شرح"_qs,
+                                              u"کاربر ایجاد کننده"_qs,
+                                              u"کاربر تغییر دهنده"_qs,
+                                              u"زمان ایجاد"_qs,
+                                              u"زمان تغییر"_qs};
         EXPECT_EQ(searches, expectedSearches);
         const QList<std::pair<TSmartButton_ZLM *, QString>> buttons = {
-            {list.New_BTN, u"جدید F4"_qs},          {list.EDit_BTN, u"ویرایش F5"_qs},
-            {list.Del_BTN, u"حذف F7"_qs},           {list.Select_BTN, u"انتخاب Enter"_qs},
-            {list.PrintList_BTN, u"پیش نمایش ليست F9"_qs}, {list.EXit_BTN, u"خروج Esc"_qs},
-            {list.ShowPicture_BTN, u"µ"_qs},        {list.Groups->Group_BTN, u"گروه کارمندان F11"_qs}};
+            {list.New_BTN, u"جدید F4"_qs},
+            {list.EDit_BTN, u"ویرایش F5"_qs},
+            {list.Del_BTN, u"حذف F7"_qs},
+            {list.Select_BTN, u"انتخاب Enter"_qs},
+            {list.PrintList_BTN, u"پیش نمایش ليست F9"_qs},
+            {list.EXit_BTN, u"خروج Esc"_qs},
+            {list.ShowPicture_BTN, u"µ"_qs},
+            {list.Groups->Group_BTN, u"گروه کارمندان F11"_qs}};
         for (const auto &[button, caption] : buttons)
             EXPECT_EQ(button->text(), caption);
         EXPECT_EQ(list.Groups->Grid->objectName(), "StaffGroup_GRD");
@@ -228,7 +272,8 @@ TEST_F(StaffList, WithoutAGroupOfItsOwnTheUserIsSentToTheGroups)
     db.run("delete from Staff");
     db.run("delete from StaffGroup where Code>0");
     with(fmBrowse, [&](TStaffList_FRM &list) {
-        inScreen<TGroupList_FRM>(list, Qt::Key_F4, [&](TGroupList_FRM &groups) { press(groups, Qt::Key_Escape); });
+        inScreen<TGroupList_FRM>(list, Qt::Key_F4,
+                                 [&](TGroupList_FRM &groups) { press(groups, Qt::Key_Escape); });
         EXPECT_EQ(messages.take(), QStringList("MakeGroup()"));
         EXPECT_EQ(codes(list), "");
     });

@@ -49,7 +49,9 @@ protected:
     }
     QByteArray stored(const QString &column, int code)
     {
-        return db.connection().scalar(u"select %1 from Staff where Code=%2"_qs.arg(column).arg(code)).toByteArray();
+        return db.connection()
+            .scalar(u"select %1 from Staff where Code=%2"_qs.arg(column).arg(code))
+            .toByteArray();
     }
     static QByteArray formatOf(const QByteArray &bytes)
     {
@@ -141,13 +143,14 @@ TEST_F(StaffPictures, AChosenPictureIsKeptPrivatelyWhenItsFileGoes)
         EXPECT_TRUE(editor->Picture_Get->TakeFile(path));
         kept = editor->Picture_Get->FileName();
         EXPECT_NE(kept, path);
-        EXPECT_EQ(QFile::permissions(kept) & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther |
-                                              QFile::WriteOther),
+        EXPECT_EQ(QFile::permissions(kept) &
+                      (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther),
                   QFile::Permissions());
         EXPECT_TRUE(QFile::remove(path));
         press(*editor, Qt::Key_F3);
     });
-    EXPECT_EQ(QImage::fromData(stored("Picture", 1)).size(), QSize(800, 400)); // scaled down, proportions kept
+    EXPECT_EQ(QImage::fromData(stored("Picture", 1)).size(),
+              QSize(800, 400)); // scaled down, proportions kept
     EXPECT_LT(stored("Picture", 1).size(), 300 * 1024);
     editorOf(1); // the control goes with its screen
 }
@@ -208,7 +211,8 @@ TEST_F(StaffPictures, BrokenHugeAndStrangeFilesAreRefusedWithAMessage)
             EXPECT_FALSE(editor->Picture_Get->TakeFile(file(name, bytes))) << name.toStdString();
             const QStringList told = messages.take();
             ASSERT_EQ(told.size(), 1) << name.toStdString();
-            EXPECT_TRUE(told[0].startsWith(u"ShowSmartMessage(تصویر پذیرفته نشد|"_qs)) << told[0].toStdString();
+            EXPECT_TRUE(told[0].startsWith(u"ShowSmartMessage(تصویر پذیرفته نشد|"_qs))
+                << told[0].toStdString();
             EXPECT_TRUE(editor->Picture_Get->IsEmpty()) << name.toStdString();
             EXPECT_FALSE(editor->Picture_Get->HasFile()) << name.toStdString();
         }
@@ -252,7 +256,8 @@ TEST_F(StaffPictures, AStoredPictureThatIsBrokenIsShownAsNone)
 TEST_F(StaffPictures, SavingWithoutARowDoesNothing)
 {
     Staff_DM->FillDataStaff(99);
-    EXPECT_TRUE(SaveJpegToTable(Staff_DM->StaffGet_QUR, "Picture", picture("a.png", plain(3, 3, Qt::red), "png")));
+    EXPECT_TRUE(
+        SaveJpegToTable(Staff_DM->StaffGet_QUR, "Picture", picture("a.png", plain(3, 3, Qt::red), "png")));
     DelJpegToTable(Staff_DM->StaffGet_QUR, "Picture");
     add(5, "five", "five");
     Staff_DM->FillDataStaff(5);

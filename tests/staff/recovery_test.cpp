@@ -3,6 +3,7 @@
 #include "staff/StaffFamily_GetDetil_UNT.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QProcess>
 #include <QSet>
 
@@ -95,8 +96,9 @@ TEST_F(StaffRecovery, AllThatWasLeftBehindIsThrownAwayAtOnceRowsBeforeLocks)
     open(*editor, [&] {
         EXPECT_EQ(working(), "9|30|another workstation");
         const QStringList trace = db.trace();
-        const qsizetype rows = trace.indexOf("Delete From TmpStaffFamily Where StaffCode  IN(Select Code From "
-                                             "CodeLock_TBL Where (Status=806) AND (Com_Index = 1))");
+        const qsizetype rows =
+            trace.indexOf("Delete From TmpStaffFamily Where StaffCode  IN(Select Code From "
+                          "CodeLock_TBL Where (Status=806) AND (Com_Index = 1))");
         const qsizetype heldLocks =
             trace.indexOf("Delete From CodeLock_TBL Where (Status=806) AND (Com_Index = 1)");
         EXPECT_GE(rows, 0);
