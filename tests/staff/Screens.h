@@ -15,6 +15,12 @@
 
 #include <gtest/gtest.h>
 
+/// Shows texts as texts where a test fails.
+inline void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
+
 /// Answers recovery questions from a list and keeps what was asked.
 class ScriptedRecovery : public TRecoveryChooser {
 public:

@@ -17,6 +17,7 @@ protected:
             work(*editor);
             press(*editor, Qt::Key_Escape);
         });
+        messages.take();
     }
     void accepted(TStaffGet_FRM &editor)
     {
@@ -202,6 +203,7 @@ TEST_F(StaffChecks, APostCodeIsCheckedBeforeTheDates)
 TEST_F(StaffChecks, AnEmploymentAfterTheEarliestOrderIsRefused)
 {
     add(5, "five", "five", "CoDate='1400/01/01'");
+    add(6, "six", "six");
     db.run("insert into Recruitment(Code,StaffCode,DoDate) values(1,5,'1402/06/01')");
     db.run("insert into Recruitment(Code,StaffCode,DoDate) values(2,5,'1401/06/01')");
     db.run("insert into Recruitment(Code,StaffCode,DoDate) values(3,6,'1390/06/01')");

@@ -274,6 +274,7 @@ TEST_F(StaffEditor, ClearingTheLeaveDateBoxStoresNoLeaveDate)
 TEST_F(StaffEditor, LeavingTheCodeWithAnEmptyCardNumberCopiesTheCode)
 {
     const auto editor = newEditor();
+    messages.answer({No});
     open(*editor, [&] {
         type(*editor, editor->CardNumber_EDT, {});
         turnTo(*editor, editor->Code_EDT);

@@ -55,6 +55,7 @@ protected:
 
 TEST_F(StaffFamily, ANewMemberHasItsDefaults)
 {
+    add(5, "five", "five");
     addMember(7, 5, "a");
     addMember(9, 6, "b", "tmpStaffFamily");
     const auto screen = newMember();
@@ -101,7 +102,7 @@ TEST_F(StaffFamily, AMemberIsStoredInTheWorkingTableOnly)
         Keys::type(screen->Name_EDT, u"سارا"_qs);
         screen->Sex_CMB->setFocus();
         press(*screen, Qt::Key_Down);
-        Keys::type(screen->BirthDate_EDT, "13901230");
+        Keys::type(screen->BirthDate_EDT, "13911230");
         screen->Type_CMB->setFocus();
         press(*screen, Qt::Key_Down);
         Keys::type(screen->InsuranceNumber_EDT, "001");
@@ -109,7 +110,7 @@ TEST_F(StaffFamily, AMemberIsStoredInTheWorkingTableOnly)
         press(*screen, Qt::Key_F3);
     });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(row(1), u"5|1|سارا|1|1390/12/30|0||شرح دوازده|2|001"_qs.replace(
+    EXPECT_EQ(row(1), u"5|1|سارا|1|1391/12/30|0||شرح دوازده|2|001"_qs.replace(
                           u"شرح دوازده"_qs, u"شرح دوازده حرفی"_qs.left(10)));
     EXPECT_EQ(saved(), "");
     EXPECT_EQ(messages.take(), QStringList());
@@ -145,6 +146,7 @@ TEST_F(StaffFamily, ADeathTicksItsBoxAndEqualsTheBirthAtTheEarliest)
 
 TEST_F(StaffFamily, AClickOnTheDeathCaptionWorksTheBox)
 {
+    messages.answer({No});
     const auto screen = newMember();
     open(*screen, [&] {
         auto *caption = Keys::find<QLabel>(screen.get(), "DeathDate_LBL");
@@ -248,6 +250,7 @@ TEST_F(StaffFamily, TheEditorCopiesTheSavedRowsInAndClearsThemOnClosing)
     add(5, "five", "five", "IsMarried=1");
     addMember(1, 5, "a");
     addMember(2, 5, "b");
+    add(6, "six", "six");
     addMember(3, 6, "other");
     const auto editor = editorOf(5);
     open(*editor, [&] {
@@ -341,6 +344,7 @@ TEST_F(StaffFamily, SingleWithAFamilyTurnsBackToMarried)
     add(5, "five", "five", "IsMarried=1");
     addMember(1, 5, "a");
     const auto editor = editorOf(5);
+    messages.answer({No});
     open(*editor, [&] {
         choose(*editor, editor->IsMarried_CMB, 0);
         EXPECT_EQ(messages.take(), QStringList("ShowSmartMessage:10100()"));

@@ -73,6 +73,8 @@ protected:
                 EXPECT_EQ(dialog, editor.OpenPictureDialog);
                 auto *name = dialog->findChild<QLineEdit *>("fileNameEdit");
                 Keys::retype(name, path);
+                if (QWidget *completions = QApplication::activePopupWidget())
+                    completions->hide();
                 Keys::press(dialog, Qt::Key_Return);
             });
     }
@@ -168,6 +170,9 @@ TEST_F(StaffPictures, APictureIsPastedAndDropped)
 
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(picture("dropped.png", plain(70, 80, Qt::cyan), "png"))});
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(editor->FingerPrint_Get, &enter);
+        EXPECT_TRUE(enter.isAccepted());
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(editor->FingerPrint_Get, &drop);
         EXPECT_EQ(editor->FingerPrint_Get->Image->picture().size(), QSize(70, 80));

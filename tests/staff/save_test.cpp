@@ -39,9 +39,9 @@ TEST_F(StaffSave, TheStatementsOfAnEditedEmployeeComeInTheirOrder)
         "select PersonnelCode from Staff where PersonnelCode='0'",
         " SELECT ISNULL(MIN(DoDate), 0) AS DoDateMin FROM Recruitment  WHERE StaffCode = 5",
         "delete from stafffamily where StaffCode=5",
-        "update [Staff] set [Code]=5,[CoDate]=",
-        "update [Staff] set [Picture]=null",
-        "update [Staff] set [FingerPrint]=null",
+        "update [staff] set [Code]=5,",
+        "update [staff] set [Picture]=null",
+        "update [staff] set [FingerPrint]=null",
         "INSERT INTO Stafffamily   SELECT * FROM tmpstafffamily where staffcode=5",
         "delete from tmpstafffamily where StaffCode=5"};
     int last = -1;
@@ -140,7 +140,7 @@ TEST_F(StaffSave, ARefusedRowLeavesTheTransactionToTheHost)
     open(*editor, [&] {
         db.clearTrace();
         db.connection().setStatementHook([](const TStatement &statement) {
-            if (statement.boundText().startsWith("update [Staff] set [Code]"))
+            if (statement.boundText().startsWith("update [staff] set [Code]"))
                 throw TDatabaseError(TFault::Refused, "played by a test");
             EXPECT_FALSE(statement.boundText().contains("INTO Stafffamily"));
         });
