@@ -77,3 +77,26 @@ protected:
     ScriptedMessages messages;
     std::unique_ptr<TCalcMethod_DM> dm;
 };
+
+/// The editor of one method.
+class CalcMethodEditor : public CalcMethodScreens {
+protected:
+    std::unique_ptr<TCalcMethodGet_FRM> newEditor()
+    {
+        return std::make_unique<TCalcMethodGet_FRM>(cspCalcMethod, false, QString());
+    }
+    std::unique_ptr<TCalcMethodGet_FRM> editorOf(int code)
+    {
+        return std::make_unique<TCalcMethodGet_FRM>(cspCalcMethod, code, fmEdit, false);
+    }
+    /// The least that a new method needs.
+    static void fill(TCalcMethodGet_FRM &editor, const QString &title = "m")
+    {
+        Keys::retype(editor.Title_EDT, title);
+        Keys::press(&editor, Qt::Key_2, Qt::ControlModifier);
+        Keys::retype(editor.OverTime_EDT, "120");
+        Keys::press(&editor, Qt::Key_1, Qt::ControlModifier);
+    }
+    const QString saved = u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs;
+    const QString notSaved = u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs;
+};
