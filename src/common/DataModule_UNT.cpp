@@ -1,0 +1,10 @@
+#include "common/DataModule_UNT.h"
+
+TDataModule::TDataModule(QObject *owner) : QObject(owner) {}
+
+TQuery *TDataModule::NewQuery(const QString &name)
+{
+    auto *query = new TQuery(DM.ADOConnection1, name, this);
+    query->setObjectName(name);
+    return query;
+}
