@@ -55,7 +55,7 @@ CREATE TABLE CalcMethod (
     DecTax BIT NOT NULL CONSTRAINT DF_CalcMethod_DecTax DEFAULT 0,
     Maskok INT NULL,
     LeaveCeil DECIMAL(23,9) NULL,
-    OutPut DECIMAL(23,9) NULL,
+    [OutPut] DECIMAL(23,9) NULL,
     Comment NVARCHAR(100) NULL,
     Insurance BIT NOT NULL CONSTRAINT DF_CalcMethod_Insurance DEFAULT 0,
     Tax BIT NOT NULL CONSTRAINT DF_CalcMethod_Tax DEFAULT 0,

@@ -4,7 +4,5 @@ TDataModule::TDataModule(QObject *owner) : QObject(owner) {}
 
 TQuery *TDataModule::NewQuery(const QString &name)
 {
-    auto *query = new TQuery(DM.ADOConnection1, name, this);
-    query->setObjectName(name);
-    return query;
+    return new TQuery(DM.ADOConnection1, name, this);
 }
