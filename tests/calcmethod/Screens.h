@@ -56,12 +56,16 @@ protected:
     QString titles() { return db.rows("select Code, Title from CalcMethod order by Code"); }
     QString locks() { return db.rows("select Code, Status, Com_Index from CodeLock_TBL order by Code"); }
 
-    static int open(QDialog &screen, const std::function<void()> &work)
+    /// Shows a screen and works in it; an editor that is left open with changes is told not to save them.
+    int open(QDialog &screen, const std::function<void()> &work)
     {
         return Keys::runModal([&] { return screen.exec(); },
                               [&](QWidget *shown) {
                                   Keys::waitFor([&] { return shown->isActiveWindow(); });
                                   work();
+                                  const auto *editor = qobject_cast<TBaseEditor *>(shown);
+                                  if (editor && editor->isVisible() && !editor->IsSaved())
+                                      messages.answer({TAnswer::No});
                               });
     }
     static void check(QAbstractButton *box, bool checked)

@@ -32,7 +32,7 @@ TEST_F(CalcMethodEditor, TheInputsAreCheckedInTheirOrder)
         Keys::retype(editor->LeaveCeil_EDT, "");
         Keys::retype(editor->OutPut_EDT, "");
 
-        refused(u"MsgRepeatedField(کد)"_qs, editor->Code_EDT, 0);
+        refused(u"MsgRepeatedField(کد|)"_qs, editor->Code_EDT, 0);
         Keys::retype(editor->Code_EDT, "11");
         refused(u"MsgRequiredField(عنوان)"_qs, editor->Title_EDT, 0);
         Keys::retype(editor->Title_EDT, u"روش یازده"_qs);
@@ -195,7 +195,7 @@ TEST_F(CalcMethodEditor, AMethodIsSavedUnderItsOwnCodeNotUnderThatOfAnother)
         EXPECT_EQ(titles(), "1|first\n2|two");
         Keys::retype(editor->Code_EDT, "2");
         Keys::press(editor.get(), Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|)"_qs));
         EXPECT_TRUE(editor->isVisible());
         Keys::retype(editor->Code_EDT, "3");
         Keys::press(editor.get(), Qt::Key_F3, Qt::ShiftModifier);

@@ -33,7 +33,7 @@ const TEntry lists[] = {
     {"Select_DeductionList", 804, "TFiscalDeducation_List_FRM", fmSelect, "TEntity_DM"},
     {"Select_FiscalDeducation", 804, "TFiscalDeducation_List_FRM", fmSelect, "TEntity_DM"},
 };
-const char *const others[] = {"Select_StaffGroup"};
+const char *const others[] = {"Open_PayRollInfo", "Select_StaffGroup"};
 
 QStringList entries()
 {
@@ -45,7 +45,7 @@ QStringList entries()
     return names;
 }
 
-TEST_F(Interface, TheLibraryShowsItsEntriesAndNothingElse)
+TEST_F(Interface, TheLibraryShowsItsFourteenEntriesAndNothingElse)
 {
     QProcess nm;
     nm.start("nm", {"-D", "--defined-only", KETEBIONPAP_BIN "/Ketebionpap_ZLM.so"});
@@ -56,6 +56,7 @@ TEST_F(Interface, TheLibraryShowsItsEntriesAndNothingElse)
     for (const QString &line : lines)
         shown << line.section(u' ', -1);
     QStringList expected = entries();
+    EXPECT_EQ(expected.size(), 14);
     shown.sort();
     expected.sort();
     EXPECT_EQ(shown, expected);
@@ -238,6 +239,27 @@ TEST_F(Interface, TheDeductionsAreChosenWithTheRightOnEarningsAndKeptWithTheirOw
     EXPECT_EQ(screens(), 0);
 }
 
+TEST_F(Interface, ThePayrollSettingsAskNoRightOfTheirOwnAndKeepTheirDataModule)
+{
+    // The editor itself asks for the right, and is not shown without it.
+    holdOnly({});
+    call("Open_PayRollInfo");
+    EXPECT_EQ(screens(), 0);
+    EXPECT_EQ(messages.take().size(), 1);
+    const QPointer<QObject> kept = dataModule("TPayrollInfo_DM");
+    ASSERT_TRUE(kept);
+    holdOnly({{801, 6}});
+    for (int i = 0; i < 2; ++i)
+        shown("Open_PayRollInfo", [&](QWidget *screen) {
+            EXPECT_EQ(screen->objectName(), "TPayrollInfoGet_FRM");
+            EXPECT_EQ(dataModule("TPayrollInfo_DM"), kept);
+            escape(screen);
+        });
+    EXPECT_TRUE(kept);
+    EXPECT_EQ(messages.take(), QStringList());
+    EXPECT_EQ(screens(), 0);
+}
+
 TEST_F(Interface, TheStaffGroupsAreTheHostsOwnList)
 {
     EXPECT_EQ(shown("Select_StaffGroup", escape), 0);
@@ -293,6 +315,14 @@ TEST_F(Interface, OnAClosedConnectionEachListOpensEmptyAndTellsWhy)
     EXPECT_EQ(screens(), 0);
 }
 
+/// Keeps nothing, so that what is kept is the entries' own.
+class TForgetfulMessages : public TMessageService {
+public:
+    TForgetfulMessages() { SetMessageService(this); }
+    ~TForgetfulMessages() override { SetMessageService(nullptr); }
+    TAnswer show(const TMessage &message) override { return message.defaultAnswer; }
+};
+
 long residentKilobytes()
 {
     QFile status("/proc/self/status");
@@ -310,10 +340,10 @@ TEST_F(Interface, TenThousandCallsInAnyOrderLeaveNothingBehind)
     const auto round = [&](int calls) {
         for (int i = 0; i < calls; ++i) {
             call(names.at(i * 5 % names.size()).toLatin1().constData(), i % 2, i % 6, i % 3 ? u"0" : nullptr);
-            messages.take();
         }
     };
     holdOnly({});
+    TForgetfulMessages forgetful;
     round(1000);
     const qsizetype children = qApp->children().size();
     const long before = residentKilobytes();
