@@ -39,7 +39,13 @@ protected:
                        "insert into Deduction(Code,Title,GrpCode,Cost,CalcType) values(%1,'d%1',0,10,1)")
                        .arg(code));
     }
-    ~Interface() override { UserInfo = {}; }
+    ~Interface() override
+    {
+        // What outlives a call is bound to the connection, which goes with the test.
+        for (const char *name : {"TPayrollInfo_DM", "TCalcMethod_DM"})
+            delete dataModule(name);
+        UserInfo = {};
+    }
     void SetUp() override { ASSERT_TRUE(Module()); }
 
     int call(const char *name, int kind = 0, int selectType = 1, const char16_t *filter = nullptr)

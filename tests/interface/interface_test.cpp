@@ -318,9 +318,12 @@ TEST_F(Interface, OnAClosedConnectionEachListOpensEmptyAndTellsWhy)
 /// Keeps nothing, so that what is kept is the entries' own.
 class TForgetfulMessages : public TMessageService {
 public:
-    TForgetfulMessages() { SetMessageService(this); }
-    ~TForgetfulMessages() override { SetMessageService(nullptr); }
+    explicit TForgetfulMessages(TMessageService &before) : m_before(before) { SetMessageService(this); }
+    ~TForgetfulMessages() override { SetMessageService(&m_before); }
     TAnswer show(const TMessage &message) override { return message.defaultAnswer; }
+
+private:
+    TMessageService &m_before;
 };
 
 long residentKilobytes()
@@ -343,7 +346,7 @@ TEST_F(Interface, TenThousandCallsInAnyOrderLeaveNothingBehind)
         }
     };
     holdOnly({});
-    TForgetfulMessages forgetful;
+    TForgetfulMessages forgetful(messages);
     round(1000);
     const qsizetype children = qApp->children().size();
     const long before = residentKilobytes();
