@@ -9,11 +9,7 @@ install_packages run
 build release --target ketebionpap
 program=$root/build/release/bin/ketebionpap
 
-if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-}" ]; then
-    exec "$program" "$@"
-fi
-export QT_QPA_PLATFORM=offscreen
-if [ $# -gt 0 ]; then
+if [ $# -gt 0 ] || [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-}" ]; then
     exec "$program" "$@"
 fi
 say "there is no display: the guided tour, with pictures in $root/out"

@@ -1,13 +1,12 @@
--- The views behind the lists. Their first columns are those of one table and are written through to it; the
--- rest is shown only.
+-- The views behind the lists. The columns of their one table are written through to it; the rest is shown only.
+-- Titles from other tables are sub-selects: a list that reads keys only then needs nothing but the index of keys.
 CREATE VIEW CalcMethod_VW AS
 SELECT
     m.Code, m.Title, m.StaffIns, m.EmployerIns, m.DailyIns, m.OverTime, m.TaxMainCode, m.DecTax, m.Maskok,
     m.LeaveCeil, m.OutPut, m.Comment, m.Insurance, m.Tax, m.BedBes, m.Loan, m.OverDis, m.Entrance, m.[Exit],
-    t.Title AS TaxTitle,
+    (SELECT t.Title FROM TaxMain AS t WHERE t.Code = m.TaxMainCode) AS TaxTitle,
     CAST(m.Maskok AS NVARCHAR(1)) AS MaskokTitle
 FROM CalcMethod AS m
-LEFT JOIN TaxMain AS t ON t.Code = m.TaxMainCode
 GO
 CREATE VIEW staff_VW AS
 SELECT
@@ -19,7 +18,7 @@ SELECT
     s.IssuePlace, s.IssueDate, s.JobCode, s.JobGroup, s.CreatedTime, s.ModifiedTime, s.CreatedDate,
     s.ModifiedDate, s.UserCreated, s.UserModified,
     CAST(ISNULL(s.Name, N'') + N' ' + ISNULL(s.LastName, N'') AS NVARCHAR(151)) AS fullnameTitle,
-    g.Name AS StaffGroupTitle,
+    (SELECT g.Name FROM StaffGroup AS g WHERE g.Code = s.StaffGroup) AS StaffGroupTitle,
     CASE s.Sex
         WHEN 0 THEN N'مرد'
         WHEN 1 THEN N'زن'
@@ -52,7 +51,6 @@ SELECT
     s.CreatedDate + N' ' + s.CreatedTime AS CreatedDateTime,
     s.ModifiedDate + N' ' + s.ModifiedTime AS ModifiedDateTime
 FROM Staff AS s
-LEFT JOIN StaffGroup AS g ON g.Code = s.StaffGroup
 GO
 -- PayrollCode: the number of the settings' fixed item that is linked to this one. An item linked to several shows
 -- the one that bars it from being handed out (1, 6, 7, 8) first.

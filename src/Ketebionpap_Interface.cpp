@@ -7,6 +7,8 @@
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "staff/StaffList_UNT.h"
+#include "staff/Staff_DM_UNT.h"
 #include "tax/TaxList_UNT.h"
 
 #include <QApplication>
@@ -172,9 +174,33 @@ void Open_CalculatingMethods(void) noexcept
     });
 }
 
+void Open_StaffList(void) noexcept
+{
+    enter([] {
+        if (!mayOpen(cspStaff))
+            return 0;
+        make(Staff_DM);
+        browse(StaffList_FRM);
+        release(Staff_DM);
+        return 0;
+    });
+}
+
 int Select_StaffGroup(void) noexcept
 {
     return enter([] { return Select_GroupList(cspStaffGroup, {}); });
+}
+
+int Select_Staff(void) noexcept
+{
+    return enter([] {
+        if (!mayOpen(cspStaff))
+            return 0;
+        make(Staff_DM);
+        const int code = choose(StaffList_FRM);
+        release(Staff_DM);
+        return code;
+    });
 }
 
 int Select_CalculatingMethods(void) noexcept

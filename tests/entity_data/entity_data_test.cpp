@@ -354,6 +354,7 @@ protected:
         deduction(18);
         db.run("update PayrollInfoDetail set UserCode=16 where ID=16");
         db.run("update PayrollInfoDetail set UserCode=17 where ID=17");
+        db.run("insert into Staff(Code,Name,LastName) values(1,'n','l')");
         int code = 0;
         for (int insurance : {0, 1})
             for (int tax : {0, 1}) {

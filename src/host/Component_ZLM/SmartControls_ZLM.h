@@ -46,6 +46,7 @@ public:
     void SetText(const QString &text) override;
     /// Empty is valid. A wrong date gives notification 10 at the input and is not.
     bool IsValid() override;
+    int WrongNote() const override;
     /// The same for a date that must be there: empty is not valid either.
     bool IsDate();
 
@@ -64,6 +65,7 @@ public:
     explicit TSmartMaskEdit_ZLM(QWidget *parent, Mask mask, int maxLength);
     /// Empty is valid. A wrong one gives the mask's notification at the input (10310 for a national code).
     bool IsValid() override;
+    int WrongNote() const override;
 
 private:
     Mask m_mask;
@@ -78,6 +80,7 @@ public:
     QString GetText() const override;
     void SetText(const QString &text) override;
     bool IsValid() override;
+    int WrongNote() const override;
 
 protected:
     void Settle() override;

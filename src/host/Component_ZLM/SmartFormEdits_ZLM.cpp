@@ -119,6 +119,11 @@ bool TSmartDateEdit_ZLM::IsDate()
     return false;
 }
 
+int TSmartDateEdit_ZLM::WrongNote() const
+{
+    return IsEmpty() || TPersianDate::parse(text()) ? 0 : WrongDate;
+}
+
 void TSmartDateEdit_ZLM::Settle()
 {
     const auto date = TPersianDate::parse(text());
@@ -157,18 +162,24 @@ TSmartMaskEdit_ZLM::TSmartMaskEdit_ZLM(QWidget *parent, Mask mask, int maxLength
     });
 }
 
-bool TSmartMaskEdit_ZLM::IsValid()
+int TSmartMaskEdit_ZLM::WrongNote() const
 {
     if (IsEmpty())
-        return true;
-    int note = 0;
+        return 0;
     if (m_mask == NationalCode && !NationalCode_Validation(text()))
-        note = WrongNationalCode;
-    else if (m_mask == PostCode && !matches(text(), QStringLiteral("\\d{10}")))
-        note = WrongPostCode;
-    else if (m_mask == Email && !matches(text(), QStringLiteral("[^@]+@[^@.]+(\\.[^@.]+)+")))
-        note = WrongEmail;
-    MarkWrong(note != 0);
+        return WrongNationalCode;
+    if (m_mask == PostCode && !matches(text(), QStringLiteral("\\d{10}")))
+        return WrongPostCode;
+    if (m_mask == Email && !matches(text(), QStringLiteral("[^@]+@[^@.]+(\\.[^@.]+)+")))
+        return WrongEmail;
+    return 0;
+}
+
+bool TSmartMaskEdit_ZLM::IsValid()
+{
+    const int note = WrongNote();
+    if (!IsEmpty())
+        MarkWrong(note != 0);
     if (note)
         ShowSmartMessage(note, this, window(), noteTime);
     return note == 0;
@@ -200,10 +211,15 @@ void TSmartTime_ZLM::SetText(const QString &text)
 bool TSmartTime_ZLM::IsValid()
 {
     Settle();
-    if (IsEmpty() || !timeOf(text()).isEmpty())
-        return true;
-    ShowSmartMessage(WrongTime, this, window(), noteTime);
-    return false;
+    const int note = WrongNote();
+    if (note)
+        ShowSmartMessage(note, this, window(), noteTime);
+    return note == 0;
+}
+
+int TSmartTime_ZLM::WrongNote() const
+{
+    return IsEmpty() || !timeOf(text()).isEmpty() ? 0 : WrongTime;
 }
 
 void TSmartTime_ZLM::Settle()

@@ -20,6 +20,8 @@ public:
     virtual bool IsEmpty() const = 0;
     /// Whether what is typed is a value of this input's kind. When it is not, a balloon at the input says why.
     virtual bool IsValid() = 0;
+    /// The number of the notification that IsValid would give now; 0: valid. Tells nobody.
+    virtual int WrongNote() const { return 0; }
     virtual void Clear() { SetText({}); }
     virtual QWidget *Widget() = 0;
 };

@@ -26,7 +26,7 @@ const QList<TPartRights> &parts()
         {cspStaffGroup, QStringLiteral("گروه های کارمندان"), {cpNew, cpEdit, cpDelete}},
         {cspFiscalGrp, QStringLiteral("گروه های مزایا"), {cpNew, cpEdit, cpDelete}},
         {cspDeductionGrp, QStringLiteral("گروه های کسورات"), {cpNew, cpEdit, cpDelete}},
-        {cspPerson, QStringLiteral("اشخاص"), {}},
+        {cspPerson, QStringLiteral("گروه های اشخاص"), {cpNew, cpEdit, cpDelete}},
     };
     return all;
 }

@@ -36,4 +36,4 @@ enum TFormMode : int {
 
 enum TOperationType : int { otLock = 0, otUnlock = 2 };
 
-enum TMessageIconType : int { miInformation = 1, miQuestion = 2, miError = 3, miWarning = 4 };
+enum TMessageIconType : int { miError = 1, miInformation = 2, miQuestion = 3, miWarning = 4 };

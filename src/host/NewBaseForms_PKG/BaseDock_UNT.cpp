@@ -132,7 +132,7 @@ void TBaseDock_FRM::SetPopMenu(QWidget *control)
     connect(control, &QWidget::customContextMenuRequested, this, [this, control](const QPoint &at) {
         QMenu menu(this);
         for (TSmartButton_ZLM *button : {New_BTN, EDit_BTN, Del_BTN, Select_BTN, PrintList_BTN}) {
-            if (!button)
+            if (!button || button->isHidden())
                 continue;
             QAction *action = menu.addAction(button->text());
             action->setEnabled(button->isEnabled());

@@ -252,6 +252,30 @@ void TBaseEditor::Place(QGridLayout *layout, int row, int column, const QString 
     layout->setColumnStretch(column * 2 + 1, 1);
 }
 
+TSmartCheckBox_ZLM *TBaseEditor::AddTickBox(QWidget *input, const QString &objectName)
+{
+    QLabel *caption = CaptionOf(input);
+    auto *box = new TSmartCheckBox_ZLM({}, this);
+    box->setObjectName(objectName);
+    box->setAccessibleName(input->accessibleName());
+    for (auto *layout : findChildren<QGridLayout *>()) {
+        const int index = layout->indexOf(caption);
+        if (index < 0)
+            continue;
+        int row = 0, column = 0, rows = 0, columns = 0;
+        layout->getItemPosition(index, &row, &column, &rows, &columns);
+        layout->removeWidget(caption);
+        auto *cell = new QHBoxLayout;
+        cell->addWidget(box);
+        cell->addWidget(caption, 1);
+        layout->addLayout(cell, row, column);
+        break;
+    }
+    m_inputs.insert(m_inputs.indexOf(QPointer<QWidget>(input)), box);
+    connect(box, &TSmartCheckBox_ZLM::changed, this, [this] { SetIsSaved(false); });
+    return box;
+}
+
 void TBaseEditor::AddBeside(QWidget *input, QWidget *widget)
 {
     for (auto *layout : findChildren<QGridLayout *>())
@@ -299,6 +323,23 @@ void TBaseEditor::GuardPage(int page, TSoftwarePart part, TPermission right)
         });
     }
     m_guards.append({page, part, right});
+}
+
+bool TBaseEditor::CheckInput(TSmartInput *input)
+{
+    // The balloon stands at the input, which may be on a page that is not shown.
+    if (input->WrongNote())
+        FocusInput(input->Widget());
+    return input->IsValid();
+}
+
+bool TBaseEditor::RequireInput(TSmartInput *input, const QString &word)
+{
+    if (!input->GetText().trimmed().isEmpty())
+        return true;
+    MsgRequiredField(word, input->Widget(), this);
+    FocusInput(input->Widget());
+    return false;
 }
 
 void TBaseEditor::FocusInput(QWidget *input)

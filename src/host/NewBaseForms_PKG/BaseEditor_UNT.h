@@ -85,6 +85,9 @@ protected:
     /// Gives a widget that AddInput does not know (a grid, a selector) its place in the tab order: behind all inputs
     /// added so far.
     void AddTabStop(QWidget *widget) { m_inputs.append(widget); }
+    /// Puts a check box before the caption of an input that counts only while the box is ticked, and before the input
+    /// in the tab order. What ticking does is the screen's.
+    TSmartCheckBox_ZLM *AddTickBox(QWidget *input, const QString &objectName);
     /// Puts a widget beside an input, behind its suffix: a title label, a rounding unit.
     void AddBeside(QWidget *input, QWidget *widget);
     /// A page with a grid layout; a framed group with one.
@@ -95,6 +98,10 @@ protected:
     void GuardPage(int page, TSoftwarePart part, TPermission right);
     /// Focus to an input, turning to its page first.
     void FocusInput(QWidget *input);
+    /// Whether an input holds a value of its kind; when it does not, its page, the focus, and the balloon beside it.
+    bool CheckInput(TSmartInput *input);
+    /// Whether an input holds anything but blanks; when it does not, MsgRequiredField with this word, its page and the focus.
+    bool RequireInput(TSmartInput *input, const QString &word);
 
     void reject() override;
     void done(int result) override;

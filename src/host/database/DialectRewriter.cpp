@@ -106,7 +106,7 @@ qsizetype TDialectRewriter::startOfCase(qsizetype end) const
 void TDialectRewriter::insertWord(qsizetype i, const QString &word)
 {
     m_tokens.insert(i, {TToken::Word, word, true});
-    if (i + 1 < m_tokens.size())
+    if (i + 1 < m_tokens.size() && m_tokens[i + 1].kind != TToken::Symbol)
         m_tokens[i + 1].blankBefore = true;
 }
 

@@ -1,0 +1,139 @@
+#include "app/Administration_FRM.h"
+
+#include "app/Ask.h"
+#include "host/Component_ZLM/GridCellDelegate.h"
+#include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/Login_unt.h"
+
+namespace {
+
+/// Shows the names behind the numbers that the event log holds.
+class TNameDelegate : public GridCellDelegate {
+public:
+    TNameDelegate(QObject *parent, const QList<TGridColumn> &columns, QString (*name)(int))
+        : GridCellDelegate(parent, columns), m_name(name)
+    {
+    }
+    QString displayText(const QVariant &value, const QLocale &) const override
+    {
+        return m_name(value.toInt());
+    }
+
+private:
+    QString (*m_name)(int);
+};
+
+QString partName(int part)
+{
+    return part == 0 ? u"سیستم"_qs : SoftwarePartName(TSoftwarePart(part));
+}
+
+QString rightName(int right)
+{
+    return PermissionName(TPermission(right));
+}
+
+} // namespace
+
+TLockList_FRM::TLockList_FRM()
+    : TSmallList_FRM(u"قفل رکوردها"_qs, QStringLiteral("Lock_List_GRD"),
+                     {u"بخش"_qs, u"کد"_qs, u"ایستگاه"_qs, u"نام ایستگاه"_qs, u"کاربر"_qs, u"از زمان"_qs})
+{
+    AddFreeButton(QStringLiteral("Refresh_BTN"), u"بازخوانی F5"_qs, QStringLiteral("F5"),
+                  [this] { Refresh(); });
+    AddRowButton(QStringLiteral("Release_BTN"), u"آزاد کردن قفل F7"_qs, QStringLiteral("F7"),
+                 [this] { release(); });
+    AddExitButton();
+}
+
+QList<QStringList> TLockList_FRM::ReadRows()
+{
+    m_locks = ListCodeLocks();
+    QList<QStringList> rows;
+    for (const TCodeLock &lock : std::as_const(m_locks))
+        rows << QStringList{SoftwarePartName(lock.part),
+                            lock.code,
+                            QString::number(lock.comIndex),
+                            lock.workstation,
+                            lock.userName,
+                            lock.lockedAt};
+    return rows;
+}
+
+void TLockList_FRM::release()
+{
+    const TCodeLock lock = m_locks.at(CurrentRow());
+    if (!Ask(
+            u"کد %1 از «%2» در ایستگاه %3 باز است. اگر آنجا هنوز کسی روی آن کار می کند، ممکن است کار او از دست برود. قفل آزاد شود؟"_qs
+                .arg(lock.code, SoftwarePartName(lock.part))
+                .arg(lock.comIndex),
+            TAnswer::No))
+        return;
+    if (!ReleaseCodeLock(lock))
+        Tell(u"این قفل دیگر برقرار نیست."_qs);
+    Refresh();
+}
+
+TWorkstationList_FRM::TWorkstationList_FRM()
+    : TSmallList_FRM(u"ایستگاه های کاری"_qs, QStringLiteral("Workstation_List_GRD"),
+                     {u"شماره"_qs, u"نام"_qs, u"آخرین ورود"_qs})
+{
+    AddFreeButton(QStringLiteral("Refresh_BTN"), u"بازخوانی F5"_qs, QStringLiteral("F5"),
+                  [this] { Refresh(); });
+    AddRowButton(QStringLiteral("Del_BTN"), u"حذف F7"_qs, QStringLiteral("F7"), [this] { remove(); });
+    AddExitButton();
+}
+
+QList<QStringList> TWorkstationList_FRM::ReadRows()
+{
+    m_workstations = ListWorkstations();
+    QList<QStringList> rows;
+    for (const TWorkstation &workstation : std::as_const(m_workstations))
+        rows << QStringList{QString::number(workstation.comIndex), workstation.name, workstation.lastSeen};
+    return rows;
+}
+
+void TWorkstationList_FRM::remove()
+{
+    const TWorkstation workstation = m_workstations.at(CurrentRow());
+    if (workstation.comIndex == IniOptions.Com_Index) {
+        Tell(u"این همان ایستگاهی است که با آن کار می کنید."_qs, miWarning);
+        return;
+    }
+    if (!Ask(u"ایستگاه %1 («%2») با همه قفل های آن حذف شود؟"_qs.arg(workstation.comIndex)
+                 .arg(workstation.name),
+             TAnswer::No))
+        return;
+    RemoveWorkstation(workstation.comIndex);
+    Refresh();
+}
+
+TEventLog_FRM::TEventLog_FRM()
+    : TBaseDock_FRM(fmBrowse, u"رویدادها"_qs), m_query(DM.ADOConnection1, "List_QUR")
+{
+    m_query.setKeyField(QStringLiteral("ID"));
+    const QList<TGridColumn> columns = {
+        {"EventDate", u"تاریخ"_qs, 90},   {"EventTime", u"ساعت"_qs, 70},    {"UserName", u"کاربر"_qs, 120},
+        {"Com_Index", u"ایستگاه"_qs, 70}, {"SoftwarePart", u"بخش"_qs, 140}, {"Permission", u"عمل"_qs, 90},
+        {"EventText", u"شرح"_qs, 300},
+    };
+    BuildList(&m_query, QStringLiteral("Event_List_GRD"), columns,
+              {{"EventText", u"شرح"_qs, TSearchItem::Text, true},
+               {"UserName", u"کاربر"_qs, TSearchItem::Text},
+               {"EventDate", u"تاریخ"_qs, TSearchItem::Date}});
+    BuildUsualLayout(u"رویدادها"_qs);
+    BuildButtons(false, true);
+    for (TSmartButton_ZLM *button : {New_BTN, EDit_BTN, Del_BTN})
+        button->hide();
+    Grid()->setItemDelegateForColumn(4, new TNameDelegate(this, columns, partName));
+    Grid()->setItemDelegateForColumn(5, new TNameDelegate(this, columns, rightName));
+}
+
+void TEventLog_FRM::SetListText()
+{
+    m_query.setStatement(
+        "select ID, EventDate, EventTime, UserName, Com_Index, SoftwarePart, Permission, EventText "
+        "from UserEvent");
+}

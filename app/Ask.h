@@ -1,0 +1,20 @@
+#pragma once
+
+#include "host/Declaration_PKG/Specialmessages.h"
+
+/// A question of the application itself, with Yes and No. True: Yes.
+bool Ask(const QString &text, TAnswer defaultAnswer = TAnswer::Yes);
+/// A sentence of the application itself.
+void Tell(const QString &text, TMessageIconType icon = miInformation);
+/// Runs work that may meet a database error and tells the user about it. False: there was one.
+template <class Work>
+bool Guard(Work work)
+{
+    try {
+        work();
+        return true;
+    } catch (const TDatabaseError &error) {
+        MsgDatabaseError(error);
+        return false;
+    }
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QStringList>
+
+/// What the user asked for on the command line.
+struct TCommandLine {
+    enum class Task { Run, Help, Version, Call, Tour };
+
+    Task task = Task::Run;
+    QString databaseFile; ///< --database
+    QString odbc;         ///< the whole connection string, from --odbc, --odbc-file or the environment
+    bool demo = false;
+    QString user;
+    QString passwordFile;
+    QString entry; ///< --call
+    QStringList entryArguments;
+    QString tourFolder;
+    QString error; ///< one line that says what is wrong; empty when all is well
+
+    /// Reads the arguments (without the program's name) and the file that --odbc-file names. The environment's
+    /// KETEBIONPAP_ODBC counts when no database is named. A connection string with a password is refused as an
+    /// argument, since everybody on the machine can read those.
+    static TCommandLine parse(const QStringList &arguments);
+    static QString help();
+    static QString version();
+};
+
+/// The first line of a file without its line break: a password or a connection string. `error` gets one line when
+/// there is none.
+QString FirstLineOf(const QString &fileName, QString *error);

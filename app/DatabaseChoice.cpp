@@ -1,0 +1,52 @@
+#include "app/DatabaseChoice.h"
+
+#include "app/ConnectionText.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
+
+namespace {
+
+const QString fileKey = QStringLiteral("Database/File");
+const QString odbcKey = QStringLiteral("Database/Odbc");
+
+QString settingsFile()
+{
+    return QFileInfo(IniOptions.FileName).absolutePath() + QStringLiteral("/database.ini");
+}
+
+} // namespace
+
+QString TDatabaseChoice::ordinaryFile()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QStringLiteral("/ketebionpap/ketebionpap.db");
+}
+
+TDatabaseChoice TDatabaseChoice::stored()
+{
+    const QSettings settings(settingsFile(), QSettings::IniFormat);
+    TDatabaseChoice choice{settings.value(fileKey).toString(), settings.value(odbcKey).toString()};
+    if (choice.file.isEmpty())
+        choice.file = ordinaryFile();
+    return choice;
+}
+
+bool TDatabaseChoice::store() const
+{
+    const auto userOnly = QFile::ReadOwner | QFile::WriteOwner;
+    const QString name = settingsFile();
+    QDir().mkpath(QFileInfo(name).absolutePath());
+    QFile settingsOnDisk(name);
+    if (!settingsOnDisk.open(QIODevice::ReadWrite) || !settingsOnDisk.setPermissions(userOnly))
+        return false;
+    settingsOnDisk.close();
+    QSettings settings(name, QSettings::IniFormat);
+    settings.setValue(fileKey, file == ordinaryFile() ? QString() : file);
+    settings.setValue(odbcKey, ConnectionText::withoutPassword(odbc));
+    settings.sync();
+    return settings.status() == QSettings::NoError && QFile::setPermissions(name, userOnly);
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+/// Which database the program works on.
+struct TDatabaseChoice {
+    QString file; ///< the embedded database's file
+    QString odbc; ///< SQL Server's connection string; may hold a password. Where it is not empty it counts.
+
+    bool onServer() const { return !odbc.isEmpty(); }
+
+    /// What the user chose in the database settings; else the one file in the user's data folder.
+    static TDatabaseChoice stored();
+    /// Keeps the choice for the next start, in a file private to the user, never with a password. False when the
+    /// file cannot be written.
+    bool store() const;
+    static QString ordinaryFile();
+};

@@ -1,0 +1,175 @@
+#include "app/DatabaseSettings_FRM.h"
+
+#include "app/Ask.h"
+#include "app/ConnectionText.h"
+#include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/database/Engine.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace {
+
+QLineEdit *addLine(QGridLayout *grid, const QString &caption, const char *name)
+{
+    auto *edit = new QLineEdit;
+    edit->setObjectName(QLatin1String(name));
+    edit->setAccessibleName(QString(caption).remove(u'&').trimmed());
+    // Servers, users and paths are Latin nearly always.
+    edit->setLayoutDirection(Qt::LeftToRight);
+    auto *label = new QLabel(caption);
+    label->setBuddy(edit);
+    const int row = grid->isEmpty() ? 0 : grid->rowCount();
+    grid->addWidget(label, row, 0);
+    grid->addWidget(edit, row, 1);
+    return edit;
+}
+
+} // namespace
+
+TDatabaseSettings_FRM::TDatabaseSettings_FRM(const TDatabaseChoice &choice)
+{
+    SetTitle(u"تنظیمات پایگاه داده"_qs);
+    File_RB = new QRadioButton(u"&پرونده ای روی این رایانه"_qs, this);
+    File_RB->setObjectName(QStringLiteral("File_RB"));
+    Server_RB = new QRadioButton(u"&سرور SQL Server"_qs, this);
+    Server_RB->setObjectName(QStringLiteral("Server_RB"));
+
+    m_fileBox = new QWidget(this);
+    auto *fileGrid = new QGridLayout(m_fileBox);
+    File_EDT = addLine(fileGrid, u"  &نام پرونده :"_qs, "File_EDT");
+    auto *pick = new TSmartButton_ZLM(u"انتخاب ..."_qs, this);
+    pick->setObjectName(QStringLiteral("Pick_BTN"));
+    fileGrid->addWidget(pick, 0, 2);
+    connect(pick, &QAbstractButton::clicked, this, &TDatabaseSettings_FRM::pickFile);
+
+    m_serverBox = new QWidget(this);
+    auto *serverGrid = new QGridLayout(m_serverBox);
+    Server_EDT = addLine(serverGrid, u"  نام س&رور :"_qs, "Server_EDT");
+    Port_EDT = addLine(serverGrid, u"  &درگاه :"_qs, "Port_EDT");
+    Database_EDT = addLine(serverGrid, u"  پایگاه &داده :"_qs, "Database_EDT");
+    User_EDT = addLine(serverGrid, u"  &کاربر :"_qs, "User_EDT");
+    Password_EDT = addLine(serverGrid, u"  &گذرواژه :"_qs, "Password_EDT");
+    Password_EDT->setEchoMode(QLineEdit::Password);
+    Password_EDT->setPlaceholderText(u"نگهداری نمی شود؛ در هر شروع پرسیده می شود"_qs);
+    Driver_EDT = addLine(serverGrid, u"  راه &انداز ODBC :"_qs, "Driver_EDT");
+
+    Body()->addWidget(File_RB);
+    Body()->addWidget(m_fileBox);
+    Body()->addWidget(Server_RB);
+    Body()->addWidget(m_serverBox);
+    Body()->addStretch(1);
+
+    TSmartButton_ZLM *save = AddButton(QStringLiteral("Save_BTN"), u"ذخیره F3"_qs, QStringLiteral("F3"));
+    connect(save, &QAbstractButton::clicked, this, &TDatabaseSettings_FRM::save);
+    TSmartButton_ZLM *testing =
+        AddButton(QStringLiteral("Test_BTN"), u"آزمایش اتصال F8"_qs, QStringLiteral("F8"));
+    connect(testing, &QAbstractButton::clicked, this, &TDatabaseSettings_FRM::test);
+    TSmartButton_ZLM *exit = AddButton(QStringLiteral("EXit_BTN"), u"خروج Esc"_qs, QStringLiteral("Esc"));
+    connect(exit, &QAbstractButton::clicked, this, &TDatabaseSettings_FRM::reject);
+
+    const auto partOf = [&choice](const char *name) {
+        return ConnectionText::part(choice.odbc, QLatin1String(name));
+    };
+    File_EDT->setText(choice.file.isEmpty() ? TDatabaseChoice::ordinaryFile() : choice.file);
+    Driver_EDT->setText(choice.onServer() ? partOf("Driver") : QStringLiteral("FreeTDS"));
+    Server_EDT->setText(partOf("Server"));
+    Port_EDT->setText(choice.onServer() ? partOf("Port") : QStringLiteral("1433"));
+    Database_EDT->setText(partOf("Database"));
+    User_EDT->setText(partOf("UID"));
+    m_otherParts = ConnectionText::without(
+        choice.odbc, {"Driver", "Server", "Port", "Database", "UID", "PWD", "Password"});
+    if (m_otherParts.isEmpty())
+        m_otherParts = QStringLiteral("TDS_Version=7.4;ClientCharset=UTF-8");
+    (choice.onServer() ? Server_RB : File_RB)->setChecked(true);
+    connect(File_RB, &QRadioButton::toggled, this, &TDatabaseSettings_FRM::showKind);
+    showKind();
+    resize(620, 420);
+}
+
+void TDatabaseSettings_FRM::showKind()
+{
+    m_fileBox->setEnabled(File_RB->isChecked());
+    m_serverBox->setEnabled(Server_RB->isChecked());
+}
+
+TDatabaseChoice TDatabaseSettings_FRM::Choice() const
+{
+    TDatabaseChoice choice;
+    choice.file = File_EDT->text().trimmed();
+    if (!Server_RB->isChecked())
+        return choice;
+    const QList<std::pair<QString, QString>> given = {{"Driver", Driver_EDT->text()},
+                                                      {"Server", Server_EDT->text()},
+                                                      {"Port", Port_EDT->text()},
+                                                      {"Database", Database_EDT->text()},
+                                                      {"UID", User_EDT->text()}};
+    for (const auto &[name, value] : given) {
+        if (!value.trimmed().isEmpty())
+            choice.odbc = ConnectionText::with(choice.odbc, name, value.trimmed());
+    }
+    choice.odbc += u';' + m_otherParts;
+    if (!Password_EDT->text().isEmpty())
+        choice.odbc = ConnectionText::with(choice.odbc, QStringLiteral("PWD"), Password_EDT->text());
+    return choice;
+}
+
+bool TDatabaseSettings_FRM::isComplete()
+{
+    QLineEdit *missing = nullptr;
+    if (File_RB->isChecked() && File_EDT->text().trimmed().isEmpty())
+        missing = File_EDT;
+    for (QLineEdit *input : {Server_EDT, Database_EDT, Driver_EDT}) {
+        if (Server_RB->isChecked() && input->text().trimmed().isEmpty() && !missing)
+            missing = input;
+    }
+    if (!missing)
+        return true;
+    MsgRequiredField(missing->accessibleName().remove(u':').trimmed(), missing, this);
+    missing->setFocus();
+    return false;
+}
+
+void TDatabaseSettings_FRM::test()
+{
+    if (!isComplete())
+        return;
+    const TDatabaseChoice choice = Choice();
+    if (!choice.onServer() && !QFileInfo::exists(choice.file)) {
+        Tell(u"چنین پرونده ای هنوز نیست و هنگام شروع ساخته می شود."_qs);
+        return;
+    }
+    // An engine alone leaves the schema as it is.
+    const bool open = Guard([&] {
+        if (choice.onServer())
+            OpenOdbcEngine(choice.odbc);
+        else
+            OpenSqliteEngine(choice.file);
+    });
+    if (open)
+        Tell(u"اتصال به پایگاه داده برقرار شد."_qs);
+}
+
+void TDatabaseSettings_FRM::save()
+{
+    if (!isComplete())
+        return;
+    if (Choice().store())
+        accept();
+    else
+        Tell(u"تنظیمات ذخیره نشد؛ پوشه تنظیمات کاربر قابل نوشتن نیست."_qs, miError);
+}
+
+void TDatabaseSettings_FRM::pickFile()
+{
+    const QString file = QFileDialog::getSaveFileName(
+        this, u"پرونده پایگاه داده"_qs, File_EDT->text(), u"پایگاه داده (*.db)"_qs, nullptr,
+        QFileDialog::DontConfirmOverwrite | QFileDialog::DontUseNativeDialog);
+    if (!file.isEmpty())
+        File_EDT->setText(file);
+}

@@ -1,0 +1,301 @@
+#include "app/MainWindow.h"
+
+#include "app/Administration_FRM.h"
+#include "app/Ask.h"
+#include "app/DatabaseSettings_FRM.h"
+#include "app/Login_FRM.h"
+#include "app/Users_FRM.h"
+#include "host/Component_ZLM/LayoutStore.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Utility_ZLM/Utility_ZLM.h"
+#include "host/database/Backup.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTimer>
+
+namespace {
+
+const int buttonColumns = 2;
+
+QString backupFilter()
+{
+    return u"پشتیبان پایگاه داده (*.db)"_qs;
+}
+
+/// For file names: "14030901-0805".
+QString stamp()
+{
+    return QString(NowDate() + u'-' + NowTime()).remove(u'/').remove(u':');
+}
+
+struct TBusy {
+    TBusy() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~TBusy() { QApplication::restoreOverrideCursor(); }
+};
+
+} // namespace
+
+TMain_FRM::TMain_FRM(TSession &session) : m_session(session)
+{
+    setObjectName(QStringLiteral("TMain_FRM"));
+    setWindowTitle(u"اطلاعات پایه حقوق و دستمزد"_qs);
+    setLayoutDirection(Qt::RightToLeft);
+    resize(760, 520);
+    buildStatus();
+    Rebuild();
+    LayoutStore::restoreWindow(this);
+}
+
+void TMain_FRM::Rebuild()
+{
+    menuBar()->clear();
+    buildMenus();
+    buildButtons();
+    showStatus();
+}
+
+QAction *TMain_FRM::addItem(QMenu *menu, const QString &caption, const char *name, const QString &key,
+                            std::function<void()> action)
+{
+    QAction *item = menu->addAction(caption);
+    item->setObjectName(QLatin1String(name));
+    if (!key.isEmpty())
+        item->setShortcut(QKeySequence(key));
+    connect(item, &QAction::triggered, this, [action = std::move(action)] { Guard(action); });
+    return item;
+}
+
+void TMain_FRM::addEntries(QMenu *menu, bool select)
+{
+    for (const TEntryPoint &entry : EntryPoints::all()) {
+        if (entry.isSelect() == select && EntryPoints::mayOpen(entry)) {
+            addItem(menu, entry.caption, entry.name, QLatin1String(entry.key),
+                    [this, &entry] { OpenEntry(entry); });
+        }
+    }
+    menu->menuAction()->setVisible(!menu->isEmpty());
+}
+
+void TMain_FRM::buildMenus()
+{
+    const bool onServer = m_session.choice().onServer();
+    QMenu *file = menuBar()->addMenu(u"&پرونده"_qs);
+    file->setObjectName(QStringLiteral("File_MNU"));
+    addItem(file, u"تنظیمات &پایگاه داده ..."_qs, "DatabaseSettings_ACT", {}, [this] { databaseSettings(); });
+    if (!onServer) {
+        addItem(file, u"پ&شتیبان گیری ..."_qs, "Backup_ACT", {}, [this] { backUp(); });
+        addItem(file, u"&بازیابی پشتیبان ..."_qs, "Restore_ACT", {}, [this] {
+            restore();
+        })->setVisible(UserInfo.IsAdmin);
+    }
+    file->addSeparator();
+    // The sample company's administrator has no account.
+    if (UserInfo.Code != 0)
+        addItem(file, u"تغییر &گذرواژه ..."_qs, "ChangePassword_ACT", {},
+                [] { TChangePassword_FRM().exec(); });
+    addItem(file, u"&ورود کاربر دیگر"_qs, "LogOut_ACT", {}, [this] { Q_EMIT logOutWanted(); });
+    addItem(file, u"&خروج"_qs, "Exit_ACT", QStringLiteral("Ctrl+Q"), [this] { close(); });
+
+    QMenu *entries = menuBar()->addMenu(u"&اطلاعات پایه"_qs);
+    entries->setObjectName(QStringLiteral("Open_MNU"));
+    addEntries(entries, false);
+    QMenu *selections = menuBar()->addMenu(u"ا&نتخاب"_qs);
+    selections->setObjectName(QStringLiteral("Select_MNU"));
+    addEntries(selections, true);
+
+    if (UserInfo.IsAdmin) {
+        QMenu *administration = menuBar()->addMenu(u"&مدیریت"_qs);
+        administration->setObjectName(QStringLiteral("Administration_MNU"));
+        addItem(administration, u"&کاربران و دسترسی ها ..."_qs, "Users_ACT", {},
+                [] { TUserList_FRM().exec(); });
+        addItem(administration, u"&رویدادها ..."_qs, "Events_ACT", {}, [] { TEventLog_FRM().exec(); });
+        addItem(administration, u"&قفل رکوردها ..."_qs, "Locks_ACT", {}, [] { TLockList_FRM().exec(); });
+        addItem(administration, u"&ایستگاه های کاری ..."_qs, "Workstations_ACT", {},
+                [] { TWorkstationList_FRM().exec(); });
+    }
+    QMenu *help = menuBar()->addMenu(u"&راهنما"_qs);
+    help->setObjectName(QStringLiteral("Help_MNU"));
+    addItem(help, u"&درباره برنامه"_qs, "About_ACT", {}, [this] { about(); });
+}
+
+void TMain_FRM::buildButtons()
+{
+    m_buttons.clear();
+    auto *center = new QGroupBox(u"اطلاعات پایه"_qs);
+    auto *grid = new QGridLayout(center);
+    grid->setSpacing(12);
+    grid->setContentsMargins(24, 24, 24, 24);
+    for (const TEntryPoint &entry : EntryPoints::all()) {
+        if (entry.isSelect() || !EntryPoints::mayOpen(entry))
+            continue;
+        // The key stands below in a line of its own: mixed into a Persian line its parts would change places.
+        auto *button = new QPushButton(entry.caption + u'\n' + QLatin1String(entry.key), center);
+        button->setObjectName(QLatin1String(entry.name) + QLatin1String("_BTN"));
+        button->setAccessibleName(entry.caption);
+        button->setMinimumSize(220, 64);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+        button->setAutoDefault(true);
+        button->installEventFilter(this);
+        connect(button, &QPushButton::clicked, this, [this, &entry] { OpenEntry(entry); });
+        grid->addWidget(button, int(m_buttons.size()) / buttonColumns, int(m_buttons.size()) % buttonColumns);
+        m_buttons << button;
+    }
+    if (m_buttons.isEmpty())
+        grid->addWidget(new QLabel(u"شما به هیچ بخشی دسترسی ندارید. از مدیر سیستم بخواهید."_qs), 0, 0,
+                        Qt::AlignCenter);
+    setCentralWidget(center);
+    if (!m_buttons.isEmpty())
+        m_buttons.first()->setFocus();
+}
+
+void TMain_FRM::buildStatus()
+{
+    const auto add = [this](const char *name) {
+        auto *label = new QLabel;
+        label->setObjectName(QLatin1String(name));
+        label->setContentsMargins(8, 0, 8, 0);
+        statusBar()->addPermanentWidget(label);
+        return label;
+    };
+    m_user = add("User_LBL");
+    m_workstation = add("Workstation_LBL");
+    m_database = add("Database_LBL");
+    m_date = add("Date_LBL");
+    // The window may stay open over midnight.
+    auto *minute = new QTimer(this);
+    connect(minute, &QTimer::timeout, this, &TMain_FRM::showStatus);
+    minute->start(60 * 1000);
+}
+
+void TMain_FRM::showStatus()
+{
+    m_user->setText(u"کاربر: %1"_qs.arg(UserInfo.FullName.isEmpty() ? UserInfo.Name : UserInfo.FullName));
+    m_workstation->setText(u"ایستگاه: %1"_qs.arg(IniOptions.Com_Index));
+    const QString database = m_session.connection().displayName();
+    m_database->setText(u"پایگاه داده: \u2066%1\u2069"_qs.arg(database.section(u'/', -1)));
+    m_database->setToolTip(database);
+    m_date->setText(u"\u2066%1\u2069"_qs.arg(NowDate()));
+}
+
+void TMain_FRM::OpenEntry(const TEntryPoint &entry)
+{
+    statusBar()->clearMessage();
+    if (!m_session.ensureConnected())
+        return;
+    const int result = m_session.callEntry(entry, entry.usualArguments);
+    if (entry.isSelect())
+        statusBar()->showMessage(result == 0 ? u"چیزی انتخاب نشد."_qs : u"کد انتخاب شده: %1"_qs.arg(result));
+}
+
+bool TMain_FRM::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *button = qobject_cast<QPushButton *>(watched);
+    if (!button || event->type() != QEvent::KeyPress)
+        return QMainWindow::eventFilter(watched, event);
+    switch (static_cast<QKeyEvent *>(event)->key()) {
+    case Qt::Key_Up:
+        moveFocus(button, -1, 0);
+        return true;
+    case Qt::Key_Down:
+        moveFocus(button, 1, 0);
+        return true;
+    case Qt::Key_Left: // right to left: the next one stands on the left
+        moveFocus(button, 0, 1);
+        return true;
+    case Qt::Key_Right:
+        moveFocus(button, 0, -1);
+        return true;
+    default:
+        return QMainWindow::eventFilter(watched, event);
+    }
+}
+
+void TMain_FRM::moveFocus(QPushButton *from, int rows, int columns)
+{
+    const qsizetype place = m_buttons.indexOf(from) + rows * buttonColumns + columns;
+    if (place >= 0 && place < m_buttons.size())
+        m_buttons.at(place)->setFocus(Qt::TabFocusReason);
+}
+
+void TMain_FRM::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_F10 || event->modifiers() != Qt::NoModifier ||
+        menuBar()->actions().isEmpty()) {
+        QMainWindow::keyPressEvent(event);
+        return;
+    }
+    menuBar()->setFocus(Qt::MenuBarFocusReason);
+    menuBar()->setActiveAction(menuBar()->actions().first());
+}
+
+void TMain_FRM::closeEvent(QCloseEvent *event)
+{
+    LayoutStore::saveWindow(this);
+    QMainWindow::closeEvent(event);
+    Q_EMIT closed();
+}
+
+void TMain_FRM::databaseSettings()
+{
+    TDatabaseSettings_FRM settings(TDatabaseChoice::stored());
+    if (settings.exec() == QDialog::Accepted)
+        Tell(u"تنظیمات ذخیره شد و از شروع بعدی برنامه به کار می رود."_qs);
+}
+
+void TMain_FRM::backUp()
+{
+    const QString name = u"ketebionpap-%1.db"_qs.arg(stamp());
+    const QString target = QFileDialog::getSaveFileName(this, u"پشتیبان گیری"_qs, name, backupFilter(),
+                                                        nullptr, QFileDialog::DontUseNativeDialog);
+    if (target.isEmpty())
+        return;
+    {
+        const TBusy busy;
+        Backup::save(m_session.choice().file, target);
+    }
+    SetUserEvent(TSoftwarePart(0), cpPrint, u"پشتیبان گیری در %1"_qs.arg(target), true, true);
+    Tell(u"پشتیبان ساخته و بررسی شد:\n%1"_qs.arg(target));
+}
+
+void TMain_FRM::restore()
+{
+    const QString source = QFileDialog::getOpenFileName(this, u"بازیابی پشتیبان"_qs, {}, backupFilter(),
+                                                        nullptr, QFileDialog::DontUseNativeDialog);
+    if (source.isEmpty())
+        return;
+    if (!ListCodeLocks().isEmpty()) {
+        Tell(u"رکوردهایی در حال ویرایش است. نخست همه پنجره های ویرایش را در همه ایستگاه ها ببندید."_qs,
+             miWarning);
+        return;
+    }
+    if (!Ask(
+            u"همه اطلاعات کنونی با اطلاعات پشتیبان جایگزین می شود. پیش از آن از اطلاعات کنونی پشتیبان گرفته می شود. ادامه می دهید؟"_qs,
+            TAnswer::No))
+        return;
+    const QString file = m_session.choice().file;
+    const QString before = u"%1.before-restore-%2"_qs.arg(file, stamp());
+    {
+        const TBusy busy;
+        Backup::save(file, before);
+        Backup::restore(file, source);
+        m_session.reconnect();
+    }
+    SetUserEvent(TSoftwarePart(0), cpEdit, u"بازیابی پشتیبان از %1"_qs.arg(source), true, true);
+    Tell(u"اطلاعات پشتیبان بازیابی شد. اطلاعات پیشین در این پرونده است:\n%1\nدوباره وارد شوید."_qs.arg(
+        before));
+    Q_EMIT logOutWanted();
+}
+
+void TMain_FRM::about()
+{
+    Tell(u"اطلاعات پایه حقوق و دستمزد\nنسخه %1\nپایگاه داده: \u2066%2\u2069"_qs.arg(
+        QLatin1String(KETEBIONPAP_VERSION), m_session.connection().displayName()));
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/Session.h"
+
+#include <QMainWindow>
+
+#include <functional>
+
+class QGridLayout;
+class QLabel;
+class QPushButton;
+
+/// The program's window: the entry points as menus and as large buttons with their keys, each shown only to users
+/// who may open it; administration for administrators; who, where and when in the status bar.
+///
+/// Arrows walk over the buttons, F10 goes to the menus.
+class TMain_FRM : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit TMain_FRM(TSession &session);
+
+    /// Runs an entry point as its button does, and shows what a Select_ entry returned.
+    void OpenEntry(const TEntryPoint &entry);
+    /// Builds menus and buttons for the user who is logged in now.
+    void Rebuild();
+
+Q_SIGNALS:
+    void logOutWanted(); ///< another user wants to work
+    void closed();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void buildMenus();
+    void buildButtons();
+    void buildStatus();
+    void addEntries(QMenu *menu, bool select);
+    QAction *addItem(QMenu *menu, const QString &caption, const char *name, const QString &key,
+                     std::function<void()> action);
+    void moveFocus(QPushButton *from, int rows, int columns);
+    void showStatus();
+    void databaseSettings();
+    void backUp();
+    void restore();
+    void about();
+
+    TSession &m_session;
+    QList<QPushButton *> m_buttons;
+    QLabel *m_user;
+    QLabel *m_workstation;
+    QLabel *m_database;
+    QLabel *m_date;
+};

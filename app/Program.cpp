@@ -1,0 +1,303 @@
+#include "app/Program.h"
+
+#include "app/Ask.h"
+#include "app/ConnectionText.h"
+#include "app/DatabaseSettings_FRM.h"
+#include "app/Login_FRM.h"
+#include "app/MainWindow.h"
+#include "app/SampleCompany.h"
+#include "app/Tour.h"
+#include "host/Declaration_PKG/CodeLocks_unt.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QLineEdit>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace {
+
+const QString workstationNameKey = QStringLiteral("Workstation/Name");
+
+/// A machine may serve several people, each with options of their own: to the locks each of them is a workstation.
+QString thisWorkstation()
+{
+    const struct passwd *user = getpwuid(geteuid());
+    return user ? QStringLiteral("%1 (%2)").arg(ThisMachineName(), QString::fromLocal8Bit(user->pw_name))
+                : ThisMachineName();
+}
+
+QString loginText(const TLogin &login)
+{
+    switch (login.result) {
+    case TLoginResult::TooEarly:
+        return QStringLiteral("after wrong passwords: wait %1 seconds").arg(login.secondsToWait);
+    case TLoginResult::Inactive:
+        return QStringLiteral("the user is shut out");
+    default:
+        return QStringLiteral("wrong name or password");
+    }
+}
+
+class TProgram {
+public:
+    TProgram(const TCommandLine &line, QTextStream &out, QTextStream &err)
+        : m_line(line), m_out(out), m_err(err)
+    {
+    }
+    int run();
+
+private:
+    int fail(const QString &text)
+    {
+        m_err << "ketebionpap: " << text << Qt::endl;
+        return 1;
+    }
+    bool namedDatabase() const { return !m_line.databaseFile.isEmpty() || !m_line.odbc.isEmpty(); }
+    bool interactive() const { return m_line.task == TCommandLine::Task::Run; }
+    bool sample() const { return m_line.demo || m_line.task == TCommandLine::Task::Tour; }
+    bool openDatabase();
+    bool askServerPassword(TDatabaseChoice &choice);
+    bool fillSample();
+    bool registerWorkstation();
+    bool logIn();
+    bool logInByDialog();
+    int call();
+    int showWindow();
+
+    const TCommandLine &m_line;
+    QTextStream &m_out;
+    QTextStream &m_err;
+    QTemporaryDir m_throwAway;
+    TSession m_session;
+};
+
+bool TProgram::askServerPassword(TDatabaseChoice &choice)
+{
+    if (!choice.onServer() || !ConnectionText::needsPassword(choice.odbc))
+        return true;
+    QString password;
+    if (isatty(STDIN_FILENO) && !interactive()) {
+        const char *typed = getpass("Password of the database server: ");
+        password = QString::fromLocal8Bit(typed ? typed : "");
+    } else {
+        TServerPassword_FRM dialog(ConnectionText::part(choice.odbc, QStringLiteral("Server")));
+        if (dialog.exec() != QDialog::Accepted)
+            return false;
+        password = dialog.Password_EDT->text();
+    }
+    choice.odbc = ConnectionText::with(choice.odbc, QStringLiteral("PWD"), password);
+    return true;
+}
+
+bool TProgram::openDatabase()
+{
+    TDatabaseChoice choice{m_line.databaseFile, m_line.odbc};
+    const bool named = namedDatabase();
+    if (!named && sample())
+        choice.file = m_throwAway.filePath(QStringLiteral("sample.db"));
+    else if (!named)
+        choice = TDatabaseChoice::stored();
+    for (;;) {
+        if (!askServerPassword(choice))
+            return false;
+        QString text;
+        try {
+            m_session.open(choice);
+            return true;
+        } catch (const TDatabaseError &error) {
+            // A database that was named by hand is answered where it was named.
+            if (named || !interactive()) {
+                fail(QString::fromUtf8(error.what()));
+                return false;
+            }
+            text = error.userText();
+        }
+        if (!Ask(text + u"\nتنظیمات پایگاه داده را باز می کنید؟"_qs))
+            return false;
+        TDatabaseSettings_FRM settings(choice);
+        if (settings.exec() != QDialog::Accepted)
+            return false;
+        choice = settings.Choice();
+    }
+}
+
+bool TProgram::fillSample()
+{
+    try {
+        if (!NoUserYet() ||
+            m_session.connection().scalar(TStatement("select count(*) from Staff")).toInt() > 0) {
+            fail(QStringLiteral("the sample company goes into a new database only"));
+            return false;
+        }
+        FillSampleCompany(m_session.connection());
+    } catch (const TDatabaseError &error) {
+        fail(QString::fromUtf8(error.what()));
+        return false;
+    }
+    // Without an account: whoever starts this database next makes its administrator, so that no password is known
+    // beforehand.
+    UserInfo = TUserInfo{0, QStringLiteral("demo"), u"مدیر شرکت نمونه"_qs, true, true};
+    return true;
+}
+
+bool TProgram::registerWorkstation()
+{
+    if (sample()) {
+        IniOptions.Com_Index = 1;
+        return RegisterWorkstation(1, thisWorkstation());
+    }
+    QString name = QSettings(IniOptions.FileName, QSettings::IniFormat).value(workstationNameKey).toString();
+    if (name.isEmpty())
+        name = thisWorkstation();
+    if (!IniOptions.IsNew && RegisterWorkstation(IniOptions.Com_Index, name))
+        return true;
+    if (interactive()) {
+        TWorkstation_FRM dialog(name);
+        if (dialog.exec() != QDialog::Accepted)
+            return false;
+        IniOptions.Com_Index = dialog.ComIndex();
+        name = dialog.Name_EDT->text().trimmed();
+    } else {
+        // Nobody to ask: the next free number, and the next one where another workstation was faster.
+        do
+            IniOptions.Com_Index = FreeWorkstationIndexes(1).value(0, 1);
+        while (!RegisterWorkstation(IniOptions.Com_Index, name));
+    }
+    const bool saved = IniOptions.save();
+    QSettings settings(IniOptions.FileName, QSettings::IniFormat);
+    settings.setValue(workstationNameKey, name);
+    settings.sync();
+    if (!saved || settings.status() != QSettings::NoError) {
+        fail(QStringLiteral("the workstation's options cannot be written: %1").arg(IniOptions.FileName));
+        return false;
+    }
+    return true;
+}
+
+bool TProgram::logInByDialog()
+{
+    if (NoUserYet()) {
+        TFirstUser_FRM dialog;
+        if (dialog.exec() != QDialog::Accepted)
+            return false;
+        UserInfo = dialog.User();
+    } else {
+        TLogin_FRM dialog(m_line.user);
+        if (dialog.exec() != QDialog::Accepted)
+            return false;
+        UserInfo = dialog.User();
+    }
+    return true;
+}
+
+bool TProgram::logIn()
+{
+    if (m_line.passwordFile.isEmpty()) {
+        if (!logInByDialog())
+            return false;
+    } else {
+        QString error;
+        const QString password = FirstLineOf(m_line.passwordFile, &error);
+        if (!error.isEmpty()) {
+            fail(error);
+            return false;
+        }
+        const TLogin login = LogIn(m_line.user, password);
+        if (login.result != TLoginResult::Ok) {
+            fail(QStringLiteral("cannot log in as %1: %2").arg(m_line.user, loginText(login)));
+            return false;
+        }
+        UserInfo = login.user;
+    }
+    SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود به برنامه"_qs, true, true);
+    return true;
+}
+
+int TProgram::call()
+{
+    const TEntryPoint &entry = *EntryPoints::find(m_line.entry);
+    if (!m_session.module().has(entry))
+        return fail(m_session.module().errorText());
+    const int result = m_session.callEntry(entry, m_line.entryArguments);
+    if (entry.isSelect())
+        m_out << result << Qt::endl;
+    return 0;
+}
+
+int TProgram::showWindow()
+{
+    TMain_FRM window(m_session);
+    QEventLoop loop;
+    bool loggedOut = false;
+    QObject::connect(&window, &TMain_FRM::closed, &loop, &QEventLoop::quit);
+    QObject::connect(&window, &TMain_FRM::logOutWanted, &loop, [&] {
+        loggedOut = true;
+        loop.quit();
+    });
+    for (;;) {
+        loggedOut = false;
+        window.Rebuild();
+        window.show();
+        window.activateWindow();
+        loop.exec();
+        if (!loggedOut)
+            return 0;
+        window.hide();
+        UserInfo = {};
+        bool in = false;
+        if (!Guard([&] { in = logInByDialog(); }) || !in)
+            return 0;
+        SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود به برنامه"_qs, true, true);
+    }
+}
+
+int TProgram::run()
+{
+    IniOptions.load();
+    if (!openDatabase())
+        return 1;
+    try {
+        if (!registerWorkstation())
+            return 1;
+        if (sample() ? !fillSample() : !logIn())
+            return 1;
+        ReleaseLeftLocks(IniOptions.Com_Index);
+    } catch (const TDatabaseError &error) {
+        if (interactive())
+            MsgDatabaseError(error);
+        return fail(QString::fromUtf8(error.what()));
+    }
+    switch (m_line.task) {
+    case TCommandLine::Task::Call:
+        return call();
+    case TCommandLine::Task::Tour:
+        return TTour(m_session, m_line.tourFolder, m_out).run() ? 0 : 1;
+    default:
+        return showWindow();
+    }
+}
+
+} // namespace
+
+int RunProgram(const TCommandLine &line, QTextStream &out, QTextStream &err)
+{
+    if (!line.error.isEmpty()) {
+        err << "ketebionpap: " << line.error << Qt::endl;
+        return 2;
+    }
+    if (line.task == TCommandLine::Task::Help) {
+        out << TCommandLine::help() << Qt::flush;
+        return 0;
+    }
+    if (line.task == TCommandLine::Task::Version) {
+        out << TCommandLine::version() << Qt::endl;
+        return 0;
+    }
+    return TProgram(line, out, err).run();
+}

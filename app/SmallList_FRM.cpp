@@ -1,0 +1,92 @@
+#include "app/SmallList_FRM.h"
+
+#include "app/Ask.h"
+#include "host/Component_ZLM/SmartControls_ZLM.h"
+
+#include <QHeaderView>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+TSmallList_FRM::TSmallList_FRM(const QString &title, const QString &gridName, const QStringList &captions)
+    : m_table(new QTableWidget(0, int(captions.size()), this))
+{
+    SetTitle(title);
+    m_table->setObjectName(gridName);
+    m_table->setHorizontalHeaderLabels(captions);
+    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
+    m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->verticalHeader()->hide();
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->setAlternatingRowColors(true);
+    m_table->setTabKeyNavigation(false);
+    m_table->setAccessibleName(title);
+    Body()->addWidget(m_table);
+    resize(760, 440);
+}
+
+TSmartButton_ZLM *TSmallList_FRM::AddFreeButton(const QString &objectName, const QString &caption,
+                                                const QString &key, std::function<void()> action)
+{
+    TSmartButton_ZLM *button = AddButton(objectName, caption, key);
+    connect(button, &QAbstractButton::clicked, this, [this, action = std::move(action)] {
+        Guard(action);
+        m_table->setFocus();
+    });
+    return button;
+}
+
+TSmartButton_ZLM *TSmallList_FRM::AddRowButton(const QString &objectName, const QString &caption,
+                                               const QString &key, std::function<void()> action)
+{
+    TSmartButton_ZLM *button = AddFreeButton(objectName, caption, key, std::move(action));
+    m_rowButtons << button;
+    return button;
+}
+
+void TSmallList_FRM::AddExitButton()
+{
+    TSmartButton_ZLM *button = AddButton(QStringLiteral("EXit_BTN"), u"خروج Esc"_qs, QStringLiteral("Esc"));
+    connect(button, &QAbstractButton::clicked, this, &TSmallList_FRM::reject);
+}
+
+int TSmallList_FRM::exec()
+{
+    Refresh();
+    m_table->setFocus();
+    return TBaseForm::exec();
+}
+
+void TSmallList_FRM::Refresh()
+{
+    QList<QStringList> rows;
+    Guard([&] { rows = ReadRows(); });
+    const int stay = std::max(0, CurrentRow());
+    m_table->setRowCount(int(rows.size()));
+    for (int row = 0; row < rows.size(); ++row) {
+        for (int column = 0; column < m_table->columnCount(); ++column) {
+            auto *item = new QTableWidgetItem(rows.at(row).value(column));
+            item->setToolTip(item->text());
+            m_table->setItem(row, column, item);
+        }
+    }
+    m_table->resizeColumnsToContents();
+    for (int column = 0; column < m_table->columnCount(); ++column)
+        m_table->setColumnWidth(column, std::max(80, m_table->columnWidth(column)));
+    if (!rows.isEmpty())
+        m_table->setCurrentCell(std::min(stay, int(rows.size()) - 1), 0);
+    for (TSmartButton_ZLM *button : std::as_const(m_rowButtons))
+        button->setEnabled(!rows.isEmpty());
+}
+
+int TSmallList_FRM::CurrentRow() const
+{
+    return m_table->currentRow();
+}
+
+void TSmallList_FRM::EnterKey()
+{
+    if (!m_rowButtons.isEmpty() && m_rowButtons.first()->isEnabled())
+        m_rowButtons.first()->click();
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "host/NewBaseForms_PKG/BaseForm_UNT.h"
+
+#include <functional>
+
+class QTableWidget;
+class TSmartButton_ZLM;
+
+/// A short list that is read as a whole (users, locks, workstations), with buttons under it.
+class TSmallList_FRM : public TBaseForm {
+    Q_OBJECT
+public:
+    QTableWidget *Table() const { return m_table; }
+    /// Reads the rows again and stays on the current one.
+    void Refresh();
+    int exec() override;
+
+protected:
+    TSmallList_FRM(const QString &title, const QString &gridName, const QStringList &captions);
+    /// A button that works on the current row; without rows it is disabled.
+    TSmartButton_ZLM *AddRowButton(const QString &objectName, const QString &caption, const QString &key,
+                                   std::function<void()> action);
+    /// A button that needs no row.
+    TSmartButton_ZLM *AddFreeButton(const QString &objectName, const QString &caption, const QString &key,
+                                    std::function<void()> action);
+    void AddExitButton();
+    /// The rows' texts, in the columns' order. May throw TDatabaseError.
+    virtual QList<QStringList> ReadRows() = 0;
+    int CurrentRow() const;
+    void EnterKey() override;
+
+private:
+    QTableWidget *m_table;
+    QList<TSmartButton_ZLM *> m_rowButtons;
+};

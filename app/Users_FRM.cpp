@@ -1,0 +1,261 @@
+#include "app/Users_FRM.h"
+
+#include "app/Ask.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+QString yesNo(bool yes)
+{
+    return yes ? u"بله"_qs : u"خیر"_qs;
+}
+
+/// Upkeep of users goes to the event log under no software part.
+void note(TPermission right, const QString &text)
+{
+    SetUserEvent(TSoftwarePart(0), right, text, true, true);
+}
+
+} // namespace
+
+TUserList_FRM::TUserList_FRM()
+    : TSmallList_FRM(u"کاربران"_qs, QStringLiteral("User_List_GRD"),
+                     {u"نام کاربر"_qs, u"نام و نام خانوادگی"_qs, u"مدیر سیستم"_qs, u"فعال"_qs})
+{
+    AddFreeButton(QStringLiteral("New_BTN"), u"جدید F4"_qs, QStringLiteral("F4"), [this] { edit(0); });
+    AddRowButton(QStringLiteral("EDit_BTN"), u"ویرایش F5"_qs, QStringLiteral("F5"),
+                 [this] { edit(current().Code); });
+    AddRowButton(QStringLiteral("Rights_BTN"), u"دسترسی ها F6"_qs, QStringLiteral("F6"),
+                 [this] { editRights(); });
+    AddRowButton(QStringLiteral("Del_BTN"), u"حذف F7"_qs, QStringLiteral("F7"), [this] { remove(); });
+    AddExitButton();
+}
+
+QList<QStringList> TUserList_FRM::ReadRows()
+{
+    m_users = ListUsers();
+    QList<QStringList> rows;
+    for (const TUserInfo &user : std::as_const(m_users))
+        rows << QStringList{user.Name, user.FullName, yesNo(user.IsAdmin), yesNo(user.IsActive)};
+    return rows;
+}
+
+void TUserList_FRM::edit(int code)
+{
+    TUserGet_FRM(code).exec();
+    Refresh();
+}
+
+void TUserList_FRM::editRights()
+{
+    if (current().IsAdmin)
+        Tell(u"مدیر سیستم همه دسترسی ها را دارد."_qs);
+    else
+        TUserRights_FRM(current()).exec();
+}
+
+void TUserList_FRM::remove()
+{
+    const TUserInfo user = current();
+    if (user.Code == UserInfo.Code) {
+        Tell(u"کاربری که با آن وارد شده اید حذف نمی شود."_qs, miWarning);
+        return;
+    }
+    if (!MsgDeleteRow())
+        return;
+    const TLoginResult result = DeleteUser(user.Code);
+    if (result == TLoginResult::Ok) {
+        note(cpDelete, u"حذف کاربر %1"_qs.arg(user.Name));
+    } else {
+        TLogin login;
+        login.result = result;
+        Tell(LoginText(login), miWarning);
+    }
+    Refresh();
+}
+
+TUserGet_FRM::TUserGet_FRM(int code) : TBaseEditor(code == 0 ? fmNew : fmEdit)
+{
+    SetIdentifier(code);
+    SetTitle(u"کاربر"_qs);
+    auto *grid = new QGridLayout;
+    Name_EDT = AddInput(grid, -1, 0, u"  &نام کاربر :"_qs, "Name_EDT", new TSmartEdit_ZLM(this));
+    FullName_EDT = AddInput(grid, -1, 0, u"  نام و نام &خانوادگی :"_qs, "FullName_EDT",
+                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 100));
+    Password_EDT = AddInput(grid, -1, 0, u"  &گذرواژه :"_qs, "Password_EDT",
+                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 128));
+    Repeat_EDT = AddInput(grid, -1, 0, u"  &تکرار گذرواژه :"_qs, "Repeat_EDT",
+                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 128));
+    for (TSmartEdit_ZLM *edit : {Password_EDT, Repeat_EDT})
+        edit->setEchoMode(QLineEdit::Password);
+    if (code != 0)
+        Password_EDT->setPlaceholderText(u"خالی: بدون تغییر"_qs);
+    IsActive_CHK =
+        AddInput(grid, -1, 0, {}, "IsActive_CHK", new TSmartCheckBox_ZLM(u"می تواند وارد &شود"_qs, this));
+    IsAdmin_CHK = AddInput(grid, -1, 0, {}, "IsAdmin_CHK", new TSmartCheckBox_ZLM(u"&مدیر سیستم"_qs, this));
+    Body()->addLayout(grid);
+    Body()->addStretch(1);
+    BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);
+    resize(460, 280);
+}
+
+bool TUserGet_FRM::Validate()
+{
+    if (Name_EDT->GetText().trimmed().isEmpty()) {
+        MsgRequiredField(u"نام کاربر"_qs, Name_EDT, this);
+        FocusInput(Name_EDT);
+        return false;
+    }
+    if (Mode() == fmNew && Password_EDT->text().isEmpty()) {
+        MsgRequiredField(u"گذرواژه"_qs, Password_EDT, this);
+        FocusInput(Password_EDT);
+        return false;
+    }
+    if (Password_EDT->text() != Repeat_EDT->text()) {
+        Tell(u"گذرواژه و تکرار آن یکسان نیستند."_qs, miWarning);
+        FocusInput(Repeat_EDT);
+        return false;
+    }
+    return true;
+}
+
+void TUserGet_FRM::ClearRecord()
+{
+    m_user = {};
+    Name_EDT->SetText({});
+    FullName_EDT->SetText({});
+    Password_EDT->SetText({});
+    Repeat_EDT->SetText({});
+    IsActive_CHK->setChecked(true);
+    IsAdmin_CHK->setChecked(false);
+}
+
+bool TUserGet_FRM::RecordExists()
+{
+    return ReadUser(Identifier().toInt()).result != TLoginResult::NoSuchUser;
+}
+
+void TUserGet_FRM::LoadRecord()
+{
+    const QList<TUserInfo> users = ListUsers();
+    for (const TUserInfo &user : users) {
+        if (user.Code == Identifier().toInt())
+            m_user = user;
+    }
+}
+
+void TUserGet_FRM::ShowRecord()
+{
+    Name_EDT->SetText(m_user.Name);
+    FullName_EDT->SetText(m_user.FullName);
+    Password_EDT->SetText({});
+    Repeat_EDT->SetText({});
+    IsActive_CHK->setChecked(m_user.IsActive);
+    IsAdmin_CHK->setChecked(m_user.IsAdmin);
+}
+
+bool TUserGet_FRM::SaveRecord()
+{
+    TUserInfo user;
+    user.Code = Mode() == fmNew ? 0 : Identifier().toInt();
+    user.Name = Name_EDT->GetText().trimmed();
+    user.FullName = FullName_EDT->GetText().trimmed();
+    user.IsActive = IsActive_CHK->isChecked();
+    user.IsAdmin = IsAdmin_CHK->isChecked();
+    TLogin login;
+    login.result = SaveUser(user, Password_EDT->text());
+    if (login.result != TLoginResult::Ok) {
+        Tell(LoginText(login), miWarning);
+        FocusInput(login.result == TLoginResult::WeakPassword ? Password_EDT : Name_EDT);
+        return false;
+    }
+    SetIdentifier(user.Code);
+    note(Mode() == fmNew ? cpNew : cpEdit, u"ثبت کاربر %1"_qs.arg(user.Name));
+    return true;
+}
+
+TUserRights_FRM::TUserRights_FRM(const TUserInfo &user)
+    : TBaseEditor(fmEdit), Rights_GRD(new QTableWidget(this))
+{
+    SetIdentifier(user.Code);
+    SetTitle(u"دسترسی های کاربر %1"_qs.arg(user.Name));
+    QList<TSoftwarePart> parts;
+    QStringList rights;
+    for (const TRightName &name : AllRights()) {
+        if (!parts.contains(name.right.part))
+            parts << name.right.part;
+        if (!rights.contains(name.rightName))
+            rights << name.rightName;
+        m_places.append(
+            {name.right, int(parts.indexOf(name.right.part)), int(rights.indexOf(name.rightName))});
+    }
+    Rights_GRD->setObjectName(QStringLiteral("Rights_GRD"));
+    Rights_GRD->setRowCount(int(parts.size()));
+    Rights_GRD->setColumnCount(int(rights.size()));
+    Rights_GRD->setHorizontalHeaderLabels(rights);
+    Rights_GRD->horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
+    Rights_GRD->setTabKeyNavigation(false);
+    QStringList captions;
+    for (const TSoftwarePart part : std::as_const(parts))
+        captions << SoftwarePartName(part);
+    Rights_GRD->setVerticalHeaderLabels(captions);
+    for (int row = 0; row < parts.size(); ++row) {
+        for (int column = 0; column < rights.size(); ++column) {
+            auto *item = new QTableWidgetItem;
+            item->setFlags(Qt::NoItemFlags);
+            Rights_GRD->setItem(row, column, item);
+        }
+    }
+    for (const TPlace &place : std::as_const(m_places)) {
+        QTableWidgetItem *item = Rights_GRD->item(place.row, place.column);
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+        item->setCheckState(Qt::Unchecked);
+    }
+    Rights_GRD->resizeColumnsToContents();
+    connect(Rights_GRD, &QTableWidget::itemChanged, this, [this] { SetIsSaved(false); });
+    Body()->addWidget(Rights_GRD, 1);
+    AddTabStop(Rights_GRD);
+    BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);
+    resize(820, 460);
+}
+
+QWidget *TUserRights_FRM::FirstInput()
+{
+    return Rights_GRD;
+}
+
+bool TUserRights_FRM::RecordExists()
+{
+    return ReadUser(Identifier().toInt()).result != TLoginResult::NoSuchUser;
+}
+
+void TUserRights_FRM::LoadRecord()
+{
+    m_rights = RightsOfUser(Identifier().toInt());
+}
+
+void TUserRights_FRM::ShowRecord()
+{
+    for (const TPlace &place : std::as_const(m_places)) {
+        Rights_GRD->item(place.row, place.column)
+            ->setCheckState(m_rights.contains(place.right) ? Qt::Checked : Qt::Unchecked);
+    }
+    Rights_GRD->setCurrentCell(0, 0);
+}
+
+bool TUserRights_FRM::SaveRecord()
+{
+    QList<TRight> rights;
+    for (const TPlace &place : std::as_const(m_places)) {
+        if (Rights_GRD->item(place.row, place.column)->checkState() == Qt::Checked)
+            rights << place.right;
+    }
+    SetRightsOfUser(Identifier().toInt(), rights);
+    note(cpEdit, windowTitle());
+    return true;
+}

@@ -1,0 +1,86 @@
+#include "app/Program.h"
+#include "host/Component_ZLM/Appearance.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTextStream>
+#include <QTranslator>
+
+#include <clocale>
+#include <cstring>
+#include <langinfo.h>
+
+namespace {
+
+/// The last net under the screens: what nobody caught is told to the user, and the program goes on.
+class TApplication : public QApplication {
+public:
+    using QApplication::QApplication;
+    bool notify(QObject *receiver, QEvent *event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const TDatabaseError &error) {
+            MsgDatabaseError(error);
+        } catch (const std::exception &error) {
+            MsgDatabaseError(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
+        }
+        return false;
+    }
+};
+
+/// File names and texts are UTF-8, also where nothing is set.
+void setUpEncoding()
+{
+    std::setlocale(LC_ALL, "");
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
+        qputenv("LC_ALL", "C.UTF-8");
+        std::setlocale(LC_ALL, "");
+    }
+}
+
+bool hasDisplay()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    setUpEncoding();
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromUtf8(argv[i]);
+    const TCommandLine line = TCommandLine::parse(arguments);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+
+    const bool needsWindows = line.error.isEmpty() && line.task != TCommandLine::Task::Help &&
+                              line.task != TCommandLine::Task::Version;
+    if (!needsWindows)
+        return RunProgram(line, out, err);
+    if (!hasDisplay()) {
+        if (line.task != TCommandLine::Task::Tour) {
+            err << "ketebionpap: there is no display to show a window on" << Qt::endl;
+            return 1;
+        }
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+
+    QLocale::setDefault(QLocale::c());
+    // Qt reads its own arguments out of the list; the program's were read above.
+    argc = 1;
+    TApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("ketebionpap"));
+    QApplication::setApplicationDisplayName(u"اطلاعات پایه حقوق و دستمزد"_qs);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QTranslator words;
+    if (words.load(QStringLiteral("qtbase_fa"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&words);
+    SetUpAppearance(application);
+    return RunProgram(line, out, err);
+}

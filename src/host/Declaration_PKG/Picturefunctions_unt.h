@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+#include <QString>
+#include <QVariant>
+
+class TPictureBox_ZLM;
+class TQuery;
+
+/// What pictures may be on their way in, and how large they are stored.
+namespace PictureLimits {
+constexpr qint64 FileBytes = 20 * 1024 * 1024;
+constexpr qint64 Dots = 50'000'000;
+constexpr int StoredSide = 800; ///< dots; a larger picture is scaled down to it
+constexpr int JpegQuality = 85; ///< percent
+} // namespace PictureLimits
+
+/// A picture that was read, or why it was not.
+struct TPictureRead {
+    QImage image;
+    QString refusal; ///< one Persian sentence; empty when the image is there
+};
+
+/// Reads a JPEG or PNG file, whatever its name ends with: turned as its camera says, scaled down to the stored size,
+/// on white where it is transparent. Files that are too large, cut off or of another kind are refused.
+TPictureRead ReadPictureFile(const QString &fileName);
+/// The same from memory.
+TPictureRead ReadPicture(const QByteArray &bytes);
+/// The same for a picture that is a picture already (from the clipboard).
+TPictureRead FitPicture(const QImage &picture);
+/// A picture as it is stored: JPEG, without what a camera wrote beside it (place, owner).
+QByteArray JpegOf(const QImage &picture);
+
+/// Shows a stored picture; nothing, or something that is no picture, empties the image.
+void ShowPicture(const QVariant &picture, TPictureBox_ZLM *image);
+/// Stores a picture file in a column of the dataset's current row, as JPEG, and posts the row. False: the file is no
+/// picture, nothing was written; true without effect when there is no row. Throws TDatabaseError.
+bool SaveJpegToTable(TQuery *dataset, const QString &column, const QString &fileName);
+/// Clears the column in the dataset's current row and posts the row. Throws TDatabaseError.
+void DelJpegToTable(TQuery *dataset, const QString &column);

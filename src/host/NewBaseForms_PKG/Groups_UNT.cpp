@@ -1,0 +1,245 @@
+#include "host/NewBaseForms_PKG/Groups_UNT.h"
+
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+
+#include <QGridLayout>
+#include <QVBoxLayout>
+
+namespace {
+
+const int groupOfAll = 8; // notification: this group is the program's own
+
+QString groupWord()
+{
+    return QStringLiteral("گروه");
+}
+
+TStatement on(const char *beginning, const TGroupKind &kind, const char *end)
+{
+    return TStatement(QString::fromLatin1(beginning) + kind.table + QString::fromLatin1(end));
+}
+
+QString nameOf(const TGroupKind &kind, int code)
+{
+    return ScalerQuery(kind.table, QStringLiteral("Name"), QStringLiteral("Code"), code);
+}
+
+/// The group that stands for all: the lists' first row, made with the database.
+bool isFixed(const TGroupKind &kind, int code)
+{
+    return code == 0 && kind.part != cspPerson;
+}
+
+} // namespace
+
+const TGroupKind *GroupKindOf(TSoftwarePart part)
+{
+    static const QList<TGroupKind> kinds{
+        {cspStaffGroup, QStringLiteral("StaffGroup"), QStringLiteral("گروه های کارمندان"),
+         QStringLiteral("گروه کارمندان")},
+        {cspFiscalGrp, QStringLiteral("FiscalGrp"), QStringLiteral("گروه های مزایا"),
+         QStringLiteral("گروه مزایا")},
+        {cspDeductionGrp, QStringLiteral("DeductionGrp"), QStringLiteral("گروه های کسورات"),
+         QStringLiteral("گروه کسورات")},
+        {cspPerson, QStringLiteral("PersonGroup"), QStringLiteral("گروه های اشخاص"),
+         QStringLiteral("گروه اشخاص")},
+    };
+    static const QHash<int, int> groupsOfItems{
+        {cspStaff, cspStaffGroup}, {cspFiscal, cspFiscalGrp}, {cspDeduction, cspDeductionGrp}};
+    const int wanted = groupsOfItems.value(part, part);
+    for (const TGroupKind &kind : kinds) {
+        if (kind.part == wanted)
+            return &kind;
+    }
+    return nullptr;
+}
+
+bool RefuseGroupOfAll(const TGroupKind &kind, int code)
+{
+    if (!isFixed(kind, code))
+        return false;
+    ShowSmartMessage(groupOfAll, nullptr, nullptr, 0);
+    return true;
+}
+
+TGroupGet_FRM::TGroupGet_FRM(const TGroupKind &kind) : TBaseGet_FRM(kind.part, false, {}), m_kind(kind)
+{
+    build();
+}
+
+TGroupGet_FRM::TGroupGet_FRM(const TGroupKind &kind, int code)
+    : TBaseGet_FRM(kind.part, code, fmEdit, false), m_kind(kind)
+{
+    build();
+}
+
+void TGroupGet_FRM::build()
+{
+    SetTitle(m_kind.editorTitle);
+    auto *inputs = new QGridLayout;
+    Body()->addLayout(inputs);
+    Code_EDT = AddInput(inputs, -1, 0, QStringLiteral("کد :"), QStringLiteral("Code_EDT"),
+                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 9));
+    Code_EDT->setReadOnly(true);
+    Code_EDT->setFocusPolicy(Qt::NoFocus);
+    Name_EDT = AddInput(inputs, -1, 0, QStringLiteral("&نام :"), QStringLiteral("Name_EDT"),
+                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    Body()->addStretch(1);
+    BuildFooter(QStringLiteral("ذخیره F3"), QStringLiteral("خروج Esc"));
+    resize(420, sizeHint().height());
+}
+
+bool TGroupGet_FRM::Validate()
+{
+    if (Name_EDT->GetText().trimmed().isEmpty()) {
+        MsgRequiredField(QStringLiteral("نام"), Name_EDT, this);
+        FocusInput(Name_EDT);
+        return false;
+    }
+    const QVariant other = DM.ADOConnection1->scalar(on("select count(*) from ", m_kind, " where Name=")
+                                                         .text(Name_EDT->GetText().trimmed())
+                                                         .sql(" and Code<>")
+                                                         .integer(Identifier()));
+    if (other.toInt() > 0) {
+        MsgRepeatedField(QStringLiteral("نام"), m_kind.listTitle, Name_EDT, this);
+        FocusInput(Name_EDT);
+        return false;
+    }
+    return true;
+}
+
+void TGroupGet_FRM::ClearRecord()
+{
+    Code_EDT->SetValue(Identifier());
+    Name_EDT->Clear();
+}
+
+void TGroupGet_FRM::LoadRecord()
+{
+    m_loadedName = nameOf(m_kind, Identifier().toInt());
+}
+
+void TGroupGet_FRM::ShowRecord()
+{
+    Code_EDT->SetValue(Identifier());
+    Name_EDT->SetText(m_loadedName);
+}
+
+bool TGroupGet_FRM::SaveRecord()
+{
+    const QString name = Name_EDT->GetText().trimmed();
+    try {
+        if (Mode() == fmNew)
+            DM.ADOConnection1->execute(on("insert into ", m_kind, "(Code, Name) values(")
+                                           .integer(Identifier())
+                                           .sql(",")
+                                           .text(name)
+                                           .sql(")"));
+        else
+            DM.ADOConnection1->execute(
+                on("update ", m_kind, " set Name=").text(name).sql(" where Code=").integer(Identifier()));
+    } catch (const TDatabaseError &error) {
+        DM.ADOConnection1->noteError(error);
+        MSGFinishedNotSuccessfully(QStringLiteral("ذخیره سازی"));
+        return false;
+    }
+    MSGCompeletedSuccessfully(QStringLiteral("ذخیره سازی"));
+    return true;
+}
+
+void TGroupGet_FRM::NewCode()
+{
+    AllotCode([this] {
+        return DM.ADOConnection1->scalar(on("select isnull(max(Code),0)+1 from ", m_kind, "")).toInt();
+    });
+}
+
+bool TGroupGet_FRM::RecordExists()
+{
+    return !DM.ADOConnection1->scalar(on("select Code from ", m_kind, " where Code=").integer(Identifier()))
+                .isNull();
+}
+
+QString TGroupGet_FRM::LockedEntityWord() const
+{
+    return groupWord();
+}
+
+TGroupList_FRM::TGroupList_FRM(TFormMode mode, const TGroupKind &kind, const QString &text)
+    : TBaseDock_FRM(mode, text), m_kind(kind), m_query(DM.ADOConnection1, QStringLiteral("GroupList_QUR"))
+{
+    if (text.isEmpty())
+        SetTitle(kind.listTitle);
+    m_query.setKeyField(QStringLiteral("Code"));
+    BuildList(&m_query, QStringLiteral("Group_GRD"),
+              {{QStringLiteral("Code"), QStringLiteral("کد"), 80, true, TGridColumn::Code},
+               {QStringLiteral("Name"), QStringLiteral("نام گروه"), 300}},
+              {{QStringLiteral("Code"), QStringLiteral("کد"), TSearchItem::Digits},
+               {QStringLiteral("Name"), QStringLiteral("نام گروه"), TSearchItem::Text, true}});
+    BuildUsualLayout({});
+    BuildButtons(true, false);
+    resize(560, 460);
+}
+
+TGroupList_FRM::~TGroupList_FRM() = default;
+
+void TGroupList_FRM::SetListText()
+{
+    m_query.setStatement(on("select Code, Name from ", m_kind, ""));
+}
+
+TBaseGet_FRM *TGroupList_FRM::CreateEditor(bool newRecord)
+{
+    if (newRecord)
+        return new TGroupGet_FRM(m_kind);
+    return new TGroupGet_FRM(m_kind, m_query.asInteger(QStringLiteral("Code")));
+}
+
+bool TGroupList_FRM::Delete(const TGroupKind &kind, int code)
+{
+    if (!MayDelete(kind.part))
+        return false;
+    if (RefuseGroupOfAll(kind, code))
+        return false;
+    if (LocateLockCode_SoftwarePart(QString::number(code), kind.part, IniOptions.Com_Index, false)) {
+        MSGInUse(groupWord());
+        return false;
+    }
+    if (!ConfirmDelete(kind.part, nameOf(kind, code)))
+        return false;
+    try {
+        return DM.ADOConnection1->execute(on("delete from ", kind, " where Code=").integer(code)) > 0;
+    } catch (const TDatabaseError &error) {
+        if (error.fault() != TFault::Refused)
+            throw;
+        DM.ADOConnection1->noteError(error);
+        MsgHasSubRecords(groupWord());
+        return false;
+    }
+}
+
+void TGroupList_FRM::DeleteRecord()
+{
+    if (Delete(m_kind, m_query.asInteger(QStringLiteral("Code"))))
+        RefreshList();
+}
+
+bool TGroupList_FRM::SelectRecord()
+{
+    SelectedCode = m_query.asInteger(QStringLiteral("Code"));
+    return true;
+}
+
+void TGroupList_FRM::UpdateButtons()
+{
+    TBaseDock_FRM::UpdateButtons();
+    const bool row = m_query.active() && m_query.position() >= 0;
+    if (row && isFixed(m_kind, m_query.asInteger(QStringLiteral("Code")))) {
+        for (TSmartButton_ZLM *button : {EDit_BTN, Del_BTN})
+            if (button)
+                button->setEnabled(false);
+    }
+}

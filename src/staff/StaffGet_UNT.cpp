@@ -1,0 +1,339 @@
+#include "staff/StaffGet_UNT.h"
+
+#include "host/BaseFrame_PKG/Pic_Get.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "staff/StaffFamily_GetDetil_UNT.h"
+#include "staff/Staff_DM_UNT.h"
+
+#include <QLabel>
+#include <QScopedValueRollback>
+#include <QTabWidget>
+
+namespace {
+
+constexpr int familyPage = 3;
+constexpr int single = 0;
+constexpr int married = 1;
+constexpr int singleWithFamily = 10100;
+constexpr int firstRealGroup = 1;
+constexpr int shownFor = 3000; // milliseconds
+
+} // namespace
+
+TStaffGet_FRM::TStaffGet_FRM(TSoftwarePart part, bool flag, const QString &text)
+    : TBaseGet_FRM(part, flag, text)
+{
+    build();
+}
+
+TStaffGet_FRM::TStaffGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
+    : TBaseGet_FRM(part, code, mode, flag)
+{
+    build();
+}
+
+TStaffGet_FRM::~TStaffGet_FRM() = default;
+
+void TStaffGet_FRM::Picture_GetPicInsert_BTNClick()
+{
+    Picture_Get->PicInsert();
+    SetIsSaved(false);
+}
+
+void TStaffGet_FRM::Picture_GetPicDelete_BTNClick()
+{
+    Picture_Get->PicDelete();
+    SetIsSaved(false);
+}
+
+void TStaffGet_FRM::FingerPrint_GetPicInsert_BTNClick()
+{
+    FingerPrint_Get->PicInsert();
+    SetIsSaved(false);
+}
+
+void TStaffGet_FRM::FingerPrint_GetPicDelete_BTNClick()
+{
+    FingerPrint_Get->PicDelete();
+    SetIsSaved(false);
+}
+
+QString TStaffGet_FRM::LockedEntityWord() const
+{
+    return u"کارمند"_qs;
+}
+
+void TStaffGet_FRM::NewCode()
+{
+    AllotCode([] { return Staff_DM->Staff_GetNewCode(); });
+}
+
+bool TStaffGet_FRM::RecordExists()
+{
+    TStaff_Mapper found;
+    Staff_DM->Staff_GetById(Identifier(), found);
+    return !Staff_DM->StaffGet_QUR->isEmpty();
+}
+
+void TStaffGet_FRM::fillGroups(int code)
+{
+    const TNamedCodes groups = Staff_DM->StaffGroup_Fill();
+    StaffGroup_CMB->clear();
+    for (const TNamedCode &group : groups)
+        StaffGroup_CMB->AddItem(group.name, group.code);
+    if (!StaffGroup_CMB->SetCode(code))
+        StaffGroup_CMB->setCurrentIndex(0);
+}
+
+void TStaffGet_FRM::ClearRecord()
+{
+    const QScopedValueRollback showing(m_showing, true);
+    m_staff = {};
+    m_person = {};
+    m_saveFailed = false;
+    Staff_DM->Family_GetByStaffCode(Identifier());
+    for (int page = 0; page < Staff_PC->count(); ++page) {
+        for (auto *edit : Staff_PC->widget(page)->findChildren<TSmartEdit_ZLM *>())
+            edit->Clear();
+        for (auto *choice : Staff_PC->widget(page)->findChildren<TSmartComboBox_ZLM *>())
+            choice->setCurrentIndex(0);
+    }
+    fillGroups(Parameter(0).toInt());
+    Code_EDT->setReadOnly(false);
+    Code_EDT->SetValue(Identifier());
+    CardNumber_EDT->SetText(Identifier().toString());
+    PersonnelCode_EDT->SetText(QStringLiteral("0"));
+    InsuranceNumber_EDT->SetText(QStringLiteral("0"));
+    // Family rows that were taken up must be seen.
+    showMarried(!Staff_DM->Family_QUR->isEmpty());
+    LeaveDate_CHK->setChecked(false);
+    leaveDateChanged();
+    Picture_Get->Clear();
+    FingerPrint_Get->Clear();
+    SetIsSaved(true);
+    Staff_PC->setCurrentIndex(0);
+}
+
+QWidget *TStaffGet_FRM::FirstInput()
+{
+    return Mode() == fmNew && Parameter(0).toInt() == firstRealGroup ? static_cast<QWidget *>(StaffGroup_CMB)
+                                                                     : Name_EDT;
+}
+
+void TStaffGet_FRM::LoadRecord()
+{
+    m_staff = {};
+    m_person = {};
+    Staff_DM->Staff_GetById(Identifier(), m_staff);
+    Staff_DM->Perinf_Get(m_person);
+    m_saveFailed = false;
+}
+
+void TStaffGet_FRM::ShowRecord()
+{
+    const QScopedValueRollback showing(m_showing, true);
+    const TStaff_Mapper &staff = m_staff;
+    fillGroups(staff._StaffGroup);
+    Code_EDT->setReadOnly(true);
+    Code_EDT->SetValue(staff._Code);
+    Name_EDT->SetText(staff._Name);
+    LastName_EDT->SetText(staff._LastName);
+    NationalCode_EDT->SetText(staff._NationalID);
+    Sex_CMB->setCurrentIndex(staff._Sex ? 1 : 0);
+    BirthPlace_EDT->SetText(staff._BirthPlace);
+    IssuePlace_EDT->SetText(staff._IssuePlace);
+    IDNumber_EDT->SetText(staff._IDNumber);
+    FatherName_EDT->SetText(staff._FatherName);
+    BirthDate_EDT->SetText(staff._BirthDate);
+    IssueDate_EDT->SetText(staff._IssueDate);
+
+    CoDate_EDT->SetText(staff._CoDate);
+    EmploymentTitle_CMB->setCurrentIndex(staff._Employment);
+    FiscalExemption_CMB->setCurrentIndex(staff._FiscalExemption);
+    PersonnelCode_EDT->SetText(staff._PersonnelCode);
+    Job_EDT->SetText(staff._Job);
+    BankTitle_EDT->SetText(staff._BankTitle);
+    Insurance_CMB->setCurrentIndex(staff._Insurance);
+    Comment_EDT->SetText(staff._Comment);
+    LeaveDate_CHK->setChecked(!staff._LeaveDate.isEmpty());
+    leaveDateChanged();
+    LeaveDate_EDT->SetText(staff._LeaveDate);
+    Category_CMB->setCurrentIndex(staff._Category);
+    National_CMB->setCurrentIndex(staff._National);
+    CardNumber_EDT->SetText(staff._CardNumber);
+    Department_EDT->SetText(staff._Department);
+    AccountNumber_EDT->SetText(staff._AccountNumber);
+    InsuranceNumber_EDT->SetText(staff._InsuranceNumber);
+    JobCode_EDT->SetText(staff._JobCode);
+    JobGroup_EDT->SetText(staff._JobGroup);
+
+    Tel1_EDT->SetText(staff._Tel1);
+    Tel2_EDT->SetText(staff._Tel2);
+    Fax_EDT->SetText(staff._Fax);
+    Mobile_EDT->SetText(staff._Mob);
+    Addr1_EDT->SetText(staff._Add1);
+    Addr2_EDT->SetText(staff._Add2);
+    PostCode_EDT->SetText(staff._PostCode);
+    Degree_CMB->setCurrentIndex(staff._Degree);
+    Military_CMB->setCurrentIndex(staff._Military);
+    Major_EDT->SetText(staff._Major);
+    Email_EDT->SetText(staff._Email);
+
+    Picture_Get->ShowStored(Staff_DM->StaffGet_QUR->value("Picture"));
+    FingerPrint_Get->ShowStored(Staff_DM->StaffGet_QUR->value("FingerPrint"));
+    showMarried(staff._IsMarried);
+    if (RecoveryTaken() && !m_rowsTaken) {
+        Staff_DM->FillDataFamilyList(staff._Code);
+    } else {
+        // This editor holds the code's lock: rows that nobody holds would come in beside the saved ones.
+        Staff_DM->ClearDataTMPFamily(staff._Code);
+        Staff_DM->Family_GetByStaffCode(staff._Code);
+    }
+    m_rowsTaken = true;
+    SetIsSaved(true);
+}
+
+void TStaffGet_FRM::BeforeClose()
+{
+    Staff_DM->ClearDataTMPFamily(code());
+}
+
+void TStaffGet_FRM::codeLeft()
+{
+    takeTypedCode();
+    if (CardNumber_EDT->IsEmpty())
+        CardNumber_EDT->SetText(Code_EDT->GetText());
+}
+
+bool TStaffGet_FRM::takeTypedCode()
+{
+    const int held = Identifier().toInt();
+    if (Mode() != fmNew || code() == held)
+        return true;
+    if (code() == 0) { // emptied: the code that was allotted stays
+        Code_EDT->SetValue(held);
+        return true;
+    }
+    const int typed = code();
+    const auto putBack = [&] {
+        SetIdentifier(held);
+        Code_EDT->SetValue(held);
+        FocusInput(Code_EDT);
+    };
+    try {
+        SetIdentifier(typed);
+        const bool stored = RecordExists();
+        SetIdentifier(held);
+        if (stored) {
+            MsgRepeatedField(u"کد"_qs, u"کارمندان"_qs, Code_EDT, this);
+            RecordExists(); // StaffGet_QUR is where the new row is appended
+        } else if (!TakeCode(typed)) {
+            MSGInUse(LockedEntityWord());
+        } else {
+            Staff_DM->StaffFamily_UpdateTmp(held, typed);
+            Staff_DM->FillDataFamilyList(typed);
+            return true;
+        }
+    } catch (const TDatabaseError &) {
+        Guarded([&] { TakeCode(held); });
+        putBack();
+        throw;
+    }
+    putBack();
+    return false;
+}
+
+void TStaffGet_FRM::showMarried(bool isMarried)
+{
+    const QScopedValueRollback showing(m_showing, true);
+    IsMarried_CMB->setCurrentIndex(isMarried ? married : single);
+    Staff_PC->setTabVisible(familyPage, isMarried);
+}
+
+void TStaffGet_FRM::marriedChanged()
+{
+    if (m_showing)
+        return;
+    const bool isMarried = IsMarried_CMB->currentIndex() == married;
+    if (!isMarried && Staff_DM->Family_QUR->active() && !Staff_DM->Family_QUR->isEmpty()) {
+        ShowSmartMessage(singleWithFamily, IsMarried_CMB, this, shownFor);
+        showMarried(true);
+        return;
+    }
+    showMarried(isMarried);
+}
+
+void TStaffGet_FRM::leaveDateChanged()
+{
+    LeaveDate_LBL->setEnabled(LeaveDate_CHK->isChecked());
+    LeaveDate_EDT->setEnabled(LeaveDate_CHK->isChecked());
+}
+
+void TStaffGet_FRM::rereadFamily(const QVariant &id)
+{
+    Staff_DM->FillDataFamilyList(code());
+    if (!Staff_DM->Family_QUR->isEmpty() && !Staff_DM->Family_QUR->locate("ID", id))
+        Staff_DM->Family_QUR->last();
+}
+
+void TStaffGet_FRM::addRow()
+{
+    TStaffFamily_GetDetil_FRM member(int(Part()), code());
+    if (member.exec() != QDialog::Accepted)
+        return;
+    SetIsSaved(false);
+    Guarded([&] { rereadFamily(member.RowId()); });
+}
+
+void TStaffGet_FRM::editRow()
+{
+    const QVariant id = Staff_DM->Family_QUR->value("ID");
+    TStaffFamily_GetDetil_FRM member(int(Part()), code(), fmEdit, id);
+    if (member.exec() == QDialog::Accepted)
+        SetIsSaved(false);
+    Guarded([&] { rereadFamily(member.RowId()); });
+}
+
+void TStaffGet_FRM::deleteRow()
+{
+    if (!MsgDeleteRow())
+        return;
+    Guarded([&] {
+        const int position = Staff_DM->Family_QUR->position();
+        if (!Staff_DM->Family_Del(Staff_DM->Family_QUR->asString("ID"))) {
+            if (const auto &error = DM.ADOConnection1->lastError())
+                MsgDatabaseError(*error);
+            return;
+        }
+        SetIsSaved(false);
+        Staff_DM->FillDataFamilyList(code());
+        Staff_DM->Family_QUR->moveTo(qMin(position, Staff_DM->Family_QUR->recordCount() - 1));
+    });
+}
+
+QStringList TStaffGet_FRM::RecoveryCodes()
+{
+    return Staff_DM->StaffFamily_GetRecoverysCode(cspStaff, IniOptions.Com_Index);
+}
+
+bool TStaffGet_FRM::RecordHasRecovery(const QString &code)
+{
+    return Staff_DM->StaffFamily_IsRecordHasRecovery(code, cspStaff, IniOptions.Com_Index);
+}
+
+void TStaffGet_FRM::MoveRecovery(const QString &oldCode, const QString &newCode)
+{
+    Staff_DM->StaffFamily_UpdateTmp(oldCode, newCode);
+}
+
+void TStaffGet_FRM::DiscardRecovery(const QString &code)
+{
+    Staff_DM->StaffFamily_DelTmp(code);
+}
+
+void TStaffGet_FRM::DiscardAllRecovery()
+{
+    Staff_DM->StaffFamily_DeleteAllRecovery(cspStaff, IniOptions.Com_Index);
+    Staff_DM->CodeLock_DeleteAllRecovery(cspStaff, IniOptions.Com_Index);
+}

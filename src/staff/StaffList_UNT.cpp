@@ -1,0 +1,309 @@
+#include "staff/StaffList_UNT.h"
+
+#include "host/BaseFrame_PKG/General_Search_Frame.h"
+#include "host/BaseFrame_PKG/Range_Date_Search_Frame.h"
+#include "host/BaseFrame_PKG/Tab_Search_Frame.h"
+#include "host/Component_ZLM/PictureBox_ZLM.h"
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/Method_declare_unt.h"
+#include "host/Declaration_PKG/Picturefunctions_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/NewBaseForms_PKG/GroupPane_UNT.h"
+#include "staff/StaffGet_UNT.h"
+#include "staff/Staff_DM_UNT.h"
+
+#include <QMenu>
+#include <QSplitter>
+#include <QTimer>
+#include <QVBoxLayout>
+
+TStaffList_FRM *StaffList_FRM = nullptr;
+
+namespace {
+
+const int picturesAfter = 40; // milliseconds after the last move
+
+// Tabs of the search.
+enum { allStaff = 0, employedStaff = 1, leftStaff = 2 };
+
+const QList<TGridColumn> &columns()
+{
+    static const QList<TGridColumn> list = {
+        {"Code", u"کد"_qs, 60, true, TGridColumn::Code},
+        {"CoDate", u"تاریخ استخدام"_qs, 100, true, TGridColumn::Code},
+        {"fullnameTitle", u"نام و نام خانوادگی"_qs, 180},
+        {"PersonnelCode", u"کد پرسنلی"_qs, 100, true, TGridColumn::Code},
+        {"CardNumber", u"شماره کارت"_qs, 100, true, TGridColumn::Code},
+        {"DegreeTitle", u"مدرک"_qs, 100},
+        {"Major", u"رشته تحصیلی"_qs, 100},
+        {"InsuranceNumber", u"کد بیمه"_qs, 100, true, TGridColumn::Code},
+        {"MilitaryTitle", u"وضعیت نظام وظیفه"_qs, 130},
+        {"IsMarriedTitle", u"وضعیت تاهل"_qs, 100},
+        {"SexTitle", u"جنسیت"_qs, 60},
+        {"LeaveDate", u"تاریخ ترک کار"_qs, 100, true, TGridColumn::Code},
+        {"Add1", u"آدرس"_qs, 220},
+        {"Mob", u"شماره موبایل"_qs, 100, true, TGridColumn::Code},
+        {"Tel1", u"تلفن"_qs, 100, true, TGridColumn::Code},
+        {"Comment", u"شرح"_qs, 160},
+        {"BankTitle", u"بانک"_qs, 100},
+        {"AccountNumber", u"شماره حساب"_qs, 130, true, TGridColumn::Code},
+        {"Department", u"محل خدمت"_qs, 100},
+        {"BirthPlace", u"محل تولد"_qs, 100},
+        {"BirthDate", u"تاریخ تولد"_qs, 100, true, TGridColumn::Code},
+        {"IDNumber", u"شماره شناسنامه"_qs, 100, true, TGridColumn::Code},
+        {"FatherName", u"نام پدر"_qs, 100},
+        {"NationalID", u"کد ملی"_qs, 100, true, TGridColumn::Code},
+        {"UserCreated", u"کاربر ایجاد کننده"_qs, 140},
+        {"UserModified", u"کاربر تغییر دهنده"_qs, 140},
+        {"CreatedDateTime", u"زمان ایجاد"_qs, 130, true, TGridColumn::Code},
+        {"ModifiedDateTime", u"زمان تغییر"_qs, 130, true, TGridColumn::Code},
+    };
+    return list;
+}
+
+const TSearchItem employmentDate = {"CoDate", u"تاریخ استخدام"_qs, TSearchItem::Date};
+
+// Their order and their spelling are the ones that users know.
+const QList<TSearchItem> &searchItems()
+{
+    static const QList<TSearchItem> list = {
+        {"NationalID", u"کد ملی"_qs},
+        {"FatherName", u"نام پدر"_qs},
+        {"IDNumber", u"شماره شناسنامه"_qs},
+        {"BirthDate", u"تاریخ تولد"_qs, TSearchItem::Date},
+        {"BirthPlace", u"محل تولد"_qs},
+        {"Department", u"محل خدمت"_qs},
+        {"AccountNumber", u"شماره حساب"_qs},
+        {"BankTitle", u"بانک"_qs},
+        {"Tel1", u"شماره تلفن"_qs},
+        {"Mob", u"شماره موبایل"_qs},
+        {"Add1", u"آدرس"_qs},
+        {"LeaveDate", u"تاریخ ترک کار"_qs, TSearchItem::Date},
+        {"SexTitle", u"جنسیت"_qs},
+        {"IsMarriedTitle", u"وضعت تاهل"_qs},
+        {"MilitaryTitle", u"وضعیت نظام وظیفه"_qs},
+        {"InsuranceNumber", u"شماره بیمه"_qs},
+        {"Major", u"رشته تحصیلی"_qs},
+        {"DegreeTitle", u"مدرک"_qs},
+        {"CardNumber", u"شماره کارت"_qs},
+        {"PersonnelCode", u"کد پرسنلی"_qs},
+        {"fullnameTitle", u"نام و نام خانوادگی"_qs, TSearchItem::Text, true},
+        {"CoDate", u"تاریخ استخدام"_qs, TSearchItem::Date},
+        {"Code", u"کد"_qs, TSearchItem::Digits},
+        {"Comment", u"شرح"_qs},
+        {"UserCreated", u"کاربر ایجاد کننده"_qs},
+        {"UserModified", u"کاربر تغییر دهنده"_qs},
+        {"CreatedDateTime", u"زمان ایجاد"_qs},
+        {"ModifiedDateTime", u"زمان تغییر"_qs},
+    };
+    return list;
+}
+
+const QString &word()
+{
+    static const QString employee = u"کارمند"_qs;
+    return employee;
+}
+
+} // namespace
+
+TStaffList_FRM::TStaffList_FRM(TFormMode mode, const QString &text)
+    : TBaseDock_FRM(mode, text), m_pictures(new QTimer(this))
+{
+    SetTitle(u"لیست کارمندان"_qs);
+    BuildList(Staff_DM->List_QUR, QStringLiteral("Staff_List_GRD"), columns(), searchItems());
+    BuildUsualLayout({});
+    buildSearch();
+    buildGroups();
+    BuildButtons(true, true);
+    buildPictures();
+    resize(1000, 620);
+}
+
+TStaffList_FRM::~TStaffList_FRM() = default;
+
+void TStaffList_FRM::buildSearch()
+{
+    Tab_Search = new TTab_Search_Frame(this);
+    Tab_Search->init({u"همه"_qs, u"شاغل"_qs, u"ترک کار"_qs});
+    connect(Tab_Search, &TTab_Search_Frame::tabChanged, this, &TStaffList_FRM::search);
+    Range_Date_Search = new TRange_Date_Search_Frame(this);
+    connect(Range_Date_Search, &TSearch_Frame::searchChanged, this, &TStaffList_FRM::search);
+    auto *row = new QHBoxLayout;
+    row->addWidget(Tab_Search, 1);
+    row->addWidget(Range_Date_Search);
+    SearchPanel()->addLayout(row);
+    ZelmoSearchManager1->SetOwnFilter([this] { return ownFilter(); });
+}
+
+void TStaffList_FRM::buildGroups()
+{
+    BuildGroups(Staff_DM->GroupList_QUR, QStringLiteral("StaffGroup_GRD"), u"نام گروه"_qs,
+                u"گروه کارمندان F11"_qs);
+    connect(Groups, &TGroup_Pane::groupMoved, this, &TStaffList_FRM::search);
+    connect(Groups->Group_BTN, &QAbstractButton::clicked, this,
+            [this] { Guarded([this] { chooseGroup(); }); });
+    connect(Groups->GNew_PMI, &QAction::triggered, this, [this] {
+        New_Group(cspStaffGroup);
+        Groups->Reread(true);
+    });
+    connect(Groups->GEdit_PMI, &QAction::triggered, this, [this] {
+        Edit_Group(cspStaffGroup, Groups->CurrentCode());
+        Groups->Reread(false);
+    });
+    connect(Groups->GDelete_PMI, &QAction::triggered, this, [this] {
+        Delete_Group(cspStaffGroup, Groups->CurrentCode());
+        Groups->Reread(false);
+    });
+}
+
+void TStaffList_FRM::buildPictures()
+{
+    Pic_Show = new QFrame(Center());
+    Pic_Show->setObjectName(QStringLiteral("Pic_Show"));
+    auto *column = new QVBoxLayout(Pic_Show);
+    auto *close = new TSmartButton_ZLM(u"x"_qs, Pic_Show);
+    close->setObjectName(QStringLiteral("ClosePicture_BTN"));
+    close->setFocusPolicy(Qt::NoFocus);
+    column->addWidget(close, 0, Qt::AlignLeft | Qt::AlignAbsolute);
+    Pic_IMG = new TPictureBox_ZLM(Pic_Show);
+    Pic_IMG->setObjectName(QStringLiteral("Pic_IMG"));
+    Pic_IMG->setEmptyText(u"عکس"_qs);
+    Pic_IMG2 = new TPictureBox_ZLM(Pic_Show);
+    Pic_IMG2->setObjectName(QStringLiteral("Pic_IMG2"));
+    Pic_IMG2->setEmptyText(u"اثر انگشت"_qs);
+    column->addWidget(Pic_IMG, 1);
+    column->addWidget(Pic_IMG2, 1);
+    Center()->addWidget(Pic_Show);
+    ShowPicture_BTN = AddButton(QStringLiteral("ShowPicture_BTN"), u"µ"_qs, {});
+    connect(ShowPicture_BTN, &QAbstractButton::clicked, this,
+            [this] { showPicturePanel(Pic_Show->isHidden()); });
+    connect(close, &QAbstractButton::clicked, this, [this] { showPicturePanel(false); });
+    m_pictures->setSingleShot(true);
+    m_pictures->setInterval(picturesAfter);
+    connect(m_pictures, &QTimer::timeout, this, [this] { Guarded([this] { showPictures(); }); });
+    const auto later = [this] {
+        if (!Pic_Show->isHidden())
+            m_pictures->start();
+    };
+    connect(ListQuery(), &TQuery::currentChanged, this, later);
+    connect(ZelmoSearchManager1, &TZelmoSearchManager::executed, this, later);
+    showPicturePanel(false);
+}
+
+void TStaffList_FRM::SetListText()
+{
+    ListQuery()->close();
+    ListQuery()->setStatement("select * from staff_VW");
+}
+
+void TStaffList_FRM::PrepareSearch()
+{
+    // The groups first: the current one narrows the list.
+    Staff_DM->StaffGroup_Get();
+    Range_Date_Search->init(ZelmoSearchManager1, employmentDate);
+    TBaseDock_FRM::PrepareSearch();
+}
+
+TStatement TStaffList_FRM::ownFilter() const
+{
+    TStatement filter;
+    if (const int group = Groups->CurrentCode(); group > 0)
+        AddFilter(filter, TStatement::format("(StaffGroup = %d)", {group}));
+    if (Tab_Search->CurrentTab() == employedStaff)
+        AddFilter(filter, "(LeaveDate = '')");
+    else if (Tab_Search->CurrentTab() == leftStaff)
+        AddFilter(filter, "(LeaveDate <> '')");
+    return filter;
+}
+
+void TStaffList_FRM::search()
+{
+    ZelmoSearchManager1->ExecuteFilter_DataSet();
+}
+
+void TStaffList_FRM::chooseGroup()
+{
+    const int code = Select_GroupList(cspStaffGroup, {});
+    Groups->Reread(false);
+    if (code > 0)
+        Staff_DM->GroupList_QUR->locate("Code", code);
+}
+
+TBaseGet_FRM *TStaffList_FRM::CreateEditor(bool newRecord)
+{
+    if (newRecord)
+        return new TStaffGet_FRM(cspStaff, false, QString::number(Groups->CurrentCode()));
+    return new TStaffGet_FRM(cspStaff, ListQuery()->value("Code"), fmEdit, false);
+}
+
+void TStaffList_FRM::NewRecord()
+{
+    if (Staff_DM->GroupList_QUR->recordCount() <= 1) {
+        MakeGroup();
+        chooseGroup();
+        return;
+    }
+    if (ShowEditor(CreateEditor(true)))
+        ListQuery()->last();
+}
+
+void TStaffList_FRM::EditRecord()
+{
+    if (EDit_BTN->isEnabled())
+        ShowEditor(CreateEditor(false));
+}
+
+void TStaffList_FRM::DeleteRecord()
+{
+    if (ListQuery()->isEmpty() || !MayDelete(cspStaff))
+        return;
+    const QString code = ListQuery()->asString("Code");
+    if (LocateLockCode_SoftwarePart(code, cspStaff, IniOptions.Com_Index, false)) {
+        MSGInUse(word());
+        return;
+    }
+    if (!ConfirmDelete(cspStaff, code))
+        return;
+    const bool deleted = Staff_DM->Staff_Del(code);
+    if (!deleted) {
+        const auto &error = DM.ADOConnection1->lastError();
+        if (error && error->fault() != TFault::Refused)
+            MsgDatabaseError(*error);
+        else
+            MsgHasSubRecords(word());
+    }
+    Staff_DM->ClearDataTMPFamily(code);
+    RefreshList();
+}
+
+bool TStaffList_FRM::SelectRecord()
+{
+    SelectedCode = ListQuery()->asInteger("Code");
+    SelectedStaffGroup = ListQuery()->asInteger("StaffGroup");
+    SelectedFullName = ListQuery()->asString("fullnameTitle");
+    return true;
+}
+
+void TStaffList_FRM::showPicturePanel(bool show)
+{
+    Pic_Show->setVisible(show);
+    ShowPicture_BTN->setToolTip(show ? u"عدم نمايش تصوير"_qs : u"نمايش تصوير"_qs);
+    ShowPicture_BTN->setAccessibleName(ShowPicture_BTN->toolTip());
+    const QColor color = show ? QColor(82, 82, 82) : QColor(Qt::black);
+    ShowPicture_BTN->setStyleSheet(QStringLiteral("QToolTip { color: %1; }").arg(color.name()));
+    QPalette palette = ShowPicture_BTN->palette();
+    palette.setColor(QPalette::ButtonText, color);
+    ShowPicture_BTN->setPalette(palette);
+    if (show)
+        Guarded([this] { showPictures(); });
+}
+
+void TStaffList_FRM::showPictures()
+{
+    const bool row = ListQuery()->active() && !ListQuery()->isEmpty();
+    ShowPicture(row ? ListQuery()->value("picture") : QVariant(), Pic_IMG);
+    ShowPicture(row ? ListQuery()->value("FingerPrint") : QVariant(), Pic_IMG2);
+}

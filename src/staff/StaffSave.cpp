@@ -1,0 +1,238 @@
+// What the staff editor checks before a save, and the save.
+
+#include "host/BaseFrame_PKG/Pic_Get.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/Picturefunctions_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Message_ZLM/Message_ZLM.h"
+#include "host/Utility_ZLM/Utility_ZLM.h"
+#include "staff/StaffGet_UNT.h"
+#include "staff/Staff_DM_UNT.h"
+
+namespace {
+
+constexpr int shownFor = 3000; // milliseconds
+
+} // namespace
+
+bool TStaffGet_FRM::Validate()
+{
+    // The order is the users': they are sent from page to page as they always were.
+    return takeTypedCode() && checkGroupChosen() && RequireInput(Name_EDT, u"نام"_qs) &&
+           RequireInput(LastName_EDT, u"نام خانوادگي"_qs) && checkFullName() &&
+           CheckInput(NationalCode_EDT) && checkLeaveAfterEmployment() && CheckInput(PostCode_EDT) &&
+           CheckInput(CoDate_EDT) && CheckInput(LeaveDate_EDT) && CheckInput(BirthDate_EDT) &&
+           checkGroupCode() && checkPersonnelCode() &&
+           checkRepeated(CardNumber_EDT, u"شماره کارت"_qs, m_staff._CardNumber) &&
+           checkRepeated(InsuranceNumber_EDT, u"کد بيمه"_qs, m_staff._InsuranceNumber) &&
+           checkRepeated(NationalCode_EDT, u"کد ملي"_qs, m_staff._NationalID) && CheckInput(Email_EDT) &&
+           checkOrders();
+}
+
+bool TStaffGet_FRM::checkGroupChosen()
+{
+    if (StaffGroup_CMB->currentIndex() != 0)
+        return true;
+    NotSaveable(u"کليه کارمندان"_qs, u"کارمندی"_qs, StaffGroup_CMB);
+    FocusInput(StaffGroup_CMB);
+    return false;
+}
+
+bool TStaffGet_FRM::checkFullName()
+{
+    Staff_DM->Staff_GetCode(Name_EDT->GetText(), LastName_EDT->GetText(), code());
+    if (Staff_DM->Temp_QUR->isEmpty())
+        return true;
+    MsgRepeatedField(u"نام"_qs, u"نام خانوادگي"_qs, Name_EDT, this);
+    FocusInput(Name_EDT);
+    return false;
+}
+
+bool TStaffGet_FRM::checkLeaveAfterEmployment()
+{
+    if (!LeaveDate_CHK->isChecked() || LeaveDate_EDT->GetText() >= CoDate_EDT->GetText())
+        return true;
+    FocusInput(LeaveDate_EDT);
+    ShowTooltipMessage(u"تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد."_qs, LeaveDate_EDT, shownFor,
+                       4, QColor(192, 192, 192), 0, 250);
+    return false;
+}
+
+bool TStaffGet_FRM::checkGroupCode()
+{
+    if (StaffGroup_CMB->Code() != 0)
+        return true;
+    NotSaveable(u"کليه کارمندان"_qs, u"کارمندي"_qs, StaffGroup_CMB);
+    FocusInput(StaffGroup_CMB);
+    return false;
+}
+
+bool TStaffGet_FRM::checkPersonnelCode()
+{
+    const QString typed = PersonnelCode_EDT->GetText();
+    if (typed.isEmpty())
+        return true;
+    QueryTools::open(Staff_DM->Temp_QUR,
+                     TStatement("select PersonnelCode from Staff where PersonnelCode=").text(typed));
+    if (Staff_DM->Temp_QUR->isEmpty() || typed == QLatin1String("0") || typed == m_staff._PersonnelCode)
+        return true;
+    MsgRepeatedField(u"کد پرسنلي"_qs, u"کارمندان"_qs, PersonnelCode_EDT, this);
+    FocusInput(PersonnelCode_EDT);
+    return false;
+}
+
+bool TStaffGet_FRM::checkRepeated(TSmartEdit_ZLM *input, const QString &word, const QString &loaded)
+{
+    const QString typed = input->GetText();
+    if (typed.isEmpty())
+        return true;
+    if (input == CardNumber_EDT)
+        Staff_DM->Staff_GetCardNumber(typed);
+    else if (input == InsuranceNumber_EDT)
+        Staff_DM->Staff_GetInsuranceNumbber(typed);
+    else
+        Staff_DM->Staff_GetNationallID(typed);
+    if (Staff_DM->Temp_QUR->isEmpty() || typed == loaded)
+        return true;
+    MsgRepeatedField(word, u"کارمندان"_qs, input, this);
+    FocusInput(input);
+    return false;
+}
+
+bool TStaffGet_FRM::checkOrders()
+{
+    QueryTools::open(
+        Staff_DM->Temp_QUR,
+        TStatement(" SELECT ISNULL(MIN(DoDate), 0) AS DoDateMin FROM Recruitment  WHERE StaffCode = ")
+            .integer(code()));
+    const QString earliest = Staff_DM->Temp_QUR->asString("DoDateMin");
+    if (earliest == QLatin1String("0") || CoDate_EDT->GetText() <= earliest)
+        return true;
+    ShowSmartMessage(u"تاریخ استخدام نمی تواند بعد از تاریخ حکم کارگزینی باشد"_qs,
+                     u"کوچکترین تاریخ حکم کارگزینی که برای این کارمند ثبت شده است: "_qs + earliest, miError);
+    FocusInput(CoDate_EDT);
+    return false;
+}
+
+bool TStaffGet_FRM::SaveRecord()
+{
+    const bool newRecord = Mode() == fmNew;
+    const int staffCode = code();
+    if (m_saveFailed) {
+        // A save that failed was rolled back, but not what the query remembers of the row.
+        TStaff_Mapper stored;
+        Staff_DM->Staff_GetById(staffCode, stored);
+    }
+    m_saveFailed = true;
+    // Outside the transaction, as it always was: a save that fails later leaves the employee without saved family
+    // rows, while the working rows stay until the editor closes.
+    if (!newRecord)
+        Staff_DM->ClearDataFamily(staffCode);
+    DM.ADOConnection1->BeginTrans();
+    const TStaff_Mapper staff = typedStaff(newRecord);
+    const bool written = newRecord ? Staff_DM->Staff_Insert(staff) : Staff_DM->Staff_Update(staff);
+    bool pictures = true;
+    try {
+        pictures = savePicture(Picture_Get, QStringLiteral("Picture")) &&
+                   savePicture(FingerPrint_Get, QStringLiteral("FingerPrint"));
+    } catch (const TDatabaseError &) {
+        if (written)
+            throw;
+    }
+    if (!written || !pictures) {
+        MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+        return false;
+    }
+    Staff_DM->Family_Insert(staffCode);
+    if (newRecord)
+        fillPerson();
+    DM.ADOConnection1->CommitTrans();
+    m_saveFailed = false;
+    SetIdentifier(staffCode);
+    MSGCompeletedSuccessfully(u"ذخيره سازي "_qs);
+    return true;
+}
+
+bool TStaffGet_FRM::savePicture(const TPic_Get *picture, const QString &column)
+{
+    if (picture->HasFile())
+        return SaveJpegToTable(Staff_DM->StaffGet_QUR, column, picture->FileName());
+    if (picture->IsEmpty())
+        DelJpegToTable(Staff_DM->StaffGet_QUR, column);
+    return true;
+}
+
+TStaff_Mapper TStaffGet_FRM::typedStaff(bool newRecord) const
+{
+    TStaff_Mapper staff = m_staff;
+    const auto position = [](const TSmartComboBox_ZLM *choice) { return qMax(0, choice->currentIndex()); };
+    staff._Code = code();
+    staff._StaffGroup = StaffGroup_CMB->Code();
+    staff._Name = Name_EDT->GetText();
+    staff._LastName = LastName_EDT->GetText();
+    staff._NationalID = NationalCode_EDT->GetText();
+    staff._Sex = Sex_CMB->currentIndex() == 1;
+    staff._BirthPlace = BirthPlace_EDT->GetText();
+    staff._IssuePlace = IssuePlace_EDT->GetText();
+    staff._IDNumber = IDNumber_EDT->GetText();
+    staff._FatherName = FatherName_EDT->GetText();
+    staff._BirthDate = BirthDate_EDT->GetText();
+    staff._IssueDate = IssueDate_EDT->GetText();
+    staff._IsMarried = IsMarried_CMB->currentIndex() == 1;
+
+    staff._CoDate = CoDate_EDT->GetText();
+    staff._Employment = position(EmploymentTitle_CMB);
+    staff._FiscalExemption = position(FiscalExemption_CMB);
+    staff._PersonnelCode = PersonnelCode_EDT->GetText();
+    staff._Job = Job_EDT->GetText();
+    staff._BankTitle = BankTitle_EDT->GetText();
+    staff._Insurance = position(Insurance_CMB);
+    staff._Comment = Comment_EDT->GetText();
+    staff._LeaveDate = LeaveDate_CHK->isChecked() ? LeaveDate_EDT->GetText() : QString();
+    staff._Category = position(Category_CMB);
+    staff._National = position(National_CMB);
+    staff._CardNumber = CardNumber_EDT->GetText();
+    staff._Department = Department_EDT->GetText();
+    staff._AccountNumber = AccountNumber_EDT->GetText();
+    staff._InsuranceNumber = InsuranceNumber_EDT->GetText();
+    staff._JobCode = JobCode_EDT->GetText();
+    staff._JobGroup = JobGroup_EDT->GetText();
+
+    staff._Tel1 = Tel1_EDT->GetText();
+    staff._Tel2 = Tel2_EDT->GetText();
+    staff._Fax = Fax_EDT->GetText();
+    staff._Mob = Mobile_EDT->GetText();
+    staff._Add1 = Addr1_EDT->GetText();
+    staff._Add2 = Addr2_EDT->GetText();
+    staff._PostCode = PostCode_EDT->GetText();
+    staff._Degree = position(Degree_CMB);
+    staff._Military = position(Military_CMB);
+    staff._Major = Major_EDT->GetText();
+    staff._Email = Email_EDT->GetText();
+
+    const QString user = UserInfo.Name + QStringLiteral(" (") + UserInfo.FullName + u')';
+    if (newRecord) {
+        staff._CreatedTime = NowTime();
+        staff._CreatedDate = NowDate();
+        staff._UserCreated = user;
+    } else {
+        staff._ModifiedTime = NowTime();
+        staff._ModifiedDate = NowDate();
+        staff._UserModified = user;
+    }
+    return staff;
+}
+
+void TStaffGet_FRM::fillPerson()
+{
+    m_person._Name = Name_EDT->GetText();
+    m_person._LName = LastName_EDT->GetText();
+    m_person._FullName = m_person._Name + u' ' + m_person._LName;
+    m_person._Tel1 = Tel1_EDT->GetText();
+    m_person._Tel2 = Tel2_EDT->GetText();
+    m_person._Addr1 = Addr1_EDT->GetText();
+    m_person._Addr2 = Addr2_EDT->GetText();
+    m_person._Fax = Fax_EDT->GetText();
+    m_person._Email = Email_EDT->GetText();
+    m_person._Mobile = Mobile_EDT->GetText();
+}
