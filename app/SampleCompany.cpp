@@ -187,7 +187,24 @@ private:
                                      .integer(item.code));
     }
 
-    void fixedItems() {}
+    /// Each fixed item of the settings stands for the item of its kind and name.
+    void fixedItems()
+    {
+        for (const TItem &item : earnings)
+            linkFixedItem(item, false);
+        for (const TItem &item : deductions)
+            linkFixedItem(item, true);
+    }
+
+    void linkFixedItem(const TItem &item, bool isDeduction)
+    {
+        m_connection.execute(TStatement("update PayrollInfoDetail set UserCode=")
+                                 .integer(item.code)
+                                 .sql(" where Title=")
+                                 .text(text(item.title))
+                                 .sql(" and Type=")
+                                 .value(isDeduction));
+    }
 
     QString nationalCode()
     {
