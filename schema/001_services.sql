@@ -11,8 +11,7 @@ CREATE TABLE UserAccount (
 )
 GO
 CREATE TABLE UserRight (
-    UserCode INT NOT NULL
-        CONSTRAINT FK_UserRight_UserAccount REFERENCES UserAccount (Code) ON DELETE CASCADE,
+    UserCode INT NOT NULL,
     SoftwarePart INT NOT NULL,
     Permission INT NOT NULL,
     CONSTRAINT PK_UserRight PRIMARY KEY (UserCode, SoftwarePart, Permission)

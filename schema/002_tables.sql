@@ -290,7 +290,7 @@ GO
 -- Personnel orders and staff outputs, and the working rows of their editors.
 CREATE TABLE Recruitment (
     Code INT NOT NULL CONSTRAINT PK_Recruitment PRIMARY KEY,
-    StaffCode INT NOT NULL CONSTRAINT FK_Recruitment_Staff REFERENCES Staff (Code),
+    StaffCode INT NULL CONSTRAINT FK_Recruitment_Staff REFERENCES Staff (Code),
     DoDate NVARCHAR(10) NULL,
     CalcMethodCode INT NULL CONSTRAINT FK_Recruitment_CalcMethod REFERENCES CalcMethod (Code)
 )

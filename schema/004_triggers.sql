@@ -73,6 +73,20 @@ BEGIN
         OR NOT EXISTS (SELECT 1 FROM StaffFamily AS f WHERE f.ID = i.ID AND f.StaffCode = i.StaffCode)
 END
 GO
+-- The next user of a code starts without the rights of the one before.
+-- engine: sqlite
+CREATE TRIGGER UserAccount_Delete_TRG AFTER DELETE ON UserAccount
+BEGIN
+    DELETE FROM UserRight WHERE UserCode = OLD.Code;
+END
+GO
+-- engine: sqlserver
+CREATE TRIGGER UserAccount_Delete_TRG ON UserAccount AFTER DELETE AS
+BEGIN
+    SET NOCOUNT ON
+    DELETE FROM UserRight WHERE UserCode IN (SELECT Code FROM deleted)
+END
+GO
 -- The next unique code of a detail, over all kinds of them. The embedded engine has it as a function of its own.
 -- engine: sqlserver
 CREATE FUNCTION dbo.GetUinqueCode_FNC (@Kind INT) RETURNS INT AS

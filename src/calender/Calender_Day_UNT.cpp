@@ -87,7 +87,7 @@ bool TCalender_Day_FRM::SaveRecord()
     m_day._Type = Holiday_RB->isChecked() ? 3 : WeekEnd_RB->isChecked() ? 2 : 1;
     const bool saved = Calender_DM->Calender_Update(m_day);
     if (saved)
-        MSGCompeletedSuccessfully(u"ذخيره سازي "_qs, QString(), this);
+        MSGCompeletedSuccessfully(u"ذخيره سازي "_qs);
     else
         MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
     return saved;

@@ -174,7 +174,7 @@ bool TCalender_Set_FRM::SaveRecord()
         SetIsSaved(true);
         return false;
     }
-    MSGCompeletedSuccessfully(u"ذخيره سازي "_qs, u"%1 روز"_qs.arg(stored), this);
+    MSGCompeletedSuccessfully(u"ذخيره سازي "_qs, u"%1 روز"_qs.arg(stored));
     return true;
 }
 

@@ -263,7 +263,7 @@ bool TTaxGet_FRM::SaveRecord()
     const bool header = Mode() == fmNew ? Tax_DM->Tax_Insert(record) : Tax_DM->Tax_Update(record);
     const bool saved = header && Tax_DM->TaxDetail_Insert(record._Code);
     if (saved) {
-        MSGCompeletedSuccessfully(QStringLiteral("ذخيره سازي "), QString(), this);
+        MSGCompeletedSuccessfully(QStringLiteral("ذخيره سازي "));
         return true;
     }
     if (header) {

@@ -91,6 +91,16 @@ TEST_F(SchemaRules, ADeletedEmployeeTakesHisFamilyAlong)
     EXPECT_EQ(db.rows("select ID from tmpStaffFamily"), "3");
 }
 
+TEST_F(SchemaRules, ADeletedUserLeavesNoRightsBehind)
+{
+    run("insert into UserAccount(Code,Name) values(1,'a') insert into UserAccount(Code,Name) values(2,'b')");
+    run("insert into UserRight values(1,801,6) insert into UserRight values(2,801,6)");
+    run("delete from UserAccount where Code=1");
+    EXPECT_EQ(db.rows("select UserCode from UserRight"), "2");
+    EXPECT_TRUE(refused("insert into UserAccount(Code,Name) values(3,'B ')"))
+        << "a name is one in every case";
+}
+
 TEST_F(SchemaRules, SavedRowsAreNotCopiedTwiceOverWorkingRowsThatWereLeft)
 {
     const char copy[] = "INSERT INTO tmpstafffamily   SELECT * FROM stafffamily where staffcode=1";

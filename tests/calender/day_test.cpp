@@ -1,0 +1,153 @@
+#include "calender/CalenderScreens.h"
+
+#include <QLabel>
+
+using enum TAnswer;
+
+class CalenderDay : public CalenderScreens {
+protected:
+    /// Opens the day screen on a stored day, which is the list's current row, and works in it.
+    int edit(const QString &date, const std::function<void(TCalender_Day_FRM &)> &work)
+    {
+        Calender_DM->Calender_Get();
+        Calender_DM->List_QUR->open();
+        EXPECT_TRUE(Calender_DM->List_QUR->locate("Date", date));
+        TCalender_Day_FRM screen(cspCalender, Calender_DM->List_QUR->value("ID"), fmEdit, false);
+        return Keys::runModal([&] { return screen.exec(); },
+                              [&](QWidget *) {
+                                  Keys::waitFor([&] { return screen.isActiveWindow(); });
+                                  work(screen);
+                              });
+    }
+    QString wholeDay()
+    {
+        return db.rows("select Date, Day, Type, Title, Comment from Calender order by Date");
+    }
+};
+
+TEST_F(CalenderDay, ShowsTheDayAndItsTexts)
+{
+    day("1402/05/10", 3, 3, u"عاشورا"_qs);
+    day("1402/05/11", 4, 2);
+    edit("1402/05/10", [&](TCalender_Day_FRM &screen) {
+        EXPECT_EQ(screen.Date_EDT->GetText(), "1402/05/10");
+        EXPECT_EQ(screen.Day_LBL->text().trimmed(), u"سه شنبه"_qs);
+        EXPECT_EQ(screen.Title_EDT->GetText(), u"عاشورا"_qs);
+        EXPECT_EQ(screen.Comment_EDT->GetText(), "c");
+        EXPECT_TRUE(screen.Holiday_RB->isChecked());
+        EXPECT_FALSE(screen.WorkDay_RB->isChecked());
+        EXPECT_EQ(screen.WorkDay_RB->text(), u"روز&کاری"_qs);
+        EXPECT_EQ(screen.WeekEnd_RB->text(), u"روز تع&طیل هفته"_qs);
+        EXPECT_EQ(screen.Holiday_RB->text(), u"تعطیل ر&سمی"_qs);
+        EXPECT_EQ(screen.Save_BTN->text(), u"ذخیره F3"_qs);
+        EXPECT_EQ(screen.Title_EDT->MaxLength(), 50);
+        EXPECT_EQ(screen.Comment_EDT->MaxLength(), 50);
+        EXPECT_TRUE(screen.IsSaved());
+        Keys::picture(&screen, "calender_day");
+    });
+    edit("1402/05/11", [&](TCalender_Day_FRM &screen) { EXPECT_TRUE(screen.WeekEnd_RB->isChecked()); });
+}
+
+TEST_F(CalenderDay, IsDashedBeforeItIsFilled)
+{
+    day("1402/05/10");
+    TCalender_Day_FRM screen(cspCalender, 1, fmEdit, false);
+    EXPECT_EQ(screen.Day_LBL->text(), "-------------");
+}
+
+TEST_F(CalenderDay, StoresTitleCommentAndTypeNeverTheDate)
+{
+    day("1402/05/10", 3, 1);
+    for (const int type : {3, 2, 1}) {
+        const int result = edit("1402/05/10", [&](TCalender_Day_FRM &screen) {
+            Keys::retype(screen.Date_EDT, "1402/05/20");
+            Keys::retype(screen.Title_EDT, u"عاشورا"_qs);
+            Keys::retype(screen.Comment_EDT, u"تعطیل"_qs);
+            QRadioButton *choices[] = {screen.WorkDay_RB, screen.WeekEnd_RB, screen.Holiday_RB};
+            choices[type - 1]->setFocus();
+            Keys::press(&screen, Qt::Key_Space);
+            Keys::press(&screen, Qt::Key_F3);
+            EXPECT_FALSE(screen.isVisible());
+        });
+        EXPECT_EQ(result, QDialog::Accepted);
+        EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs));
+        EXPECT_EQ(wholeDay(), u"1402/05/10|3|%1|عاشورا|تعطیل"_qs.arg(type));
+    }
+}
+
+TEST_F(CalenderDay, NeedsATitleAndADate)
+{
+    day("1402/05/10", 3, 1);
+    edit("1402/05/10", [&](TCalender_Day_FRM &screen) {
+        Keys::retype(screen.Title_EDT, "");
+        Keys::retype(screen.Date_EDT, "1402/15/20");
+        messages.take();
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_qs));
+        EXPECT_TRUE(screen.Title_EDT->hasFocus());
+        Keys::type(screen.Title_EDT, "t");
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList("ShowSmartMessage:10()"));
+        EXPECT_TRUE(screen.Date_EDT->hasFocus());
+        EXPECT_TRUE(screen.isVisible());
+        messages.answer({No});
+        Keys::press(&screen, Qt::Key_Escape);
+    });
+    EXPECT_EQ(wholeDay(), u"1402/05/10|3|1|روز|c"_qs);
+}
+
+TEST_F(CalenderDay, SavingAndStayingShowsWhatIsStored)
+{
+    day("1402/05/10", 3, 1);
+    edit("1402/05/10", [&](TCalender_Day_FRM &screen) {
+        Keys::retype(screen.Date_EDT, "1402/05/20");
+        Keys::retype(screen.Title_EDT, QString(40, u'ع'));
+        screen.Holiday_RB->setChecked(true);
+        Keys::press(&screen, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_TRUE(screen.isVisible());
+        EXPECT_EQ(screen.Date_EDT->GetText(), "1402/05/10");
+        EXPECT_EQ(screen.Title_EDT->GetText(), QString(30, u'ع'));
+        EXPECT_TRUE(screen.Holiday_RB->isChecked());
+        EXPECT_TRUE(screen.IsSaved());
+    });
+}
+
+TEST_F(CalenderDay, ADayDeletedMeanwhileIsToldAndNothingTypedIsLost)
+{
+    day("1402/05/10", 3, 1);
+    edit("1402/05/10", [&](TCalender_Day_FRM &screen) {
+        Keys::retype(screen.Title_EDT, "new");
+        db.run("delete from Calender");
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs));
+        EXPECT_TRUE(screen.isVisible());
+        EXPECT_EQ(screen.Title_EDT->GetText(), "new");
+        messages.answer({No});
+        Keys::press(&screen, Qt::Key_Escape);
+    });
+    EXPECT_EQ(count(), 0);
+}
+
+TEST_F(CalenderDay, AFaultAtEveryStatementOfASaveLosesNothing)
+{
+    day("1402/05/10", 3, 1);
+    int fault = 0;
+    edit("1402/05/10", [&](TCalender_Day_FRM &screen) {
+        Keys::retype(screen.Title_EDT, "new");
+        screen.Holiday_RB->setChecked(true);
+        do {
+            messages.take();
+            db.failStatement(++fault, TFault::ConnectionLost);
+            Keys::press(&screen, Qt::Key_F3);
+            db.failStatement(0);
+            if (screen.isVisible()) {
+                EXPECT_EQ(messages.take().size(), 1) << fault;
+                EXPECT_EQ(screen.Title_EDT->GetText(), "new");
+                EXPECT_TRUE(screen.Holiday_RB->isChecked());
+                EXPECT_EQ(wholeDay(), u"1402/05/10|3|1|روز|c"_qs);
+            }
+        } while (screen.isVisible() && fault < 20);
+    });
+    EXPECT_GT(fault, 2); // reading and writing
+    EXPECT_EQ(wholeDay(), "1402/05/10|3|3|new|c");
+}

@@ -1,0 +1,555 @@
+#include "tax/TaxScreens.h"
+
+#include "host/Component_ZLM/DetailStrip_ZLM.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QScrollBar>
+#include <QTest>
+#include <QToolButton>
+
+using enum TAnswer;
+
+class TaxEditor : public TaxScreens {
+protected:
+    void expectFocus(QWidget *input) { EXPECT_TRUE(input->hasFocus()) << input->objectName().toStdString(); }
+};
+
+TEST_F(TaxEditor, TheYearOf1403IsEnteredByKeysAndStored)
+{
+    const int result = edit(0, [&](TTaxGet_FRM &editor) {
+        EXPECT_EQ(editor.Code_EDT->GetText(), "1");
+        EXPECT_EQ(locks(), "1|1");
+        expectFocus(editor.Title_EDT);
+        Keys::type(editor.Title_EDT, u"مالیات حقوق ۱۴۰۳"_qs);
+        add(editor, {"0", "1440000000", "0", u"معاف"_qs});
+        EXPECT_FALSE(editor.IsSaved());
+        add(editor, {"1440000001", "1980000000", "10"});
+        add(editor, {"1980000001", "3240000000", "15"});
+        add(editor, {"3240000001", "4800000000", "20"});
+        add(editor, {"4800000001", "99999999999999", "30"});
+        EXPECT_EQ(shown(editor), "0|1,440,000,000|0\n"
+                                 "1,440,000,001|1,980,000,000|10\n"
+                                 "1,980,000,001|3,240,000,000|15\n"
+                                 "3,240,000,001|4,800,000,000|20\n"
+                                 "4,800,000,001|99,999,999,999,999|30");
+        Keys::picture(&editor, "tax_editor");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_FALSE(editor.isVisible());
+    });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs));
+    EXPECT_EQ(headers(), u"1|مالیات حقوق ۱۴۰۳|"_qs);
+    EXPECT_EQ(permanent(1), "0|1440000000|0\n1440000001|1980000000|10\n1980000001|3240000000|15\n"
+                            "3240000001|4800000000|20\n4800000001|99999999999999|30");
+    EXPECT_EQ(working(), "");
+    EXPECT_EQ(locks(), "");
+}
+
+TEST_F(TaxEditor, ShowsItsTextsAsGiven)
+{
+    table(5, u"جدول ۱۴۰۴"_qs, "0|2880000000|0\n2880000001|3600000000|10");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        EXPECT_EQ(editor.windowTitle(), u"جدول مالیاتی"_qs);
+        EXPECT_EQ(editor.Title_EDT->GetText(), u"جدول ۱۴۰۴"_qs);
+        EXPECT_EQ(editor.Code_EDT->GetText(), "5");
+        EXPECT_EQ(editor.Comment_EDT->GetText(), "c");
+        EXPECT_EQ(editor.Title_EDT->MaxLength(), 100);
+        EXPECT_EQ(editor.Comment_EDT->MaxLength(), 50);
+        EXPECT_EQ(editor.Code_EDT->MaxLength(), 15);
+        auto *notice = Keys::find<QLabel>(&editor, "Notice_LBL");
+        EXPECT_EQ(notice->text(),
+                  u"توجه : جهت محاسبه صحیح مالیات لطفا بازه های مالیاتی را به ترتیب  و با دقت وارد نمایید. "
+                  u"همچنین بازه معاف از مالیات که ار صفر شروع میشود را نیز وارد نمایید."_qs);
+        EXPECT_TRUE(notice->font().bold());
+        EXPECT_EQ(Keys::find<QToolButton>(&editor, "AddRow_BTN")->text(), u"سطر جدید"_qs);
+        EXPECT_EQ(Keys::find<QToolButton>(&editor, "EditRow_BTN")->text(), u"ویرایش سطر"_qs);
+        EXPECT_EQ(Keys::find<QToolButton>(&editor, "DelRow_BTN")->text(), u"حذف سطر"_qs);
+        EXPECT_EQ(editor.Save_BTN->text(), u"ذخيره F3"_qs);
+        EXPECT_EQ(editor.EXit_BTN->text(), u"خروج Esc"_qs);
+        const QAbstractItemModel *model = grid(editor)->model();
+        QStringList captions;
+        for (int column = 0; column < model->columnCount(); ++column)
+            captions << model->headerData(column, Qt::Horizontal).toString();
+        EXPECT_EQ(captions, (QStringList{u"از حقوق"_qs, u"تا حقوق"_qs, u"نرخ مالیات"_qs}));
+        Keys::picture(&editor, "tax_editor_1404");
+    });
+    EXPECT_EQ(locks(), "");
+}
+
+TEST_F(TaxEditor, TheStripShowsTheCurrentBracket)
+{
+    table(5, "t", "0|1000|0\n1001|2500|12.5");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        auto *strip = Keys::find<TDetailStrip_ZLM>(&editor, "TaxDetail_View");
+        EXPECT_EQ(strip->ShownText("ToSalary"), "1,000");
+        grid(editor)->setFocus();
+        Keys::press(&editor, Qt::Key_Down);
+        EXPECT_EQ(strip->ShownText("FromSalary"), "1,001");
+        EXPECT_EQ(strip->ShownText("ToSalary"), "2,500");
+        EXPECT_EQ(strip->ShownText("Percent"), "12.5");
+        EXPECT_EQ(strip->ShownText("Comment"), "b");
+    });
+}
+
+TEST_F(TaxEditor, ValidatesInItsOrder)
+{
+    edit(0, [&](TTaxGet_FRM &editor) {
+        Keys::retype(editor.Code_EDT, "");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد)"_qs));
+        expectFocus(editor.Code_EDT);
+        Keys::retype(editor.Code_EDT, "0");
+        Keys::press(&editor, Qt::Key_Tab);
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"NotZeroValue(کد)"_qs));
+        expectFocus(editor.Code_EDT);
+        Keys::retype(editor.Code_EDT, "1");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_qs));
+        expectFocus(editor.Title_EDT);
+        Keys::type(editor.Title_EDT, "t");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgNotEntered(سطري)"_qs));
+        expectFocus(grid(editor));
+        EXPECT_EQ(headers(), "");
+        messages.answer({No});
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(messages.take(), QStringList("MsgNotSaved()"));
+}
+
+TEST_F(TaxEditor, ANewRowNeedsACode)
+{
+    edit(0, [&](TTaxGet_FRM &editor) {
+        Keys::retype(editor.Code_EDT, "");
+        Keys::find<QToolButton>(&editor, "AddRow_BTN")->click();
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد)"_qs));
+        expectFocus(editor.Code_EDT);
+        messages.answer({No});
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(working(), "");
+}
+
+TEST_F(TaxEditor, BracketsAreListedByTheirLowerBoundInWhateverOrderTheyCome)
+{
+    edit(0, [&](TTaxGet_FRM &editor) {
+        Keys::type(editor.Title_EDT, "t");
+        add(editor, {"2001", "3000", "20"});
+        add(editor, {"0", "1000", "0"});
+        add(editor, {"1001", "2000", "10"});
+        EXPECT_EQ(shown(editor), "0|1,000|0\n1,001|2,000|10\n2,001|3,000|20");
+        EXPECT_EQ(grid(editor)->currentIndex().row(), 2); // the last bracket, whichever was added
+        Keys::press(&editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(permanent(1), "0|1000|0\n1001|2000|10\n2001|3000|20");
+}
+
+TEST_F(TaxEditor, AChangedBracketStaysCurrentAndTheViewStill)
+{
+    QStringList brackets;
+    for (int i = 0; i < 200; ++i)
+        brackets << u"%1|%2|10"_qs.arg(i * 10).arg(i * 10 + 5);
+    table(5, "t", brackets.join(u'\n'));
+    edit(5, [&](TTaxGet_FRM &editor) {
+        Tax_DM->DetailList_QUR->moveTo(120);
+        const int scrolled = grid(editor)->verticalScrollBar()->value();
+        EXPECT_GT(scrolled, 0);
+        inBracket(editor, Qt::Key_Return, Qt::NoModifier, [&](TTax_GetDetail_FRM &screen) {
+            Keys::retype(screen.Percent_EDT, "33");
+            Keys::press(&screen, Qt::Key_F3);
+        });
+        EXPECT_EQ(grid(editor)->currentIndex().row(), 120);
+        EXPECT_EQ(Tax_DM->DetailList_QUR->asFloat("Percent"), 33);
+        EXPECT_EQ(grid(editor)->verticalScrollBar()->value(), scrolled);
+        EXPECT_FALSE(editor.IsSaved());
+        // Moved to another place by its new bounds, it is still the current one.
+        inBracket(editor, Qt::Key_Asterisk, Qt::KeypadModifier, [&](TTax_GetDetail_FRM &screen) {
+            Keys::retype(screen.FromSalary_EDT, "5000");
+            Keys::retype(screen.ToSalary_EDT, "5001");
+            Keys::press(&screen, Qt::Key_F3);
+        });
+        EXPECT_EQ(grid(editor)->currentIndex().row(), 199);
+        EXPECT_EQ(Tax_DM->DetailList_QUR->asFloat("Percent"), 33);
+        messages.answer({No});
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+}
+
+TEST_F(TaxEditor, ADoubleClickOpensTheBracket)
+{
+    table(5, "t", "0|1000|0\n1001|2000|10");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        TSmartGrid_ZLM *rows = grid(editor);
+        const QPoint at = rows->visualRect(rows->model()->index(1, 0)).center();
+        Keys::runModal(
+            [&] {
+                QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, at);
+                QTest::mouseDClick(rows->viewport(), Qt::LeftButton, {}, at);
+                return 0;
+            },
+            [&](QWidget *screen) {
+                EXPECT_EQ(Keys::find<TSmartEdit_ZLM>(screen, "FromSalary_EDT")->GetText(), "1001");
+                Keys::press(screen, Qt::Key_Escape);
+            });
+        EXPECT_TRUE(editor.IsSaved());
+    });
+}
+
+TEST_F(TaxEditor, DeleteAndMinusAskAndDelete)
+{
+    table(5, "t", "0|1000|0\n1001|2000|10\n2001|3000|20");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        grid(editor)->setFocus();
+        messages.answer({No, Yes, Yes});
+        Keys::press(&editor, Qt::Key_Delete);
+        EXPECT_EQ(grid(editor)->model()->rowCount(), 3);
+        EXPECT_TRUE(editor.IsSaved());
+        Keys::press(&editor, Qt::Key_Down);
+        Keys::press(&editor, Qt::Key_Delete);
+        EXPECT_EQ(shown(editor), "0|1,000|0\n2,001|3,000|20");
+        EXPECT_EQ(grid(editor)->currentIndex().row(), 1);
+        EXPECT_FALSE(editor.IsSaved());
+        Keys::press(&editor, Qt::Key_Minus, Qt::KeypadModifier);
+        EXPECT_EQ(shown(editor), "0|1,000|0");
+        EXPECT_EQ(grid(editor)->currentIndex().row(), 0);
+        Keys::press(&editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(permanent(5), "0|1000|0");
+}
+
+TEST_F(TaxEditor, WithoutTheRightNothingIsAskedOrDeleted)
+{
+    table(5, "t");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        UserInfo.IsAdmin = false;
+        grid(editor)->setFocus();
+        Keys::press(&editor, Qt::Key_Delete);
+        EXPECT_EQ(grid(editor)->model()->rowCount(), 1);
+        EXPECT_EQ(messages.take(), QStringList("MsgNoPermission()"));
+    });
+}
+
+TEST_F(TaxEditor, AnEmptyGridLeavesEditAndDeleteWithoutEffect)
+{
+    edit(0, [&](TTaxGet_FRM &editor) {
+        grid(editor)->setFocus();
+        EXPECT_FALSE(Keys::find<QToolButton>(&editor, "EditRow_BTN")->isEnabled());
+        EXPECT_FALSE(Keys::find<QToolButton>(&editor, "DelRow_BTN")->isEnabled());
+        Keys::press(&editor, Qt::Key_Delete);
+        Keys::press(&editor, Qt::Key_Minus, Qt::KeypadModifier);
+        Keys::press(&editor, Qt::Key_Asterisk, Qt::KeypadModifier);
+        Keys::press(&editor, Qt::Key_Return);
+        EXPECT_TRUE(editor.isVisible());
+        Keys::picture(&editor, "tax_editor_empty");
+    });
+    EXPECT_EQ(messages.take(), QStringList());
+}
+
+TEST_F(TaxEditor, ClosingWithoutSavingDropsAllBracketChanges)
+{
+    table(5, "t", "0|1000|0");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        add(editor, {"1001", "2000", "10"});
+        EXPECT_EQ(working(), "5|0|1000|0\n5|1001|2000|10");
+        messages.answer({No});
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(working(), "");
+    EXPECT_EQ(permanent(5), "0|1000|0");
+    edit(5, [&](TTaxGet_FRM &editor) { EXPECT_EQ(shown(editor), "0|1,000|0"); });
+}
+
+TEST_F(TaxEditor, RowsLeftBehindAreDroppedByTheNextOpening)
+{
+    table(5, "t", "0|1000|0");
+    db.run("insert into TmpTax(TaxMainCode, FromSalary, ToSalary, [Percent]) values(5, 7, 8, 9)");
+    db.run("insert into TmpTax(TaxMainCode, FromSalary, ToSalary, [Percent]) values(6, 7, 8, 9)");
+    edit(5, [&](TTaxGet_FRM &editor) { EXPECT_EQ(shown(editor), "0|1,000|0"); });
+    EXPECT_EQ(working(), "6|7|8|9");
+    edit(0, [&](TTaxGet_FRM &editor) {
+        EXPECT_EQ(editor.Code_EDT->GetText(), "6");
+        EXPECT_EQ(shown(editor), "");
+    });
+    EXPECT_EQ(working(), "");
+}
+
+TEST_F(TaxEditor, SavingAndStayingReadsTheStoredTableAndSavesAgain)
+{
+    const int result = edit(0, [&](TTaxGet_FRM &editor) {
+        Keys::type(editor.Title_EDT, "t");
+        add(editor, {"0", "1000", "0"});
+        Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_TRUE(editor.isVisible());
+        EXPECT_TRUE(editor.IsSaved());
+        EXPECT_EQ(editor.Mode(), fmEdit);
+        EXPECT_EQ(shown(editor), "0|1,000|0");
+        EXPECT_EQ(working(), "1|0|1000|0");
+        add(editor, {"1001", "2000", "10"});
+        Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_EQ(permanent(1), "0|1000|0\n1001|2000|10");
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(working(), "");
+    EXPECT_EQ(permanent(1), "0|1000|0\n1001|2000|10");
+}
+
+TEST_F(TaxEditor, SavingAndStartingANewOneTakesAFreshCodeAndLock)
+{
+    edit(0, [&](TTaxGet_FRM &editor) {
+        Keys::type(editor.Title_EDT, "first");
+        Keys::type(editor.Comment_EDT, "c");
+        add(editor, {"0", "1000", "0"});
+        Keys::press(&editor, Qt::Key_F3, Qt::ControlModifier);
+        EXPECT_EQ(editor.Code_EDT->GetText(), "2");
+        EXPECT_EQ(editor.Title_EDT->GetText(), "");
+        EXPECT_EQ(editor.Comment_EDT->GetText(), "");
+        EXPECT_EQ(shown(editor), "");
+        EXPECT_EQ(working(), "");
+        EXPECT_EQ(locks(), "2|1");
+        EXPECT_EQ(editor.Mode(), fmNew);
+        EXPECT_TRUE(editor.IsSaved());
+        expectFocus(editor.Title_EDT);
+    });
+    EXPECT_EQ(locks(), "");
+    EXPECT_EQ(headers(), "1|first|c");
+}
+
+TEST_F(TaxEditor, TitlesKeepTheirOwnLimitsAndAreCutToTheirColumns)
+{
+    edit(0, [&](TTaxGet_FRM &editor) {
+        QApplication::clipboard()->setText(QString(10000, u'ع'));
+        editor.Title_EDT->setFocus();
+        Keys::press(&editor, Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(editor.Title_EDT->GetText().size(), 100);
+        editor.Comment_EDT->setFocus();
+        Keys::press(&editor, Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(editor.Comment_EDT->GetText().size(), 50);
+        add(editor, {"0", "1000", "0"});
+        Keys::press(&editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(db.text("select Title from TaxMain").size(), 50);
+    EXPECT_EQ(db.text("select Comment from TaxMain").size(), 50);
+}
+
+// A code typed by hand.
+
+TEST_F(TaxEditor, AFreeCodeTypedByHandTakesTheLockAndTheWorkingRowsAlong)
+{
+    edit(0, [&](TTaxGet_FRM &editor) {
+        Keys::type(editor.Title_EDT, "t");
+        add(editor, {"0", "1000", "0"});
+        Keys::retype(editor.Code_EDT, u"۷۷"_qs);
+        Keys::press(&editor, Qt::Key_Tab);
+        EXPECT_EQ(locks(), "77|1");
+        EXPECT_EQ(working(), "77|0|1000|0");
+        EXPECT_EQ(shown(editor), "0|1,000|0");
+        add(editor, {"1001", "2000", "10"});
+        Keys::press(&editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(headers(), "77|t|");
+    EXPECT_EQ(permanent(77), "0|1000|0\n1001|2000|10");
+    EXPECT_EQ(working(), "");
+    EXPECT_EQ(locks(), "");
+}
+
+TEST_F(TaxEditor, ACodeTypedJustBeforeF3IsTakenByTheSave)
+{
+    edit(0, [&](TTaxGet_FRM &editor) {
+        Keys::type(editor.Title_EDT, "t");
+        add(editor, {"0", "1000", "0"});
+        Keys::retype(editor.Code_EDT, "77");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_FALSE(editor.isVisible());
+    });
+    EXPECT_EQ(headers(), "77|t|");
+    EXPECT_EQ(permanent(77), "0|1000|0");
+    EXPECT_EQ(working(), "");
+    EXPECT_EQ(locks(), "");
+}
+
+TEST_F(TaxEditor, AStoredOrLockedCodeTypedByHandIsRefusedAndTheOldOneComesBack)
+{
+    table(5, "theirs", "0|10|1");
+    db.run("insert into CodeLock_TBL(Code, Status, Com_Index) values('9', 802, 2)");
+    edit(0, [&](TTaxGet_FRM &editor) {
+        add(editor, {"0", "1000", "0"});
+        for (const char *code : {"5", "9"}) {
+            Keys::retype(editor.Code_EDT, code);
+            Keys::press(&editor, Qt::Key_Tab);
+            EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|جدول مالیاتی)"_qs)) << code;
+            EXPECT_EQ(editor.Code_EDT->GetText(), "6");
+            expectFocus(editor.Code_EDT);
+        }
+        EXPECT_EQ(working(), "6|0|1000|0");
+        Keys::type(editor.Title_EDT, "t");
+        Keys::press(&editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(headers(), "5|theirs|c\n6|t|");
+    EXPECT_EQ(permanent(5), "0|10|1");
+    EXPECT_EQ(locks(), "9|2");
+}
+
+TEST_F(TaxEditor, TheCodeOfAStoredTableCannotBeChanged)
+{
+    table(5, "t");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        Keys::retype(editor.Code_EDT, "6");
+        Keys::press(&editor, Qt::Key_Tab);
+        EXPECT_EQ(messages.take(), QStringList(u"NotSaveable(کد|جدول مالیاتی)"_qs));
+        EXPECT_EQ(editor.Code_EDT->GetText(), "5");
+        Keys::press(&editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(headers(), "5|t|c");
+    EXPECT_EQ(permanent(5), "0|1000|0");
+}
+
+TEST_F(TaxEditor, ACodeTypedAndLeftByEscTouchesNoOtherTable)
+{
+    db.run("insert into TmpTax(TaxMainCode, FromSalary, ToSalary, [Percent]) values(8, 7, 8, 9)");
+    edit(0, [&](TTaxGet_FRM &editor) {
+        Keys::retype(editor.Code_EDT, "8");
+        messages.answer({No});
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(working(), "8|7|8|9"); // rows of an editor on another workstation
+    EXPECT_EQ(locks(), "");
+}
+
+TEST_F(TaxEditor, AFaultWhileTheCodeMovesLeavesTheOldCodeWithItsRows)
+{
+    for (int statement = 1; statement < 30; ++statement) {
+        bool faulty = false;
+        edit(0, [&](TTaxGet_FRM &editor) {
+            Keys::type(editor.Title_EDT, "t");
+            add(editor, {"0", "1000", "0"});
+            Keys::retype(editor.Code_EDT, "50");
+            messages.take();
+            db.failStatement(statement, TFault::Locked);
+            Keys::press(&editor, Qt::Key_Tab);
+            faulty = db.statementCount() >= statement;
+            db.failStatement(0);
+            if (faulty) {
+                EXPECT_EQ(messages.take(), QStringList("MsgDatabaseError()")) << statement;
+                EXPECT_EQ(editor.Code_EDT->GetText(), "1") << statement;
+                EXPECT_EQ(locks(), "1|1") << statement;
+            }
+            Keys::press(&editor, Qt::Key_F3);
+            EXPECT_FALSE(editor.isVisible()) << statement << messages.take().join(' ').toStdString();
+        });
+        EXPECT_EQ(headers(), faulty ? "1|t|" : "50|t|") << statement;
+        EXPECT_EQ(permanent(faulty ? 1 : 50), "0|1000|0") << statement;
+        EXPECT_EQ(working(), "") << statement;
+        EXPECT_EQ(locks(), "") << statement;
+        if (!faulty)
+            return;
+        db.run("delete from Tax");
+        db.run("delete from TaxMain");
+    }
+    FAIL() << "the code never moved";
+}
+
+// Faults of a save.
+
+TEST_F(TaxEditor, AFaultAtEveryStatementOfANewTablesSaveLosesNothingThatWasTyped)
+{
+    for (int statement = 1; statement < 30; ++statement) {
+        bool faulty = false;
+        edit(0, [&](TTaxGet_FRM &editor) {
+            Keys::type(editor.Title_EDT, "t");
+            add(editor, {"0", "1000", "0"});
+            messages.take();
+            db.failStatement(statement, TFault::Refused);
+            Keys::press(&editor, Qt::Key_F3);
+            faulty = editor.isVisible();
+            db.failStatement(0);
+            if (!faulty)
+                return;
+            EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs))
+                << statement;
+            EXPECT_EQ(editor.Title_EDT->GetText(), "t");
+            EXPECT_EQ(shown(editor), "0|1,000|0");
+            EXPECT_FALSE(editor.IsSaved());
+            // The same save again, now that the fault is gone.
+            Keys::press(&editor, Qt::Key_F3);
+            EXPECT_FALSE(editor.isVisible()) << statement << messages.take().join(' ').toStdString();
+        });
+        EXPECT_EQ(headers(), "1|t|") << statement;
+        EXPECT_EQ(permanent(1), "0|1000|0") << statement;
+        db.run("delete from TmpTax");
+        db.run("delete from CodeLock_TBL");
+        if (!faulty) {
+            EXPECT_GT(statement, 3); // header, clearing, copying
+            return;
+        }
+        db.run("delete from Tax");
+        db.run("delete from TaxMain");
+    }
+    FAIL() << "the save never succeeded";
+}
+
+TEST_F(TaxEditor, AFaultBetweenHeaderAndBracketsLeavesTheHeaderWritten)
+{
+    table(5, "old", "0|1000|0");
+    const int result = edit(5, [&](TTaxGet_FRM &editor) {
+        Keys::retype(editor.Title_EDT, "new");
+        add(editor, {"1001", "2000", "10"});
+        messages.take();
+        db.connection().setStatementHook([](const TStatement &statement) {
+            if (statement.boundText().startsWith("INSERT into Tax("))
+                throw TDatabaseError(TFault::DiskFull, "no space left");
+        });
+        Keys::press(&editor, Qt::Key_F3);
+        db.connection().setStatementHook({});
+        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs));
+        EXPECT_EQ(headers(), "5|new|c");
+        EXPECT_EQ(permanent(5), "");
+        EXPECT_EQ(working(), "5|0|1000|0\n5|1001|2000|10");
+        messages.answer({No});
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(result, QDialog::Accepted); // the list shows the new title
+}
+
+TEST_F(TaxEditor, AFaultAtEveryStatementOfOpeningIsToldAndLeavesNothingBehind)
+{
+    table(5, "t");
+    for (const int code : {5, 0}) {
+        for (int statement = 1; statement < 30; ++statement) {
+            db.failStatement(statement, TFault::Locked);
+            bool opened = false;
+            edit(code, [&](TTaxGet_FRM &) {
+                opened = true;
+                db.failStatement(0);
+            });
+            db.failStatement(0);
+            if (opened)
+                break;
+            EXPECT_EQ(messages.take(), QStringList("MsgDatabaseError()")) << code << statement;
+            EXPECT_EQ(locks(), "") << code << statement;
+            EXPECT_EQ(working(), "") << code << statement;
+            ASSERT_LT(statement, 29);
+        }
+    }
+}
+
+TEST_F(TaxEditor, ATableDeletedMeanwhileIsToldWhenItIsSaved)
+{
+    table(5, "t");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        Keys::retype(editor.Title_EDT, "new");
+        db.run("delete from Tax");
+        db.run("delete from TaxMain");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs));
+        EXPECT_TRUE(editor.isVisible());
+        EXPECT_EQ(editor.Title_EDT->GetText(), "new");
+        messages.answer({No});
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(permanent(5), "");
+}

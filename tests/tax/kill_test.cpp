@@ -1,0 +1,132 @@
+#include "tax/TaxScreens.h"
+
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QRegularExpression>
+
+#include <csignal>
+
+using enum TAnswer;
+
+// The editor's process dies between any two statements of a save: a real process, a real SIGKILL.
+class TaxKill : public TaxScreens {
+protected:
+    /// Runs the clerk's process on this database; it is killed before statement `n` of the save. False: the save
+    /// had fewer statements, and the process ended by itself.
+    bool killedAt(int n, int code)
+    {
+        QProcess clerk;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("TAX_KILL_DATABASE", db.path());
+        environment.insert("TAX_KILL_STATEMENT", QString::number(n));
+        environment.insert("TAX_KILL_CODE", QString::number(code));
+        clerk.setProcessEnvironment(environment);
+        clerk.setProcessChannelMode(QProcess::MergedChannels);
+        clerk.start(QCoreApplication::applicationFilePath(),
+                    {"--gtest_filter=TaxKillClerk.DISABLED_Saves", "--gtest_also_run_disabled_tests"});
+        EXPECT_TRUE(clerk.waitForFinished(60000));
+        const QString said = QString::fromUtf8(clerk.readAll());
+        const bool killed = clerk.exitStatus() == QProcess::CrashExit;
+        if (!killed) {
+            EXPECT_EQ(clerk.exitCode(), 0) << said.toStdString();
+        }
+        return killed;
+    }
+};
+
+// The killed process itself; only ever run by the tests below.
+TEST(TaxKillClerk, DISABLED_Saves)
+{
+    const QString path = qEnvironmentVariable("TAX_KILL_DATABASE");
+    ASSERT_FALSE(path.isEmpty()) << "run by the tests of the killed editor only";
+    TConnection connection;
+    connection.openFile(path);
+    DM.ADOConnection1 = &connection;
+    IniOptions.Com_Index = 1;
+    UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+    ScriptedMessages messages;
+    Tax_DM = new TTax_DM(nullptr);
+    const int killAt = qEnvironmentVariableIntValue("TAX_KILL_STATEMENT");
+    const int code = qEnvironmentVariableIntValue("TAX_KILL_CODE");
+    {
+        const std::unique_ptr<TTaxGet_FRM> editor(code == 0 ? new TTaxGet_FRM(cspTax, false, QString())
+                                                            : new TTaxGet_FRM(cspTax, code, fmEdit, false));
+        Keys::runModal(
+            [&] { return editor->exec(); },
+            [&](QWidget *) {
+                Keys::waitFor([&] { return editor->isActiveWindow(); });
+                Keys::retype(editor->Title_EDT, "new");
+                ASSERT_TRUE(Tax_DM->TmpTax_Insert({editor->Code_EDT->asInteger(), 2001, 3000, 20, "x"}));
+                Tax_DM->DetailList_QUR->close();
+                Tax_DM->DetailList_QUR->open();
+                int count = 0;
+                connection.setStatementHook([&](const TStatement &) {
+                    if (++count == killAt)
+                        ::raise(SIGKILL);
+                });
+                Keys::press(editor.get(), Qt::Key_F3);
+            });
+    }
+    connection.setStatementHook({});
+    delete Tax_DM;
+    Tax_DM = nullptr;
+    DM.ADOConnection1 = nullptr;
+}
+
+TEST_F(TaxKill, TheNextOpeningOfAChangedTableFindsAWholeState)
+{
+    const QString old = "0|1000|0\n1001|2000|10";
+    const QString changed = old + "\n2001|3000|20";
+    QStringList found;
+    for (int n = 1; n < 40; ++n) {
+        db.run("delete from Tax");
+        db.run("delete from TaxMain");
+        table(5, "old", old);
+        const bool killed = killedAt(n, 5);
+        const QString state = db.text("select Title from TaxMain") + ": " + permanent(5);
+        found << state;
+        // The header and the last saved brackets; the new header with the old brackets, with none while they are
+        // being replaced, or with the new ones.
+        EXPECT_TRUE((QStringList{"old: " + old, "new: " + old, "new: ", "new: " + changed}).contains(state))
+            << n << state.toStdString();
+        edit(5, [&](TTaxGet_FRM &editor) {
+            EXPECT_EQ(editor.Title_EDT->GetText(), db.text("select Title from TaxMain"));
+            EXPECT_EQ(working().remove(QRegularExpression("^5\\|", QRegularExpression::MultilineOption)),
+                      permanent(5));
+            EXPECT_EQ(grid(editor)->model()->rowCount(), db.text("select count(*) from Tax").toInt());
+        });
+        EXPECT_EQ(working(), "");
+        if (!killed) {
+            EXPECT_EQ(state, "new: " + changed);
+            EXPECT_GE(n, 4);
+            EXPECT_TRUE(found.contains("old: " + old)); // killed before the header
+            return;
+        }
+    }
+    FAIL() << "the save never ended by itself";
+}
+
+TEST_F(TaxKill, TheNextNewTableFindsNoWorkingRowsAndItsCodeFree)
+{
+    for (int n = 1; n < 40; ++n) {
+        db.run("delete from Tax");
+        db.run("delete from TaxMain");
+        const bool killed = killedAt(n, 0);
+        const bool stored = db.text("select count(*) from TaxMain") == "1";
+        const QString brackets = permanent(1);
+        EXPECT_TRUE(brackets.isEmpty() || (stored && brackets == "2001|3000|20")) << n;
+        edit(0, [&](TTaxGet_FRM &editor) {
+            EXPECT_EQ(editor.Code_EDT->GetText(), stored ? "2" : "1") << n;
+            EXPECT_EQ(shown(editor), "") << n;
+        });
+        if (!killed) {
+            EXPECT_EQ(working(), "");
+            EXPECT_EQ(locks(), "");
+            return;
+        }
+    }
+    FAIL() << "the save never ended by itself";
+}

@@ -1,0 +1,258 @@
+#include "tax/TaxScreens.h"
+
+#include "host/BaseFrame_PKG/General_Search_Frame.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+
+#include <QLabel>
+#include <QTest>
+
+using enum TAnswer;
+
+class TaxList : public TaxScreens {
+protected:
+    int open(TTaxList_FRM &list, const std::function<void()> &work)
+    {
+        return Keys::runModal([&] { return list.exec(); },
+                              [&](QWidget *) {
+                                  Keys::waitFor([&] { return list.isActiveWindow(); });
+                                  work();
+                              });
+    }
+    static QString rows(TTaxList_FRM &list)
+    {
+        const QAbstractItemModel *model = list.Grid()->model();
+        QStringList lines;
+        for (int row = 0; row < model->rowCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < model->columnCount(); ++column)
+                cells << model->index(row, column).data().toString();
+            lines << cells.join(u'|');
+        }
+        return lines.join(u'\n');
+    }
+    static void goTo(TTaxList_FRM &list, int row)
+    {
+        list.Grid()->setFocus();
+        Keys::press(&list, Qt::Key_Home);
+        for (int i = 0; i < row; ++i)
+            Keys::press(&list, Qt::Key_Down);
+    }
+};
+
+TEST_F(TaxList, ShowsItsTextsAsGiven)
+{
+    table(1, u"مالیات حقوق ۱۴۰۳"_qs);
+    table(2, u"مالیات حقوق ۱۴۰۴"_qs);
+    TTaxList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        EXPECT_EQ(list.windowTitle(), u"جدول مالیاتی"_qs);
+        EXPECT_EQ(list.Grid()->objectName(), "TaxDB_List_TableView");
+        QStringList captions;
+        for (int column = 0; column < 3; ++column)
+            captions << list.Grid()->model()->headerData(column, Qt::Horizontal).toString();
+        EXPECT_EQ(captions, (QStringList{u"کد"_qs, u"عنوان"_qs, u"شرح"_qs}));
+        EXPECT_EQ(rows(list), u"1|مالیات حقوق ۱۴۰۳|c\n2|مالیات حقوق ۱۴۰۴|c"_qs);
+        EXPECT_EQ(list.New_BTN->text(), u"جدید F4"_qs);
+        EXPECT_EQ(list.EDit_BTN->text(), u"ویرایش F5"_qs);
+        EXPECT_EQ(list.Del_BTN->text(), u"حذف F7"_qs);
+        EXPECT_EQ(list.Select_BTN->text(), u"انتخاب Enter"_qs);
+        EXPECT_EQ(list.EXit_BTN->text(), u"خروج Esc"_qs);
+        EXPECT_EQ(list.PrintList_BTN, nullptr);
+        EXPECT_FALSE(list.Select_BTN->isEnabled());
+        Keys::picture(&list, "tax_list");
+    });
+}
+
+TEST_F(TaxList, MakesTheDataModuleWhenThereIsNone)
+{
+    delete Tax_DM;
+    Tax_DM = nullptr;
+    table(1, "t");
+    {
+        TTaxList_FRM list(fmBrowse, {});
+        open(list, [&] { EXPECT_EQ(rows(list), "1|t|c"); });
+        EXPECT_NE(Tax_DM, nullptr);
+    }
+    EXPECT_EQ(Tax_DM, nullptr);
+}
+
+TEST_F(TaxList, F4AddsATableAndTheListShowsIt)
+{
+    TTaxList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        EXPECT_FALSE(list.EDit_BTN->isEnabled());
+        EXPECT_FALSE(list.Del_BTN->isEnabled());
+        Keys::runModal(
+            [&] {
+                Keys::press(&list, Qt::Key_F4);
+                return 0;
+            },
+            [&](QWidget *screen) {
+                auto *editor = qobject_cast<TTaxGet_FRM *>(screen);
+                ASSERT_NE(editor, nullptr);
+                Keys::waitFor([&] { return editor->isActiveWindow(); });
+                Keys::type(editor->Title_EDT, "t");
+                add(*editor, {"0", "1000", "0"});
+                Keys::press(editor, Qt::Key_F3);
+            });
+        EXPECT_EQ(rows(list), "1|t|");
+        EXPECT_TRUE(list.EDit_BTN->isEnabled());
+    });
+}
+
+TEST_F(TaxList, ADoubleClickEditsWhileBrowsingAndSelectsInSelectMode)
+{
+    table(3, "three");
+    table(7, "seven");
+    const auto doubleClick = [](TTaxList_FRM &list, int row) {
+        const QPoint at = list.Grid()->visualRect(list.Grid()->model()->index(row, 1)).center();
+        QTest::mouseClick(list.Grid()->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(list.Grid()->viewport(), Qt::LeftButton, {}, at);
+    };
+    {
+        TTaxList_FRM list(fmBrowse, {});
+        open(list, [&] {
+            Keys::runModal(
+                [&] {
+                    doubleClick(list, 0);
+                    return 0;
+                },
+                [&](QWidget *screen) {
+                    EXPECT_EQ(Keys::find<TSmartEdit_ZLM>(screen, "Title_EDT")->GetText(), "three");
+                    Keys::press(screen, Qt::Key_Escape);
+                });
+        });
+        EXPECT_FALSE(list.IsSelected);
+    }
+    TTaxList_FRM list(fmSelect, {});
+    EXPECT_EQ(open(list,
+                   [&] {
+                       doubleClick(list, 0);
+                       EXPECT_FALSE(list.isVisible());
+                   }),
+              QDialog::Accepted);
+    EXPECT_TRUE(list.IsSelected);
+    EXPECT_EQ(list.SelectedCode, 3);
+    EXPECT_EQ(list.SelectedTitle, "three");
+}
+
+TEST_F(TaxList, EnterSelectsAndEscDoesNot)
+{
+    table(3, "three");
+    table(7, "seven");
+    {
+        TTaxList_FRM list(fmSelect, {});
+        EXPECT_EQ(open(list,
+                       [&] {
+                           Keys::picture(&list, "tax_select");
+                           Keys::press(&list, Qt::Key_Return);
+                       }),
+                  QDialog::Accepted);
+        EXPECT_EQ(list.SelectedCode, 7);
+        EXPECT_EQ(list.SelectedTitle, "seven");
+    }
+    TTaxList_FRM list(fmSelect, {});
+    EXPECT_EQ(open(list, [&] { Keys::press(&list, Qt::Key_Escape); }), QDialog::Rejected);
+    EXPECT_FALSE(list.IsSelected);
+    EXPECT_EQ(list.SelectedCode, 0);
+}
+
+TEST_F(TaxList, AnEmptyListLeavesEditDeleteAndSelectWithoutEffect)
+{
+    TTaxList_FRM list(fmSelect, {});
+    open(list, [&] {
+        for (const Qt::Key key : {Qt::Key_F5, Qt::Key_F7, Qt::Key_Return})
+            Keys::press(&list, key);
+        EXPECT_TRUE(list.isVisible());
+        EXPECT_FALSE(list.IsSelected);
+    });
+    EXPECT_EQ(messages.take(), QStringList());
+}
+
+TEST_F(TaxList, DeletesHeaderAndBracketsTogether)
+{
+    table(3, "three", "0|1|2\n3|4|5");
+    table(7, "seven");
+    TTaxList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        goTo(list, 0);
+        messages.answer({No, Yes});
+        Keys::press(&list, Qt::Key_F7);
+        EXPECT_EQ(headers(), "3|three|c\n7|seven|c");
+        EXPECT_EQ(db.text("select count(*) from UserEvent"), "0");
+        Keys::press(&list, Qt::Key_F7);
+        EXPECT_EQ(rows(list), "7|seven|c");
+    });
+    EXPECT_EQ(headers(), "7|seven|c");
+    EXPECT_EQ(permanent(3), "");
+    EXPECT_EQ(permanent(7), "0|1000|0");
+    EXPECT_EQ(db.rows("select SoftwarePart, Permission, EventText from UserEvent"), "802|3|3");
+}
+
+TEST_F(TaxList, ATableThatACalculationMethodUsesStaysWithItsBrackets)
+{
+    table(3, "three", "0|1|2\n3|4|5");
+    db.run("insert into CalcMethod(Code, Title, TaxMainCode) values(1, 'm', 3)");
+    TTaxList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        messages.answer({Yes});
+        Keys::press(&list, Qt::Key_F7);
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(سطر)"_qs}));
+        EXPECT_EQ(rows(list), "3|three|c");
+    });
+    EXPECT_FALSE(db.connection().InTransaction());
+    EXPECT_EQ(headers(), "3|three|c");
+    EXPECT_EQ(permanent(3), "0|1|2\n3|4|5");
+}
+
+TEST_F(TaxList, AFaultAtAnyStatementOfADeleteLeavesTheTableWhole)
+{
+    table(3, "three", "0|1|2");
+    TTaxList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        for (const char *statement : {"delete from Tax where", "Delete TaxMain"}) {
+            db.connection().setStatementHook([&](const TStatement &running) {
+                if (running.boundText().startsWith(QLatin1String(statement)))
+                    throw TDatabaseError(TFault::ConnectionLost, "gone");
+            });
+            messages.answer({Yes});
+            messages.take();
+            Keys::press(&list, Qt::Key_F7);
+            db.connection().setStatementHook({});
+            // Beside the given message the user learns that it was no reference that refused.
+            EXPECT_EQ(messages.take(),
+                      (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(سطر)"_qs, "MsgDatabaseError()"}))
+                << statement;
+            EXPECT_FALSE(db.connection().InTransaction()) << statement;
+            EXPECT_EQ(headers(), "3|three|c") << statement;
+            EXPECT_EQ(permanent(3), "0|1|2") << statement;
+            EXPECT_EQ(rows(list), "3|three|c") << statement;
+        }
+    });
+}
+
+TEST_F(TaxList, WithoutTheRightNothingIsAskedOrDeleted)
+{
+    table(3, "three");
+    TTaxList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        UserInfo.IsAdmin = false;
+        Keys::press(&list, Qt::Key_F7);
+    });
+    EXPECT_EQ(messages.take(), QStringList("MsgNoPermission()"));
+    EXPECT_EQ(headers(), "3|three|c");
+}
+
+TEST_F(TaxList, NarrowsWhileTyping)
+{
+    table(3, u"حقوق یکم"_qs);
+    table(7, u"حقوق دوم"_qs);
+    TTaxList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        Keys::type(list.General_Search->Search_EDT()->Widget(), u"يكم"_qs); // Arabic yeh and kaf
+        EXPECT_TRUE(Keys::waitFor([&] { return list.Grid()->model()->rowCount() == 1; }));
+        EXPECT_EQ(rows(list), u"3|حقوق یکم|c"_qs);
+        Keys::press(&list, Qt::Key_Escape); // empties the search
+        EXPECT_TRUE(Keys::waitFor([&] { return list.Grid()->model()->rowCount() == 2; }));
+    });
+}
