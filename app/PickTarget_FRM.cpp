@@ -1,6 +1,7 @@
 #include "app/PickTarget_FRM.h"
 
 #include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Declaration_PKG/DM_UNT.h"
 #include "host/database/Query.h"
 
 #include <QVBoxLayout>
