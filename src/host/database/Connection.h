@@ -35,6 +35,8 @@ public:
 
     /// Begins a transaction. One that was left open is rolled back first.
     void BeginTrans();
+    /// Throws when the transaction is gone (a deadlock, a lost connection): nothing of it is stored then. Without a
+    /// begun transaction it does nothing.
     void CommitTrans();
     /// Rolls back; without an open transaction it does nothing. Never throws.
     void RollbackTrans();
@@ -64,6 +66,7 @@ public:
 
 private:
     std::unique_ptr<TEngine> m_engine;
+    bool m_begun = false;
     std::optional<TDatabaseError> m_lastError;
     std::function<void(const TStatement &)> m_hook;
 };

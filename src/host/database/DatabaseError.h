@@ -20,6 +20,8 @@ enum class TFault {
     UnfitServer,  ///< the server's collation loses Persian letters
     BadStatement, ///< the statement itself is wrong
     TooLong,      ///< a value does not fit its column
+    RowGone,      ///< the row under edit was deleted by somebody else
+    NetworkPath,  ///< the embedded file lies on a network drive, where it is not safe
     Other
 };
 

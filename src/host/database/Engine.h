@@ -12,6 +12,13 @@ struct TBoundStatement {
     QVariantMap named;   ///< of the ":Name" places, by name without the colon, lower case
 };
 
+/// A table as the database has it.
+struct TTableInfo {
+    QString name;
+    QList<TFieldInfo> columns;
+    QStringList keys; ///< the columns of the primary key; empty when there is none
+};
+
 /// The rows of one running statement, forward only. Frees the statement when it goes; a cursor must be gone before
 /// the next statement runs on an engine that has one statement in flight at a time.
 class TCursor {
@@ -44,8 +51,11 @@ public:
     /// command is one whole: all of it is done, or nothing.
     virtual int execute(const TBoundStatement &statement) = 0;
     virtual std::unique_ptr<TCursor> select(const TBoundStatement &statement) = 0;
-    /// Runs an insert and answers the key that the table's auto-increment column got (0 when it has none).
+    /// Runs an insert and answers the key that the table's auto-increment column got (of no meaning when it has none).
     virtual qlonglong insert(const TBoundStatement &statement) = 0;
+
+    /// A table's columns and key, remembered; null when there is no such table.
+    virtual const TTableInfo *table(const QString &name) = 0;
 
     /// Runs a schema script's step, written for this engine.
     virtual void runScript(const QString &sql) = 0;

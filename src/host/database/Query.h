@@ -10,8 +10,8 @@
 /// One column of an open query.
 struct TFieldInfo {
     QString name;
-    int width = 0;       ///< characters for text columns, 0 where there is no limit
-    QString baseTable;   ///< the table behind (also through a view), empty for computed columns
+    int width = 0;     ///< characters for text columns, 0 where there is no limit
+    QString baseTable; ///< the table behind (also through a view), empty for computed columns
     QString baseColumn;
     bool autoIncrement = false;
     bool readOnly = false; ///< computed, or an auto-increment key

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+struct sqlite3;
+
+/// Databases of many calculation methods, made once for each size and kept for the run.
+namespace BenchData {
+
+/// A database file of this suite with `methods` calculation methods, 100 tax tables beside them.
+QString database(int methods);
+
+/// The raw connection of a comparison: the settings that the suite itself uses (WAL, synchronous=FULL), its functions
+/// and collation registered.
+sqlite3 *openRaw(const QString &path);
+
+/// The process's peak memory in KiB after the list ("suite", "table" or "query": the suite's own list, QSqlTableModel,
+/// QSqlQueryModel) was opened at its last row.
+long peakAfterOpening(const QString &what, const QString &path);
+/// The same in a process of its own.
+long peakOfProcess(const QString &what, const QString &path);
+
+/// The list's statement in the words of the embedded engine.
+QString listStatement();
+
+} // namespace BenchData

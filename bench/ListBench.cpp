@@ -1,0 +1,109 @@
+#include "bench/BenchData.h"
+#include "calcmethod/CalcMethod_DM_UNT.h"
+#include "host/Declaration_PKG/DM_UNT.h"
+
+#include <QSqlDatabase>
+#include <QSqlQueryModel>
+#include <QSqlTableModel>
+
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+// Opening the list of calculation methods at its last row, beside the other ways to the same end.
+
+namespace {
+
+void OpenListAtLastRow(benchmark::State &state)
+{
+    TConnection connection;
+    connection.openFile(BenchData::database(int(state.range(0))));
+    DM.ADOConnection1 = &connection;
+    TCalcMethod_DM data(nullptr);
+    data.CalcMethod_Get();
+    for (auto _ : state) {
+        data.List_QUR->open();
+        data.List_QUR->last();
+        benchmark::DoNotOptimize(data.List_QUR->value("Title"));
+        data.List_QUR->close();
+    }
+    DM.ADOConnection1 = nullptr;
+    state.counters["peakKiB"] =
+        double(BenchData::peakOfProcess("suite", BenchData::database(int(state.range(0)))));
+}
+
+void RawReadsAll(benchmark::State &state)
+{
+    const QByteArray sql = BenchData::listStatement().toUtf8();
+    sqlite3 *db = BenchData::openRaw(BenchData::database(int(state.range(0))));
+    sqlite3_stmt *statement = nullptr;
+    if (sqlite3_prepare_v2(db, sql.constData(), -1, &statement, nullptr) != SQLITE_OK) {
+        state.SkipWithError(sqlite3_errmsg(db));
+        return;
+    }
+    for (auto _ : state) {
+        long bytes = 0;
+        while (sqlite3_step(statement) == SQLITE_ROW) {
+            for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+                benchmark::DoNotOptimize(sqlite3_column_text(statement, i));
+                bytes += sqlite3_column_bytes(statement, i);
+            }
+        }
+        benchmark::DoNotOptimize(bytes);
+        sqlite3_reset(statement);
+    }
+    sqlite3_finalize(statement);
+    sqlite3_close(db);
+}
+
+QSqlDatabase qtDatabase(int methods)
+{
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("bench"));
+    database.setDatabaseName(BenchData::database(methods));
+    database.open();
+    return database;
+}
+
+void fetchAll(QAbstractItemModel &model)
+{
+    while (model.canFetchMore({}))
+        model.fetchMore({});
+    benchmark::DoNotOptimize(model.index(model.rowCount() - 1, 1).data());
+}
+
+void TableModelFetchedToTheEnd(benchmark::State &state)
+{
+    {
+        const QSqlDatabase database = qtDatabase(int(state.range(0)));
+        for (auto _ : state) {
+            QSqlTableModel model(nullptr, database);
+            model.setTable(QStringLiteral("CalcMethod"));
+            model.select();
+            fetchAll(model);
+        }
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("bench"));
+    state.counters["peakKiB"] =
+        double(BenchData::peakOfProcess("table", BenchData::database(int(state.range(0)))));
+}
+
+void QueryModelFetchedToTheEnd(benchmark::State &state)
+{
+    {
+        const QSqlDatabase database = qtDatabase(int(state.range(0)));
+        for (auto _ : state) {
+            QSqlQueryModel model;
+            model.setQuery(QStringLiteral("select * from CalcMethod"), database);
+            fetchAll(model);
+        }
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("bench"));
+    state.counters["peakKiB"] =
+        double(BenchData::peakOfProcess("query", BenchData::database(int(state.range(0)))));
+}
+
+} // namespace
+
+BENCHMARK(OpenListAtLastRow)->Arg(1000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(RawReadsAll)->Arg(1000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(TableModelFetchedToTheEnd)->Arg(1000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(QueryModelFetchedToTheEnd)->Arg(1000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);

@@ -1,0 +1,109 @@
+#include "host/database/Connection.h"
+
+#include "host/database/Engine.h"
+#include "host/database/Schema.h"
+
+TConnection::TConnection(QObject *parent) : QObject(parent) {}
+
+TConnection::~TConnection()
+{
+    close();
+}
+
+void TConnection::openFile(const QString &path)
+{
+    close();
+    auto engine = OpenSqliteEngine(path);
+    Schema::bringUpToDate(*engine);
+    m_engine = std::move(engine);
+}
+
+void TConnection::openOdbc(const QString &connectionString)
+{
+    close();
+    auto engine = OpenOdbcEngine(connectionString);
+    Schema::bringUpToDate(*engine);
+    m_engine = std::move(engine);
+}
+
+void TConnection::close()
+{
+    RollbackTrans();
+    m_engine.reset();
+    m_lastError.reset();
+}
+
+bool TConnection::isOpen() const
+{
+    return m_engine != nullptr;
+}
+
+TConnection::Kind TConnection::kind() const
+{
+    return m_engine ? m_engine->kind() : Kind::Embedded;
+}
+
+QString TConnection::displayName() const
+{
+    return m_engine ? m_engine->displayName() : QString();
+}
+
+void TConnection::BeginTrans()
+{
+    RollbackTrans();
+    beforeStatement(TStatement("begin transaction"));
+    engine().begin();
+    m_begun = true;
+}
+
+void TConnection::CommitTrans()
+{
+    if (!m_begun)
+        return;
+    beforeStatement(TStatement("commit transaction"));
+    if (!InTransaction()) {
+        m_begun = false;
+        throw TDatabaseError(TFault::Deadlock,
+                             QStringLiteral("the transaction was rolled back by the database"));
+    }
+    engine().commit();
+    m_begun = false;
+}
+
+void TConnection::RollbackTrans()
+{
+    m_begun = false;
+    if (m_engine && m_engine->inTransaction())
+        m_engine->rollback();
+}
+
+bool TConnection::InTransaction() const
+{
+    return m_engine && m_engine->inTransaction();
+}
+
+int TConnection::execute(const TStatement &statement)
+{
+    beforeStatement(statement);
+    return engine().execute({statement.boundText(), statement.values(), {}});
+}
+
+QVariant TConnection::scalar(const TStatement &statement)
+{
+    beforeStatement(statement);
+    const auto cursor = engine().select({statement.boundText(), statement.values(), {}});
+    return cursor->next() ? cursor->value(0) : QVariant();
+}
+
+TEngine &TConnection::engine() const
+{
+    if (!m_engine)
+        throw TDatabaseError(TFault::ConnectionLost, QStringLiteral("the connection is closed"));
+    return *m_engine;
+}
+
+// Builds without the ODBC engine know SQL Server by this answer only.
+__attribute__((weak)) std::unique_ptr<TEngine> OpenOdbcEngine(const QString &)
+{
+    throw TDatabaseError(TFault::CannotOpen, QStringLiteral("built without ODBC"));
+}

@@ -1,0 +1,74 @@
+#include "host/database/DatabaseError.h"
+
+namespace {
+
+struct TFaultText {
+    TFault fault;
+    const char *english;
+    const char *persian;
+};
+
+// What happened, and what the user can do about it.
+const TFaultText faultTexts[] = {
+    {TFault::Refused, "refused",
+     "پایگاه داده این تغییر را نپذیرفت، چون با اطلاعات دیگر سازگار نیست. مقادیر را بررسی و دوباره ذخیره کنید."},
+    {TFault::Locked, "locked", "کاربر دیگری در حال کار با همین اطلاعات است. چند لحظه بعد دوباره تلاش کنید."},
+    {TFault::Deadlock, "deadlock",
+     "این عملیات با کار کاربر دیگری تداخل داشت و کنار گذاشته شد. دوباره تلاش کنید."},
+    {TFault::ConnectionLost, "connection lost",
+     "ارتباط با پایگاه داده قطع شده است. اطلاعات وارد شده باقی است؛ پس از برقراری ارتباط دوباره تلاش کنید."},
+    {TFault::LoginRefused, "login refused",
+     "سرور نام کاربری، کلمه عبور یا پایگاه داده را نپذیرفت. تنظیمات ارتباط را بررسی کنید."},
+    {TFault::DiskFull, "disk full", "فضای دیسک پر است. فضایی روی دیسک خالی کنید و دوباره تلاش کنید."},
+    {TFault::ReadOnly, "read only",
+     "پرونده پایگاه داده فقط خواندنی است. اجازه نوشتن در پرونده و پوشه آن را بررسی کنید."},
+    {TFault::CannotOpen, "cannot open",
+     "پایگاه داده باز نمی شود. نشانی پرونده یا سرور و در دسترس بودن آن را بررسی کنید."},
+    {TFault::NotADatabase, "not a database",
+     "پرونده انتخاب شده پایگاه داده نیست یا آسیب دیده است. پرونده دیگر یا نسخه پشتیبان را انتخاب کنید."},
+    {TFault::OtherProgram, "database of another program",
+     "این پایگاه داده به برنامه دیگری تعلق دارد و دست نخورده ماند. پایگاه داده دیگری را انتخاب کنید."},
+    {TFault::NewerSchema, "made by a newer version",
+     "این پایگاه داده با نسخه جدیدتری از برنامه ساخته شده است. برنامه را به روز کنید."},
+    {TFault::UnfitServer, "unfit collation",
+     "ترتیب حروف (Collation) این پایگاه داده حروف فارسی را نگه نمی دارد. پایگاه داده را با "
+     "Persian_100_CI_AI یا Arabic_CI_AS بسازید و دوباره تلاش کنید."},
+    {TFault::BadStatement, "bad statement",
+     "پایگاه داده دستور برنامه را نفهمید. نسخه برنامه و پایگاه داده را بررسی کنید."},
+    {TFault::TooLong, "too long", "متن وارد شده از جای آن در پایگاه داده بلندتر است. متن را کوتاه کنید."},
+    {TFault::RowGone, "row gone", "این رکورد را کاربر دیگری حذف کرده است. فهرست را دوباره باز کنید."},
+    {TFault::NetworkPath, "network path",
+     "پرونده پایگاه داده روی درایو شبکه است و آنجا امن نیست. پرونده را روی همین کامپیوتر بگذارید یا از سرور استفاده کنید."},
+    {TFault::Other, "failed", "در کار با پایگاه داده خطایی رخ داد. دوباره تلاش کنید."},
+};
+
+const TFaultText &textOf(TFault fault)
+{
+    for (const TFaultText &entry : faultTexts) {
+        if (entry.fault == fault)
+            return entry;
+    }
+    return textOf(TFault::Other);
+}
+
+} // namespace
+
+TDatabaseError::TDatabaseError(TFault fault, const QString &detail, const QString &statement)
+    : m_fault(fault), m_detail(detail), m_statement(statement)
+{
+    m_what = QByteArray("database: ") + textOf(fault).english + ": " + detail.toUtf8();
+    if (!statement.isEmpty())
+        m_what += " [" + statement.toUtf8() + "]";
+}
+
+TDatabaseError::~TDatabaseError() = default;
+
+QString TDatabaseError::userText() const
+{
+    return QString::fromUtf8(textOf(m_fault).persian);
+}
+
+const char *TDatabaseError::what() const noexcept
+{
+    return m_what.constData();
+}

@@ -1,0 +1,296 @@
+#include "host/database/Query.h"
+
+#include "host/Utility_ZLM/PersianText.h"
+#include "host/database/QueryRows.h"
+#include "host/database/RowWriter.h"
+
+struct TQuery::Private {
+    TConnection *connection = nullptr;
+    TStatement statement;
+    QVariantMap params;
+    QString keyField;
+    QString orderField;
+    Qt::SortOrder order = Qt::AscendingOrder;
+    std::unique_ptr<TQueryRows> rows; // null while the query is closed
+    State state = State::Inactive;
+    int position = -1;
+    bool eof = true;
+    RowWriter::TRow edited;
+
+    bool editing() const { return state == State::Edit || state == State::Insert; }
+    std::unique_ptr<TQueryRows> read() const
+    {
+        return std::make_unique<TQueryRows>(
+            TQueryRows::TSource{connection, statement, params, keyField, orderField, order});
+    }
+    TQueryRows &open() const
+    {
+        if (!rows)
+            throw TDatabaseError(TFault::BadStatement, QStringLiteral("the query is closed"),
+                                 statement.boundText());
+        return *rows;
+    }
+    int index(const QString &field) const
+    {
+        const int found = open().fieldIndex(field);
+        if (found < 0)
+            throw TDatabaseError(TFault::BadStatement, QStringLiteral("no such column: ") + field,
+                                 statement.boundText());
+        return found;
+    }
+    void beginEdit(State next)
+    {
+        edited.fields = open().fields();
+        edited.original = next == State::Edit ? rows->row(position) : QVariantList();
+        edited.values = edited.original;
+        edited.values.resize(edited.fields.size());
+        edited.changed = QList<bool>(edited.fields.size(), false);
+        state = next;
+    }
+};
+
+TQuery::TQuery(TConnection *connection, const QString &name, QObject *parent)
+    : QObject(parent), d(std::make_unique<Private>())
+{
+    d->connection = connection;
+    setObjectName(name);
+}
+
+TQuery::~TQuery() = default;
+
+void TQuery::setStatement(const TStatement &statement)
+{
+    close();
+    d->statement = statement;
+}
+
+const TStatement &TQuery::statement() const
+{
+    return d->statement;
+}
+
+void TQuery::setParam(const QString &name, const QVariant &value)
+{
+    d->params.insert(name.toLower(), value);
+}
+
+void TQuery::setKeyField(const QString &keyField)
+{
+    d->keyField = keyField;
+}
+
+const QString &TQuery::keyField() const
+{
+    return d->keyField;
+}
+
+void TQuery::setOrder(const QString &field, Qt::SortOrder order)
+{
+    d->orderField = field;
+    d->order = order;
+    if (active())
+        open();
+}
+
+void TQuery::open()
+{
+    auto rows = d->read(); // a failure leaves the query as it was
+    d->rows = std::move(rows);
+    d->state = State::Browse;
+    d->eof = isEmpty();
+    d->position = d->eof ? -1 : 0;
+    Q_EMIT opened();
+    Q_EMIT currentChanged(d->position);
+}
+
+void TQuery::close()
+{
+    if (!active())
+        return;
+    d->rows.reset();
+    d->state = State::Inactive;
+    d->position = -1;
+    d->eof = true;
+    Q_EMIT closed();
+}
+
+bool TQuery::active() const
+{
+    return d->rows != nullptr;
+}
+
+TQuery::State TQuery::state() const
+{
+    return d->state;
+}
+
+int TQuery::recordCount() const
+{
+    return d->rows ? d->rows->count() : 0;
+}
+
+int TQuery::position() const
+{
+    return d->position;
+}
+
+void TQuery::moveTo(int position)
+{
+    if (d->editing())
+        cancel();
+    const int target = isEmpty() ? -1 : qBound(0, position, recordCount() - 1);
+    d->eof = isEmpty();
+    if (target == d->position)
+        return;
+    d->position = target;
+    Q_EMIT currentChanged(target);
+}
+
+void TQuery::first()
+{
+    moveTo(0);
+}
+
+void TQuery::last()
+{
+    moveTo(recordCount() - 1);
+}
+
+void TQuery::next()
+{
+    if (d->position + 1 < recordCount())
+        moveTo(d->position + 1);
+    else
+        d->eof = true;
+}
+
+void TQuery::prior()
+{
+    moveTo(d->position - 1);
+}
+
+bool TQuery::eof() const
+{
+    return d->eof;
+}
+
+bool TQuery::locate(const QString &field, const QVariant &value, LocateOptions options)
+{
+    if (isEmpty())
+        return false;
+    const bool loose = options != Exact;
+    if (d->rows->windowed()) {
+        const TStatement condition = options.testFlag(PartialKey)
+                                         ? TStatement(QStringLiteral("charindex("))
+                                               .value(value)
+                                               .sql(QStringLiteral(", [%1]) = 1").arg(field))
+                                         : TStatement(QStringLiteral("[%1] = ").arg(field)).value(value);
+        const int row = d->rows->find(condition);
+        if (row >= 0)
+            moveTo(row);
+        return row >= 0;
+    }
+    const auto shape = [loose](const QVariant &v) {
+        return loose ? PersianText::fold(v.toString()) : v.toString();
+    };
+    const QString wanted = shape(value);
+    const int column = d->index(field);
+    for (int row = 0; row < recordCount(); ++row) {
+        const QString held = shape(d->rows->value(row, column));
+        if (options.testFlag(PartialKey) ? held.startsWith(wanted) : held == wanted) {
+            moveTo(row);
+            return true;
+        }
+    }
+    return false;
+}
+
+const QList<TFieldInfo> &TQuery::fields() const
+{
+    return d->open().fields();
+}
+
+int TQuery::fieldIndex(const QString &name) const
+{
+    return d->rows ? d->rows->fieldIndex(name) : -1;
+}
+
+QVariant TQuery::value(const QString &field) const
+{
+    const int column = d->index(field);
+    return d->editing() ? d->edited.values[column] : d->rows->value(d->position, column);
+}
+
+QVariant TQuery::valueAt(int row, int fieldIndex) const
+{
+    return d->open().value(row, fieldIndex);
+}
+
+qlonglong TQuery::keyAt(int row) const
+{
+    return d->rows ? d->rows->keyAt(row) : 0;
+}
+
+int TQuery::rowOfKey(qlonglong key) const
+{
+    return d->rows && d->rows->windowed() ? d->rows->rowOfKey(key) : -1;
+}
+
+void TQuery::append()
+{
+    d->beginEdit(State::Insert);
+}
+
+void TQuery::edit()
+{
+    if (d->position < 0)
+        throw TDatabaseError(TFault::RowGone, QStringLiteral("no row to edit"), d->statement.boundText());
+    d->beginEdit(State::Edit);
+}
+
+void TQuery::setValue(const QString &field, const QVariant &value)
+{
+    const int column = d->index(field);
+    if (!d->editing())
+        throw TDatabaseError(TFault::BadStatement, QStringLiteral("no row under edit"),
+                             d->statement.boundText());
+    d->edited.values[column] = value;
+    d->edited.changed[column] = true;
+}
+
+void TQuery::post()
+{
+    if (!d->editing())
+        return;
+    const bool newRow = d->state == State::Insert;
+    RowWriter::write(*d->connection, RowWriter::baseTable(d->statement.boundText()), d->edited, newRow);
+    d->state = State::Browse;
+    if (newRow) {
+        const int key = d->rows->windowed() ? d->rows->fieldIndex(d->keyField) : -1;
+        d->position = d->rows->append(d->edited.values, key < 0 ? 0 : d->edited.values[key].toLongLong());
+        d->eof = false;
+    } else {
+        d->rows->replace(d->position, d->edited.values);
+    }
+    Q_EMIT posted();
+    if (newRow)
+        Q_EMIT currentChanged(d->position);
+}
+
+void TQuery::cancel()
+{
+    if (d->editing())
+        d->state = State::Browse;
+}
+
+int TQuery::execSql()
+{
+    close();
+    d->connection->beforeStatement(d->statement);
+    return d->connection->engine().execute({d->statement.boundText(), d->statement.values(), d->params});
+}
+
+TConnection *TQuery::connection() const
+{
+    return d->connection;
+}

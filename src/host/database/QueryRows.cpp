@@ -1,0 +1,240 @@
+#include "host/database/QueryRows.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+const int pageRows = 128; // one statement text for all pages, so that it is prepared once
+const int keptPages = 64;
+const int tailRows = 4 * pageRows;
+const int longList = 16 * pageRows; // shorter ones read all keys at once
+
+QVariantList readRow(TCursor &cursor, qsizetype columns)
+{
+    QVariantList row;
+    row.reserve(columns);
+    for (int i = 0; i < columns; ++i)
+        row.append(cursor.value(i));
+    return row;
+}
+
+} // namespace
+
+TQueryRows::TQueryRows(const TSource &source) : m_source(source), m_pages(keptPages)
+{
+    m_source.connection->beforeStatement(m_source.statement);
+    if (!windowed()) {
+        readAll();
+    } else if (!m_source.orderField.isEmpty() || !readTail()) {
+        readKeys();
+        m_count = int(m_keys.size());
+    }
+}
+
+TBoundStatement TQueryRows::bound(const TStatement &statement) const
+{
+    return {statement.boundText(), statement.values(), m_source.named};
+}
+
+TStatement TQueryRows::wrapped(const QString &before, const QString &after) const
+{
+    return TStatement(before + QStringLiteral(" from ("))
+        .append(m_source.statement)
+        .sql(QStringLiteral(") as ListT ") + after);
+}
+
+void TQueryRows::setFields(const TCursor &cursor)
+{
+    m_fields = cursor.fields();
+    m_index.clear();
+    for (qsizetype i = m_fields.size() - 1; i >= 0; --i)
+        m_index.insert(m_fields[i].name.toLower(),
+                       int(i)); // of two columns with one name the first one counts
+}
+
+void TQueryRows::readAll()
+{
+    const auto cursor = m_source.connection->engine().select(bound(m_source.statement));
+    setFields(*cursor);
+    while (cursor->next())
+        m_rows.append(readRow(*cursor, m_fields.size()));
+}
+
+QString TQueryRows::orderClause() const
+{
+    const QString key = QStringLiteral("[") + m_source.keyField + u']';
+    if (m_source.orderField.isEmpty())
+        return QStringLiteral("order by ") + key;
+    // A server sorts by its collation; the embedded engine knows none of Persian, so a sort key is asked for.
+    const QString field = u'[' + m_source.orderField + u']';
+    const bool embedded = m_source.connection->kind() == TConnection::Kind::Embedded;
+    const QString term = embedded ? QStringLiteral("zelmo_sort(") + field + u')' : field;
+    const QString way = m_source.order == Qt::DescendingOrder ? QStringLiteral(" desc") : QString();
+    if (m_source.orderField.compare(m_source.keyField, Qt::CaseInsensitive) == 0)
+        return QStringLiteral("order by ") + key + way;
+    return QStringLiteral("order by ") + term + way + QStringLiteral(", ") + key + way;
+}
+
+void TQueryRows::readKeys()
+{
+    m_keys.clear();
+    const TStatement statement = wrapped(QStringLiteral("select [%1]").arg(m_source.keyField), orderClause());
+    const auto cursor = m_source.connection->engine().select(bound(statement));
+    while (cursor->next())
+        m_keys.append(cursor->value(0).toLongLong());
+}
+
+// The number of rows and the last keys of a long list. False: the list is short, all keys may be read.
+bool TQueryRows::readTail()
+{
+    {
+        const auto cursor =
+            m_source.connection->engine().select(bound(wrapped(QStringLiteral("select count(*)"), {})));
+        m_count = cursor->next() ? cursor->value(0).toInt() : 0;
+    }
+    if (m_count < longList)
+        return false;
+    const TStatement statement =
+        wrapped(QStringLiteral("select top %1 [%2]").arg(tailRows).arg(m_source.keyField),
+                orderClause() + QStringLiteral(" desc"));
+    const auto cursor = m_source.connection->engine().select(bound(statement));
+    while (cursor->next())
+        m_tail.prepend(cursor->value(0).toLongLong());
+    m_tailFrom = m_count - int(m_tail.size());
+    return true;
+}
+
+void TQueryRows::needKeys()
+{
+    if (m_tail.isEmpty())
+        return;
+    m_source.connection->beforeStatement(m_source.statement);
+    readKeys();
+    // Rows that came or went since the opening make the far end longer or shorter, never the part that was shown.
+    m_keys.erase(std::lower_bound(m_keys.begin(), m_keys.end(), m_tail.first()), m_keys.end());
+    while (m_keys.size() > m_tailFrom)
+        m_keys.removeFirst();
+    if (m_keys.size() < m_tailFrom)
+        m_keys.insert(0, m_tailFrom - m_keys.size(), std::numeric_limits<qlonglong>::min());
+    m_keys += m_tail;
+    m_tail.clear();
+}
+
+TQueryRows::TPage *TQueryRows::page(int number)
+{
+    if (TPage *known = m_pages.object(number))
+        return known;
+    const qsizetype first = qsizetype(number) * pageRows;
+    const qsizetype count = std::clamp<qsizetype>(m_count - first, 0, pageRows);
+    TStatement statement =
+        wrapped(QStringLiteral("select *"), QStringLiteral("where [%1] in (").arg(m_source.keyField));
+    for (int i = 0; i < pageRows; ++i) {
+        if (i > 0)
+            statement.sql(QStringLiteral(","));
+        // Places left over repeat the last key; an empty list asks for no row.
+        statement.value(count > 0 ? QVariant(keyAt(int(first + std::min<qsizetype>(i, count - 1))))
+                                  : QVariant());
+    }
+    statement.sql(QStringLiteral(")"));
+    m_source.connection->beforeStatement(statement);
+    const auto cursor = m_source.connection->engine().select(bound(statement));
+    setFields(*cursor);
+    QHash<qlonglong, QVariantList> byKey;
+    const int keyIndex = m_index.value(m_source.keyField.toLower(), -1);
+    while (cursor->next()) {
+        const QVariantList row = readRow(*cursor, m_fields.size());
+        byKey.insert(keyIndex < 0 ? 0 : row[keyIndex].toLongLong(), row);
+    }
+    auto *page = new TPage;
+    // A row that was deleted since the keys were read stays in its place, empty.
+    for (qsizetype i = 0; i < count; ++i)
+        page->append(byKey.value(keyAt(int(first + i))));
+    m_pages.insert(number, page);
+    return page;
+}
+
+const QList<TFieldInfo> &TQueryRows::fields()
+{
+    if (m_fields.isEmpty() && windowed())
+        page(m_count == 0 ? 0 : (m_count - 1) / pageRows); // lists open at their last row
+    return m_fields;
+}
+
+int TQueryRows::fieldIndex(const QString &name)
+{
+    fields();
+    return m_index.value(name.toLower(), -1);
+}
+
+QVariantList TQueryRows::row(int row)
+{
+    if (row < 0 || row >= count())
+        return {};
+    return windowed() ? page(row / pageRows)->value(row % pageRows) : m_rows[row];
+}
+
+QVariant TQueryRows::value(int row, int field)
+{
+    if (row < 0 || row >= count() || field < 0)
+        return {};
+    const QVariantList &values = windowed() ? page(row / pageRows)->at(row % pageRows) : m_rows[row];
+    return values.value(field);
+}
+
+qlonglong TQueryRows::keyAt(int row)
+{
+    if (!windowed() || row < 0 || row >= m_count)
+        return 0;
+    if (!m_tail.isEmpty() && row >= m_tailFrom)
+        return m_tail[row - m_tailFrom];
+    needKeys();
+    return m_keys[row];
+}
+
+int TQueryRows::rowOfKey(qlonglong key)
+{
+    if (!m_tail.isEmpty() && key >= m_tail.first()) {
+        const auto found = std::lower_bound(m_tail.begin(), m_tail.end(), key);
+        return found != m_tail.end() && *found == key ? m_tailFrom + int(found - m_tail.begin()) : -1;
+    }
+    needKeys();
+    if (m_source.orderField.isEmpty()) {
+        const auto found = std::lower_bound(m_keys.begin(), m_keys.end(), key);
+        return found != m_keys.end() && *found == key ? int(found - m_keys.begin()) : -1;
+    }
+    return int(m_keys.indexOf(key));
+}
+
+int TQueryRows::find(const TStatement &condition)
+{
+    TStatement statement =
+        wrapped(QStringLiteral("select [%1]").arg(m_source.keyField), QStringLiteral("where "));
+    statement.append(condition).sql(u' ' + orderClause());
+    m_source.connection->beforeStatement(statement);
+    const auto cursor = m_source.connection->engine().select(bound(statement));
+    return cursor->next() ? rowOfKey(cursor->value(0).toLongLong()) : -1;
+}
+
+int TQueryRows::append(const QVariantList &values, qlonglong key)
+{
+    if (!windowed()) {
+        m_rows.append(values);
+        return count() - 1;
+    }
+    const auto at =
+        m_source.orderField.isEmpty() ? std::lower_bound(m_keys.begin(), m_keys.end(), key) : m_keys.end();
+    const int row = int(at - m_keys.begin());
+    m_keys.insert(row, key);
+    m_count = int(m_keys.size());
+    m_pages.clear();
+    return row;
+}
+
+void TQueryRows::replace(int row, const QVariantList &values)
+{
+    if (windowed())
+        (*page(row / pageRows))[row % pageRows] = values;
+    else
+        m_rows[row] = values;
+}

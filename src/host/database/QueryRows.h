@@ -1,0 +1,62 @@
+#pragma once
+
+#include "host/database/Engine.h"
+
+#include <QCache>
+
+/// The rows behind an open query: all of them, or (with a key field) their keys and the pages that were asked for.
+///
+/// A long list in key order opens with its number of rows and the keys of its last pages only, so that opening costs the
+/// same for any length; the other keys are read when a row before those is asked for. Rows that were seen keep their
+/// places then, whatever other users have added or deleted meanwhile.
+class TQueryRows {
+public:
+    struct TSource {
+        TConnection *connection = nullptr;
+        TStatement statement;
+        QVariantMap named;
+        QString keyField; ///< empty: all rows are read
+        QString orderField;
+        Qt::SortOrder order = Qt::AscendingOrder;
+    };
+
+    /// Reads the rows, or the keys.
+    explicit TQueryRows(const TSource &source);
+
+    int count() const { return windowed() ? m_count : int(m_rows.size()); }
+    const QList<TFieldInfo> &fields();
+    int fieldIndex(const QString &name);
+    QVariant value(int row, int field);
+    QVariantList row(int row);
+    qlonglong keyAt(int row);
+    int rowOfKey(qlonglong key);
+    /// The first row of a windowed list that a condition on its columns fits; -1 for none.
+    int find(const TStatement &condition);
+    bool windowed() const { return !m_source.keyField.isEmpty(); }
+
+    // After a post.
+    int append(const QVariantList &values, qlonglong key);
+    void replace(int row, const QVariantList &values);
+
+private:
+    using TPage = QList<QVariantList>;
+    TBoundStatement bound(const TStatement &statement) const;
+    TStatement wrapped(const QString &before, const QString &after) const;
+    QString orderClause() const;
+    void readAll();
+    void readKeys();
+    bool readTail();
+    void needKeys();
+    TPage *page(int number);
+    void setFields(const TCursor &cursor);
+
+    TSource m_source;
+    QList<TFieldInfo> m_fields;
+    QHash<QString, int> m_index; // lower-case name to position
+    QList<QVariantList> m_rows;
+    int m_count = 0;
+    int m_tailFrom = 0;      ///< the row that m_tail begins with
+    QList<qlonglong> m_tail; ///< the last keys, while the others are not read
+    QList<qlonglong> m_keys;
+    QCache<int, TPage> m_pages;
+};

@@ -1,0 +1,117 @@
+#include "host/database/RowWriter.h"
+
+#include "host/database/Schema.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+bool same(const QString &a, const QString &b)
+{
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+QString bracketed(const QString &name)
+{
+    return u'[' + name + u']';
+}
+
+// The table's own column behind a field; null for one that the statement computes or takes from elsewhere.
+const TFieldInfo *columnOf(const TFieldInfo &field, const TTableInfo &table, bool engineKnows)
+{
+    if (engineKnows && !same(field.baseTable, table.name))
+        return nullptr;
+    for (const TFieldInfo &column : table.columns) {
+        if (same(column.name, engineKnows ? field.baseColumn : field.name))
+            return &column;
+    }
+    return nullptr;
+}
+
+QVariant cut(const QVariant &value, int width)
+{
+    if (width <= 0 || value.typeId() != QMetaType::QString)
+        return value;
+    QString text = value.toString();
+    if (text.size() > width) {
+        // Never half of a letter beyond the basic plane.
+        text.truncate(text[width - 1].isHighSurrogate() ? width - 1 : width);
+    }
+    return text;
+}
+
+} // namespace
+
+QString RowWriter::baseTable(const QString &statementText)
+{
+    static const QRegularExpression from(QStringLiteral("\\bfrom\\s+\\[?(?:dbo\\]?\\.\\[?)?(\\w+)"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    const auto match = from.match(statementText);
+    return match.hasMatch() ? Schema::baseTable(match.captured(1)) : QString();
+}
+
+void RowWriter::write(TConnection &connection, const QString &tableName, TRow &row, bool newRow)
+{
+    const TTableInfo *table = connection.engine().table(tableName);
+    if (!table)
+        throw TDatabaseError(TFault::BadStatement, QStringLiteral("no table behind the query: ") + tableName);
+    const bool engineKnows = connection.kind() == TConnection::Kind::Embedded;
+
+    QStringList names;
+    QVariantList values;
+    int keyField = -1;
+    QHash<QString, int> fieldOfColumn;
+    for (int i = 0; i < row.fields.size(); ++i) {
+        const TFieldInfo *column = columnOf(row.fields[i], *table, engineKnows);
+        if (!column)
+            continue;
+        fieldOfColumn.insert(column->name.toLower(), i);
+        if (column->autoIncrement)
+            keyField = i;
+        if (column->readOnly || !row.changed[i])
+            continue;
+        row.values[i] = cut(row.values[i], column->width);
+        names.append(bracketed(column->name));
+        values.append(row.values[i]);
+    }
+
+    TStatement statement;
+    if (newRow) {
+        statement.sql(QStringLiteral("insert into ") + bracketed(table->name));
+        if (names.isEmpty()) {
+            statement.sql(QStringLiteral(" default values"));
+        } else {
+            statement.sql(u'(' + names.join(u',') + QStringLiteral(") values("));
+            for (qsizetype i = 0; i < values.size(); ++i)
+                (i > 0 ? statement.sql(QStringLiteral(",")) : statement).value(values[i]);
+            statement.sql(QStringLiteral(")"));
+        }
+    } else {
+        if (names.isEmpty())
+            return;
+        statement.sql(QStringLiteral("update ") + bracketed(table->name) + QStringLiteral(" set "));
+        for (qsizetype i = 0; i < values.size(); ++i)
+            statement.sql((i > 0 ? QStringLiteral(",") : QString()) + names[i] + u'=').value(values[i]);
+        statement.sql(QStringLiteral(" where "));
+        for (qsizetype i = 0; i < table->keys.size(); ++i) {
+            const int field = fieldOfColumn.value(table->keys[i].toLower(), -1);
+            if (field < 0)
+                throw TDatabaseError(TFault::BadStatement,
+                                     QStringLiteral("the query lacks the table's key ") + table->keys[i]);
+            statement.sql((i > 0 ? QStringLiteral(" and ") : QString()) + bracketed(table->keys[i]) + u'=')
+                .value(row.original[field]);
+        }
+        if (table->keys.isEmpty())
+            throw TDatabaseError(TFault::BadStatement, QStringLiteral("no key: ") + table->name);
+    }
+
+    connection.beforeStatement(statement);
+    const TBoundStatement bound{statement.boundText(), statement.values(), {}};
+    if (newRow) {
+        const qlonglong key = connection.engine().insert(bound);
+        if (keyField >= 0)
+            row.values[keyField] = key;
+    } else if (connection.engine().execute(bound) == 0) {
+        throw TDatabaseError(TFault::RowGone, table->name);
+    }
+}

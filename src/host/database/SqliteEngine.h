@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/database/Engine.h"
+
+#include <QHash>
+#include <list>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+/// The embedded engine: one file in WAL mode, every commit on the disk before it returns.
+class TSqliteEngine : public TEngine {
+public:
+    explicit TSqliteEngine(const QString &path);
+    ~TSqliteEngine() override;
+
+    TConnection::Kind kind() const override { return TConnection::Kind::Embedded; }
+    QString displayName() const override { return m_path; }
+    void begin() override;
+    void commit() override;
+    void rollback() override;
+    bool inTransaction() const override;
+    int execute(const TBoundStatement &statement) override;
+    std::unique_ptr<TCursor> select(const TBoundStatement &statement) override;
+    qlonglong insert(const TBoundStatement &statement) override;
+    const TTableInfo *table(const QString &name) override;
+    void runScript(const QString &sql) override;
+
+    sqlite3 *handle() const { return m_db; }
+
+    /// A prepared statement; finished ones are kept for the next use of the same text.
+    sqlite3_stmt *take(const QString &sql);
+    void giveBack(const QString &sql, sqlite3_stmt *statement);
+    /// Binds the values from `first` on; answers how many "?" places the statement has.
+    int bind(sqlite3_stmt *statement, const TBoundStatement &bound, int first);
+    [[noreturn]] void fail(const QString &text) const;
+    TFieldInfo describe(sqlite3_stmt *statement, int column);
+
+private:
+    void open();
+    void runOne(const QString &sql, const TBoundStatement &bound, int first);
+    void exec(const char *sql);
+
+    QString m_path;
+    sqlite3 *m_db = nullptr;
+    struct TKept {
+        QString sql;
+        sqlite3_stmt *statement;
+    };
+    std::list<TKept> m_kept; // most recently used first
+    QHash<QString, std::list<TKept>::iterator> m_keptBySql;
+    QHash<QString, TTableInfo> m_tables;
+};

@@ -1,0 +1,117 @@
+#include "payrollinfo/PayrollInfoDetail_UNT.h"
+
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+#include "payrollinfo/PayrollInfo_DM_UNT.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace {
+
+const int pickOne = 4; // the kind of choosing that gives one code back
+
+/// Where the codes of an item's type are looked up, and what the user calls them.
+struct TLinked {
+    TSoftwarePart part;
+    const char *table;
+    const char *entity;
+};
+const TLinked linked[] = {{cspFiscal, "Fiscal", "مزايا"}, {cspDeduction, "Deduction", "کسورات"}};
+
+} // namespace
+
+TPayrollInfoDetail_FRM::TPayrollInfoDetail_FRM(const QVariant &part, const QVariant &type, TFormMode mode,
+                                               const QVariant &rowId)
+    : TBaseGetDetail_FRM(part, type, mode, rowId)
+{
+    SetTitle(QStringLiteral(" اطلاعات پایه "));
+    auto *inputs = new QGridLayout;
+    Title1_LBL = new QLabel(this);
+    Title1_LBL->setObjectName(QStringLiteral("Title1_LBL"));
+    inputs->addWidget(new QLabel(QStringLiteral("  عنوان :"), this), 0, 0);
+    inputs->addWidget(Title1_LBL, 0, 1);
+    FiscalDeducationCode_EDT =
+        AddInput(inputs, 1, 0, QStringLiteral("  &کد :"), QStringLiteral("FiscalDeducationCode_EDT"),
+                 new TSmartButtonEdit_ZLM(this, 6));
+    Code_LBL = new QLabel(this);
+    Code_LBL->setObjectName(QStringLiteral("Code_LBL"));
+    Code_LBL->setMinimumWidth(220);
+    AddBeside(FiscalDeducationCode_EDT, Code_LBL);
+    Body()->addLayout(inputs);
+    connect(FiscalDeducationCode_EDT, &TSmartEdit_ZLM::exited, this, [this] { codeExit(); });
+    connect(FiscalDeducationCode_EDT, &TSmartPickEdit_ZLM::pick, this, [this] { pickCode(); });
+    BuildFooter(QStringLiteral("ذخیره F3"), QStringLiteral("خروج Esc"));
+}
+
+bool TPayrollInfoDetail_FRM::RecordExists()
+{
+    PayrollInfo_DM->PayRollInfoDetill_GetByID(Identifier());
+    return !PayrollInfo_DM->PayrollDetailGet_QUR->isEmpty();
+}
+
+void TPayrollInfoDetail_FRM::LoadRecord()
+{
+    PayrollInfo_DM->PayRollInfoDetill_GetByID(Identifier());
+}
+
+void TPayrollInfoDetail_FRM::ShowRecord()
+{
+    const TQuery *item = PayrollInfo_DM->PayrollDetailGet_QUR;
+    Title1_LBL->setText(item->asString(QStringLiteral("Title")));
+    FiscalDeducationCode_EDT->SetText(item->asString(QStringLiteral("UserCode")));
+    codeExit();
+    SetIsSaved(true);
+}
+
+void TPayrollInfoDetail_FRM::codeExit()
+{
+    Guarded([this] {
+        const TLinked &target = linked[isDeduction() ? 1 : 0];
+        const QString code = FiscalDeducationCode_EDT->GetText();
+        const QString title = code.isEmpty()
+                                  ? QString()
+                                  : ScalerQuery(QString::fromLatin1(target.table), QStringLiteral("Title"),
+                                                QStringLiteral("Code"), code.toInt());
+        Code_LBL->setText(title);
+        if (code.isEmpty() || !title.isEmpty())
+            return;
+        FiscalDeducationCode_EDT->Clear();
+        MsgCodeNotAvailable(QString::fromUtf8(target.entity), FiscalDeducationCode_EDT, this);
+    });
+}
+
+void TPayrollInfoDetail_FRM::pickCode()
+{
+    const int code = Open_FiscalDeductionList(linked[isDeduction() ? 1 : 0].part, pickOne, {});
+    if (code == 0)
+        return; // nothing chosen: what was typed stays
+    FiscalDeducationCode_EDT->SetText(QString::number(code));
+    codeExit();
+    SetIsSaved(false);
+}
+
+bool TPayrollInfoDetail_FRM::Validate()
+{
+    if (FiscalDeducationCode_EDT->hasFocus() && !FiscalDeducationCode_EDT->IsEmpty()) {
+        codeExit();
+        if (FiscalDeducationCode_EDT->IsEmpty())
+            return false; // the user was told that there is no such code
+    }
+    if (!FiscalDeducationCode_EDT->IsEmpty())
+        return true;
+    MsgRequiredField(QStringLiteral("کد"), FiscalDeducationCode_EDT, this);
+    FocusInput(FiscalDeducationCode_EDT);
+    return false;
+}
+
+bool TPayrollInfoDetail_FRM::SaveRecord()
+{
+    TPayrollInfoDetail_Mapper link;
+    link._Code = FiscalDeducationCode_EDT->asInteger();
+    if (PayrollInfo_DM->PayrollInfoDetails_Insert(link))
+        return true;
+    MSGFinishedNotSuccessfully(QStringLiteral("ذخيره سازي"));
+    return false;
+}

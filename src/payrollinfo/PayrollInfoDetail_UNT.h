@@ -1,0 +1,29 @@
+#pragma once
+
+#include "host/NewBaseForms_PKG/BaseGetDetail_UNT.h"
+
+/// Links one fixed payroll item to an earning or a deduction.
+class TPayrollInfoDetail_FRM : public TBaseGetDetail_FRM {
+    Q_OBJECT
+public:
+    /// `type` of the item: 0 links it to an earning, 1 to a deduction. `rowId` is the item's ID.
+    TPayrollInfoDetail_FRM(const QVariant &part, const QVariant &type, TFormMode mode, const QVariant &rowId);
+
+    QLabel *Title1_LBL = nullptr;
+    TSmartButtonEdit_ZLM *FiscalDeducationCode_EDT = nullptr;
+    QLabel *Code_LBL = nullptr;
+
+protected:
+    bool Validate() override;
+    void ClearRecord() override {} ///< items are never added
+    void LoadRecord() override;
+    void ShowRecord() override;
+    bool SaveRecord() override;
+    void NewCode() override {}
+    bool RecordExists() override;
+
+private:
+    bool isDeduction() const { return Master().toInt() == 1; }
+    void codeExit();
+    void pickCode();
+};

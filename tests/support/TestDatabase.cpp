@@ -1,0 +1,95 @@
+#include "support/TestDatabase.h"
+
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/database/Query.h"
+
+#include <gtest/gtest.h>
+
+TestDatabase::TestDatabase()
+{
+    m_connection.openFile(path());
+    DM.ADOConnection1 = &m_connection;
+    m_connection.setStatementHook([this](const TStatement &statement) {
+        ++m_count;
+        m_trace.append(statement.asText());
+        if (m_failAt > 0 && m_count == m_failAt)
+            throw TDatabaseError(m_fault, QStringLiteral("played by a test"), statement.boundText());
+    });
+}
+
+TestDatabase::~TestDatabase()
+{
+    if (DM.ADOConnection1 == &m_connection)
+        DM.ADOConnection1 = nullptr;
+}
+
+QString TestDatabase::path() const
+{
+    return m_folder.filePath(QStringLiteral("test.db"));
+}
+
+namespace {
+
+// The test's own statements are neither counted nor made to fail, but the hook of the connection sees all: it is
+// taken away meanwhile.
+class Quiet {
+public:
+    Quiet(int &failAt, int &count, QStringList &trace) : m_failAt(failAt), m_count(count), m_trace(trace)
+    {
+        m_keptFailAt = failAt;
+        m_keptCount = count;
+        m_keptTrace = trace;
+        failAt = 0;
+    }
+    ~Quiet()
+    {
+        m_failAt = m_keptFailAt;
+        m_count = m_keptCount;
+        m_trace = m_keptTrace;
+    }
+
+private:
+    int &m_failAt;
+    int &m_count;
+    QStringList &m_trace;
+    int m_keptFailAt;
+    int m_keptCount;
+    QStringList m_keptTrace;
+};
+
+} // namespace
+
+void TestDatabase::run(const QString &sql)
+{
+    const Quiet quiet(m_failAt, m_count, m_trace);
+    m_connection.execute(sql);
+}
+
+QString TestDatabase::text(const QString &sql)
+{
+    const Quiet quiet(m_failAt, m_count, m_trace);
+    return m_connection.scalar(sql).toString();
+}
+
+QString TestDatabase::rows(const QString &sql)
+{
+    const Quiet quiet(m_failAt, m_count, m_trace);
+    TQuery query(&m_connection, QStringLiteral("rows"));
+    query.setStatement(sql);
+    query.open();
+    QStringList lines;
+    for (query.first(); !query.eof(); query.next()) {
+        QStringList cells;
+        for (int i = 0; i < query.fields().size(); ++i)
+            cells.append(query.valueAt(query.position(), i).toString());
+        lines.append(cells.join(u'|'));
+    }
+    return lines.join(u'\n');
+}
+
+void TestDatabase::failStatement(int n, TFault fault)
+{
+    m_failAt = n;
+    m_fault = fault;
+    m_count = 0;
+}
