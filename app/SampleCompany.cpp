@@ -187,23 +187,23 @@ private:
                                      .integer(item.code));
     }
 
-    /// Each fixed item of the settings stands for the item of its kind and name.
+    /// The fixed items of the settings bear the titles of the items that stand for them.
     void fixedItems()
     {
         for (const TItem &item : earnings)
-            linkFixedItem(item, false);
+            linkFixedItem(0, item);
         for (const TItem &item : deductions)
-            linkFixedItem(item, true);
+            linkFixedItem(1, item);
     }
 
-    void linkFixedItem(const TItem &item, bool isDeduction)
+    void linkFixedItem(int type, const TItem &item)
     {
         m_connection.execute(TStatement("update PayrollInfoDetail set UserCode=")
                                  .integer(item.code)
-                                 .sql(" where Title=")
-                                 .text(text(item.title))
-                                 .sql(" and Type=")
-                                 .value(isDeduction));
+                                 .sql(" where Type=")
+                                 .integer(type)
+                                 .sql(" and Title=")
+                                 .text(text(item.title)));
     }
 
     QString nationalCode()

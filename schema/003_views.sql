@@ -3,7 +3,7 @@
 CREATE VIEW CalcMethod_VW AS
 SELECT
     m.Code, m.Title, m.StaffIns, m.EmployerIns, m.DailyIns, m.OverTime, m.TaxMainCode, m.DecTax, m.Maskok,
-    m.LeaveCeil, m.OutPut, m.Comment, m.Insurance, m.Tax, m.BedBes, m.Loan, m.OverDis, m.Entrance, m.[Exit],
+    m.LeaveCeil, m.[OutPut], m.Comment, m.Insurance, m.Tax, m.BedBes, m.Loan, m.OverDis, m.Entrance, m.[Exit],
     (SELECT t.Title FROM TaxMain AS t WHERE t.Code = m.TaxMainCode) AS TaxTitle,
     CAST(m.Maskok AS NVARCHAR(1)) AS MaskokTitle
 FROM CalcMethod AS m

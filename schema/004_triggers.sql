@@ -73,6 +73,57 @@ BEGIN
         OR NOT EXISTS (SELECT 1 FROM StaffFamily AS f WHERE f.ID = i.ID AND f.StaffCode = i.StaffCode)
 END
 GO
+-- Earnings and deductions share one space of codes: what two users create at once must not meet in it.
+-- engine: sqlite
+CREATE TRIGGER Fiscal_Insert_TRG BEFORE INSERT ON Fiscal
+WHEN EXISTS (SELECT 1 FROM Deduction WHERE Code = NEW.Code)
+BEGIN
+    SELECT RAISE(ABORT, 'the code belongs to a deduction');
+END
+GO
+-- engine: sqlite
+CREATE TRIGGER Fiscal_Update_TRG BEFORE UPDATE OF Code ON Fiscal
+WHEN EXISTS (SELECT 1 FROM Deduction WHERE Code = NEW.Code)
+BEGIN
+    SELECT RAISE(ABORT, 'the code belongs to a deduction');
+END
+GO
+-- engine: sqlserver
+CREATE TRIGGER Fiscal_Write_TRG ON Fiscal AFTER INSERT, UPDATE AS
+BEGIN
+    SET NOCOUNT ON
+    IF EXISTS (SELECT 1 FROM inserted AS i INNER JOIN Deduction AS o ON o.Code = i.Code)
+    BEGIN
+        RAISERROR('the code belongs to a deduction', 16, 1)
+        ROLLBACK TRANSACTION
+    END
+END
+GO
+-- engine: sqlite
+CREATE TRIGGER Deduction_Insert_TRG BEFORE INSERT ON Deduction
+WHEN EXISTS (SELECT 1 FROM Fiscal WHERE Code = NEW.Code)
+BEGIN
+    SELECT RAISE(ABORT, 'the code belongs to an earning');
+END
+GO
+-- engine: sqlite
+CREATE TRIGGER Deduction_Update_TRG BEFORE UPDATE OF Code ON Deduction
+WHEN EXISTS (SELECT 1 FROM Fiscal WHERE Code = NEW.Code)
+BEGIN
+    SELECT RAISE(ABORT, 'the code belongs to an earning');
+END
+GO
+-- engine: sqlserver
+CREATE TRIGGER Deduction_Write_TRG ON Deduction AFTER INSERT, UPDATE AS
+BEGIN
+    SET NOCOUNT ON
+    IF EXISTS (SELECT 1 FROM inserted AS i INNER JOIN Fiscal AS o ON o.Code = i.Code)
+    BEGIN
+        RAISERROR('the code belongs to an earning', 16, 1)
+        ROLLBACK TRANSACTION
+    END
+END
+GO
 -- The next user of a code starts without the rights of the one before.
 -- engine: sqlite
 CREATE TRIGGER UserAccount_Delete_TRG AFTER DELETE ON UserAccount

@@ -2,8 +2,6 @@
 
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 
-#include <QLocale>
-
 #include <limits>
 
 using namespace QueryTools;
@@ -35,7 +33,7 @@ QVariant decimal(const char *column, const QString &text)
     if (text.isEmpty())
         return {};
     bool isNumber = false;
-    const double number = QLocale::c().toDouble(text, &isNumber);
+    const double number = text.toDouble(&isNumber);
     if (!isNumber || !qIsFinite(number))
         refuse(column, text);
     return number;

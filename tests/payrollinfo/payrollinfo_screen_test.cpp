@@ -1,3 +1,4 @@
+#include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "payrollinfo/PayrollInfoDetail_UNT.h"
@@ -191,6 +192,7 @@ TEST_F(PayrollInfoEditor, BranchNumberOneIsTheHeadOfficeWithABlankAtEachEnd)
         Keys::press(&screen, Qt::Key_Return);
         EXPECT_FALSE(screen.BranchName_EDT->isReadOnly());
         EXPECT_EQ(screen.BranchName_EDT->GetText(), u(" دفتر مرکزي ")) << "the name stays";
+        messages.answer({TAnswer::No});
     });
 }
 
@@ -216,6 +218,7 @@ TEST_F(PayrollInfoEditor, TheLegalTitleIsShownForALegalEntityOnly)
         EXPECT_TRUE(screen.LegalTitle_CMB->isVisible());
         Keys::press(&screen, Qt::Key_Up);
         EXPECT_FALSE(screen.LegalTitle_CMB->isVisible());
+        messages.answer({TAnswer::No});
     });
 }
 
@@ -228,6 +231,7 @@ TEST_F(PayrollInfoEditor, Typing150PercentLeaves15)
         EXPECT_EQ(screen.LeisureIns_EDT->cursorPosition(), 2) << "the old length minus 1";
         Keys::retype(screen.LeisureIns_EDT, "100");
         EXPECT_EQ(screen.LeisureIns_EDT->GetText(), "100");
+        messages.answer({TAnswer::No});
     });
 }
 

@@ -66,10 +66,19 @@ int versionOf(TEngine &engine)
 /// Waits until no other program changes the schema; the embedded engine's transaction does so by itself.
 void lockSchema(TEngine &engine)
 {
-    if (engine.kind() == TConnection::Kind::SqlServer)
-        engine.runScript(QStringLiteral("EXEC sp_getapplock @Resource = 'Ketebionpap_Schema', "
+    if (engine.kind() != TConnection::Kind::SqlServer)
+        return;
+    try {
+        engine.runScript(QStringLiteral("DECLARE @Answer INT\n"
+                                        "EXEC @Answer = sp_getapplock @Resource = 'Ketebionpap_Schema', "
                                         "@LockMode = 'Exclusive', @LockOwner = 'Transaction', "
-                                        "@LockTimeout = 60000"));
+                                        "@LockTimeout = 60000\n"
+                                        "IF @Answer < 0 RAISERROR('the schema is being changed', 16, 1)"));
+    } catch (const TDatabaseError &error) {
+        if (error.fault() == TFault::Refused)
+            throw TDatabaseError(TFault::Locked, error.detail());
+        throw;
+    }
 }
 
 void createVersionTable(TEngine &engine)

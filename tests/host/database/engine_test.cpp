@@ -245,7 +245,8 @@ TEST(DatabaseErrors, EveryFaultHasASentenceForTheUser)
     for (int fault = 0; fault <= int(TFault::Other); ++fault) {
         const TDatabaseError error(static_cast<TFault>(fault), QStringLiteral("detail"));
         EXPECT_GT(error.userText().size(), 20) << fault;
-        if (fault != int(TFault::Other))
+        if (fault != int(TFault::Other)) {
             EXPECT_NE(error.userText(), TDatabaseError(TFault::Other, {}).userText()) << fault;
+        }
     }
 }

@@ -52,6 +52,18 @@ TEST_F(SchemaRules, AnItemThatTheSettingsNameIsNotDeleted)
     run("delete from fiscal where code=3 delete from Deduction where code=4");
 }
 
+TEST_F(SchemaRules, ACodeIsOfAnEarningOrOfADeduction)
+{
+    run("insert into Fiscal(Code,Title) values(3,'e') insert into Deduction(Code,Title) values(4,'d')");
+    EXPECT_TRUE(refused("insert into Deduction(Code,Title) values(3,'d')"));
+    EXPECT_TRUE(refused("insert into Fiscal(Code,Title) values(4,'e')"));
+    EXPECT_TRUE(refused("update Fiscal set Code=4"));
+    EXPECT_TRUE(refused("update Deduction set Code=3"));
+    run("update Fiscal set Code=3, Title='changed' update Deduction set Code=5");
+    EXPECT_EQ(db.rows("select Code,Title from Fiscal union all select Code,Title from Deduction"),
+              "3|changed\n5|d");
+}
+
 TEST_F(SchemaRules, AFixedItemMayNameWhatIsNotThere)
 {
     run("update PayrollInfoDetail set UserCode=99 where ID=16");
@@ -72,9 +84,10 @@ TEST_F(SchemaRules, AGroupInUseIsNotDeleted)
 
 TEST_F(SchemaRules, CodesAreUnique)
 {
+    int code = 70;
     for (const char *table :
          {"CalcMethod", "TaxMain", "Staff", "StaffGroup", "Fiscal", "Deduction", "PersonGroup"}) {
-        const QString insert = QString("insert into %1(Code) values(77)").arg(table);
+        const QString insert = QString("insert into %1(Code) values(%2)").arg(table).arg(++code);
         EXPECT_EQ(db.tsql(insert), "") << table;
         EXPECT_NE(db.tsql(insert), "") << table;
     }
