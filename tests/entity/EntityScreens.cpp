@@ -107,6 +107,13 @@ void EntityScreens::fill(TFiscalDeducation_Get_FRM &editor, const QString &title
         Keys::retype(editor.Cost_EDT, "1500");
 }
 
+void EntityScreens::leave(TFiscalDeducation_Get_FRM &editor)
+{
+    messages.answer({TAnswer::No});
+    Keys::press(&editor, Qt::Key_Escape);
+    EXPECT_FALSE(editor.isVisible());
+}
+
 void EntityScreens::chooseBasis(TFiscalDeducation_Get_FRM &editor, const QString &caption)
 {
     editor.CalcType_CMB->setFocus();

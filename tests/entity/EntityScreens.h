@@ -32,6 +32,8 @@ protected:
     int edit(TSoftwarePart part, int code, const std::function<void(TFiscalDeducation_Get_FRM &)> &work);
     /// Fills a new item so that it can be saved.
     void fill(TFiscalDeducation_Get_FRM &editor, const QString &title);
+    /// Leaves an editor with changes that are to be lost.
+    void leave(TFiscalDeducation_Get_FRM &editor);
     void chooseBasis(TFiscalDeducation_Get_FRM &editor, const QString &caption);
     /// Binds an item to the settings' fixed item of this number (1 to 17).
     void bind(int fixedItem, int userCode);

@@ -150,6 +150,7 @@ TEST_F(ItemEditor, GoingBackFromPercentOffersTheAmountZero)
         EXPECT_EQ(editor.Cost_EDT->text(), "0");
         EXPECT_EQ(editor.Cost_LBL->text(), u" مب&لغ :"_qs);
         EXPECT_EQ(editor.Cost_LBL->buddy(), editor.Cost_EDT);
+        leave(editor);
     });
 }
 
@@ -247,6 +248,7 @@ TEST_F(ItemEditor, MinusOneChoosesTheFirstGroupAndAGroupThatIsGoneNone)
         fill(editor, "d");
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList{u"NotSaveable(کليه گروه ها|رکوردي)"_qs});
+        leave(editor);
     });
 }
 
@@ -291,6 +293,7 @@ TEST_F(ItemEditor, ARepeatedTitleOfADeductionIsToldWithTheWordOfTheEarnings)
         fill(editor, u"مساعده"_qs);
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(عنوان|مزايا)"_qs});
+        leave(editor);
     });
 }
 
@@ -312,8 +315,7 @@ TEST_F(ItemEditor, TitlesAreUniqueWithinTheirKindOnly)
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(عنوان|مزايا)"_qs});
         EXPECT_EQ(editor.Title_EDT->GetText(), u"مسکن"_qs);
-        messages.answer({No});
-        Keys::press(&editor, Qt::Key_Escape);
+        leave(editor);
     });
     EXPECT_EQ(earning(4), u"2|0|پاداش|61|1|2|77|0|0|"_qs);
 }
@@ -329,8 +331,7 @@ TEST_F(ItemEditor, ACodeThatAnotherUserSavedMeanwhileIsToldAndStaysTheProposedOn
             EXPECT_EQ(editor.Code_EDT->GetText(), "10");
         }
         EXPECT_EQ(editor.Title_EDT->GetText(), "e");
-        messages.answer({No});
-        Keys::press(&editor, Qt::Key_Escape);
+        leave(editor);
     });
     EXPECT_EQ(earning(10), "");
     editNew(cspFiscal, "1",
@@ -350,12 +351,12 @@ TEST_F(ItemEditor, AnAccountThatTheChartDoesNotHaveCountsAsNone)
         fill(editor, "e");
         Keys::retype(editor.TSelect_AccountCode1->AssistantCode_EDT, "99");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take().last(), u"MsgRequiredField(حساب کارمند را به طور کامل)"_qs);
+        EXPECT_EQ(messages.take(), (QStringList{u"MsgRequiredField(حساب کارمند را به طور کامل)"_qs,
+                                                u"ShowTooltipMessage(کد معین 99 ثبت نشده است)"_qs}));
         EXPECT_EQ(editor.TSelect_AccountCode1->AssistantCode_EDT->GetText(), "99");
         EXPECT_TRUE(editor.TSelect_AccountCode1->Name_LBL->text().contains(u"کد معین 99 ثبت نشده است"_qs));
         Keys::picture(&editor, "earning_unknown_account");
-        messages.answer({No});
-        Keys::press(&editor, Qt::Key_Escape);
+        leave(editor);
     });
 }
 
@@ -371,8 +372,7 @@ TEST_F(ItemEditor, TheDetailAccountOfADeductionIsNarrower)
         EXPECT_EQ(messages.take().last(), u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs);
         EXPECT_TRUE(editor.isVisible());
         EXPECT_EQ(editor.Title_EDT->GetText(), "d");
-        messages.answer({No});
-        Keys::press(&editor, Qt::Key_Escape);
+        leave(editor);
     });
     EXPECT_EQ(deduction(10), "");
 }

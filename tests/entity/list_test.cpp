@@ -185,6 +185,7 @@ TEST_F(ItemList, F4OpensANewItemInTheCurrentGroupAndMovesToItAfterOk)
 
 TEST_F(ItemList, WithoutAGroupANewItemAsksForOneFirst)
 {
+    db.run("update PayrollInfoDetail set UserCode=null");
     db.run("delete from Deduction");
     db.run("delete from DeductionGrp where Code<>0");
     list(1, [&](TFiscalDeducation_List_FRM &screen) {
@@ -391,7 +392,7 @@ TEST_F(ItemList, TheGroupMenuKeepsTheGroupsOfTheKind)
         EXPECT_EQ(Entity_DM->GroupList_QUR->recordCount(), 3);
     });
     EXPECT_EQ(db.text("select count(*) from FiscalGrp where Name='renamed'"), "0");
-    EXPECT_EQ(events(), "816|3|3");
+    EXPECT_EQ(events(), "816|3|renamed");
 }
 
 TEST_F(ItemList, AGroupOfDeductionsIsDeletedUnderThePartOfTheDeductions)
@@ -408,7 +409,7 @@ TEST_F(ItemList, AGroupOfDeductionsIsDeletedUnderThePartOfTheDeductions)
         screen.Groups->GDelete_PMI->trigger();
         EXPECT_EQ(Entity_DM->GroupList_QUR->recordCount(), 3);
     });
-    EXPECT_EQ(events(), "805|3|7");
+    EXPECT_EQ(events(), "805|3|empty");
     EXPECT_EQ(db.text("select count(*) from DeductionGrp where Code=7"), "0");
 }
 
