@@ -138,7 +138,7 @@ TEST_F(AccountSelector, F2PicksATotal)
     });
     EXPECT_EQ(account->TotalCode_EDT->GetText(), "61");
     EXPECT_EQ(name(), u"پرسنلی"_qs);
-    EXPECT_TRUE(Keys::waitFor([&] { return account->TotalCode_EDT->hasFocus(); }));
+    EXPECT_EQ(screen.focusWidget(), account->TotalCode_EDT);
 }
 
 TEST_F(AccountSelector, EscapePicksNothing)
