@@ -48,6 +48,7 @@ TMain_FRM::TMain_FRM(TSession &session) : m_session(session)
     setObjectName(QStringLiteral("TMain_FRM"));
     setWindowTitle(u"اطلاعات پایه حقوق و دستمزد"_qs);
     setLayoutDirection(Qt::RightToLeft);
+    setAttribute(Qt::WA_KeyboardFocusChange); // the focus is seen before the first Tab, too
     resize(760, 520);
     buildStatus();
     Rebuild();
