@@ -2,13 +2,14 @@
 
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/database/Query.h"
+#include "support/TestServer.h"
 
 #include <QFile>
 
 namespace {
 
 // The schema is laid once in a process; each test gets a copy of the file.
-const QString &emptyDatabase()
+const QString &emptyFile()
 {
     static const QTemporaryDir folder;
     static const QString path = [] {
@@ -24,8 +25,11 @@ const QString &emptyDatabase()
 
 TestDatabase::TestDatabase()
 {
-    QFile::copy(emptyDatabase(), path());
-    m_connection.openFile(path());
+    if (TestServer::available())
+        TestServer::emptyDatabase();
+    else
+        QFile::copy(emptyFile(), path());
+    open(m_connection, path());
     DM.ADOConnection1 = &m_connection;
     m_connection.setStatementHook([this](const TStatement &statement) {
         ++m_count;
@@ -43,7 +47,16 @@ TestDatabase::~TestDatabase()
 
 QString TestDatabase::path() const
 {
-    return m_folder.filePath(QStringLiteral("test.db"));
+    return TestServer::available() ? TestServer::ownDatabase().connectionString()
+                                   : m_folder.filePath(QStringLiteral("test.db"));
+}
+
+void TestDatabase::open(TConnection &connection, const QString &path)
+{
+    if (path.contains(QLatin1String("DRIVER="), Qt::CaseInsensitive))
+        connection.openOdbc(path);
+    else
+        connection.openFile(path);
 }
 
 namespace {
