@@ -4,6 +4,7 @@
 #include "app/Ask.h"
 #include "app/DatabaseSettings_FRM.h"
 #include "app/Login_FRM.h"
+#include "app/PickTarget_FRM.h"
 #include "app/Users_FRM.h"
 #include "host/Component_ZLM/LayoutStore.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
@@ -110,6 +111,14 @@ void TMain_FRM::buildMenus()
     QMenu *selections = menuBar()->addMenu(u"ا&نتخاب"_qs);
     selections->setObjectName(QStringLiteral("Select_MNU"));
     addEntries(selections, true);
+    // What other modules of the suite do with the payroll module's pick.
+    if (EntryPoints::mayOpen(*EntryPoints::find(QStringLiteral("Select_FiscalList")))) {
+        selections->addSeparator();
+        addItem(selections, u"افزودن مزایا و کسورات به &حکم کارگزینی ..."_qs, "PickIntoOrder_ACT", {},
+                [this] { TPickTarget_FRM(m_session, TPickTarget_FRM::Orders).exec(); });
+        addItem(selections, u"افزودن مزایا و کسورات به &کارکرد ..."_qs, "PickIntoOutput_ACT", {},
+                [this] { TPickTarget_FRM(m_session, TPickTarget_FRM::Outputs).exec(); });
+    }
 
     if (UserInfo.IsAdmin) {
         QMenu *administration = menuBar()->addMenu(u"&مدیریت"_qs);
