@@ -2,24 +2,22 @@
 
 #include <QString>
 
-/// A stored setting, read as what it is.
+/// A stored setting of the suite, as its readers want it.
 class TParamValue {
 public:
-    TParamValue() = default;
     explicit TParamValue(const QString &text) : m_text(text) {}
-    int AsInteger() const;  ///< 0 where the text is no whole number
-    bool AsBoolean() const; ///< true for every whole number but 0, and for "true"
-    QString AsString() const { return m_text; }
+    int AsInteger() const { return m_text.trimmed().toInt(); } ///< 0 when it is no number
+    bool AsBoolean() const;                                    ///< "1" or "true"
+    const QString &AsString() const { return m_text; }
 
 private:
     QString m_text;
 };
 
-/// The suite's stored settings, by number; the same for all workstations.
-class TCustomParam {
-public:
-    /// A setting that was never stored is empty. Throws TDatabaseError.
+/// The settings that all workstations share (table CustomParam), by number. Throws TDatabaseError.
+struct TCustomParam {
+    /// An unknown number gives an empty value.
     static TParamValue GetData(int number);
-    /// Stores at most 400 characters. Throws TDatabaseError.
+    /// At most 200 characters are stored.
     static void SetData(int number, const QString &value);
 };

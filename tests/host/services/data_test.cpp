@@ -1,7 +1,6 @@
 #include "host/services/Services.h"
 
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
-#include "host/Declaration_PKG/Utilityclasses_unt.h"
 #include "host/database/Query.h"
 
 class DataUtilities : public Services {};
@@ -52,30 +51,4 @@ TEST_F(DataUtilities, AListThatWasResetReadsAnew)
     EXPECT_FALSE(query.active());
     query.open();
     EXPECT_EQ(query.recordCount(), 1);
-}
-
-class Parameters : public Services {};
-
-TEST_F(Parameters, AStoredSettingIsReadAsWhatItIs)
-{
-    TCustomParam::SetData(12, "7");
-    TCustomParam::SetData(13, QString::fromUtf8("متن"));
-    TCustomParam::SetData(14, "True");
-    EXPECT_EQ(TCustomParam::GetData(12).AsInteger(), 7);
-    EXPECT_TRUE(TCustomParam::GetData(12).AsBoolean());
-    EXPECT_EQ(TCustomParam::GetData(12).AsString(), "7");
-    EXPECT_EQ(TCustomParam::GetData(13).AsString(), QString::fromUtf8("متن"));
-    EXPECT_EQ(TCustomParam::GetData(13).AsInteger(), 0);
-    EXPECT_FALSE(TCustomParam::GetData(13).AsBoolean());
-    EXPECT_TRUE(TCustomParam::GetData(14).AsBoolean());
-    TCustomParam::SetData(12, "0");
-    EXPECT_FALSE(TCustomParam::GetData(12).AsBoolean());
-    EXPECT_EQ(db.text("select count(*) from CustomParam"), "3");
-}
-
-TEST_F(Parameters, ASettingThatWasNeverStoredIsEmpty)
-{
-    EXPECT_EQ(TCustomParam::GetData(99).AsString(), "");
-    EXPECT_EQ(TCustomParam::GetData(99).AsInteger(), 0);
-    EXPECT_FALSE(TCustomParam::GetData(99).AsBoolean());
 }
