@@ -246,6 +246,7 @@ bool TTour::run()
     m_messages = &messages;
     TMain_FRM window(m_session);
     window.show();
+    window.activateWindow();
     pass(pictureMilliseconds);
     picture(&window, QStringLiteral("main-window"));
 
