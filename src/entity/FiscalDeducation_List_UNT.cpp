@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QSplitter>
 #include <QVBoxLayout>
 
 TFiscalDeducation_List_FRM *FiscalDeducation_List_FRM = nullptr;
