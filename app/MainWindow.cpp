@@ -13,7 +13,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -129,7 +128,7 @@ void TMain_FRM::buildMenus()
 void TMain_FRM::buildButtons()
 {
     m_buttons.clear();
-    auto *center = new QGroupBox(u"اطلاعات پایه"_qs);
+    auto *center = new QWidget;
     auto *grid = new QGridLayout(center);
     grid->setSpacing(12);
     grid->setContentsMargins(24, 24, 24, 24);
@@ -153,7 +152,7 @@ void TMain_FRM::buildButtons()
                         Qt::AlignCenter);
     setCentralWidget(center);
     if (!m_buttons.isEmpty())
-        m_buttons.first()->setFocus();
+        m_buttons.first()->setFocus(Qt::TabFocusReason);
 }
 
 void TMain_FRM::buildStatus()

@@ -243,7 +243,7 @@ bool TTour::run()
     for (const TEntryPoint &entry : EntryPoints::all()) {
         const QString name = QLatin1String(entry.name);
         if (!m_session.module().has(entry)) {
-            say(name + QStringLiteral(": skipped, the module does not have it"));
+            say(name + QStringLiteral(": skipped, ") + m_session.module().errorText());
             ++skipped;
             continue;
         }

@@ -1,4 +1,5 @@
 -- The master data of the payroll.
+-- An amount has up to 15 digits before the point and 9 behind it: an input takes 15.
 -- A BIT without a value is false: a record that another program of the suite wrote shows as "no" in every list.
 CREATE TABLE PayrollInfo (
     Code INT NOT NULL CONSTRAINT PK_PayrollInfo PRIMARY KEY,
@@ -23,10 +24,10 @@ CREATE TABLE TaxMain (
 GO
 CREATE TABLE Tax (
     TaxMainCode INT NOT NULL CONSTRAINT FK_Tax_TaxMain REFERENCES TaxMain (Code),
-    FromSalary DECIMAL(23,9) NULL,
-    ToSalary DECIMAL(23,9) NULL,
+    FromSalary DECIMAL(24,9) NULL,
+    ToSalary DECIMAL(24,9) NULL,
     Comment NVARCHAR(50) NULL,
-    [Percent] DECIMAL(23,9) NULL
+    [Percent] DECIMAL(24,9) NULL
 )
 GO
 CREATE INDEX IX_Tax_TaxMainCode ON Tax (TaxMainCode)
@@ -35,10 +36,10 @@ GO
 CREATE TABLE TmpTax (
     ID INT IDENTITY(1,1) NOT NULL CONSTRAINT PK_TmpTax PRIMARY KEY,
     TaxMainCode INT NOT NULL,
-    FromSalary DECIMAL(23,9) NULL,
-    ToSalary DECIMAL(23,9) NULL,
+    FromSalary DECIMAL(24,9) NULL,
+    ToSalary DECIMAL(24,9) NULL,
     Comment NVARCHAR(50) NULL,
-    [Percent] DECIMAL(23,9) NULL
+    [Percent] DECIMAL(24,9) NULL
 )
 GO
 CREATE INDEX IX_TmpTax_TaxMainCode ON TmpTax (TaxMainCode, FromSalary)
@@ -47,15 +48,15 @@ GO
 CREATE TABLE CalcMethod (
     Code INT NOT NULL CONSTRAINT PK_CalcMethod PRIMARY KEY,
     Title NVARCHAR(50) NULL,
-    StaffIns DECIMAL(23,9) NULL,
-    EmployerIns DECIMAL(23,9) NULL,
-    DailyIns DECIMAL(23,9) NULL,
+    StaffIns DECIMAL(24,9) NULL,
+    EmployerIns DECIMAL(24,9) NULL,
+    DailyIns DECIMAL(24,9) NULL,
     OverTime INT NULL,
     TaxMainCode INT NULL,
     DecTax BIT NOT NULL CONSTRAINT DF_CalcMethod_DecTax DEFAULT 0,
     Maskok INT NULL,
-    LeaveCeil DECIMAL(23,9) NULL,
-    [OutPut] DECIMAL(23,9) NULL,
+    LeaveCeil DECIMAL(24,9) NULL,
+    [OutPut] DECIMAL(24,9) NULL,
     Comment NVARCHAR(100) NULL,
     Insurance BIT NOT NULL CONSTRAINT DF_CalcMethod_Insurance DEFAULT 0,
     Tax BIT NOT NULL CONSTRAINT DF_CalcMethod_Tax DEFAULT 0,
@@ -144,6 +145,9 @@ CREATE INDEX IX_Staff_Group_LeaveDate ON Staff (StaffGroup, LeaveDate, Code)
 GO
 CREATE INDEX IX_Staff_LeaveDate ON Staff (LeaveDate, Code)
 GO
+-- The general search looks through all full names in the order of the list.
+CREATE INDEX IX_Staff_Names ON Staff (Code, Name, LastName)
+GO
 CREATE INDEX IX_Staff_LastName ON Staff (LastName, Name)
 GO
 CREATE INDEX IX_Staff_PersonnelCode ON Staff (PersonnelCode)
@@ -206,13 +210,13 @@ CREATE TABLE Perinf (
     Addr2 NVARCHAR(300) NULL,
     Email NVARCHAR(50) NULL,
     Comment NVARCHAR(200) NULL,
-    Credit DECIMAL(23,9) NULL,
+    Credit DECIMAL(24,9) NULL,
     SitBgPrd SMALLINT NULL,
-    RemainBgPrd DECIMAL(23,9) NULL,
+    RemainBgPrd DECIMAL(24,9) NULL,
     SitPrd SMALLINT NULL,
-    RemainPrd DECIMAL(23,9) NULL,
+    RemainPrd DECIMAL(24,9) NULL,
     Status SMALLINT NULL,
-    mandeh_check DECIMAL(23,9) NULL,
+    mandeh_check DECIMAL(24,9) NULL,
     fullname NVARCHAR(151) NULL,
     UserName NVARCHAR(50) NULL,
     DetailUniqueCode INT NULL
@@ -245,7 +249,7 @@ CREATE TABLE Fiscal (
     Kol SMALLINT NULL,
     Moin SMALLINT NULL,
     Tafzili INT NULL,
-    Cost DECIMAL(23,9) NULL
+    Cost DECIMAL(24,9) NULL
 )
 GO
 CREATE INDEX IX_Fiscal_GrpCode ON Fiscal (GrpCode, Code)
@@ -262,7 +266,7 @@ CREATE TABLE Deduction (
     Kol SMALLINT NULL,
     Moin SMALLINT NULL,
     Tafzili SMALLINT NULL,
-    Cost DECIMAL(23,9) NULL
+    Cost DECIMAL(24,9) NULL
 )
 GO
 CREATE INDEX IX_Deduction_GrpCode ON Deduction (GrpCode, Code)
@@ -308,7 +312,7 @@ CREATE TABLE tmpRecFiscal (
     ID INT IDENTITY(1,1) NOT NULL CONSTRAINT PK_tmpRecFiscal PRIMARY KEY,
     RecruitmentCode INT NULL,
     ItemCode INT NULL,
-    Cost DECIMAL(23,9) NULL
+    Cost DECIMAL(24,9) NULL
 )
 GO
 CREATE INDEX IX_tmpRecFiscal_ItemCode ON tmpRecFiscal (ItemCode, RecruitmentCode)
@@ -317,7 +321,7 @@ CREATE TABLE tmpRecDeduction (
     ID INT IDENTITY(1,1) NOT NULL CONSTRAINT PK_tmpRecDeduction PRIMARY KEY,
     Recruitmentcode INT NULL,
     ItemCode INT NULL,
-    Cost DECIMAL(23,9) NULL
+    Cost DECIMAL(24,9) NULL
 )
 GO
 CREATE INDEX IX_tmpRecDeduction_ItemCode ON tmpRecDeduction (ItemCode, Recruitmentcode)
@@ -325,7 +329,7 @@ GO
 CREATE TABLE tmpstaffOutPutDetail (
     ID INT IDENTITY(1,1) NOT NULL CONSTRAINT PK_tmpstaffOutPutDetail PRIMARY KEY,
     OutPutCode INT NULL,
-    Amount DECIMAL(23,9) NULL,
+    Amount DECIMAL(24,9) NULL,
     Type BIT NOT NULL CONSTRAINT DF_tmpstaffOutPutDetail_Type DEFAULT 0,
     ItemCode INT NULL
 )

@@ -1,15 +1,15 @@
 #include "support/TestDatabase.h"
 
-#include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/database/Query.h"
+#include "support/TestServer.h"
 
 #include <QFile>
 
 namespace {
 
 // The schema is laid once in a process; each test gets a copy of the file.
-const QString &emptyDatabase()
+const QString &emptyFile()
 {
     static const QTemporaryDir folder;
     static const QString path = [] {
@@ -25,8 +25,11 @@ const QString &emptyDatabase()
 
 TestDatabase::TestDatabase()
 {
-    QFile::copy(emptyDatabase(), path());
-    m_connection.openFile(path());
+    if (TestServer::available())
+        TestServer::emptyDatabase();
+    else
+        QFile::copy(emptyFile(), path());
+    open(m_connection, path());
     DM.ADOConnection1 = &m_connection;
     m_connection.setStatementHook([this](const TStatement &statement) {
         ++m_count;
@@ -44,7 +47,16 @@ TestDatabase::~TestDatabase()
 
 QString TestDatabase::path() const
 {
-    return m_folder.filePath(QStringLiteral("test.db"));
+    return TestServer::available() ? TestServer::ownDatabase().connectionString()
+                                   : m_folder.filePath(QStringLiteral("test.db"));
+}
+
+void TestDatabase::open(TConnection &connection, const QString &path)
+{
+    if (path.contains(QLatin1String("DRIVER="), Qt::CaseInsensitive))
+        connection.openOdbc(path);
+    else
+        connection.openFile(path);
 }
 
 namespace {
@@ -84,20 +96,10 @@ void TestDatabase::run(const QString &sql)
     m_connection.execute(sql);
 }
 
-namespace {
-
-// An amount with all its digits, as the program writes it.
-QString shown(const QVariant &value)
-{
-    return value.typeId() == QMetaType::Double ? FloatToStr_ZLM(value.toDouble()) : value.toString();
-}
-
-} // namespace
-
 QString TestDatabase::text(const QString &sql)
 {
     const Quiet quiet(m_failAt, m_count, m_trace);
-    return shown(m_connection.scalar(sql));
+    return m_connection.scalar(sql).toString();
 }
 
 QString TestDatabase::rows(const QString &sql)
@@ -110,7 +112,7 @@ QString TestDatabase::rows(const QString &sql)
     for (query.first(); !query.eof(); query.next()) {
         QStringList cells;
         for (int i = 0; i < query.fields().size(); ++i)
-            cells.append(shown(query.valueAt(query.position(), i)));
+            cells.append(query.valueAt(query.position(), i).toString());
         lines.append(cells.join(u'|'));
     }
     return lines.join(u'\n');

@@ -4,13 +4,17 @@
 
 #include <QTemporaryDir>
 
-/// A database file of a test's own, open as DM.ADOConnection1 while this lives.
+/// A database of a test's own, open as DM.ADOConnection1 while this lives: a file, or, with KETEBIONPAP_TEST_ODBC set,
+/// the database that this test program has on that server, emptied for each test.
 class TestDatabase {
 public:
     TestDatabase();
     ~TestDatabase();
     TConnection &connection() { return m_connection; }
+    /// Where it is: the file's path, or the connection string.
     QString path() const;
+    /// Opens one more connection to a place that path() told, as another workstation does.
+    static void open(TConnection &connection, const QString &path);
     /// Runs a statement of the test.
     void run(const QString &sql);
     /// The first value of a query of the test, as text.

@@ -101,9 +101,3 @@ TEngine &TConnection::engine() const
         throw TDatabaseError(TFault::ConnectionLost, QStringLiteral("the connection is closed"));
     return *m_engine;
 }
-
-// Builds without the ODBC engine know SQL Server by this answer only.
-__attribute__((weak)) std::unique_ptr<TEngine> OpenOdbcEngine(const QString &)
-{
-    throw TDatabaseError(TFault::CannotOpen, QStringLiteral("built without ODBC"));
-}

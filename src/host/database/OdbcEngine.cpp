@@ -1,0 +1,358 @@
+#include "host/database/OdbcEngine.h"
+
+#include "host/database/Dialect.h"
+#include "host/database/OdbcCursor.h"
+#include "host/database/OdbcText.h"
+
+#include <QRegularExpression>
+
+std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString)
+{
+    return std::make_unique<TOdbcEngine>(connectionString);
+}
+
+TOdbcEngine::TOdbcEngine(const QString &connectionString) : m_string(connectionString)
+{
+    if (m_string.value(QStringLiteral("DRIVER")).isEmpty() && m_string.value(QStringLiteral("DSN")).isEmpty())
+        throw TDatabaseError(TFault::CannotOpen,
+                             QStringLiteral("the connection string names no DRIVER and no DSN"));
+    m_environment = Odbc::TEnvironment(SQL_NULL_HANDLE);
+    SQLSetEnvAttr(m_environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    try {
+        connect();
+        checkServer();
+    } catch (...) {
+        drop();
+        throw;
+    }
+}
+
+TOdbcEngine::~TOdbcEngine()
+{
+    rollback();
+    drop();
+}
+
+void TOdbcEngine::connect()
+{
+    drop();
+    SQLAllocHandle(SQL_HANDLE_DBC, m_environment, &m_connection);
+    SQLSetConnectAttrW(m_connection, SQL_ATTR_LOGIN_TIMEOUT,
+                       reinterpret_cast<SQLPOINTER>(SQLULEN(m_string.loginSeconds())), SQL_IS_UINTEGER);
+    const QString text = m_string.forDriver();
+    SQLSMALLINT length = 0;
+    const SQLRETURN code =
+        SQLDriverConnectW(m_connection, nullptr, Odbc::wide(text), SQLSMALLINT(text.size()), nullptr, 0,
+                          &length, SQL_DRIVER_NOPROMPT);
+    if (!SQL_SUCCEEDED(code)) {
+        const auto problems = Odbc::problemsOf(SQL_HANDLE_DBC, m_connection);
+        SQLFreeHandle(SQL_HANDLE_DBC, m_connection);
+        m_connection = nullptr;
+        throw TDatabaseError(Odbc::faultOf(problems, true), m_string.withoutSecrets(Odbc::textOf(problems)));
+    }
+    prepareSession();
+}
+
+void TOdbcEngine::drop()
+{
+    if (m_cursor) {
+        m_cursor->abandon();
+        m_cursor = nullptr;
+    }
+    m_isDead = false;
+    if (!m_connection)
+        return;
+    SQLDisconnect(m_connection);
+    SQLFreeHandle(SQL_HANDLE_DBC, m_connection);
+    m_connection = nullptr;
+}
+
+void TOdbcEngine::prepareSession()
+{
+    SQLWCHAR name[64] = {};
+    SQLSMALLINT length = 0;
+    SQLGetInfoW(m_connection, SQL_DBMS_NAME, name, sizeof(name), &length);
+    m_isServer =
+        !QString::fromUtf16(reinterpret_cast<const char16_t *>(name)).contains(QLatin1String("SQLite"));
+    if (!m_isServer)
+        return;
+    // No row counts between the results, texts and pictures of any length, and no endless wait for a lock. A failed
+    // statement leaves the transaction to its owner (XACT_ABORT).
+    run(QStringLiteral("SET TEXTSIZE 2147483647 SET NOCOUNT ON SET XACT_ABORT OFF SET LOCK_TIMEOUT %1")
+            .arg(m_string.lockSeconds() * 1000));
+}
+
+void TOdbcEngine::checkServer()
+{
+    if (!m_isServer)
+        return;
+    const QString database = run(QStringLiteral("select db_name()")).toString().toLower();
+    static const QStringList system{QStringLiteral("master"), QStringLiteral("tempdb"),
+                                    QStringLiteral("model"), QStringLiteral("msdb")};
+    if (system.contains(database))
+        throw TDatabaseError(
+            TFault::CannotOpen,
+            QStringLiteral("the connection string names no DATABASE of its own (%1)").arg(database));
+    const QString letters = QString::fromUtf8("پچژگکیكيءئآ۱٣");
+    if (run(QStringLiteral("select cast(? as nvarchar(50))"), {letters}).toString() != letters)
+        throw TDatabaseError(TFault::UnfitServer, QStringLiteral("bound texts lose letters on their way"));
+    // The titles that stand in statements go through the code page of the database; bound texts do not.
+    const QString titles = QString::fromUtf8("پچژگكيءئآ");
+    if (run(QStringLiteral("select cast(? as varchar(50))"), {titles}).toString() != titles)
+        throw TDatabaseError(
+            TFault::UnfitServer,
+            QStringLiteral("the code page of the database's collation has no Persian letters"));
+    const QVariantList cases{QStringLiteral("a"), QStringLiteral("A")};
+    if (run(QStringLiteral("select case when ? = ? then 1 else 0 end"), cases).toInt() != 1)
+        throw TDatabaseError(TFault::UnfitServer,
+                             QStringLiteral("the database's collation compares by case"));
+}
+
+void TOdbcEngine::makeReady(const QString &text)
+{
+    if (m_gone)
+        throw TDatabaseError(*m_gone, QStringLiteral("the transaction was rolled back by the server"), text);
+    if (m_isDead || !m_connection)
+        connect();
+    if (m_cursor)
+        m_cursor->keepRest();
+}
+
+bool TOdbcEngine::isTransactionAlive()
+{
+    if (m_isAsking || !m_isServer)
+        return true;
+    m_isAsking = true;
+    bool alive = false;
+    try {
+        alive = run(QStringLiteral("select @@TRANCOUNT")).toInt() > 0;
+    } catch (const TDatabaseError &) {
+        m_isDead = true;
+    }
+    m_isAsking = false;
+    return alive;
+}
+
+void TOdbcEngine::fail(SQLSMALLINT type, SQLHANDLE handle, const QString &text)
+{
+    const auto problems = Odbc::problemsOf(type, handle);
+    TFault fault = Odbc::faultOf(problems);
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    if (fault == TFault::Other &&
+        SQL_SUCCEEDED(
+            SQLGetConnectAttrW(m_connection, SQL_ATTR_CONNECTION_DEAD, &dead, SQL_IS_UINTEGER, nullptr)) &&
+        dead == SQL_CD_TRUE)
+        fault = TFault::ConnectionLost;
+    m_cursor = nullptr; // the one statement in flight has failed
+    if (fault == TFault::ConnectionLost)
+        m_isDead = true;
+    else if (type == SQL_HANDLE_STMT)
+        SQLFreeStmt(handle, SQL_CLOSE); // the rest of the answer
+    // Some errors take the whole transaction with them.
+    if (m_begun && !m_gone) {
+        if (fault == TFault::ConnectionLost || fault == TFault::Deadlock)
+            m_gone = fault;
+        else if (!isTransactionAlive())
+            m_gone = m_isDead ? TFault::ConnectionLost : TFault::Deadlock;
+    }
+    throw TDatabaseError(fault, m_string.withoutSecrets(Odbc::textOf(problems)), text);
+}
+
+Odbc::TStatementHandle TOdbcEngine::start(const QString &text, const QVariantList &values)
+{
+    Odbc::TStatementHandle statement(m_connection);
+    if (!statement)
+        fail(SQL_HANDLE_DBC, m_connection, text);
+    SQLSetStmtAttrW(statement, SQL_ATTR_QUERY_TIMEOUT,
+                    reinterpret_cast<SQLPOINTER>(SQLULEN(m_string.answerSeconds())), SQL_IS_UINTEGER);
+    Odbc::TParameters parameters;
+    if (!parameters.bind(statement, values))
+        fail(SQL_HANDLE_STMT, statement, text);
+    const SQLRETURN code = SQLExecDirectW(statement, Odbc::wide(text), SQLINTEGER(text.size()));
+    if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA)
+        fail(SQL_HANDLE_STMT, statement, text);
+    SQLFreeStmt(statement, SQL_RESET_PARAMS);
+    return statement;
+}
+
+QVariant TOdbcEngine::run(const QString &text, const QVariantList &values)
+{
+    const Odbc::TStatementHandle statement = start(text, values);
+    QVariant result;
+    SQLRETURN code = SQL_SUCCESS;
+    while (code != SQL_NO_DATA) {
+        SQLSMALLINT columns = 0;
+        SQLNumResultCols(statement, &columns);
+        if (columns == 0) {
+            SQLLEN rows = 0;
+            SQLRowCount(statement, &rows);
+            result = qlonglong(qMax(rows, SQLLEN(0)));
+        } else {
+            Odbc::TColumn column;
+            SQLDescribeColW(statement, 1, nullptr, 0, nullptr, &column.type, &column.size, &column.scale,
+                            nullptr);
+            while (SQL_SUCCEEDED(code = SQLFetch(statement)))
+                result = Odbc::read(statement, 1, column, code);
+            if (code != SQL_NO_DATA)
+                fail(SQL_HANDLE_STMT, statement, text);
+        }
+        code = SQLMoreResults(statement);
+        if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA)
+            fail(SQL_HANDLE_STMT, statement, text);
+    }
+    return result;
+}
+
+void TOdbcEngine::begin()
+{
+    rollback();
+    for (bool again = true;; again = false) {
+        try {
+            makeReady({});
+            run(QStringLiteral("begin transaction"));
+            break;
+        } catch (const TDatabaseError &error) {
+            // A line that was lost while nothing was at stake is not worth a message.
+            if (error.fault() != TFault::ConnectionLost || !again)
+                throw;
+        }
+    }
+    m_begun = true;
+    m_inserted.clear();
+}
+
+void TOdbcEngine::commit()
+{
+    if (!m_begun)
+        return;
+    const QList<TInserted> inserted = std::exchange(m_inserted, {});
+    if (m_gone) {
+        const TFault fault = *m_gone;
+        rollback();
+        throw TDatabaseError(fault, QStringLiteral("the transaction was rolled back by the server"));
+    }
+    try {
+        makeReady({});
+        run(QStringLiteral("commit transaction"));
+        m_begun = false;
+    } catch (const TDatabaseError &error) {
+        if (error.fault() != TFault::ConnectionLost)
+            throw;
+        m_begun = false;
+        m_gone.reset();
+        if (!isStoredAfterAll(inserted))
+            throw;
+    }
+}
+
+void TOdbcEngine::rollback()
+{
+    if (!m_begun)
+        return;
+    m_begun = false;
+    m_gone.reset();
+    m_inserted.clear();
+    if (!m_connection || m_isDead)
+        return;
+    try {
+        makeReady({});
+        run(m_isServer ? QStringLiteral("if @@TRANCOUNT > 0 rollback transaction")
+                       : QStringLiteral("rollback transaction"));
+    } catch (const TDatabaseError &) {
+        m_isDead = true; // the server rolls back what a closed line leaves
+    }
+}
+
+template <class Work>
+auto TOdbcEngine::inOneTransaction(Work work)
+{
+    if (m_begun) {
+        makeReady({});
+        return work();
+    }
+    begin();
+    try {
+        const auto result = work();
+        commit();
+        return result;
+    } catch (...) {
+        rollback();
+        throw;
+    }
+}
+
+int TOdbcEngine::execute(const TBoundStatement &statement)
+{
+    const Odbc::TPlacedText placed = Odbc::placed(statement);
+    const auto work = [&] {
+        return run(m_isServer ? placed.text + QStringLiteral("\nselect @@ROWCOUNT") : placed.text,
+                   placed.values)
+            .toInt();
+    };
+    // A single command is a whole by itself; a batch amid somebody else's transaction needs a mark to return to.
+    if (!m_begun || !m_isServer || Dialect::toSqlite(statement.text).statements.size() < 2)
+        return inOneTransaction(work);
+    makeReady(statement.text);
+    run(QStringLiteral("save transaction batch"));
+    try {
+        return work();
+    } catch (const TDatabaseError &) {
+        if (!m_gone && m_begun) {
+            try {
+                run(QStringLiteral("rollback transaction batch"));
+            } catch (const TDatabaseError &) {
+                m_gone = TFault::Deadlock;
+            }
+        }
+        throw;
+    }
+}
+
+std::unique_ptr<TCursor> TOdbcEngine::select(const TBoundStatement &statement)
+{
+    static const QRegularExpression onlyReads(QStringLiteral("^\\s*select\\b(?!.*\\binto\\b)"),
+                                              QRegularExpression::CaseInsensitiveOption |
+                                                  QRegularExpression::DotMatchesEverythingOption);
+    const Odbc::TPlacedText placed = Odbc::placed(statement);
+    for (bool again = !m_begun && onlyReads.match(placed.text).hasMatch();; again = false) {
+        try {
+            makeReady(statement.text);
+            return std::make_unique<TOdbcCursor>(*this, start(placed.text, placed.values), placed.text);
+        } catch (const TDatabaseError &error) {
+            if (error.fault() != TFault::ConnectionLost || !again)
+                throw;
+        }
+    }
+}
+
+qlonglong TOdbcEngine::insert(const TBoundStatement &statement)
+{
+    if (const auto key = storedBefore(statement))
+        return *key;
+    return inOneTransaction([&] {
+        TInserted inserted{statement.text, statement.values, 0, {}, {}};
+        const Odbc::TPlacedText placed = Odbc::placed(statement);
+        const QVariant key =
+            run(m_isServer ? placed.text + QStringLiteral("\nselect cast(SCOPE_IDENTITY() as bigint)")
+                           : placed.text,
+                placed.values);
+        inserted.key =
+            m_isServer ? key.toLongLong() : run(QStringLiteral("select last_insert_rowid()")).toLongLong();
+        identify(inserted);
+        m_inserted.append(inserted);
+        return inserted.key;
+    });
+}
+
+void TOdbcEngine::runScript(const QString &sql)
+{
+    static const QRegularExpression go(QStringLiteral("^[ \\t]*GO[ \\t\\r]*$"),
+                                       QRegularExpression::CaseInsensitiveOption |
+                                           QRegularExpression::MultilineOption);
+    makeReady({});
+    for (const QString &batch : sql.split(go)) {
+        if (!batch.trimmed().isEmpty())
+            run(batch);
+    }
+    m_tables.clear();
+}

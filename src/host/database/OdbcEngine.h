@@ -1,0 +1,82 @@
+#pragma once
+
+#include "host/database/Engine.h"
+#include "host/database/OdbcConnectionString.h"
+#include "host/database/OdbcHandles.h"
+#include "host/database/OdbcValues.h"
+
+#include <map>
+#include <optional>
+
+class TOdbcCursor;
+
+/// SQL Server through ODBC's wide functions. Statements run as they are given.
+///
+/// One statement is in flight at a time: a cursor that is still open when the next statement comes reads its rows to
+/// the end first. A lost line is dropped; the next call outside a transaction connects again. A transaction that the
+/// server gave up (a deadlock, a lost line) refuses every statement until it is rolled back, so that none of them
+/// is stored alone.
+class TOdbcEngine : public TEngine {
+public:
+    explicit TOdbcEngine(const QString &connectionString);
+    ~TOdbcEngine() override;
+
+    TConnection::Kind kind() const override { return TConnection::Kind::SqlServer; }
+    QString displayName() const override { return m_string.displayName(); }
+    void begin() override;
+    /// A commit whose answer is lost is looked after: when the rows are there, it has succeeded.
+    void commit() override;
+    void rollback() override;
+    bool inTransaction() const override { return m_begun; }
+    int execute(const TBoundStatement &statement) override;
+    std::unique_ptr<TCursor> select(const TBoundStatement &statement) override;
+    qlonglong insert(const TBoundStatement &statement) override;
+    const TTableInfo *table(const QString &name) override;
+    void runScript(const QString &sql) override;
+
+private:
+    friend class TOdbcCursor;
+
+    /// A row that a transaction inserted, and how to find it again.
+    struct TInserted {
+        QString text;
+        QVariantList values;
+        qlonglong key = 0;
+        QString witness; ///< counts the row; empty: it cannot be told from others
+        QVariantList witnessValues;
+    };
+
+    void connect();
+    void drop();
+    void prepareSession();
+    void checkServer();
+    /// Connects if need be, and clears the line of an open cursor.
+    void makeReady(const QString &text);
+    /// Throws for a failed call, after noting a lost line or a lost transaction.
+    [[noreturn]] void fail(SQLSMALLINT type, SQLHANDLE handle, const QString &text);
+    Odbc::TStatementHandle start(const QString &text, const QVariantList &values = {});
+    /// Runs a text to its end; answers the first column of its last result, or the affected rows.
+    QVariant run(const QString &text, const QVariantList &values = {});
+    bool isTransactionAlive();
+    template <class Work>
+    auto inOneTransaction(Work work);
+    void identify(TInserted &inserted);
+    bool isStored(const TInserted &inserted);
+    bool isStoredAfterAll(const QList<TInserted> &inserted);
+    std::optional<qlonglong> storedBefore(const TBoundStatement &statement);
+    TTableInfo readTable(const QString &name);
+    TTableInfo readTableOfDriver(const QString &name);
+
+    TOdbcConnectionString m_string;
+    Odbc::TEnvironment m_environment;
+    SQLHDBC m_connection = nullptr;
+    bool m_isServer = true; ///< false: a driver of another database, which only tests use
+    bool m_isDead = false;  ///< the line was lost; dropped before the next statement
+    bool m_begun = false;
+    bool m_isAsking = false;      ///< whether the transaction is alive
+    std::optional<TFault> m_gone; ///< why the open transaction is no more
+    TOdbcCursor *m_cursor = nullptr;
+    std::map<QString, TTableInfo> m_tables; // a map: its entries stay where they are
+    QList<TInserted> m_inserted;            ///< by the open transaction
+    QList<TInserted> m_uncertain;           ///< by a commit that got no answer
+};

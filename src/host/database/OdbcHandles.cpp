@@ -1,0 +1,128 @@
+#include "host/database/OdbcHandles.h"
+
+#include <QStringList>
+
+namespace {
+
+struct TNativeFault {
+    int native;
+    TFault fault;
+};
+
+// The server's message numbers that a user can act on.
+const TNativeFault nativeFaults[] = {
+    {1205, TFault::Deadlock},       // chosen as the deadlock victim
+    {1222, TFault::Locked},         // lock request time out
+    {2627, TFault::Refused},        // a second primary or unique key
+    {2601, TFault::Refused},        // a second row in a unique index
+    {547, TFault::Refused},         // a reference or a check
+    {515, TFault::Refused},         // null where none may be
+    {8115, TFault::Refused},        // a number too great for its column
+    {8114, TFault::Refused},        // a text that is no number
+    {245, TFault::Refused},         // the same
+    {220, TFault::Refused},         // a small number's overflow
+    {3609, TFault::Refused},        // a trigger ended the transaction
+    {50000, TFault::Refused},       // a trigger's own words
+    {8152, TFault::TooLong},        // text would be cut
+    {2628, TFault::TooLong},        // the same, with the column's name
+    {1105, TFault::DiskFull},       // no room in the file group
+    {9002, TFault::DiskFull},       // no room in the log
+    {3906, TFault::ReadOnly},       // read-only database
+    {18456, TFault::LoginRefused},  // login failed
+    {18452, TFault::LoginRefused},  // from an untrusted domain
+    {18486, TFault::LoginRefused},  // account locked
+    {18487, TFault::LoginRefused},  // password expired
+    {18488, TFault::LoginRefused},  // password must be changed
+    {4060, TFault::LoginRefused},   // cannot open the database
+    {916, TFault::LoginRefused},    // no user of this database
+    {911, TFault::LoginRefused},    // no such database
+    {229, TFault::LoginRefused},    // no right on an object
+    {230, TFault::LoginRefused},    // no right on a column
+    {262, TFault::LoginRefused},    // no right to create
+    {297, TFault::LoginRefused},    // no right to act
+    {17809, TFault::CannotOpen},    // out of connections
+    {17142, TFault::CannotOpen},    // the server is paused
+    {6005, TFault::ConnectionLost}, // shutdown in progress
+    {596, TFault::ConnectionLost},  // the session was killed
+};
+
+// Numbers that only accompany another message.
+bool isRemark(const Odbc::TProblem &problem)
+{
+    return problem.state.startsWith(QLatin1String("01")) || problem.native == 3621 ||
+           problem.native == 5701 || problem.native == 5703;
+}
+
+TFault faultOfState(const QString &state, bool connecting)
+{
+    const TFault lost = connecting ? TFault::CannotOpen : TFault::ConnectionLost;
+    if (state == QLatin1String("28000"))
+        return TFault::LoginRefused;
+    if (state.startsWith(QLatin1String("08")) || state.startsWith(QLatin1String("HYT")) ||
+        state == QLatin1String("S1T00"))
+        return lost;
+    if (state.startsWith(QLatin1String("IM")))
+        return TFault::CannotOpen;
+    if (state.startsWith(QLatin1String("23")))
+        return TFault::Refused;
+    if (state == QLatin1String("22001"))
+        return TFault::TooLong;
+    if (state.startsWith(QLatin1String("22")))
+        return TFault::Refused;
+    if (state == QLatin1String("40001"))
+        return TFault::Deadlock;
+    if (state.startsWith(QLatin1String("42")) || state.startsWith(QLatin1String("37")))
+        return TFault::BadStatement;
+    return connecting ? TFault::CannotOpen : TFault::Other;
+}
+
+} // namespace
+
+QList<Odbc::TProblem> Odbc::problemsOf(SQLSMALLINT type, SQLHANDLE handle)
+{
+    QList<TProblem> problems;
+    for (SQLSMALLINT record = 1; record <= 20; ++record) {
+        SQLWCHAR state[6] = {};
+        SQLWCHAR text[SQL_MAX_MESSAGE_LENGTH * 4] = {};
+        SQLINTEGER native = 0;
+        SQLSMALLINT length = 0;
+        const SQLRETURN code =
+            SQLGetDiagRecW(type, handle, record, state, &native, text, SQLSMALLINT(std::size(text)), &length);
+        if (!SQL_SUCCEEDED(code))
+            break;
+        problems.append({QString::fromUtf16(reinterpret_cast<const char16_t *>(state)), native,
+                         QString::fromUtf16(reinterpret_cast<const char16_t *>(text))});
+    }
+    return problems;
+}
+
+TFault Odbc::faultOf(const QList<TProblem> &problems, bool connecting)
+{
+    for (const TProblem &problem : problems) {
+        for (const TNativeFault &entry : nativeFaults) {
+            if (entry.native == problem.native)
+                return entry.fault;
+        }
+    }
+    // Not every server of the protocol gives these two their numbers.
+    for (const TProblem &problem : problems) {
+        if (problem.text.contains(QLatin1String("lock timeout"), Qt::CaseInsensitive))
+            return TFault::Locked;
+        if (problem.text.contains(QLatin1String("deadlock"), Qt::CaseInsensitive))
+            return TFault::Deadlock;
+    }
+    for (const TProblem &problem : problems) {
+        if (!isRemark(problem))
+            return faultOfState(problem.state, connecting);
+    }
+    return connecting ? TFault::CannotOpen : TFault::Other;
+}
+
+QString Odbc::textOf(const QList<TProblem> &problems)
+{
+    QStringList lines;
+    for (const TProblem &problem : problems)
+        lines.append(
+            QStringLiteral("%1 (%2) %3").arg(problem.state).arg(problem.native).arg(problem.text.trimmed()));
+    return lines.isEmpty() ? QStringLiteral("the driver gives no reason") : lines.join(QStringLiteral("; "));
+}

@@ -1,0 +1,161 @@
+#include "support/TestServer.h"
+
+#include "host/database/Engine.h"
+#include "host/database/OdbcConnectionString.h"
+#include "host/database/OdbcHandles.h"
+#include "host/database/Schema.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+int madeDatabases = 0;
+
+} // namespace
+
+bool TestServer::available()
+{
+    return !qEnvironmentVariableIsEmpty("KETEBIONPAP_TEST_ODBC");
+}
+
+QString TestServer::with(const QString &connectionString, const QString &word, const QString &value)
+{
+    QString text = connectionString;
+    text.remove(QRegularExpression(QStringLiteral("(?<=^|;)\\s*%1\\s*=[^;]*;?").arg(word),
+                                   QRegularExpression::CaseInsensitiveOption));
+    if (!text.isEmpty() && !text.endsWith(u';'))
+        text += u';';
+    return text + word + u'=' + value + u';';
+}
+
+QString TestServer::connectionString(const QString &database)
+{
+    return with(qEnvironmentVariable("KETEBIONPAP_TEST_ODBC"), QStringLiteral("DATABASE"), database);
+}
+
+void TestServer::runOnServer(const QString &sql, const QString &database)
+{
+    Odbc::TEnvironment environment(SQL_NULL_HANDLE);
+    SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    const Odbc::THandle<SQL_HANDLE_DBC> connection{SQLHANDLE(environment)};
+    const TOdbcConnectionString string(connectionString(database));
+    const QString text = string.forDriver();
+    const auto check = [&](SQLRETURN code, SQLSMALLINT type, SQLHANDLE handle) {
+        if (SQL_SUCCEEDED(code) || code == SQL_NO_DATA)
+            return;
+        const auto problems = Odbc::problemsOf(type, handle);
+        throw TDatabaseError(Odbc::faultOf(problems), string.withoutSecrets(Odbc::textOf(problems)), sql);
+    };
+    check(SQLDriverConnectW(connection, nullptr, Odbc::wide(text), SQLSMALLINT(text.size()), nullptr, 0,
+                            nullptr, SQL_DRIVER_NOPROMPT),
+          SQL_HANDLE_DBC, connection);
+    try {
+        const Odbc::TStatementHandle statement{SQLHANDLE(connection)};
+        SQLRETURN code = SQLExecDirectW(statement, Odbc::wide(sql), SQL_NTS);
+        check(code, SQL_HANDLE_STMT, statement);
+        while ((code = SQLMoreResults(statement)) != SQL_NO_DATA)
+            check(code, SQL_HANDLE_STMT, statement);
+    } catch (...) {
+        SQLDisconnect(connection);
+        throw;
+    }
+    SQLDisconnect(connection);
+}
+
+TestServer::Database::Database(const QString &options)
+    : m_name(QStringLiteral("ketebionpap_test_%1_%2")
+                 .arg(QCoreApplication::applicationPid())
+                 .arg(++madeDatabases))
+{
+    runOnServer(QStringLiteral("create database %1 %2").arg(m_name, options));
+}
+
+TestServer::Database::~Database()
+{
+    try {
+        runOnServer(QStringLiteral("drop database ") + m_name);
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "%s is left on the server: %s\n", qUtf8Printable(m_name), error.what());
+    }
+}
+
+namespace {
+
+std::unique_ptr<TestServer::Database> own;
+std::unique_ptr<TEngine> emptier;
+
+QStringList names(TEngine &engine, const QString &sql)
+{
+    QStringList list;
+    const auto cursor = engine.select({sql, {}, {}});
+    while (cursor->next())
+        list.append(cursor->value(0).toString());
+    return list;
+}
+
+// Tables that others refer to are emptied by rows, after those that refer to them; all others at once, which also
+// sets their counters back.
+QString emptying(TEngine &engine)
+{
+    const QStringList tables =
+        names(engine, QStringLiteral("select TABLE_NAME from INFORMATION_SCHEMA.TABLES where "
+                                     "TABLE_TYPE='BASE TABLE' and "
+                                     "TABLE_NAME<>'SchemaVersion_TBL' order by TABLE_NAME"));
+    const QStringList referred = names(
+        engine, QStringLiteral("select distinct object_name(referenced_object_id) from sys.foreign_keys"));
+    QString first;
+    QString then;
+    for (const QString &table : tables) {
+        if (referred.contains(table, Qt::CaseInsensitive))
+            then += QStringLiteral("delete from [%1]\n").arg(table);
+        else
+            first += QStringLiteral("truncate table [%1]\n").arg(table);
+    }
+    return first + then;
+}
+
+// The rows that a new database has, as its schema's steps put them in.
+QString firstRows()
+{
+    QString text;
+    for (const Schema::TStep &step : Schema::steps()) {
+        for (const QString &batch : Schema::batches(step.script, TConnection::Kind::SqlServer)) {
+            QString plain = batch;
+            plain.remove(QRegularExpression(QStringLiteral("^--.*$"), QRegularExpression::MultilineOption));
+            if (plain.trimmed().startsWith(QLatin1String("insert"), Qt::CaseInsensitive))
+                text += batch + u'\n';
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+TestServer::Database &TestServer::ownDatabase()
+{
+    if (!own) {
+        own = std::make_unique<Database>();
+        std::atexit([] {
+            emptier.reset();
+            own.reset();
+        });
+    }
+    return *own;
+}
+
+void TestServer::emptyDatabase()
+{
+    // A connection that stays: opening one is what costs most.
+    static QString script;
+    if (!emptier) {
+        emptier = OpenOdbcEngine(ownDatabase().connectionString());
+        Schema::bringUpToDate(*emptier);
+        script = emptying(*emptier) + firstRows();
+        return;
+    }
+    emptier->runScript(script);
+}
