@@ -56,7 +56,7 @@ TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mod
 void TTaxGet_FRM::build()
 {
     SetTitle(QStringLiteral("جدول مالیاتی"));
-    resize(820, 560);
+    resize(820, 640);
 
     auto *inputs = new QGridLayout;
     Title_EDT = AddInput(inputs, 0, 0, QStringLiteral("  &عنوان :"), QStringLiteral("Title_EDT"),
