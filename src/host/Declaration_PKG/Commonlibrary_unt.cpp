@@ -218,16 +218,16 @@ QString FloatToStr_ZLM(double number)
 
 int NumericPrecisionCount_ZLM()
 {
-    return 2;
+    return 9;
 }
 
-QString RoundedText_ZLM(double number)
+QString RoundedText_ZLM(double number, int places)
 {
     if (!std::isfinite(number))
         return QStringLiteral("0");
     // On the decimal digits: in binary 2.675 is below its half and would go down.
     Decimal rounded = decimal(number);
-    const int kept = rounded.point + NumericPrecisionCount_ZLM();
+    const int kept = rounded.point + places;
     if (kept < 0)
         return QStringLiteral("0");
     if (kept < rounded.digits.size()) {

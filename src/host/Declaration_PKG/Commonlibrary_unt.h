@@ -30,10 +30,11 @@ double StrToFloat_ZLM(const QString &text);
 /// The shortest decimal text of a number with at most 15 significant digits: Latin digits, a point, no
 /// exponent, no grouping; an SQL-safe literal.
 QString FloatToStr_ZLM(double number);
-/// Decimal places that amounts are shown and rounded with.
+/// Decimal places that amounts are shown and rounded with: as many as the tables keep, so that a record that is opened
+/// and saved again loses nothing.
 int NumericPrecisionCount_ZLM();
-/// `number` rounded to NumericPrecisionCount_ZLM() places, as FloatToStr_ZLM writes it.
-QString RoundedText_ZLM(double number);
+/// `number` rounded to so many decimal places (halves away from zero, by its decimal digits), as FloatToStr_ZLM writes it.
+QString RoundedText_ZLM(double number, int places = NumericPrecisionCount_ZLM());
 
 bool VarIsNull_ZLM(const QVariant &value);
 /// Lays a control out right to left.

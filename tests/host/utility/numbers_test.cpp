@@ -64,14 +64,17 @@ TEST(FloatToStr, TheLocaleMakesNoDifference)
     const QLocale before;
     QLocale::setDefault(QLocale(QLocale::Persian));
     EXPECT_EQ(FloatToStr_ZLM(1234.5), "1234.5");
-    EXPECT_EQ(RoundedText_ZLM(1234.567), "1234.57");
+    EXPECT_EQ(RoundedText_ZLM(1234.567, 2), "1234.57");
     EXPECT_DOUBLE_EQ(StrToFloat_ZLM("1,234.5"), 1234.5);
     QLocale::setDefault(before);
 }
 
-TEST(Rounding, AmountsHaveTwoDecimalPlaces)
+TEST(Rounding, AmountsAreShownWithAllTheDecimalPlacesThatTheTablesKeep)
 {
-    EXPECT_EQ(NumericPrecisionCount_ZLM(), 2);
+    EXPECT_EQ(NumericPrecisionCount_ZLM(), 9);
+    EXPECT_EQ(RoundedText_ZLM(7.123456789), "7.123456789");
+    EXPECT_EQ(RoundedText_ZLM(0.1 + 0.2), "0.3");
+    EXPECT_EQ(RoundedText_ZLM(123456789012.345), "123456789012.345");
 }
 
 struct TRounding {
@@ -83,9 +86,9 @@ class RoundingTable : public testing::TestWithParam<TRounding> {};
 
 TEST_P(RoundingTable, HalvesGoAwayFromZeroByTheirDecimalDigits)
 {
-    EXPECT_EQ(RoundedText_ZLM(GetParam().number), GetParam().text);
+    EXPECT_EQ(RoundedText_ZLM(GetParam().number, 2), GetParam().text);
     if (GetParam().number != 0 && QString(GetParam().text) != "0") {
-        EXPECT_EQ(RoundedText_ZLM(-GetParam().number), QString("-") + GetParam().text);
+        EXPECT_EQ(RoundedText_ZLM(-GetParam().number, 2), QString("-") + GetParam().text);
     }
 }
 
@@ -103,7 +106,7 @@ INSTANTIATE_TEST_SUITE_P(Amounts, RoundingTable,
 
 TEST(Rounding, WhatRoundsToZeroHasNoSign)
 {
-    EXPECT_EQ(RoundedText_ZLM(-0.001), "0");
+    EXPECT_EQ(RoundedText_ZLM(-0.0000000001), "0");
     EXPECT_EQ(RoundedText_ZLM(std::nan("")), "0");
 }
 
