@@ -4,6 +4,7 @@
 #include "app/Ask.h"
 #include "app/DatabaseSettings_FRM.h"
 #include "app/Login_FRM.h"
+#include "app/PickTarget_FRM.h"
 #include "app/Users_FRM.h"
 #include "host/Component_ZLM/LayoutStore.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
@@ -47,6 +48,7 @@ TMain_FRM::TMain_FRM(TSession &session) : m_session(session)
     setObjectName(QStringLiteral("TMain_FRM"));
     setWindowTitle(u"اطلاعات پایه حقوق و دستمزد"_qs);
     setLayoutDirection(Qt::RightToLeft);
+    setAttribute(Qt::WA_KeyboardFocusChange); // the focus is seen before the first Tab, too
     resize(760, 520);
     buildStatus();
     Rebuild();
@@ -109,6 +111,14 @@ void TMain_FRM::buildMenus()
     QMenu *selections = menuBar()->addMenu(u"ا&نتخاب"_qs);
     selections->setObjectName(QStringLiteral("Select_MNU"));
     addEntries(selections, true);
+    // What other modules of the suite do with the payroll module's pick.
+    if (EntryPoints::mayOpen(*EntryPoints::find(QStringLiteral("Select_FiscalList")))) {
+        selections->addSeparator();
+        addItem(selections, u"افزودن مزایا و کسورات به &حکم کارگزینی ..."_qs, "PickIntoOrder_ACT", {},
+                [this] { TPickTarget_FRM(m_session, TPickTarget_FRM::Orders).exec(); });
+        addItem(selections, u"افزودن مزایا و کسورات به &کارکرد ..."_qs, "PickIntoOutput_ACT", {},
+                [this] { TPickTarget_FRM(m_session, TPickTarget_FRM::Outputs).exec(); });
+    }
 
     if (UserInfo.IsAdmin) {
         QMenu *administration = menuBar()->addMenu(u"&مدیریت"_qs);
