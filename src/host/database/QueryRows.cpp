@@ -163,9 +163,8 @@ TQueryRows::TPage *TQueryRows::page(int number)
         return known;
     const qsizetype first = qsizetype(number) * pageRows;
     const qsizetype count = std::clamp<qsizetype>(m_count - first, 0, pageRows);
-    TStatement statement =
-        wrapped(QStringLiteral("select ") + pageColumns(),
-                QStringLiteral("where [%1] in (").arg(m_source.keyField));
+    TStatement statement = wrapped(QStringLiteral("select ") + pageColumns(),
+                                   QStringLiteral("where [%1] in (").arg(m_source.keyField));
     for (int i = 0; i < pageRows; ++i) {
         if (i > 0)
             statement.sql(QStringLiteral(","));
