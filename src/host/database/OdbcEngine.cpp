@@ -338,7 +338,7 @@ qlonglong TOdbcEngine::insert(const TBoundStatement &statement)
     if (const auto key = storedBefore(statement))
         return *key;
     return inOneTransaction([&] {
-        TInserted inserted{statement.text, statement.values, 0, {}, {}};
+        TInserted inserted{statement.text, statement.values, 0, {}, {}, {}, {}};
         const Odbc::TPlacedText placed = Odbc::placed(statement);
         const QVariant key =
             run(m_isServer ? placed.text + QStringLiteral("\nselect cast(SCOPE_IDENTITY() as bigint)")

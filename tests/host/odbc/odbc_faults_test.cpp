@@ -147,6 +147,18 @@ TEST_F(OdbcFaults, ACodedRecordWhoseCommitGotNoAnswerIsSavedByTheNextTry)
     EXPECT_EQ(count("Coded"), 1);
 }
 
+TEST_F(OdbcFaults, WhatWasTypedSinceIsStoredInTheRecordWhoseCommitGotNoAnswer)
+{
+    proxy->cutAfter("commit transaction");
+    EXPECT_EQ(faultOf([&] { insertCoded(7); }), TFault::ConnectionLost);
+    proxy->restore();
+    engine->insert(
+        {QStringLiteral("insert into [Coded]([Code],[Title]) values(?,?)"), {7, QStringLiteral("new")}, {}});
+    EXPECT_EQ(count("Coded"), 1);
+    EXPECT_EQ(count("Coded", "Title='new'"), 1);
+    EXPECT_EQ(faultOf([&] { insertCoded(7); }), TFault::Refused); // the code is another record's by now
+}
+
 TEST_F(OdbcFaults, ACommitThatNeverReachedTheServerIsMadeAgain)
 {
     proxy->cutBefore("commit transaction");
