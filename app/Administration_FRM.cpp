@@ -30,6 +30,12 @@ QString partName(int part)
     return part == 0 ? u"سیستم"_qs : SoftwarePartName(TSoftwarePart(part));
 }
 
+/// A date with its time keeps its order in a line from right to left.
+QString moment(const QString &text)
+{
+    return text.isEmpty() ? text : QStringLiteral("\u2066%1\u2069").arg(text);
+}
+
 QString rightName(int right)
 {
     return PermissionName(TPermission(right));
@@ -58,7 +64,7 @@ QList<QStringList> TLockList_FRM::ReadRows()
                             QString::number(lock.comIndex),
                             lock.workstation,
                             lock.userName,
-                            lock.lockedAt};
+                            moment(lock.lockedAt)};
     return rows;
 }
 
@@ -91,7 +97,8 @@ QList<QStringList> TWorkstationList_FRM::ReadRows()
     m_workstations = ListWorkstations();
     QList<QStringList> rows;
     for (const TWorkstation &workstation : std::as_const(m_workstations))
-        rows << QStringList{QString::number(workstation.comIndex), workstation.name, workstation.lastSeen};
+        rows << QStringList{QString::number(workstation.comIndex), workstation.name,
+                            moment(workstation.lastSeen)};
     return rows;
 }
 
@@ -117,7 +124,7 @@ TEventLog_FRM::TEventLog_FRM()
     const QList<TGridColumn> columns = {
         {"EventDate", u"تاریخ"_qs, 90},   {"EventTime", u"ساعت"_qs, 70},    {"UserName", u"کاربر"_qs, 120},
         {"Com_Index", u"ایستگاه"_qs, 70}, {"SoftwarePart", u"بخش"_qs, 140}, {"Permission", u"عمل"_qs, 90},
-        {"EventText", u"شرح"_qs, 300},
+        {"EventText", u"شرح"_qs, 250},
     };
     BuildList(&m_query, QStringLiteral("Event_List_GRD"), columns,
               {{"EventText", u"شرح"_qs, TSearchItem::Text, true},

@@ -30,9 +30,9 @@ const QList<TEntryPoint> &EntryPoints::all()
 {
     using T = TEntryPoint;
     static const QList<TEntryPoint> entries = {
-        {"Open_PayRollInfo", u"اطلاعات پایه حقوق و دستمزد"_qs, "Ctrl+1", cspPayrollInfo, T::None, {}},
+        {"Open_PayRollInfo", u"تنظیمات حقوق و دستمزد"_qs, "Ctrl+1", cspPayrollInfo, T::None, {}},
         {"Open_CalculatingMethods", u"روش های محاسباتی"_qs, "Ctrl+2", cspCalcMethod, T::None, {}},
-        {"Open_TaxList", u"جدول های مالیاتی"_qs, "Ctrl+3", cspTax, T::None, {}},
+        {"Open_TaxList", u"جداول مالیاتی"_qs, "Ctrl+3", cspTax, T::None, {}},
         {"Open_WorkCalender", u"تقویم کاری"_qs, "Ctrl+4", cspCalender, T::None, {}},
         {"Open_StaffList", u"کارمندان"_qs, "Ctrl+5", cspStaff, T::None, {}},
         {"Open_FiscalList", u"مزایا"_qs, "Ctrl+6", cspFiscal, T::None, {}},

@@ -4,6 +4,7 @@
 #include "app/Ask.h"
 #include "app/DatabaseSettings_FRM.h"
 #include "app/Login_FRM.h"
+#include "app/PickTarget_FRM.h"
 #include "app/Users_FRM.h"
 #include "host/Component_ZLM/LayoutStore.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
@@ -13,7 +14,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
@@ -48,6 +48,7 @@ TMain_FRM::TMain_FRM(TSession &session) : m_session(session)
     setObjectName(QStringLiteral("TMain_FRM"));
     setWindowTitle(u"اطلاعات پایه حقوق و دستمزد"_qs);
     setLayoutDirection(Qt::RightToLeft);
+    setAttribute(Qt::WA_KeyboardFocusChange); // the focus is seen before the first Tab, too
     resize(760, 520);
     buildStatus();
     Rebuild();
@@ -110,6 +111,14 @@ void TMain_FRM::buildMenus()
     QMenu *selections = menuBar()->addMenu(u"ا&نتخاب"_qs);
     selections->setObjectName(QStringLiteral("Select_MNU"));
     addEntries(selections, true);
+    // What other modules of the suite do with the payroll module's pick.
+    if (EntryPoints::mayOpen(*EntryPoints::find(QStringLiteral("Select_FiscalList")))) {
+        selections->addSeparator();
+        addItem(selections, u"افزودن مزایا و کسورات به &حکم کارگزینی ..."_qs, "PickIntoOrder_ACT", {},
+                [this] { TPickTarget_FRM(m_session, TPickTarget_FRM::Orders).exec(); });
+        addItem(selections, u"افزودن مزایا و کسورات به &کارکرد ..."_qs, "PickIntoOutput_ACT", {},
+                [this] { TPickTarget_FRM(m_session, TPickTarget_FRM::Outputs).exec(); });
+    }
 
     if (UserInfo.IsAdmin) {
         QMenu *administration = menuBar()->addMenu(u"&مدیریت"_qs);
@@ -129,7 +138,7 @@ void TMain_FRM::buildMenus()
 void TMain_FRM::buildButtons()
 {
     m_buttons.clear();
-    auto *center = new QGroupBox(u"اطلاعات پایه"_qs);
+    auto *center = new QWidget;
     auto *grid = new QGridLayout(center);
     grid->setSpacing(12);
     grid->setContentsMargins(24, 24, 24, 24);
@@ -153,7 +162,7 @@ void TMain_FRM::buildButtons()
                         Qt::AlignCenter);
     setCentralWidget(center);
     if (!m_buttons.isEmpty())
-        m_buttons.first()->setFocus();
+        m_buttons.first()->setFocus(Qt::TabFocusReason);
 }
 
 void TMain_FRM::buildStatus()

@@ -3,34 +3,44 @@
 #include "Ketebionpap_Interface.h"
 
 #include <QCoreApplication>
+#include <QFile>
+
+#include <dlfcn.h>
 
 TModule::TModule(const QString &file)
-    : m_library(file.isEmpty()
-                    ? QCoreApplication::applicationDirPath() + QStringLiteral("/Ketebionpap_ZLM.so")
-                    : file)
+    : m_file(file.isEmpty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/Ketebionpap_ZLM.so")
+                            : file)
 {
-    m_library.setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
 }
 
 bool TModule::load()
 {
-    return m_library.load();
+    if (m_library)
+        return true;
+    m_library = dlopen(QFile::encodeName(m_file).constData(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    m_errorText = m_library ? QString()
+                            : QStringLiteral("cannot load the module: ") + QString::fromLocal8Bit(dlerror());
+    return m_library;
 }
 
-QString TModule::errorText() const
+void *TModule::find(const char *name)
 {
-    return m_library.isLoaded() ? m_library.fileName() + QStringLiteral(" does not export this entry point")
-                                : m_library.errorString();
+    if (!load())
+        return nullptr;
+    void *function = dlsym(m_library, name);
+    m_errorText =
+        function ? QString() : QStringLiteral("%1 does not export %2").arg(m_file, QLatin1String(name));
+    return function;
 }
 
 bool TModule::has(const TEntryPoint &entry)
 {
-    return load() && m_library.resolve(entry.name);
+    return find(entry.name);
 }
 
 int TModule::call(const TEntryPoint &entry, const QStringList &arguments, bool *missing)
 {
-    const QFunctionPointer function = load() ? m_library.resolve(entry.name) : nullptr;
+    void *function = find(entry.name);
     if (missing)
         *missing = !function;
     if (!function)

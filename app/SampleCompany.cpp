@@ -187,7 +187,24 @@ private:
                                      .integer(item.code));
     }
 
-    void fixedItems() {}
+    /// The fixed items of the settings bear the titles of the items that stand for them.
+    void fixedItems()
+    {
+        for (const TItem &item : earnings)
+            linkFixedItem(0, item);
+        for (const TItem &item : deductions)
+            linkFixedItem(1, item);
+    }
+
+    void linkFixedItem(int type, const TItem &item)
+    {
+        m_connection.execute(TStatement("update PayrollInfoDetail set UserCode=")
+                                 .integer(item.code)
+                                 .sql(" where Type=")
+                                 .integer(type)
+                                 .sql(" and Title=")
+                                 .text(text(item.title)));
+    }
 
     QString nationalCode()
     {

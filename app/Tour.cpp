@@ -43,8 +43,9 @@ void sendKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers, const QS
 class TWalk : public QObject {
 public:
     TWalk(const QList<TTourStep> &steps, std::function<void(QWidget *, const QString &)> picture,
-          std::function<void(const QString &)> message)
-        : m_steps(steps), m_picture(std::move(picture)), m_message(std::move(message))
+          std::function<void(const QString &)> message, std::function<bool()> paused)
+        : m_steps(steps), m_picture(std::move(picture)), m_message(std::move(message)),
+          m_paused(std::move(paused))
     {
         next(0);
     }
@@ -63,6 +64,10 @@ private:
     }
     void step()
     {
+        if (m_paused()) {
+            next(stepMilliseconds);
+            return;
+        }
         QWidget *screen = QApplication::activeModalWidget();
         if (m_at >= m_steps.size() || !m_problem.isEmpty()) {
             leave(screen);
@@ -148,6 +153,7 @@ private:
     QList<TTourStep> m_steps;
     std::function<void(QWidget *, const QString &)> m_picture;
     std::function<void(const QString &)> m_message;
+    std::function<bool()> m_paused; ///< while a message is shown
     qsizetype m_at = 0;
     bool m_waited = false;
     std::optional<QDeadlineTimer> m_patience;
@@ -180,12 +186,15 @@ struct TTour::TMessages : TMessageService {
             m_tour.picture(window, name);
             window->close();
         });
+        isShown = true;
         SetMessageService(nullptr);
         MessageService().show(message);
         SetMessageService(this);
+        isShown = false;
     }
 
     QString pictureName;
+    bool isShown = false;
 
 private:
     TTour &m_tour;
@@ -218,7 +227,8 @@ bool TTour::visit(const QString &name, const QList<TTourStep> &steps, const std:
     say(name);
     TWalk walk(
         steps, [this](QWidget *window, const QString &file) { picture(window, file); },
-        [this](const QString &file) { m_messages->pictureName = file; });
+        [this](const QString &file) { m_messages->pictureName = file; },
+        [this] { return m_messages->isShown; });
     open();
     if (walk.problem().isEmpty())
         return true;
@@ -236,6 +246,7 @@ bool TTour::run()
     m_messages = &messages;
     TMain_FRM window(m_session);
     window.show();
+    window.activateWindow();
     pass(pictureMilliseconds);
     picture(&window, QStringLiteral("main-window"));
 
@@ -243,7 +254,7 @@ bool TTour::run()
     for (const TEntryPoint &entry : EntryPoints::all()) {
         const QString name = QLatin1String(entry.name);
         if (!m_session.module().has(entry)) {
-            say(name + QStringLiteral(": skipped, the module does not have it"));
+            say(name + QStringLiteral(": skipped, ") + m_session.module().errorText());
             ++skipped;
             continue;
         }

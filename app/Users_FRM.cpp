@@ -8,6 +8,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 QString yesNo(bool yes)
@@ -186,7 +188,11 @@ TUserRights_FRM::TUserRights_FRM(const TUserInfo &user)
     SetTitle(u"دسترسی های کاربر %1"_qs.arg(user.Name));
     QList<TSoftwarePart> parts;
     QStringList rights;
-    for (const TRightName &name : AllRights()) {
+    QList<TRightName> names = AllRights();
+    // The rights that all parts have come first, then those of one part's own.
+    std::stable_partition(names.begin(), names.end(),
+                          [](const TRightName &name) { return name.right.right < 100; });
+    for (const TRightName &name : std::as_const(names)) {
         if (!parts.contains(name.right.part))
             parts << name.right.part;
         if (!rights.contains(name.rightName))
@@ -221,7 +227,7 @@ TUserRights_FRM::TUserRights_FRM(const TUserInfo &user)
     Body()->addWidget(Rights_GRD, 1);
     AddTabStop(Rights_GRD);
     BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);
-    resize(820, 460);
+    resize(920, 600);
 }
 
 QWidget *TUserRights_FRM::FirstInput()

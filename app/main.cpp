@@ -31,6 +31,8 @@ public:
     }
 };
 
+QtMessageHandler ordinaryNotes = nullptr;
+
 /// File names and texts are UTF-8, also where nothing is set.
 void setUpEncoding()
 {
@@ -39,6 +41,17 @@ void setUpEncoding()
         qputenv("LC_ALL", "C.UTF-8");
         std::setlocale(LC_ALL, "");
     }
+}
+
+/// Drops two notes of Qt that say nothing to a user and would stand beside the one line that does.
+void note(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    for (const char *noise :
+         {"QStandardPaths: XDG_RUNTIME_DIR not set", "This plugin does not support propagateSizeHints"}) {
+        if (text.startsWith(QLatin1String(noise)))
+            return;
+    }
+    ordinaryNotes(type, context, text);
 }
 
 bool hasDisplay()
@@ -71,6 +84,7 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
 
+    ordinaryNotes = qInstallMessageHandler(note);
     QLocale::setDefault(QLocale::c());
     // Qt reads its own arguments out of the list; the program's were read above.
     argc = 1;

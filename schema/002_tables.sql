@@ -145,6 +145,9 @@ CREATE INDEX IX_Staff_Group_LeaveDate ON Staff (StaffGroup, LeaveDate, Code)
 GO
 CREATE INDEX IX_Staff_LeaveDate ON Staff (LeaveDate, Code)
 GO
+-- The general search looks through all full names in the order of the list.
+CREATE INDEX IX_Staff_Names ON Staff (Code, Name, LastName)
+GO
 CREATE INDEX IX_Staff_LastName ON Staff (LastName, Name)
 GO
 CREATE INDEX IX_Staff_PersonnelCode ON Staff (PersonnelCode)

@@ -7,6 +7,8 @@
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "payrollinfo/PayrollInfoGet_UNT.h"
+#include "payrollinfo/PayrollInfo_DM_UNT.h"
 #include "staff/StaffList_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 #include "tax/TaxList_UNT.h"
@@ -15,6 +17,9 @@
 #include <QThread>
 
 namespace {
+
+/// The settings' editor while it is shown.
+TPayrollInfoGet_FRM *PayrollInfoGet_FRM = nullptr;
 
 constexpr int earnings = 0;
 constexpr int deductions = 1;
@@ -132,6 +137,17 @@ int chooseItems(int kind, int selectType, const char16_t *filter, const char *wh
 }
 
 } // namespace
+
+void Open_PayRollInfo(void) noexcept
+{
+    enter([] {
+        make(PayrollInfo_DM); // stays for the life of the process
+        TShown screen(PayrollInfoGet_FRM, new TPayrollInfoGet_FRM(cspPayrollInfo, 0, fmEdit, false));
+        if (!screen->NotShowable)
+            screen->exec();
+        return 0;
+    });
+}
 
 void Open_TaxList(void) noexcept
 {

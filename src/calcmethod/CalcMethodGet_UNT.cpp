@@ -52,34 +52,35 @@ void TCalcMethodGet_FRM::build()
     applyTaxRule();
     applyInsuranceRule();
     showRoundingUnit();
+    resize(760, sizeHint().height());
 }
 
 void TCalcMethodGet_FRM::buildGeneralPage()
 {
     QGridLayout *page = AddPage(CalcMethod_PC, u"عمومی"_qs, u"ts1"_qs);
-    Code_EDT = AddInput(page, -1, 0, u"  &کد :"_qs, u"Code_EDT"_qs,
+    Code_EDT = AddInput(page, 0, 0, u"  &کد :"_qs, u"Code_EDT"_qs,
                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15));
     Code_EDT->SetRange(1, highestCode);
-    Title_EDT = AddInput(page, -1, 0, u"  &عنوان :"_qs, u"Title_EDT"_qs,
+    Title_EDT = AddInput(page, 0, 1, u"  &عنوان :"_qs, u"Title_EDT"_qs,
                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
-    Tax_CHK = AddInput(page, -1, 0, {}, u"Tax_CHK"_qs, new TSmartCheckBox_ZLM(u"م&شمول  مالیات"_qs, this));
-    CalcMethodCode_EDT = AddInput(page, -1, 0, u"  کد جدول مالیاتی :"_qs, u"CalcMethodCode_EDT"_qs,
+    Tax_CHK = AddInput(page, 1, 0, {}, u"Tax_CHK"_qs, new TSmartCheckBox_ZLM(u"م&شمول  مالیات"_qs, this));
+    CalcMethodCode_EDT = AddInput(page, 1, 1, u"  کد جدول مالیاتی :"_qs, u"CalcMethodCode_EDT"_qs,
                                   new TSmartButtonEdit_ZLM(this, 6));
     CalcMethodCode_LBL = besideLabel(this, u"CalcMethodCode_LBL"_qs);
     AddBeside(CalcMethodCode_EDT, CalcMethodCode_LBL);
-    Maskok_SPNEDT = AddInput(page, -1, 0, u"  &مانده مسکوک :"_qs, u"Maskok_SPNEDT"_qs,
+    Maskok_SPNEDT = AddInput(page, 2, 0, u"  &مانده مسکوک :"_qs, u"Maskok_SPNEDT"_qs,
                              new TSmartSpinEdit_ZLM(this, 0, int(std::size(roundingUnits)) - 1));
     MandeMaskok_LBL = besideLabel(this, u"MandeMaskok_LBL"_qs);
     AddBeside(Maskok_SPNEDT, MandeMaskok_LBL);
-    Comment_EDT = AddInput(page, -1, 0, u"  ش&رح :"_qs, u"Comment_EDT"_qs,
+    Comment_EDT = AddInput(page, 2, 1, u"  ش&رح :"_qs, u"Comment_EDT"_qs,
                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
-    BedBes_CHK = AddInput(page, -1, 0, {}, u"BedBes_CHK"_qs,
+    BedBes_CHK = AddInput(page, 3, 0, {}, u"BedBes_CHK"_qs,
                           new TSmartCheckBox_ZLM(u"محاسبه بدهکاري / &بستانکاري"_qs, this));
-    Loan_CHK = AddInput(page, -1, 0, {}, u"Loan_CHK"_qs, new TSmartCheckBox_ZLM(u"محاسبه ا&قساط"_qs, this));
+    Loan_CHK = AddInput(page, 3, 1, {}, u"Loan_CHK"_qs, new TSmartCheckBox_ZLM(u"محاسبه ا&قساط"_qs, this));
     DecTax_CHK =
-        AddInput(page, -1, 0, {}, u"DecTax_CHK"_qs, new TSmartCheckBox_ZLM(u"کسر 2.7 مالي&ات"_qs, this));
+        AddInput(page, 4, 0, {}, u"DecTax_CHK"_qs, new TSmartCheckBox_ZLM(u"کسر 2.7 مالي&ات"_qs, this));
     auto *below = new QVBoxLayout;
-    page->addLayout(below, page->rowCount(), 0, 1, 2);
+    page->addLayout(below, page->rowCount(), 0, 1, page->columnCount());
     buildInsurance(below);
 
     connect(Tax_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyTaxRule);
@@ -94,12 +95,12 @@ void TCalcMethodGet_FRM::buildInsurance(QLayout *into)
 {
     QGridLayout *group = AddGroup(into, {}, u"Ins_GRP"_qs);
     Insurance_CHK =
-        AddInput(group, -1, 0, {}, u"Insurance_CHK"_qs, new TSmartCheckBox_ZLM(u"   مشمو&ل بیمه  "_qs, this));
-    StaffIns_EDT = AddInput(group, -1, 0, u"  حق بیمه کارم&ند :"_qs, u"StaffIns_EDT"_qs,
+        AddInput(group, 0, 0, {}, u"Insurance_CHK"_qs, new TSmartCheckBox_ZLM(u"   مشمو&ل بیمه  "_qs, this));
+    StaffIns_EDT = AddInput(group, 1, 0, u"  حق بیمه کارم&ند :"_qs, u"StaffIns_EDT"_qs,
                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_qs);
-    EmployerIns_EDT = AddInput(group, -1, 0, u"  حق بیمه کار&فرما :"_qs, u"EmployerIns_EDT"_qs,
+    EmployerIns_EDT = AddInput(group, 1, 1, u"  حق بیمه کار&فرما :"_qs, u"EmployerIns_EDT"_qs,
                                new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_qs);
-    DailyIns_EDT = AddInput(group, -1, 0, u"  سقف بیمه روزانه& :"_qs, u"DailyIns_EDT"_qs,
+    DailyIns_EDT = AddInput(group, 2, 0, u"  سقف بیمه روزانه& :"_qs, u"DailyIns_EDT"_qs,
                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15));
 
     connect(Insurance_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyInsuranceRule);
@@ -110,16 +111,16 @@ void TCalcMethodGet_FRM::buildInsurance(QLayout *into)
 void TCalcMethodGet_FRM::buildAttendancePage()
 {
     QGridLayout *page = AddPage(CalcMethod_PC, u"حضور و غیاب"_qs, u"ts2"_qs);
-    Entrance_EDT = AddInput(page, -1, 0, u"  ساعت ورود :"_qs, u"Entrance_EDT"_qs, new TSmartTime_ZLM(this));
-    Exit_EDT = AddInput(page, -1, 0, u"  ساعت خروج :"_qs, u"Exit_EDT"_qs, new TSmartTime_ZLM(this));
-    OverDis_CMB = AddInput(page, -1, 0, u"  مبنای اضافه کار / کسر کار :"_qs, u"OverDis_CMB"_qs,
+    Entrance_EDT = AddInput(page, 0, 0, u"  ساعت ورود :"_qs, u"Entrance_EDT"_qs, new TSmartTime_ZLM(this));
+    Exit_EDT = AddInput(page, 0, 1, u"  ساعت خروج :"_qs, u"Exit_EDT"_qs, new TSmartTime_ZLM(this));
+    OverDis_CMB = AddInput(page, 1, 0, u"  مبنای اضافه کار / کسر کار :"_qs, u"OverDis_CMB"_qs,
                            new TSmartComboBox_ZLM(this, {u"روزانه"_qs, u"ماهانه"_qs}));
-    OutPut_EDT = AddInput(page, -1, 0, u"  حداقل کارکرد روزانه :"_qs, u"OutPut_EDT"_qs,
+    OutPut_EDT = AddInput(page, 1, 1, u"  حداقل کارکرد روزانه :"_qs, u"OutPut_EDT"_qs,
                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"ساعت"_qs);
     OutPut_EDT->SetRange(0, mostHours);
-    LeaveCeil_EDT = AddInput(page, -1, 0, u"  سقف مرخصی :"_qs, u"LeaveCeil_EDT"_qs,
+    LeaveCeil_EDT = AddInput(page, 2, 0, u"  سقف مرخصی :"_qs, u"LeaveCeil_EDT"_qs,
                              new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"روز در ماه"_qs);
-    OverTime_EDT = AddInput(page, -1, 0, u"  سقف اضافه کاری :"_qs, u"OverTime_EDT"_qs,
+    OverTime_EDT = AddInput(page, 2, 1, u"  سقف اضافه کاری :"_qs, u"OverTime_EDT"_qs,
                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15), u"ساعت "_qs);
     OverTime_EDT->SetRange(0, mostHours);
 }

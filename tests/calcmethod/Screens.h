@@ -56,12 +56,16 @@ protected:
     QString titles() { return db.rows("select Code, Title from CalcMethod order by Code"); }
     QString locks() { return db.rows("select Code, Status, Com_Index from CodeLock_TBL order by Code"); }
 
-    static int open(QDialog &screen, const std::function<void()> &work)
+    /// Shows a screen and works in it; an editor that is left open with changes is told not to save them.
+    int open(QDialog &screen, const std::function<void()> &work)
     {
         return Keys::runModal([&] { return screen.exec(); },
                               [&](QWidget *shown) {
                                   Keys::waitFor([&] { return shown->isActiveWindow(); });
                                   work();
+                                  const auto *editor = qobject_cast<TBaseEditor *>(shown);
+                                  if (editor && editor->isVisible() && !editor->IsSaved())
+                                      messages.answer({TAnswer::No});
                               });
     }
     static void check(QAbstractButton *box, bool checked)
@@ -76,4 +80,27 @@ protected:
     TestDatabase db;
     ScriptedMessages messages;
     std::unique_ptr<TCalcMethod_DM> dm;
+};
+
+/// The editor of one method.
+class CalcMethodEditor : public CalcMethodScreens {
+protected:
+    std::unique_ptr<TCalcMethodGet_FRM> newEditor()
+    {
+        return std::make_unique<TCalcMethodGet_FRM>(cspCalcMethod, false, QString());
+    }
+    std::unique_ptr<TCalcMethodGet_FRM> editorOf(int code)
+    {
+        return std::make_unique<TCalcMethodGet_FRM>(cspCalcMethod, code, fmEdit, false);
+    }
+    /// The least that a new method needs.
+    static void fill(TCalcMethodGet_FRM &editor, const QString &title = "m")
+    {
+        Keys::retype(editor.Title_EDT, title);
+        Keys::press(&editor, Qt::Key_2, Qt::ControlModifier);
+        Keys::retype(editor.OverTime_EDT, "120");
+        Keys::press(&editor, Qt::Key_1, Qt::ControlModifier);
+    }
+    const QString saved = u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs;
+    const QString notSaved = u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs;
 };

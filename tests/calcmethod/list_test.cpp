@@ -121,7 +121,7 @@ TEST_F(CalcMethodList, ANewMethodIsListedWhenItsEditorCloses)
         EXPECT_EQ(list.ListQuery()->recordCount(), 3);
         list.ListQuery()->last();
         EXPECT_EQ(list.ListQuery()->asString("Title"), "three");
-        EXPECT_TRUE(list.Grid()->hasFocus());
+        EXPECT_EQ(list.focusWidget(), list.Grid());
     });
     EXPECT_EQ(titles(), "1|one\n2|two\n3|three");
 }

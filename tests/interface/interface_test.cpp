@@ -1,173 +1,274 @@
-#include "interface/calls.h"
-#include "support/Keys.h"
-#include "support/ScriptedMessages.h"
-#include "support/TestDatabase.h"
+#include "interface/Host.h"
 
-#include "host/Declaration_PKG/DM_UNT.h"
-#include "host/Declaration_PKG/Inioptionfile_unt.h"
-#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 
-#include <QApplication>
-#include <QDialog>
+#include <QFile>
 #include <QProcess>
-#include <QSet>
 
-#include <gtest/gtest.h>
-
+#include <cstring>
 #include <thread>
 
 namespace {
 
-const QStringList &entries()
+/// What an entry asks, shows and leaves.
+struct TEntry {
+    const char *name;
+    int part; ///< whose right 6 it asks; 0: none asked by the entry
+    const char *screen;
+    TFormMode mode;         ///< of lists
+    const char *dataModule; ///< lives while the screen is shown
+};
+
+const TEntry lists[] = {
+    {"Open_TaxList", 802, "TTaxList_FRM", fmBrowse, "TTax_DM"},
+    {"Open_WorkCalender", 803, "TCalender_List_FRM", fmBrowse, "TCalender_DM"},
+    {"Open_FiscalList", 804, "TFiscalDeducation_List_FRM", fmBrowse, "TEntity_DM"},
+    {"Open_DeductionList", 805, "TFiscalDeducation_List_FRM", fmBrowse, "TEntity_DM"},
+    {"Open_CalculatingMethods", 813, "TCalcMethodList_FRM", fmBrowse, "TCalcMethod_DM"},
+    {"Open_StaffList", 806, "TStaffList_FRM", fmBrowse, "TStaff_DM"},
+    {"Select_Staff", 806, "TStaffList_FRM", fmSelect, "TStaff_DM"},
+    {"Select_CalculatingMethods", 813, "TCalcMethodList_FRM", fmSelect, "TCalcMethod_DM"},
+    {"Select_TaxInfo", 802, "TTaxList_FRM", fmSelect, "TTax_DM"},
+    {"Select_FiscalList", 804, "TFiscalDeducation_List_FRM", fmSelect, "TEntity_DM"},
+    {"Select_DeductionList", 804, "TFiscalDeducation_List_FRM", fmSelect, "TEntity_DM"},
+    {"Select_FiscalDeducation", 804, "TFiscalDeducation_List_FRM", fmSelect, "TEntity_DM"},
+};
+const char *const others[] = {"Open_PayRollInfo", "Select_StaffGroup"};
+
+QStringList entries()
 {
-    static const QStringList names = {"Open_CalculatingMethods", "Select_StaffGroup",
-                                      "Select_CalculatingMethods"};
+    QStringList names;
+    for (const TEntry &entry : lists)
+        names << QString::fromLatin1(entry.name);
+    for (const char *name : others)
+        names << QString::fromLatin1(name);
     return names;
 }
 
-void *module()
+TEST_F(Interface, TheLibraryShowsItsFourteenEntriesAndNothingElse)
 {
-    static void *const loaded = load_module(KETEBIONPAP_BIN "/Ketebionpap_ZLM.so");
-    return loaded;
+    QProcess nm;
+    nm.start("nm", {"-D", "--defined-only", KETEBIONPAP_BIN "/Ketebionpap_ZLM.so"});
+    ASSERT_TRUE(nm.waitForFinished());
+    QStringList shown;
+    const QStringList lines =
+        QString::fromLatin1(nm.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    for (const QString &line : lines)
+        shown << line.section(u' ', -1);
+    QStringList expected = entries();
+    EXPECT_EQ(expected.size(), 14);
+    shown.sort();
+    expected.sort();
+    EXPECT_EQ(shown, expected);
 }
 
-/// A host with a database, a user and the module, which it knows by its entries' names only.
-class Interface : public testing::Test {
-protected:
-    Interface()
-    {
-        IniOptions.Com_Index = 1;
-        UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
-        db.run("insert into CalcMethod(Code,Title) values(5,'five')");
-        db.run("insert into CalcMethod(Code,Title) values(8,'eight')");
-    }
-    ~Interface() override { UserInfo = {}; }
-    void SetUp() override { ASSERT_TRUE(module()); }
+TEST_F(Interface, EachListAsksItsRightAndIsShownInItsMode)
+{
+    for (const TEntry &entry : lists) {
+        QList<std::pair<int, int>> allButThis;
+        for (const int part : {801, 802, 803, 804, 805, 806, 813, 815})
+            for (const int right : {1, 2, 3, 6})
+                if (part != entry.part || right != 6)
+                    allButThis.append({part, right});
+        holdOnly(allButThis);
+        EXPECT_EQ(call(entry.name), 0) << entry.name;
+        EXPECT_EQ(messages.take().size(), 1) << entry.name << ": only the host tells about the right";
+        EXPECT_EQ(screens(), 0) << entry.name;
 
-    int call(const char *name, int kind = 0, int selectType = 1, const char16_t *filter = nullptr)
-    {
-        return call_entry(module(), name, kind, selectType, filter);
+        holdOnly({{entry.part, 6}});
+        EXPECT_EQ(shown(entry.name,
+                        [&](QWidget *screen) {
+                            EXPECT_EQ(screen->objectName(), entry.screen) << entry.name;
+                            const auto *list = qobject_cast<TBaseDock_FRM *>(screen);
+                            ASSERT_TRUE(list) << entry.name;
+                            EXPECT_EQ(list->Mode(), entry.mode) << entry.name;
+                            EXPECT_TRUE(dataModule(entry.dataModule)) << entry.name;
+                            escape(screen);
+                        }),
+                  0)
+            << entry.name;
+        EXPECT_EQ(screens(), 0) << entry.name;
+        EXPECT_FALSE(dataModule(entry.dataModule)) << entry.name;
+        EXPECT_EQ(messages.take(), QStringList()) << entry.name;
     }
-    /// Calls an entry and works in the screen that it shows.
-    int shown(const char *name, const std::function<void(QWidget *)> &work, int kind = 0, int selectType = 1,
-              const char16_t *filter = nullptr)
-    {
-        return Keys::runModal([&] { return call(name, kind, selectType, filter); },
-                              [&](QWidget *screen) {
-                                  Keys::waitFor([&] { return screen->isActiveWindow(); });
-                                  work(screen);
-                              });
-    }
-    static void escape(QWidget *screen) { Keys::press(screen, Qt::Key_Escape); }
-    /// A user with these rights on these parts only.
-    void holdOnly(const QList<std::pair<int, int>> &rights)
-    {
-        UserInfo = TUserInfo{7, "other", "other", false, true};
-        db.run("delete from UserRight");
-        for (const auto &[part, right] : rights)
-            db.run(QStringLiteral("insert into UserRight(UserCode,SoftwarePart,Permission) values(7,%1,%2)")
-                       .arg(part)
-                       .arg(right));
-    }
-    /// The data modules that live, by class name.
-    static QStringList dataModules()
-    {
-        QStringList names;
-        for (const QObject *child : qApp->children())
-            if (QString::fromLatin1(child->metaObject()->className()).endsWith("_DM"))
-                names << QString::fromLatin1(child->metaObject()->className());
-        names.sort();
-        return names;
-    }
-    static const QObject *dataModule(const QString &name)
-    {
-        for (const QObject *child : qApp->children())
-            if (name == QString::fromLatin1(child->metaObject()->className()))
-                return child;
-        return nullptr;
-    }
-    static int screens()
-    {
-        int count = 0;
-        for (const QWidget *widget : QApplication::topLevelWidgets())
-            count += qobject_cast<const QDialog *>(widget) ? 1 : 0;
-        return count;
-    }
+}
 
-    TestDatabase db;
-    ScriptedMessages messages;
-};
+TEST_F(Interface, ARefusedEntryLeavesNoDataModuleButThatOfTheMethods)
+{
+    holdOnly({});
+    for (const TEntry &entry : lists) {
+        if (std::strcmp(entry.name, "Open_CalculatingMethods") == 0)
+            continue;
+        call(entry.name);
+        EXPECT_FALSE(dataModule(entry.dataModule)) << entry.name;
+    }
+}
 
 TEST_F(Interface, TwoOpenCallsTheFirstRefusedShareOneDataModule)
 {
     holdOnly({});
     call("Open_CalculatingMethods");
     EXPECT_EQ(screens(), 0);
-    EXPECT_EQ(messages.take().size(), 1) << "only the host's own word about the right";
-    const QPointer<const QObject> left = dataModule("TCalcMethod_DM");
+    const QPointer<QObject> left = dataModule("TCalcMethod_DM");
     ASSERT_TRUE(left);
     call("Open_CalculatingMethods");
     EXPECT_EQ(dataModule("TCalcMethod_DM"), left);
     holdOnly({{813, 6}});
     shown("Open_CalculatingMethods", [&](QWidget *screen) {
-        EXPECT_EQ(screen->objectName(), "TCalcMethodList_FRM");
         EXPECT_EQ(dataModule("TCalcMethod_DM"), left);
         escape(screen);
     });
     EXPECT_FALSE(left);
-    EXPECT_EQ(dataModule("TCalcMethod_DM"), nullptr);
-    EXPECT_EQ(screens(), 0);
-}
-
-TEST_F(Interface, ARefusedSelectMakesNoDataModuleAndAnswersNothing)
-{
-    holdOnly({{802, 6}, {813, 1}});
-    EXPECT_EQ(call("Select_CalculatingMethods"), 0);
-    EXPECT_EQ(dataModule("TCalcMethod_DM"), nullptr);
-    EXPECT_EQ(screens(), 0);
+    EXPECT_FALSE(dataModule("TCalcMethod_DM"));
 }
 
 TEST_F(Interface, ASelectTakesUpTheDataModuleOfARefusedOpenAndFreesIt)
 {
     holdOnly({});
     call("Open_CalculatingMethods");
-    const QPointer<const QObject> left = dataModule("TCalcMethod_DM");
+    const QPointer<QObject> left = dataModule("TCalcMethod_DM");
+    ASSERT_TRUE(left);
+    EXPECT_EQ(call("Select_CalculatingMethods"), 0);
+    EXPECT_TRUE(left) << "a refused choice touches nothing";
     holdOnly({{813, 6}});
-    EXPECT_EQ(shown("Select_CalculatingMethods",
-                    [&](QWidget *screen) {
-                        EXPECT_EQ(dataModule("TCalcMethod_DM"), left);
-                        escape(screen);
-                    }),
-              0);
+    shown("Select_CalculatingMethods", escape);
     EXPECT_FALSE(left);
 }
 
-TEST_F(Interface, ChoosingAMethodAnswersItsCodeAndLeavingAnswersNothing)
+TEST_F(Interface, ChoosingARecordAnswersItsCode)
 {
-    EXPECT_EQ(
-        shown("Select_CalculatingMethods", [](QWidget *screen) { Keys::press(screen, Qt::Key_Return); }), 8);
-    EXPECT_EQ(shown("Select_CalculatingMethods",
-                    [](QWidget *screen) {
-                        Keys::press(screen, Qt::Key_Up);
-                        Keys::press(screen, Qt::Key_Return);
-                    }),
-              5);
-    EXPECT_EQ(shown("Select_CalculatingMethods", escape), 0);
-    EXPECT_EQ(shown("Select_CalculatingMethods", [](QWidget *screen) { screen->close(); }), 0);
-    EXPECT_EQ(dataModule("TCalcMethod_DM"), nullptr);
+    const struct {
+        const char *name;
+        int last;
+        int beforeLast;
+    } choices[] = {{"Select_CalculatingMethods", 8, 5}, {"Select_TaxInfo", 4, 3}, {"Select_Staff", 12, 11}};
+    for (const auto &choice : choices) {
+        EXPECT_EQ(shown(choice.name, enter), choice.last);
+        EXPECT_EQ(shown(choice.name,
+                        [](QWidget *screen) {
+                            Keys::press(screen, Qt::Key_Up);
+                            enter(screen);
+                        }),
+                  choice.beforeLast);
+        EXPECT_EQ(shown(choice.name, escape), 0);
+        EXPECT_EQ(shown(choice.name, [](QWidget *screen) { screen->close(); }), 0);
+    }
     EXPECT_EQ(messages.take(), QStringList());
 }
 
-TEST_F(Interface, AnOpenListCanOnlyBeKeptNotChosenFrom)
+TEST_F(Interface, AnOpenedListIsNotChosenFrom)
 {
-    EXPECT_EQ(shown("Open_CalculatingMethods",
+    shown("Open_CalculatingMethods", [](QWidget *screen) {
+        enter(screen);
+        EXPECT_TRUE(screen->isVisible());
+        EXPECT_FALSE(Keys::child(screen, "Select_BTN")->isEnabled());
+        escape(screen);
+    });
+}
+
+TEST_F(Interface, TheItemListsGetKindSelectTypeAndFilter)
+{
+    const struct {
+        const char *name;
+        int kind;
+        int selectType;
+        const char16_t *filter;
+        QStringList expected;
+    } calls[] = {
+        {"Select_FiscalList", 0, 1, u"", {"0", "1", "0"}},
+        {"Select_FiscalList", 0, 1, nullptr, {"0", "1", "0"}},
+        {"Select_DeductionList", 0, 2, u"x", {"1", "2", "x"}},
+        {"Select_FiscalList", 0, -7, u"روش ۱", {"0", "-7", u"روش ۱"_qs}},
+        {"Select_FiscalDeducation", 1, 4, u"", {"1", "4", ""}},
+        {"Select_FiscalDeducation", 0, 5, nullptr, {"0", "5", ""}},
+        {"Select_FiscalDeducation", 1, 3, u"%1 %s'", {"1", "3", "%1 %s'"}},
+    };
+    for (const auto &call : calls)
+        EXPECT_EQ(shown(
+                      call.name,
+                      [&](QWidget *screen) {
+                          const auto *list = qobject_cast<TBaseDock_FRM *>(screen);
+                          ASSERT_TRUE(list);
+                          QStringList parts;
+                          for (int i = 0; i < 3; ++i)
+                              parts << list->Parameter(i).toString();
+                          EXPECT_EQ(parts, call.expected) << call.name;
+                          EXPECT_TRUE(list->Parameter(3).isNull());
+                          escape(screen);
+                      },
+                      call.kind, call.selectType, call.filter),
+                  0);
+    shown("Open_FiscalList", [](QWidget *screen) {
+        EXPECT_EQ(qobject_cast<TBaseDock_FRM *>(screen)->Parameter(0), QVariant(0));
+        escape(screen);
+    });
+    shown("Open_DeductionList", [](QWidget *screen) {
+        EXPECT_EQ(qobject_cast<TBaseDock_FRM *>(screen)->Parameter(0), QVariant(1));
+        escape(screen);
+    });
+}
+
+TEST_F(Interface, TheSelectTypeTellsWhatAChosenItemAnswers)
+{
+    for (const int selectType : {1, 4, 5}) {
+        EXPECT_EQ(shown("Select_FiscalList", takeLast, 0, selectType), 22) << selectType;
+        EXPECT_EQ(shown("Select_DeductionList", takeLast, 0, selectType), 32) << selectType;
+        EXPECT_EQ(shown("Select_FiscalDeducation", takeLast, 1, selectType, u"0"), 32) << selectType;
+    }
+    // Into the order 7 and into the output 9: the answer is no item's code.
+    EXPECT_EQ(shown("Select_FiscalList", takeLast, 0, 2, u"7"), 406);
+    EXPECT_EQ(shown("Select_DeductionList", takeLast, 0, 2, u"7"), 406);
+    EXPECT_EQ(shown("Select_FiscalDeducation", takeLast, 0, 3, u"9"), 406);
+    EXPECT_EQ(db.rows("select RecruitmentCode, ItemCode from tmpRecFiscal"), "7|22");
+    EXPECT_EQ(db.rows("select Recruitmentcode, ItemCode from tmpRecDeduction"), "7|32");
+    EXPECT_EQ(shown("Select_FiscalList", escape, 0, 2, u"7"), 0);
+    EXPECT_EQ(messages.take(), QStringList());
+}
+
+TEST_F(Interface, TheDeductionsAreChosenWithTheRightOnEarningsAndKeptWithTheirOwn)
+{
+    holdOnly({{805, 6}});
+    EXPECT_EQ(call("Select_DeductionList"), 0);
+    EXPECT_EQ(call("Select_FiscalDeducation", 1), 0);
+    EXPECT_EQ(messages.take().size(), 2);
+    shown("Open_DeductionList", escape);
+    holdOnly({{804, 6}});
+    EXPECT_EQ(shown("Select_DeductionList", takeLast), 32);
+    call("Open_DeductionList");
+    EXPECT_EQ(messages.take().size(), 1);
+    EXPECT_EQ(screens(), 0);
+}
+
+TEST_F(Interface, ThePayrollSettingsAskNoRightOfTheirOwnAndKeepTheirDataModule)
+{
+    // The editor itself asks for the right, and is not shown without it.
+    holdOnly({});
+    call("Open_PayRollInfo");
+    EXPECT_EQ(screens(), 0);
+    EXPECT_EQ(messages.take().size(), 1);
+    const QPointer<QObject> kept = dataModule("TPayrollInfo_DM");
+    ASSERT_TRUE(kept);
+    holdOnly({{801, 6}});
+    for (int i = 0; i < 2; ++i)
+        shown("Open_PayRollInfo", [&](QWidget *screen) {
+            EXPECT_EQ(screen->objectName(), "TPayrollInfoGet_FRM");
+            EXPECT_EQ(dataModule("TPayrollInfo_DM"), kept);
+            escape(screen);
+        });
+    EXPECT_TRUE(kept);
+    EXPECT_EQ(messages.take(), QStringList());
+    EXPECT_EQ(screens(), 0);
+}
+
+TEST_F(Interface, TheStaffGroupsAreTheHostsOwnList)
+{
+    EXPECT_EQ(shown("Select_StaffGroup", escape), 0);
+    EXPECT_EQ(shown("Select_StaffGroup",
                     [](QWidget *screen) {
-                        Keys::press(screen, Qt::Key_Return);
-                        EXPECT_TRUE(screen->isVisible());
-                        EXPECT_FALSE(Keys::child(screen, "Select_BTN")->isEnabled());
-                        escape(screen);
+                        Keys::press(screen, Qt::Key_End);
+                        enter(screen);
                     }),
-              0);
+              2);
 }
 
 TEST_F(Interface, CallsFromElsewhereThanTheUserInterfaceThreadDoNothing)
@@ -178,7 +279,7 @@ TEST_F(Interface, CallsFromElsewhereThanTheUserInterfaceThreadDoNothing)
         other.join();
         EXPECT_EQ(result, 0) << name.toStdString();
     }
-    EXPECT_EQ(dataModules(), QStringList());
+    EXPECT_EQ(screens(), 0);
 }
 
 TEST_F(Interface, WithoutAConnectionEachEntryTellsTheUserAndReturns)
@@ -191,6 +292,85 @@ TEST_F(Interface, WithoutAConnectionEachEntryTellsTheUserAndReturns)
     }
     DM.ADOConnection1 = connection;
     EXPECT_EQ(screens(), 0);
+}
+
+TEST_F(Interface, OnAClosedConnectionEachListOpensEmptyAndTellsWhy)
+{
+    db.connection().close();
+    for (const TEntry &entry : lists) {
+        EXPECT_EQ(shown(entry.name,
+                        [&](QWidget *screen) {
+                            EXPECT_GE(messages.take().filter("MsgDatabaseError").size(), 1) << entry.name;
+                            enter(screen);
+                            if (screen->isVisible())
+                                escape(screen);
+                        }),
+                  0)
+            << entry.name;
+        messages.take();
+    }
+    UserInfo.IsAdmin = false;
+    for (const TEntry &entry : lists)
+        EXPECT_EQ(call(entry.name), 0) << entry.name << ": a right that cannot be read is refused";
+    EXPECT_EQ(screens(), 0);
+}
+
+/// Keeps nothing, so that what is kept is the entries' own.
+class TForgetfulMessages : public TMessageService {
+public:
+    explicit TForgetfulMessages(TMessageService &before) : m_before(before) { SetMessageService(this); }
+    ~TForgetfulMessages() override { SetMessageService(&m_before); }
+    TAnswer show(const TMessage &message) override { return message.defaultAnswer; }
+
+private:
+    TMessageService &m_before;
+};
+
+long residentKilobytes()
+{
+    QFile status("/proc/self/status");
+    EXPECT_TRUE(status.open(QIODevice::ReadOnly));
+    for (const QByteArray &line : status.readAll().split('\n'))
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).simplified().split(' ').first().toLong();
+    return 0;
+}
+
+TEST_F(Interface, TenThousandCallsInAnyOrderLeaveNothingBehind)
+{
+    QStringList names = entries();
+    names.removeOne("Select_StaffGroup"); // asks no right, so it would be shown
+    const auto round = [&](int calls) {
+        for (int i = 0; i < calls; ++i) {
+            call(names.at(i * 5 % names.size()).toLatin1().constData(), i % 2, i % 6, i % 3 ? u"0" : nullptr);
+        }
+    };
+    holdOnly({});
+    TForgetfulMessages forgetful(messages);
+    round(1000);
+    const qsizetype children = qApp->children().size();
+    const long before = residentKilobytes();
+    round(10000);
+    EXPECT_EQ(qApp->children().size(), children);
+    EXPECT_EQ(screens(), 0);
+    EXPECT_LT(residentKilobytes() - before, 2048);
+}
+
+TEST_F(Interface, ScreensShownManyTimesLeaveNothingBehind)
+{
+    const auto round = [&](int calls) {
+        for (int i = 0; i < calls; ++i) {
+            const TEntry &entry = lists[i % std::size(lists)];
+            shown(entry.name, escape);
+        }
+    };
+    round(2 * int(std::size(lists)));
+    const qsizetype children = qApp->children().size();
+    const long before = residentKilobytes();
+    round(10 * int(std::size(lists)));
+    EXPECT_EQ(qApp->children().size(), children);
+    EXPECT_EQ(screens(), 0);
+    EXPECT_LT(residentKilobytes() - before, 8192);
 }
 
 } // namespace

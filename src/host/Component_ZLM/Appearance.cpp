@@ -54,6 +54,8 @@ public:
             return;
         }
         QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (element == PE_PanelButtonCommand && option->state.testFlag(State_HasFocus))
+            frame(painter, option->rect, focusColor);
         const bool framed = element == PE_FrameLineEdit ||
                             (element == PE_Frame && widget && widget->inherits("QAbstractItemView"));
         if (framed && widget && widget->property("wrongValue").toBool())

@@ -86,5 +86,5 @@ bool Edit_Group(TSoftwarePart part, int code)
 bool Delete_Group(TSoftwarePart part, int code)
 {
     const TGroupKind *kind = GroupKindOf(part);
-    return kind && guarded([&] { return TGroupList_FRM::Delete(*kind, code); });
+    return kind && guarded([&] { return TGroupList_FRM::Delete(*kind, code, part); });
 }

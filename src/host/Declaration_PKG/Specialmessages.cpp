@@ -65,11 +65,11 @@ void warn(const char *operation, const QString &text, const QStringList &words, 
     MessageService().show(result);
 }
 
-TMessage numbered(int number)
+TMessage numbered(int number, const QStringList &arguments = {})
 {
     const MessageCatalogue::TEntry *entry = MessageCatalogue::find(number);
     TMessage result = message("ShowSmartMessage", entry ? entry->icon : miWarning,
-                              entry ? entry->text : QStringLiteral("پیام شماره %1").arg(number));
+                              entry ? entry->text : QStringLiteral("پیام شماره %1").arg(number), arguments);
     result.number = number;
     return result;
 }
@@ -202,9 +202,7 @@ void ShowSmartMessage(const QString &text, const QString &detail, TMessageIconTy
 void ShowSmartMessage(int number, QWidget *control, QWidget *form, int displayTime,
                       const QStringList &arguments)
 {
-    TMessage result = numbered(number);
-    result.words = arguments;
-    result.text = MessageCatalogue::fill(result.text, arguments);
+    TMessage result = numbered(number, arguments);
     result.displayTime = displayTime;
     result.shape = displayTime > 0 ? TMessageShape::Balloon : TMessageShape::Dialog;
     at(result, control, form);

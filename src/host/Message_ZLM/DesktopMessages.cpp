@@ -55,10 +55,11 @@ void showBalloon(const TMessage &message)
 TAnswer showDialog(const TMessage &message)
 {
     TBalloon::closeCurrent();
+    const QPointer<QWidget> before = QApplication::focusWidget();
     const TAnswer answer = TMessageDialog::ask(message, owner(message));
-    if (message.control) {
-        message.control->activateWindow();
-        message.control->setFocus(Qt::OtherFocusReason);
+    if (QWidget *input = message.control ? message.control : before) {
+        input->activateWindow();
+        input->setFocus(Qt::OtherFocusReason);
     }
     return answer;
 }

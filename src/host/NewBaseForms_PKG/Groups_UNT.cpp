@@ -198,9 +198,9 @@ TBaseGet_FRM *TGroupList_FRM::CreateEditor(bool newRecord)
     return new TGroupGet_FRM(m_kind, m_query.asInteger(QStringLiteral("Code")));
 }
 
-bool TGroupList_FRM::Delete(const TGroupKind &kind, int code)
+bool TGroupList_FRM::Delete(const TGroupKind &kind, int code, TSoftwarePart part)
 {
-    if (!MayDelete(kind.part))
+    if (!MayDelete(part))
         return false;
     if (RefuseGroupOfAll(kind, code))
         return false;
@@ -208,7 +208,7 @@ bool TGroupList_FRM::Delete(const TGroupKind &kind, int code)
         MSGInUse(groupWord());
         return false;
     }
-    if (!ConfirmDelete(kind.part, nameOf(kind, code)))
+    if (!ConfirmDelete(part, nameOf(kind, code)))
         return false;
     try {
         return DM.ADOConnection1->execute(on("delete from ", kind, " where Code=").integer(code)) > 0;
@@ -223,7 +223,7 @@ bool TGroupList_FRM::Delete(const TGroupKind &kind, int code)
 
 void TGroupList_FRM::DeleteRecord()
 {
-    if (Delete(m_kind, m_query.asInteger(QStringLiteral("Code"))))
+    if (Delete(m_kind, m_query.asInteger(QStringLiteral("Code")), m_kind.part))
         RefreshList();
 }
 

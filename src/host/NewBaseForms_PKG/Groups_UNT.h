@@ -53,8 +53,9 @@ public:
     ~TGroupList_FRM() override;
     int SelectedCode = 0;
 
-    /// Right, lock, question, event, delete. True when the group went.
-    static bool Delete(const TGroupKind &kind, int code);
+    /// Right, lock, question, event, delete. True when the group went. `part`: the one that the caller names, whose
+    /// right is asked and that the event is logged under.
+    static bool Delete(const TGroupKind &kind, int code, TSoftwarePart part);
 
 protected:
     void SetListText() override;

@@ -1,6 +1,7 @@
 #include "host/database/Backup.h"
 
 #include "host/database/Connection.h"
+#include "host/database/SqliteFunctions.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -58,6 +59,7 @@ public:
             fail(m_db, code, file);
         }
         sqlite3_busy_timeout(m_db, busyMilliseconds);
+        registerSqliteFunctions(m_db); // the indexes are checked by their collation
     }
     ~THandle() { sqlite3_close(m_db); }
     THandle(const THandle &) = delete;

@@ -1,6 +1,9 @@
 #include "RawDatabase.h"
+#include "host/Utility_ZLM/PersianText.h"
 
 #include <QDateTime>
+
+#include <random>
 
 namespace {
 
@@ -68,6 +71,10 @@ TEST_F(SqliteFunctions, CharindexFindsTheFirstPlaceInAnyCase)
     EXPECT_EQ(value("charindex('a','abc',-5)"), "1");
     EXPECT_EQ(value("charindex('a',null)"), "null");
     EXPECT_EQ(value("charindex('%','50%')"), "3");
+    EXPECT_EQ(value("charindex('É','xé')"), "2");
+    EXPECT_EQ(value("charindex('B','é علی b')"), "7");
+    EXPECT_EQ(value("charindex('','é')"), "0");
+    EXPECT_EQ(value("charindex('a','bcd',9)"), "0");
 }
 
 TEST_F(SqliteFunctions, CharindexCountsLettersNotBytes)
@@ -108,6 +115,33 @@ TEST_F(SqliteFunctions, FoldMakesOneLetterOfItsForms)
     EXPECT_EQ(value("zelmo_fold('علي ك')"), value("zelmo_fold('علی ک')"));
     EXPECT_EQ(value("zelmo_fold('۱۲٣ABC')"), "123abc");
     EXPECT_EQ(value("zelmo_fold(null)"), "null");
+}
+
+// The search folds what was typed with PersianText, and the columns with this function.
+TEST_F(SqliteFunctions, FoldIsPersianTextsFoldOfEveryText)
+{
+    sqlite3_stmt *statement = db.prepare("select zelmo_fold(?)");
+    ASSERT_TRUE(statement);
+    const auto same = [&](const QString &text) {
+        const QByteArray utf8 = text.toUtf8();
+        sqlite3_bind_text(statement, 1, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+        sqlite3_step(statement);
+        const QString folded =
+            QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, 0)));
+        sqlite3_reset(statement);
+        return folded == PersianText::fold(QString::fromUtf8(utf8));
+    };
+    for (char16_t letter = 1; letter < 0xD800; ++letter)
+        ASSERT_TRUE(same(QString(QChar(letter)) + u'a')) << int(letter);
+    std::mt19937 random(1);
+    const QString letters = QString::fromUtf8("aZ  يیكکۀًـ۱٣é😀ا") + QChar(0x200C) + QChar(0x00A0);
+    for (int i = 0; i < 20000; ++i) {
+        QString text;
+        for (unsigned size = random() % 12; size > 0; --size)
+            text += letters[qsizetype(random() % unsigned(letters.size()))];
+        ASSERT_TRUE(same(text)) << text.toStdString();
+    }
+    sqlite3_finalize(statement);
 }
 
 TEST_F(SqliteFunctions, UniqueCodesFollowTheHighestOne)

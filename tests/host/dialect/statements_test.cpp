@@ -79,6 +79,8 @@ TEST(GivenStatements, OfListsReadTheirKeysFromAnIndex)
         "select Code from (select * from (select * from staff_VW) as S where (LeaveDate = '')) as L order by Code",
         "select Code from (select * from (select * from staff_VW) as S where (StaffGroup = 3) and (LeaveDate = '')) "
         "as L order by Code",
+        "select Code from (select * from (select * from staff_VW) as S where (charindex('a', zelmo_fold(fullnameTitle)) "
+        "> 0)) as L order by Code",
         "select Code from (select * from CalcMethod_VW) as L order by Code",
         "select Code from (select * from (select * from Fiscal_VW) as S where (GrpCode = 3)) as L order by Code",
         "select Code from (select * from (select * from Deduction_VW) as S where (GrpCode = 3)) as L order by Code"};

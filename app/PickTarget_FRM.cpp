@@ -1,0 +1,129 @@
+#include "app/PickTarget_FRM.h"
+
+#include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/database/Query.h"
+
+#include <QVBoxLayout>
+
+namespace {
+
+struct TTarget {
+    QString title;
+    const char *sql;
+    QList<TGridColumn> columns;
+    QList<TSearchItem> items;
+    const char *callType;       ///< what the module's entries call this kind of record
+    const char *workingRows[2]; ///< a code behind each
+    TGridColumn amount;
+};
+
+const TTarget &targetOf(TPickTarget_FRM::Kind kind)
+{
+    static const TTarget targets[] = {
+        {u"حکم های کارگزینی"_qs,
+         "select r.Code, s.fullnameTitle, r.DoDate, m.Title as MethodTitle from Recruitment r left join staff_VW s "
+         "on s.Code = r.StaffCode left join CalcMethod m on m.Code = r.CalcMethodCode",
+         {{"Code", u"کد حکم"_qs, 80, true, TGridColumn::Code},
+          {"fullnameTitle", u"کارمند"_qs, 220},
+          {"DoDate", u"تاریخ اجرا"_qs, 100},
+          {"MethodTitle", u"روش محاسباتی"_qs, 200}},
+         {{"Code", u"کد حکم"_qs, TSearchItem::Digits},
+          {"fullnameTitle", u"کارمند"_qs, TSearchItem::Text, true},
+          {"DoDate", u"تاریخ اجرا"_qs, TSearchItem::Date},
+          {"MethodTitle", u"روش محاسباتی"_qs}},
+         "2",
+         {"select N'مزایا' as KindTitle, w.ItemCode, i.Title, w.Cost as Amount from tmpRecFiscal w left join Fiscal i "
+          "on i.Code = w.ItemCode where w.RecruitmentCode=",
+          " union all select N'کسورات' as KindTitle, w.ItemCode, i.Title, w.Cost as Amount from tmpRecDeduction w "
+          "left join Deduction i on i.Code = w.ItemCode where w.Recruitmentcode="},
+         {"Amount", u"مبلغ / نرخ"_qs, 140, true, TGridColumn::Money}},
+        {u"کارکردها"_qs,
+         "select Code, Title from StaffOutPut",
+         {{"Code", u"کد"_qs, 80, true, TGridColumn::Code}, {"Title", u"عنوان"_qs, 320}},
+         {{"Code", u"کد"_qs, TSearchItem::Digits}, {"Title", u"عنوان"_qs, TSearchItem::Text, true}},
+         "3",
+         {"select N'مزایا' as KindTitle, w.ItemCode, i.Title, w.Amount from tmpstaffOutPutDetail w left join Fiscal i "
+          "on i.Code = w.ItemCode where w.Type = 0 and w.OutPutCode=",
+          " union all select N'کسورات' as KindTitle, w.ItemCode, i.Title, w.Amount from tmpstaffOutPutDetail w left "
+          "join Deduction i on i.Code = w.ItemCode where w.Type = 1 and w.OutPutCode="},
+         {"Amount", u"مقدار"_qs, 140, true, TGridColumn::Money}},
+    };
+    return targets[kind];
+}
+
+} // namespace
+
+TPickTarget_FRM::TPickTarget_FRM(TSession &session, Kind kind)
+    : TBaseDock_FRM(fmBrowse, {}), m_session(session), m_kind(kind)
+{
+    const TTarget &target = targetOf(kind);
+    setObjectName(kind == Orders ? u"TPickTarget_Orders"_qs : u"TPickTarget_Outputs"_qs);
+    SetTitle(target.title);
+    auto *list = new TQuery(DM.ADOConnection1, u"List_QUR"_qs, this);
+    list->setKeyField(u"Code"_qs);
+    Items_QUR = new TQuery(DM.ADOConnection1, u"Items_QUR"_qs, this);
+    BuildList(list, u"PickTarget_GRD"_qs, target.columns, target.items);
+    BuildUsualLayout({});
+    auto *items = new TSmartGrid_ZLM(u"Items_GRD"_qs, this);
+    items->SetColumns(Items_QUR, {{"KindTitle", u"نوع"_qs, 90},
+                                  {"ItemCode", u"کد"_qs, 80, true, TGridColumn::Code},
+                                  {"Title", u"عنوان"_qs, 240},
+                                  target.amount});
+    items->setMaximumHeight(220);
+    BelowGrid()->addWidget(items);
+    Fiscal_BTN =
+        addPick(u"Fiscal_BTN"_qs, u"افزودن مزایا F6"_qs, u"F6"_qs, u"افزودن مزایا"_qs, "Select_FiscalList");
+    Deduction_BTN = addPick(u"Deduction_BTN"_qs, u"افزودن کسورات F8"_qs, u"F8"_qs, u"افزودن کسورات"_qs,
+                            "Select_DeductionList");
+    EXit_BTN = AddButton(u"EXit_BTN"_qs, u"خروج Esc"_qs, u"Esc"_qs, u"خروج"_qs);
+    connect(EXit_BTN, &QAbstractButton::clicked, this, &QDialog::reject);
+    connect(list, &TQuery::currentChanged, this, &TPickTarget_FRM::showItems);
+    connect(list, &TQuery::opened, this, &TPickTarget_FRM::showItems);
+    UpdateButtons();
+}
+
+TSmartButton_ZLM *TPickTarget_FRM::addPick(const QString &name, const QString &caption, const QString &key,
+                                           const QString &shortCaption, const char *entry)
+{
+    TSmartButton_ZLM *button = AddButton(name, caption, key, shortCaption);
+    connect(button, &QAbstractButton::clicked, this, [this, entry] { Guarded([&] { pick(entry); }); });
+    return button;
+}
+
+void TPickTarget_FRM::SetListText()
+{
+    ListQuery()->setStatement(targetOf(m_kind).sql);
+}
+
+void TPickTarget_FRM::UpdateButtons()
+{
+    TBaseDock_FRM::UpdateButtons();
+    const bool row = ListQuery() && ListQuery()->active() && !ListQuery()->isEmpty();
+    for (TSmartButton_ZLM *button : {Fiscal_BTN, Deduction_BTN})
+        if (button)
+            button->setEnabled(row);
+}
+
+void TPickTarget_FRM::pick(const char *entry)
+{
+    const QString code = ListQuery()->asString(u"Code"_qs);
+    m_session.callEntry(*EntryPoints::find(QLatin1String(entry)),
+                        {QLatin1String(targetOf(m_kind).callType), code});
+    showItems();
+}
+
+void TPickTarget_FRM::showItems()
+{
+    Guarded([this] {
+        Items_QUR->close();
+        if (!ListQuery()->active() || ListQuery()->position() < 0)
+            return;
+        const QVariant code = ListQuery()->value(u"Code"_qs);
+        TStatement statement;
+        for (const char *piece : targetOf(m_kind).workingRows)
+            statement.sql(QString::fromUtf8(piece)).integer(code);
+        Items_QUR->setStatement(statement);
+        Items_QUR->open();
+    });
+}

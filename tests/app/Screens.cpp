@@ -1,0 +1,33 @@
+#include "Screens.h"
+
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/Login_unt.h"
+
+Screens::Screens()
+{
+    qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
+    qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
+    IniOptions.load();
+    session.open({home.filePath("suite.db"), {}});
+    UserInfo = TUserInfo{900, "boss", "boss", true, true};
+}
+
+Screens::~Screens()
+{
+    UserInfo = {};
+}
+
+int Screens::user(const QString &name, const QString &password, bool admin)
+{
+    TUserInfo record{0, name, name, admin, true};
+    EXPECT_EQ(SaveUser(record, password), TLoginResult::Ok);
+    return record.Code;
+}
+
+std::string Screens::told()
+{
+    QStringList texts;
+    for (; m_told < messages.all().size(); ++m_told)
+        texts << messages.all().at(m_told).text;
+    return texts.join('\n').toStdString();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "app/Session.h"
+#include "support/Keys.h"
+#include "support/ScriptedMessages.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+/// A test of the application's screens: a home of its own, a session on a new database file, scripted messages, and
+/// an administrator at work.
+class Screens : public testing::Test {
+protected:
+    Screens();
+    ~Screens() override;
+
+    QString text(const QString &sql) { return session.connection().scalar(TStatement(sql)).toString(); }
+    void run(const QString &sql) { session.connection().execute(TStatement(sql)); }
+    /// Creates a user and gives the code.
+    int user(const QString &name, const QString &password = "secret-1", bool admin = false);
+    /// What was shown since the last call, the texts joined by line breaks.
+    std::string told();
+
+    QTemporaryDir home;
+    TSession session;
+    ScriptedMessages messages;
+
+private:
+    qsizetype m_told = 0;
+};

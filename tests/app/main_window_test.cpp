@@ -1,0 +1,197 @@
+#include "Screens.h"
+
+#include "app/MainWindow.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/Login_unt.h"
+#include "host/Utility_ZLM/Utility_ZLM.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStatusBar>
+
+namespace {
+
+QStringList buttonsOf(const TMain_FRM &window)
+{
+    QStringList names;
+    for (const auto *button : window.findChildren<QPushButton *>())
+        names << button->objectName();
+    return names;
+}
+
+QStringList itemsOf(const TMain_FRM &window, const char *menu)
+{
+    QStringList names;
+    if (auto *found = window.findChild<QMenu *>(menu)) {
+        for (const QAction *item : found->actions())
+            names << item->objectName();
+    }
+    return names;
+}
+
+void showActive(TMain_FRM &window)
+{
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(Keys::waitFor([&] { return window.isActiveWindow(); }));
+}
+
+TEST_F(Screens, AnAdministratorSeesEveryEntryAndTheAdministration)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    EXPECT_EQ(buttonsOf(window).size(), 7);
+    EXPECT_EQ(itemsOf(window, "Select_MNU").size(), 7);
+    EXPECT_EQ(itemsOf(window, "Administration_MNU"),
+              QStringList({"Users_ACT", "Events_ACT", "Locks_ACT", "Workstations_ACT"}));
+    Keys::picture(&window, "main-window");
+}
+
+TEST_F(Screens, AUserSeesOnlyWhatMayBeOpened)
+{
+    const int code = user("ali");
+    SetRightsOfUser(code, {{cspTax, cpOpen}, {cspStaff, cpNew}});
+    UserInfo = LogIn("ali", "secret-1").user;
+    TMain_FRM window(session);
+    showActive(window);
+    EXPECT_EQ(buttonsOf(window), QStringList({"Open_TaxList_BTN"}));
+    EXPECT_EQ(itemsOf(window, "Select_MNU"), QStringList({"Select_StaffGroup", "Select_TaxInfo"}));
+    EXPECT_EQ(window.findChild<QMenu *>("Administration_MNU"), nullptr);
+    EXPECT_EQ(told(), "") << "building the window asks for rights without a word";
+}
+
+TEST_F(Screens, AUserWithoutAnyRightIsToldSoInTheWindow)
+{
+    user("ali");
+    UserInfo = LogIn("ali", "secret-1").user;
+    TMain_FRM window(session);
+    showActive(window);
+    EXPECT_TRUE(buttonsOf(window).isEmpty());
+    QStringList texts;
+    for (const auto *label : window.centralWidget()->findChildren<QLabel *>())
+        texts << label->text();
+    EXPECT_TRUE(texts.join(' ').contains(u"دسترسی ندارید"_qs));
+    Keys::picture(&window, "main-window-without-rights");
+}
+
+TEST_F(Screens, TheStatusBarSaysWhoWhereAndWhen)
+{
+    UserInfo.FullName = u"مریم کریمی"_qs;
+    IniOptions.Com_Index = 12;
+    TMain_FRM window(session);
+    const auto shown = [&](const char *name) { return window.findChild<QLabel *>(name)->text(); };
+    EXPECT_EQ(shown("User_LBL"), u"کاربر: مریم کریمی"_qs);
+    EXPECT_EQ(shown("Workstation_LBL"), u"ایستگاه: 12"_qs);
+    EXPECT_TRUE(shown("Database_LBL").contains("suite.db"));
+    EXPECT_TRUE(shown("Date_LBL").contains(NowDate()));
+}
+
+TEST_F(Screens, AKeyOpensAnEntryAndEscComesBack)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    const QString opened = [&] {
+        QString name;
+        Keys::runModal(
+            [&] {
+                Keys::press(&window, Qt::Key_2, Qt::ControlModifier);
+                return 0;
+            },
+            [&](QWidget *screen) {
+                name = screen->objectName();
+                Keys::press(screen, Qt::Key_Escape);
+            });
+        return name;
+    }();
+    EXPECT_EQ(opened, "TCalcMethodList_FRM");
+}
+
+TEST_F(Screens, ArrowsWalkOverTheButtonsAndEnterOpens)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "Open_PayRollInfo_BTN");
+    Keys::press(&window, Qt::Key_Left);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "Open_CalculatingMethods_BTN");
+    Keys::press(&window, Qt::Key_Down);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "Open_WorkCalender_BTN");
+    Keys::press(&window, Qt::Key_Right);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "Open_TaxList_BTN");
+    Keys::press(&window, Qt::Key_Up);
+    Keys::press(&window, Qt::Key_Up);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "Open_PayRollInfo_BTN") << "the edge holds";
+    Keys::press(&window, Qt::Key_Left);
+    QString name;
+    Keys::runModal(
+        [&] {
+            Keys::press(&window, Qt::Key_Return);
+            return 0;
+        },
+        [&](QWidget *screen) { name = screen->objectName(); });
+    EXPECT_EQ(name, "TCalcMethodList_FRM");
+}
+
+TEST_F(Screens, F10GoesToTheMenus)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    Keys::press(&window, Qt::Key_F10);
+    ASSERT_NE(window.menuBar()->activeAction(), nullptr);
+    EXPECT_EQ(window.menuBar()->activeAction()->menu()->objectName(), "File_MNU");
+}
+
+TEST_F(Screens, ASelectionShowsWhatItReturned)
+{
+    run("insert into CalcMethod(Code, Title) values(41, 'x')");
+    TMain_FRM window(session);
+    showActive(window);
+    const TEntryPoint &entry = *EntryPoints::find("Select_CalculatingMethods");
+    const auto select = [&](Qt::Key key) {
+        Keys::runModal(
+            [&] {
+                window.OpenEntry(entry);
+                return 0;
+            },
+            [&](QWidget *screen) { Keys::press(screen, key); });
+        return window.statusBar()->currentMessage();
+    };
+    EXPECT_EQ(select(Qt::Key_Return), u"کد انتخاب شده: 41"_qs);
+    EXPECT_EQ(select(Qt::Key_Escape), u"چیزی انتخاب نشد."_qs);
+}
+
+TEST_F(Screens, ALostConnectionIsAskedAboutAndMadeAgain)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    session.connection().close();
+    messages.answer({TAnswer::No});
+    window.OpenEntry(*EntryPoints::find("Open_CalculatingMethods"));
+    EXPECT_NE(told().find("دوباره وصل شود؟"), std::string::npos);
+    EXPECT_FALSE(session.connection().isOpen());
+
+    messages.answer({TAnswer::Yes});
+    QString name;
+    Keys::runModal(
+        [&] {
+            window.OpenEntry(*EntryPoints::find("Open_CalculatingMethods"));
+            return 0;
+        },
+        [&](QWidget *screen) { name = screen->objectName(); });
+    EXPECT_EQ(name, "TCalcMethodList_FRM");
+    EXPECT_TRUE(session.connection().isOpen());
+}
+
+TEST_F(Screens, AMissingModuleIsToldToTheUser)
+{
+    TModule module(home.filePath("Ketebionpap_ZLM.so"));
+    EXPECT_FALSE(module.load());
+    EXPECT_FALSE(module.errorText().isEmpty());
+    bool missing = false;
+    EXPECT_EQ(module.call(*EntryPoints::find("Select_TaxInfo"), {}, &missing), 0);
+    EXPECT_TRUE(missing);
+}
+
+} // namespace

@@ -1,0 +1,261 @@
+#include "Screens.h"
+
+#include "app/Login_FRM.h"
+#include "app/Program.h"
+#include "host/Declaration_PKG/CodeLocks_unt.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+#include <QTextStream>
+#include <QTimer>
+
+namespace {
+
+void fill(QWidget *screen, std::initializer_list<std::pair<const char *, const char *>> inputs)
+{
+    for (const auto &[name, text] : inputs)
+        Keys::retype(Keys::child(screen, name), text);
+}
+
+TEST_F(Screens, TheFirstStartMakesTheAdministratorAndLogsIn)
+{
+    TFirstUser_FRM dialog;
+    const int result = Keys::runModal([&] { return dialog.exec(); },
+                                      [&](QWidget *screen) {
+                                          fill(screen, {{"User_EDT", "مدیر"},
+                                                        {"FullName_EDT", "مریم کریمی"},
+                                                        {"Password_EDT", "x1y2z3"},
+                                                        {"Repeat_EDT", "x1y2z3"}});
+                                          Keys::picture(screen, "first-user");
+                                          Keys::press(screen, Qt::Key_Return);
+                                      });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(dialog.User().FullName, QString("مریم کریمی"));
+    EXPECT_TRUE(dialog.User().IsAdmin);
+    EXPECT_FALSE(NoUserYet());
+    EXPECT_FALSE(text("select PasswordHash from UserAccount").contains("x1y2z3"));
+}
+
+TEST_F(Screens, TheFirstStartRefusesAWeakPasswordAndAnUnequalRepetition)
+{
+    TFirstUser_FRM dialog;
+    Keys::runModal(
+        [&] { return dialog.exec(); },
+        [&](QWidget *screen) {
+            fill(screen, {{"User_EDT", "a"}, {"Password_EDT", "x1y2z3"}, {"Repeat_EDT", "x1y2z4"}});
+            Keys::press(screen, Qt::Key_F3);
+            EXPECT_NE(told().find("یکسان نیستند"), std::string::npos);
+            fill(screen, {{"Password_EDT", "x1"}, {"Repeat_EDT", "x1"}});
+            Keys::press(screen, Qt::Key_F3);
+            EXPECT_NE(told(), "");
+            fill(screen, {{"User_EDT", ""}});
+            Keys::press(screen, Qt::Key_F3);
+            EXPECT_EQ(messages.take().last(), "MsgRequiredField(نام کاربر)");
+            EXPECT_TRUE(screen->isVisible());
+        });
+    EXPECT_TRUE(NoUserYet());
+}
+
+TEST_F(Screens, LogInTakesTheRightPasswordWhateverTheNamesCase)
+{
+    user("Ali");
+    TLogin_FRM dialog;
+    const int result = Keys::runModal([&] { return dialog.exec(); },
+                                      [&](QWidget *screen) {
+                                          fill(screen, {{"User_EDT", "aLI"}, {"Password_EDT", "secret-1"}});
+                                          Keys::press(screen, Qt::Key_Return);
+                                      });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(dialog.User().Name, "Ali");
+    TLogin_FRM next;
+    EXPECT_EQ(next.User_EDT->text(), "Ali") << "the last user is offered again";
+}
+
+TEST_F(Screens, AWrongPasswordIsRefusedAndTheButtonWaitsAfterMany)
+{
+    user("ali");
+    TLogin_FRM dialog("ali");
+    Keys::runModal([&] { return dialog.exec(); },
+                   [&](QWidget *screen) {
+                       QWidget *button = Keys::child(screen, "Ok_BTN");
+                       for (int i = 0; i < 3; ++i) {
+                           fill(screen, {{"Password_EDT", "wrong"}});
+                           Keys::press(screen, Qt::Key_Return);
+                           EXPECT_NE(told(), "") << i;
+                           EXPECT_TRUE(button->isEnabled()) << "the first wrong ones cost nothing";
+                           EXPECT_EQ(dialog.Password_EDT->text(), "") << "and are not left standing";
+                       }
+                       fill(screen, {{"Password_EDT", "wrong"}});
+                       Keys::press(screen, Qt::Key_Return);
+                       fill(screen, {{"Password_EDT", "secret-1"}});
+                       Keys::press(screen, Qt::Key_Return);
+                       EXPECT_FALSE(button->isEnabled());
+                       EXPECT_TRUE(Keys::child(screen, "Text_LBL")->isVisible());
+                       EXPECT_TRUE(screen->isVisible()) << "the right password does not shorten the wait";
+                       Keys::picture(screen, "login-waits");
+                       EXPECT_TRUE(Keys::waitFor([&] { return button->isEnabled(); }, 6000));
+                       fill(screen, {{"Password_EDT", "secret-1"}});
+                       Keys::press(screen, Qt::Key_Return);
+                   });
+    EXPECT_EQ(dialog.User().Name, "ali");
+}
+
+TEST_F(Screens, ADisabledUserIsToldSoOnlyWithTheRightPassword)
+{
+    const int code = user("ali");
+    run(QString("update UserAccount set IsActive=0 where Code=%1").arg(code));
+    TLogin_FRM dialog("ali");
+    Keys::runModal([&] { return dialog.exec(); },
+                   [&](QWidget *screen) {
+                       fill(screen, {{"Password_EDT", "wrong"}});
+                       Keys::press(screen, Qt::Key_Return);
+                       const std::string wrong = told();
+                       fill(screen, {{"Password_EDT", "secret-1"}});
+                       Keys::press(screen, Qt::Key_Return);
+                       EXPECT_NE(told(), wrong);
+                       EXPECT_TRUE(screen->isVisible());
+                   });
+    EXPECT_EQ(dialog.User().Code, 0);
+}
+
+TEST_F(Screens, TextsThatLookLikeStatementsDoNoHarmInTheLogIn)
+{
+    user("ali");
+    TLogin_FRM dialog;
+    Keys::runModal([&] { return dialog.exec(); },
+                   [&](QWidget *screen) {
+                       fill(screen, {{"User_EDT", "ali' or 1=1 --"},
+                                     {"Password_EDT", "'; delete from UserAccount; --"}});
+                       Keys::press(screen, Qt::Key_Return);
+                       EXPECT_TRUE(screen->isVisible());
+                       dialog.Password_EDT->setText(QString(10000, 'x'));
+                       Keys::press(screen, Qt::Key_F3);
+                       EXPECT_TRUE(screen->isVisible());
+                   });
+    EXPECT_EQ(text("select count(*) from UserAccount"), "1");
+}
+
+TEST_F(Screens, AUserChangesTheOwnPassword)
+{
+    UserInfo = TUserInfo{user("ali"), "ali", "ali", false, true};
+    TChangePassword_FRM dialog;
+    const int result = Keys::runModal(
+        [&] { return dialog.exec(); },
+        [&](QWidget *screen) {
+            fill(screen, {{"Old_EDT", "wrong"}, {"New_EDT", "better-2"}, {"Repeat_EDT", "better-2"}});
+            Keys::press(screen, Qt::Key_F3);
+            EXPECT_TRUE(screen->isVisible());
+            fill(screen, {{"Old_EDT", "secret-1"}});
+            Keys::press(screen, Qt::Key_F3);
+        });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(LogIn("ali", "better-2").result, TLoginResult::Ok);
+}
+
+TEST_F(Screens, AWorkstationTakesANumberThatNobodyHas)
+{
+    ASSERT_TRUE(RegisterWorkstation(1, "another machine"));
+    TWorkstation_FRM dialog("my machine");
+    EXPECT_EQ(dialog.Index_EDT->text(), "2") << "the first free one is offered";
+    const int result =
+        Keys::runModal([&] { return dialog.exec(); },
+                       [&](QWidget *screen) {
+                           fill(screen, {{"Index_EDT", "1"}});
+                           Keys::press(screen, Qt::Key_F3);
+                           EXPECT_NE(told().find("از آن ایستگاه دیگری است"), std::string::npos);
+                           fill(screen, {{"Index_EDT", "0"}});
+                           Keys::press(screen, Qt::Key_F3);
+                           EXPECT_NE(told().find("بزرگتر از صفر"), std::string::npos);
+                           fill(screen, {{"Index_EDT", "۷"}});
+                           Keys::picture(screen, "workstation");
+                           Keys::press(screen, Qt::Key_F3);
+                       });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(dialog.ComIndex(), 7);
+    EXPECT_EQ(text("select Name from Workstation where Com_Index=7"), "my machine");
+}
+
+/// The program as main() runs it, but in this process.
+class InProcess : public testing::Test {
+protected:
+    InProcess()
+    {
+        qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
+        qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
+    }
+    ~InProcess() override { UserInfo = {}; }
+    int run(const QStringList &arguments)
+    {
+        QTextStream outStream(&out), errStream(&err);
+        return RunProgram(TCommandLine::parse(arguments), outStream, errStream);
+    }
+    QTemporaryDir home;
+    QString out;
+    QString err;
+};
+
+TEST_F(InProcess, CallPrintsTheCodeOfTheChosenMethod)
+{
+    const int result = Keys::runModal(
+        [&] {
+            return run({"--demo", "--call", "Select_CalculatingMethods"});
+        },
+        [](QWidget *screen) {
+            EXPECT_EQ(screen->objectName(), "TCalcMethodList_FRM");
+            Keys::press(screen, Qt::Key_Home, Qt::ControlModifier);
+            Keys::press(screen, Qt::Key_Return);
+        });
+    EXPECT_EQ(result, 0) << err.toStdString();
+    EXPECT_EQ(out, "1\n");
+}
+
+TEST_F(InProcess, CallPrintsZeroWhenNothingWasChosen)
+{
+    const int result = Keys::runModal(
+        [&] {
+            return run({"--demo", "--call", "Select_CalculatingMethods"});
+        },
+        [](QWidget *screen) { Keys::press(screen, Qt::Key_Escape); });
+    EXPECT_EQ(result, 0) << err.toStdString();
+    EXPECT_EQ(out, "0\n");
+}
+
+TEST_F(InProcess, AFirstStartMakesTheAdministratorAndTheNextOneAsksForThePassword)
+{
+    ScriptedMessages messages;
+    QStringList shown;
+    const auto answer = [&](QWidget *screen) {
+        shown << screen->objectName();
+        if (auto *name = screen->findChild<QLineEdit *>("User_EDT"))
+            Keys::retype(name, "boss");
+        for (const char *input : {"Password_EDT", "Repeat_EDT"}) {
+            if (auto *edit = screen->findChild<QLineEdit *>(input))
+                Keys::retype(edit, "x1y2z3");
+        }
+        Keys::press(screen, Qt::Key_F3);
+    };
+    // Each dialog is a modal loop of its own; the entry's screen is the last one.
+    const auto start = [&] {
+        shown.clear();
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+            QWidget *screen = QApplication::activeModalWidget();
+            if (!screen || !screen->isVisible())
+                return;
+            if (screen->inherits("TStart_FRM"))
+                answer(screen);
+            else
+                static_cast<QDialog *>(screen)->reject();
+        });
+        poll.start(20);
+        return run({"--call", "Open_CalculatingMethods"});
+    };
+    EXPECT_EQ(start(), 0) << err.toStdString();
+    EXPECT_EQ(shown, QStringList({"TFirstUser_FRM"})) << "nobody is asked for a number by --call";
+    EXPECT_EQ(start(), 0) << err.toStdString();
+    EXPECT_EQ(shown, QStringList({"TLogin_FRM"}));
+}
+
+} // namespace

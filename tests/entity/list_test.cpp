@@ -1,0 +1,462 @@
+#include "entity/EntityScreens.h"
+
+#include "host/Component_ZLM/DetailStrip_ZLM.h"
+#include "host/Component_ZLM/SmartGrid_ZLM.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QTest>
+
+using enum TAnswer;
+
+namespace {
+
+class ItemList : public EntityScreens {
+protected:
+    int list(int kind, const std::function<void(TFiscalDeducation_List_FRM &)> &work)
+    {
+        TFiscalDeducation_List_FRM screen(fmBrowse, kind, {});
+        return this->work(screen, [&] { work(screen); });
+    }
+    static QStringList codes(TFiscalDeducation_List_FRM &screen)
+    {
+        QStringList list;
+        for (int row = 0; row < screen.ListQuery()->recordCount(); ++row)
+            list << QString::number(screen.ListQuery()->keyAt(row));
+        return list;
+    }
+    static void goTo(TFiscalDeducation_List_FRM &screen, int code)
+    {
+        screen.Grid()->setFocus();
+        Keys::press(&screen, Qt::Key_Home);
+        while (screen.ListQuery()->asInteger("Code") != code &&
+               screen.Grid()->currentIndex().row() < screen.ListQuery()->recordCount() - 1)
+            Keys::press(&screen, Qt::Key_Down);
+        ASSERT_EQ(screen.ListQuery()->asInteger("Code"), code);
+    }
+    static void goToGroup(TFiscalDeducation_List_FRM &screen, int code)
+    {
+        screen.Groups->Grid->setFocus();
+        Keys::press(&screen, Qt::Key_Home);
+        for (int i = 0; i < 20 && screen.Groups->CurrentCode() != code; ++i)
+            Keys::press(&screen, Qt::Key_Down);
+        ASSERT_EQ(screen.Groups->CurrentCode(), code);
+    }
+    static bool columnShown(TFiscalDeducation_List_FRM &screen, const QString &field)
+    {
+        const auto &columns = screen.Grid()->Model()->columns();
+        for (int i = 0; i < columns.size(); ++i)
+            if (columns[i].field == field)
+                return !screen.Grid()->isColumnHidden(i);
+        ADD_FAILURE() << "no column " << field.toStdString();
+        return false;
+    }
+    QString events()
+    {
+        return db.rows("select SoftwarePart,Permission,EventText from UserEvent where Permission=3");
+    }
+};
+
+} // namespace
+
+TEST_F(ItemList, OfEarningsOpensOnAllGroupsAtTheLastRowWithTheFocusInTheSearch)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        EXPECT_EQ(screen.objectName(), "TFiscalDeducation_List_FRM");
+        EXPECT_EQ(screen.windowTitle(), u" ليست مزايا "_qs);
+        EXPECT_EQ(screen.Groups->Group_BTN->text(), u"گروه مزايا"_qs);
+        EXPECT_EQ(codes(screen), (QStringList{"1", "2", "3", "4", "5"}));
+        EXPECT_EQ(screen.ListQuery()->position(), 4);
+        EXPECT_EQ(screen.Groups->CurrentCode(), 0);
+        EXPECT_TRUE(screen.General_Search->Search_EDT()->hasFocus());
+        EXPECT_EQ(screen.General_Search->Field_CMB()->currentText(), u"کد و عنوان"_qs);
+        EXPECT_TRUE(columnShown(screen, "InsuranceTitle"));
+        EXPECT_TRUE(columnShown(screen, "TaxTitle"));
+        EXPECT_FALSE(screen.Select_BTN->isEnabled());
+        EXPECT_GE(screen.minimumWidth(), 750);
+        EXPECT_GE(screen.minimumHeight(), 550);
+        Keys::picture(&screen, "earnings_list");
+    });
+    EXPECT_EQ(messages.take(), QStringList());
+}
+
+TEST_F(ItemList, OfDeductionsHidesInsuranceAndTax)
+{
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        EXPECT_EQ(screen.windowTitle(), u" ليست کسورات"_qs);
+        EXPECT_EQ(screen.Groups->Group_BTN->text(), u"گروه کسورات"_qs);
+        EXPECT_EQ(codes(screen), (QStringList{"6", "7", "8", "9"}));
+        EXPECT_FALSE(columnShown(screen, "InsuranceTitle"));
+        EXPECT_FALSE(columnShown(screen, "TaxTitle"));
+        QMenu menu;
+        screen.Grid()->FillColumnMenu(&menu);
+        EXPECT_EQ(menu.actions().size(), 4);
+        Keys::picture(&screen, "deductions_list");
+    });
+}
+
+TEST_F(ItemList, ShowsAmountsAsMoneyAndTheStripShowsTheCurrentItem)
+{
+    db.run("update Fiscal set Cost=103909680.5 where Code=1");
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        goTo(screen, 1);
+        EXPECT_EQ(screen.Grid()->Model()->index(0, 3).data().toString(), "103,909,680.5");
+        EXPECT_EQ(screen.Grid()->Model()->index(0, 2).data().toString(), u"ماهيانه"_qs);
+        auto *strip = screen.findChild<TDetailStrip_ZLM *>();
+        ASSERT_TRUE(strip);
+        EXPECT_EQ(strip->ShownText("Code"), "1");
+        EXPECT_EQ(strip->ShownText("Title"), u"حقوق"_qs);
+        EXPECT_EQ(strip->ShownText("CalcTitle"), u"ماهيانه"_qs);
+        EXPECT_EQ(strip->ShownText("Cost"), "103,909,680.5");
+    });
+}
+
+TEST_F(ItemList, MakesItsDataModuleAndFreesIt)
+{
+    EXPECT_EQ(Entity_DM, nullptr);
+    {
+        TFiscalDeducation_List_FRM screen(fmBrowse, 0, {});
+        EXPECT_NE(Entity_DM, nullptr);
+        {
+            TFiscalDeducation_List_FRM inner(fmSelect, u"0;1;0"_qs, {});
+        }
+        EXPECT_NE(Entity_DM, nullptr); // the outer list stands on its rows
+    }
+    EXPECT_EQ(Entity_DM, nullptr);
+}
+
+TEST_F(ItemList, AnotherGroupShowsOnlyItsItems)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        goToGroup(screen, 2);
+        EXPECT_EQ(codes(screen), (QStringList{"3", "4", "5"}));
+        goToGroup(screen, 1);
+        EXPECT_EQ(codes(screen), (QStringList{"1", "2"}));
+        goToGroup(screen, 0);
+        EXPECT_EQ(codes(screen).size(), 5);
+    });
+}
+
+TEST_F(ItemList, GroupAndSearchNarrowTogether)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        goToGroup(screen, 2);
+        Keys::type(screen.General_Search->Search_EDT(), u"كاري"_qs); // the other kaf and yeh
+        Keys::press(&screen, Qt::Key_Return);
+        EXPECT_EQ(codes(screen), (QStringList{"3", "5"}));
+        goToGroup(screen, 1);
+        EXPECT_EQ(codes(screen), QStringList());
+        EXPECT_FALSE(screen.EDit_BTN->isEnabled());
+        EXPECT_FALSE(screen.Del_BTN->isEnabled());
+    });
+}
+
+TEST_F(ItemList, TheGroupSearchMovesToTheFirstNameThatBeginsWithTheText)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        EXPECT_EQ(screen.Groups->SearchGroup_EDT->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        Keys::press(&screen, Qt::Key_F11, Qt::ControlModifier);
+        EXPECT_TRUE(screen.Groups->SearchGroup_EDT->hasFocus());
+        EXPECT_EQ(screen.Groups->SearchGroup_EDT->text(), QString());
+        Keys::type(screen.Groups->SearchGroup_EDT, u"اضا"_qs);
+        EXPECT_EQ(screen.Groups->CurrentCode(), 2);
+        EXPECT_EQ(codes(screen), (QStringList{"3", "4", "5"}));
+        screen.Grid()->setFocus();
+        EXPECT_EQ(screen.Groups->SearchGroup_EDT->text(), u"اضا"_qs);
+    });
+}
+
+TEST_F(ItemList, F4OpensANewItemInTheCurrentGroupAndMovesToItAfterOk)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        goToGroup(screen, 2);
+        through(&screen, Qt::Key_F4, [&](QWidget *opened) {
+            auto *editor = qobject_cast<TFiscalDeducation_Get_FRM *>(opened);
+            ASSERT_TRUE(editor);
+            EXPECT_EQ(editor->Group_CMB->Code(), 2);
+            fill(*editor, "new");
+            Keys::press(editor, Qt::Key_F3);
+        });
+        EXPECT_EQ(codes(screen), (QStringList{"3", "4", "5", "10"}));
+        EXPECT_EQ(screen.ListQuery()->asInteger("Code"), 10);
+    });
+}
+
+TEST_F(ItemList, WithoutAGroupANewItemAsksForOneFirst)
+{
+    db.run("update PayrollInfoDetail set UserCode=null");
+    db.run("delete from Deduction");
+    db.run("delete from DeductionGrp where Code<>0");
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        Keys::press(&screen, Qt::Key_F4);
+        EXPECT_EQ(messages.take(), QStringList{"MakeGroup()"});
+        db.run("insert into DeductionGrp(Code,Name) values(4,'made meanwhile')");
+        through(&screen, Qt::Key_F4, [&](QWidget *opened) {
+            EXPECT_EQ(messages.take(), QStringList{"MakeGroup()"});
+            EXPECT_TRUE(qobject_cast<TFiscalDeducation_Get_FRM *>(opened));
+        });
+    });
+}
+
+TEST_F(ItemList, AnEmptyGroupTableOpensAndAsksForAGroup)
+{
+    db.run("delete from Fiscal");
+    db.run("delete from FiscalGrp");
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        EXPECT_EQ(codes(screen), QStringList());
+        Keys::press(&screen, Qt::Key_F4);
+        EXPECT_EQ(messages.take(), QStringList{"MakeGroup()"});
+    });
+}
+
+TEST_F(ItemList, F5AndADoubleClickEditTheCurrentItem)
+{
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        goTo(screen, 8);
+        through(&screen, Qt::Key_F5, [&](QWidget *opened) {
+            auto *editor = qobject_cast<TFiscalDeducation_Get_FRM *>(opened);
+            ASSERT_TRUE(editor);
+            EXPECT_EQ(editor->Part(), cspDeduction);
+            EXPECT_EQ(editor->Code_EDT->GetText(), "8");
+            Keys::retype(editor->Title_EDT, "renamed");
+            Keys::press(editor, Qt::Key_F3);
+        });
+        EXPECT_EQ(screen.ListQuery()->asString("Title"), "renamed");
+        Keys::runModal(
+            [&] {
+                const QPoint at = screen.Grid()->visualRect(screen.Grid()->model()->index(0, 1)).center();
+                QTest::mouseClick(screen.Grid()->viewport(), Qt::LeftButton, {}, at);
+                QTest::mouseDClick(screen.Grid()->viewport(), Qt::LeftButton, {}, at);
+                return 0;
+            },
+            [&](QWidget *opened) {
+                auto *editor = qobject_cast<TFiscalDeducation_Get_FRM *>(opened);
+                ASSERT_TRUE(editor);
+                EXPECT_EQ(editor->Code_EDT->GetText(), "6");
+                Keys::press(editor, Qt::Key_Escape);
+            });
+    });
+}
+
+TEST_F(ItemList, F7DeletesAfterTheQuestionAndLogsIt)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        goTo(screen, 4);
+        messages.answer({No, Yes});
+        Keys::press(&screen, Qt::Key_F7);
+        EXPECT_EQ(codes(screen).size(), 5);
+        EXPECT_EQ(events(), "");
+        Keys::press(&screen, Qt::Key_F7);
+        EXPECT_EQ(codes(screen), (QStringList{"1", "2", "3", "5"}));
+        EXPECT_EQ(events(), "804|3|4");
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDeleteRow()"}));
+    });
+}
+
+TEST_F(ItemList, ADeletedDeductionIsLoggedUnderThePartOfTheEarnings)
+{
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        goTo(screen, 8);
+        messages.answer({Yes});
+        Keys::press(&screen, Qt::Key_F7);
+        EXPECT_EQ(codes(screen), (QStringList{"6", "7", "9"}));
+    });
+    EXPECT_EQ(events(), "804|3|8");
+}
+
+TEST_F(ItemList, AnItemInUseIsNotDeleted)
+{
+    bind(3, 2);
+    db.run("insert into tmpstaffFiscal(ItemCode) values(3)");
+    db.run("insert into tmpsalarybilldetail(itemcode) values(4)");
+    db.run("insert into tmpstaffdeduction(ItemCode) values(8)");
+    db.run("insert into tmpsalarybilldetail(itemcode) values(9)");
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        for (const int code : {2, 3, 4}) {
+            goTo(screen, code);
+            screen.General_Search->setFocus();
+            Keys::press(&screen, Qt::Key_F7);
+            EXPECT_EQ(messages.take(), QStringList{u"MsgHasSubRecords(مزايا)"_qs}) << code;
+            EXPECT_TRUE(screen.Grid()->hasFocus());
+        }
+    });
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        for (const int code : {6, 8, 9}) { // 6 is the settings' insurance deduction
+            goTo(screen, code);
+            Keys::press(&screen, Qt::Key_F7);
+            EXPECT_EQ(messages.take(), QStringList{u"MsgHasSubRecords(کسورات)"_qs}) << code;
+        }
+    });
+    EXPECT_EQ(db.text("select count(*) from Fiscal"), "5");
+    EXPECT_EQ(db.text("select count(*) from Deduction"), "4");
+    EXPECT_EQ(events(), "");
+}
+
+TEST_F(ItemList, AnItemBoundMeanwhileIsNotDeletedEither)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        goTo(screen, 5);
+        bind(9, 5); // the list does not know yet
+        messages.answer({Yes});
+        Keys::press(&screen, Qt::Key_F7);
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(مزايا)"_qs}));
+        EXPECT_EQ(codes(screen).size(), 5);
+        EXPECT_EQ(screen.ListQuery()->asInteger("PayrollCode"), 9); // read anew
+    });
+}
+
+TEST_F(ItemList, AFaultAtAnyStatementOfADeleteIsToldAndTheScreenStays)
+{
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        for (int n = 1; n < 30; ++n) {
+            goTo(screen, 8);
+            messages.answer({Yes});
+            messages.take();
+            db.failStatement(n, TFault::ConnectionLost);
+            Keys::press(&screen, Qt::Key_F7);
+            const bool done = db.statementCount() < n;
+            db.failStatement(0);
+            if (done) {
+                EXPECT_GE(n, 4);
+                EXPECT_EQ(db.text("select count(*) from Deduction where Code=8"), "0");
+                return;
+            }
+            EXPECT_FALSE(messages.take().isEmpty()) << n;
+            EXPECT_TRUE(screen.isVisible());
+            if (db.text("select count(*) from Deduction where Code=8") == "0")
+                db.run("insert into Deduction(Code,GrpCode,CalcType,Title,Cost) values(8,6,0,'again',300)");
+            Keys::press(&screen, Qt::Key_F11, Qt::ControlModifier);
+            goToGroup(screen, 6);
+            goToGroup(screen, 0); // reads the list anew
+        }
+        ADD_FAILURE() << "the delete never ran through";
+    });
+}
+
+TEST_F(ItemList, ADeleteNeedsTheRightOfItsKind)
+{
+    Clerk clerk(db);
+    clerk.grant(804, 3);
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        Keys::press(&screen, Qt::Key_F7);
+        EXPECT_EQ(messages.take(), QStringList{"MsgNoPermission()"});
+        EXPECT_EQ(codes(screen).size(), 4);
+    });
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        goTo(screen, 4);
+        messages.answer({Yes});
+        Keys::press(&screen, Qt::Key_F7);
+        EXPECT_EQ(messages.take(), QStringList{"MsgDeleteRow()"});
+        EXPECT_EQ(codes(screen).size(), 4);
+    });
+}
+
+TEST_F(ItemList, F11PicksAGroupOfTheKind)
+{
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        through(&screen, Qt::Key_F11, [&](QWidget *picker) {
+            EXPECT_EQ(picker->objectName(), "TGroupList_FRM");
+            Keys::press(picker, Qt::Key_End);
+            Keys::press(picker, Qt::Key_Return);
+        });
+        EXPECT_EQ(screen.Groups->CurrentCode(), 6);
+        EXPECT_EQ(codes(screen), (QStringList{"8", "9"}));
+    });
+}
+
+TEST_F(ItemList, TheGroupMenuKeepsTheGroupsOfTheKind)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        TGroup_Pane *groups = screen.Groups;
+        const auto triggered = [&](QAction *action, const QString &name) {
+            Keys::runModal(
+                [&] {
+                    action->trigger();
+                    return 0;
+                },
+                [&](QWidget *editor) {
+                    Keys::retype(Keys::find<TSmartEdit_ZLM>(editor, "Name_EDT"), name);
+                    Keys::press(editor, Qt::Key_F3);
+                });
+            messages.take();
+        };
+        triggered(groups->GNew_PMI, "third");
+        EXPECT_EQ(groups->CurrentCode(), 3); // the last row
+        EXPECT_EQ(codes(screen), QStringList());
+        triggered(groups->GEdit_PMI, "renamed");
+        EXPECT_EQ(groups->CurrentCode(), 3);
+        EXPECT_EQ(Entity_DM->GroupList_QUR->asString("Name"), "renamed");
+        messages.answer({Yes});
+        groups->GDelete_PMI->trigger();
+        EXPECT_EQ(Entity_DM->GroupList_QUR->recordCount(), 3);
+    });
+    EXPECT_EQ(db.text("select count(*) from FiscalGrp where Name='renamed'"), "0");
+    EXPECT_EQ(events(), "816|3|renamed");
+}
+
+TEST_F(ItemList, AGroupOfDeductionsIsDeletedUnderThePartOfTheDeductions)
+{
+    db.run("insert into DeductionGrp(Code,Name) values(7,'empty')");
+    Clerk clerk(db);
+    clerk.grant(817, 3);
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        goToGroup(screen, 7);
+        screen.Groups->GDelete_PMI->trigger();
+        EXPECT_EQ(messages.take(), QStringList{"MsgNoPermission()"});
+        clerk.grant(805, 3);
+        messages.answer({Yes});
+        screen.Groups->GDelete_PMI->trigger();
+        EXPECT_EQ(Entity_DM->GroupList_QUR->recordCount(), 3);
+    });
+    EXPECT_EQ(events(), "805|3|empty");
+    EXPECT_EQ(db.text("select count(*) from DeductionGrp where Code=7"), "0");
+}
+
+TEST_F(ItemList, AGroupInUseAndTheAllGroupsRowAreNotDeleted)
+{
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        goToGroup(screen, 6);
+        messages.answer({Yes});
+        screen.Groups->GDelete_PMI->trigger();
+        EXPECT_EQ(messages.take().last().section('(', 0, 0), "MsgHasSubRecords");
+        goToGroup(screen, 0);
+        screen.Groups->GDelete_PMI->trigger();
+        EXPECT_EQ(messages.take().size(), 1);
+    });
+    EXPECT_EQ(db.text("select count(*) from DeductionGrp"), "3");
+}
+
+TEST_F(ItemList, AGroupThatAnotherWorkstationDeletedIsNotLostOnTheUser)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        db.run("insert into FiscalGrp(Code,Name) values(9,'short-lived')");
+        Keys::runModal(
+            [&] {
+                screen.Groups->GNew_PMI->trigger();
+                return 0;
+            },
+            [](QWidget *editor) { Keys::press(editor, Qt::Key_Escape); });
+        messages.take();
+        screen.Groups->Reread(true);
+        EXPECT_EQ(screen.Groups->CurrentCode(), 9);
+        db.run("delete from FiscalGrp where Code=9");
+        screen.Groups->GEdit_PMI->trigger();
+        EXPECT_EQ(messages.take(), QStringList{"MsgRecordGone()"});
+        EXPECT_NE(screen.Groups->CurrentCode(), 9);
+        EXPECT_EQ(Entity_DM->GroupList_QUR->recordCount(), 3);
+    });
+}
+
+TEST_F(ItemList, AFaultWhileOpeningIsTold)
+{
+    for (int n = 1; n <= 3; ++n) {
+        TFiscalDeducation_List_FRM screen(fmBrowse, 0, {});
+        db.failStatement(n, TFault::ConnectionLost);
+        work(screen, [&] {
+            db.failStatement(0);
+            EXPECT_FALSE(messages.take().isEmpty()) << n;
+            Keys::press(&screen, Qt::Key_Escape);
+        });
+    }
+}

@@ -1,0 +1,455 @@
+#include "staff/Screens.h"
+
+#include "host/BaseFrame_PKG/General_Search_Frame.h"
+#include "host/BaseFrame_PKG/Range_Date_Search_Frame.h"
+#include "host/BaseFrame_PKG/Tab_Search_Frame.h"
+#include "host/Component_ZLM/PictureBox_ZLM.h"
+#include "host/NewBaseForms_PKG/GroupPane_UNT.h"
+#include "host/NewBaseForms_PKG/Groups_UNT.h"
+#include "host/NewBaseForms_PKG/ListPrinter.h"
+#include "staff/StaffList_UNT.h"
+
+#include <QBuffer>
+#include <QMenu>
+#include <QTabBar>
+#include <QTest>
+
+using enum TAnswer;
+
+namespace {
+
+class StaffList : public StaffScreens {
+protected:
+    StaffList()
+    {
+        add(1, u"علی"_qs, u"احمدی"_qs, "CoDate='1400/01/01', StaffGroup=1");
+        add(2, u"رضا"_qs, u"کریمی"_qs, "CoDate='1401/06/15', StaffGroup=2, LeaveDate='1403/01/01'");
+        add(3, u"مریم"_qs, u"يزدي"_qs, "CoDate='1402/03/20', StaffGroup=2, Sex=1, IsMarried=1, Degree=4");
+    }
+    int with(TFormMode mode, const std::function<void(TStaffList_FRM &)> &work)
+    {
+        TStaffList_FRM list(mode, {});
+        return Keys::runModal([&] { return list.exec(); },
+                              [&](QWidget *screen) {
+                                  Keys::waitFor([&] { return screen->isActiveWindow(); });
+                                  work(list);
+                              });
+    }
+    static QString codes(TStaffList_FRM &list)
+    {
+        QStringList found;
+        TQuery *query = list.ListQuery();
+        for (int row = 0; row < query->recordCount(); ++row)
+            found << QString::number(query->keyAt(row));
+        return found.join(' ');
+    }
+    /// Presses a key and works in the screen of this kind that it opens.
+    template <class Screen>
+    void inScreen(QWidget &window, Qt::Key key, const std::function<void(Screen &)> &work)
+    {
+        Keys::runModal(
+            [&] {
+                Keys::press(&window, key);
+                return 0;
+            },
+            [&](QWidget *screen) {
+                Keys::waitFor([&] { return screen->isActiveWindow(); });
+                work(dynamic_cast<Screen &>(*screen));
+            });
+    }
+    static void toGroup(TStaffList_FRM &list, int row)
+    {
+        list.Groups->Grid->setFocus();
+        Keys::press(&list, Qt::Key_Home, Qt::ControlModifier);
+        for (int i = 0; i < row; ++i)
+            Keys::press(&list, Qt::Key_Down);
+    }
+};
+
+} // namespace
+
+TEST_F(StaffList, ItShowsEverybodyAtTheLastRow)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        EXPECT_EQ(list.objectName(), "TStaffList_FRM");
+        EXPECT_EQ(list.windowTitle(), u"لیست کارمندان"_qs);
+        EXPECT_EQ(codes(list), "1 2 3");
+        EXPECT_EQ(list.ListQuery()->asInteger("Code"), 3);
+        EXPECT_EQ(list.Groups->CurrentCode(), 0);
+        EXPECT_FALSE(list.Select_BTN->isEnabled());
+        Keys::picture(&list, "staff_list");
+    });
+}
+
+TEST_F(StaffList, TheGridAndTheSearchHaveTheirTitles)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        EXPECT_EQ(list.Grid()->objectName(), "Staff_List_GRD");
+        const QList<TGridColumn> &columns = list.Grid()->Model()->columns();
+        QStringList titles;
+        for (const TGridColumn &column : columns)
+            titles << column.field + '=' + column.caption;
+        const QStringList expected = {u"Code=کد"_qs,
+                                      u"CoDate=تاریخ استخدام"_qs,
+                                      u"fullnameTitle=نام و نام خانوادگی"_qs,
+                                      u"PersonnelCode=کد پرسنلی"_qs,
+                                      u"CardNumber=شماره کارت"_qs,
+                                      u"DegreeTitle=مدرک"_qs,
+                                      u"Major=رشته تحصیلی"_qs,
+                                      u"InsuranceNumber=کد بیمه"_qs,
+                                      u"MilitaryTitle=وضعیت نظام وظیفه"_qs,
+                                      u"IsMarriedTitle=وضعیت تاهل"_qs,
+                                      u"SexTitle=جنسیت"_qs,
+                                      u"LeaveDate=تاریخ ترک کار"_qs,
+                                      u"Add1=آدرس"_qs,
+                                      u"Mob=شماره موبایل"_qs,
+                                      u"Tel1=تلفن"_qs,
+                                      u"Comment=شرح"_qs,
+                                      u"BankTitle=بانک"_qs,
+                                      u"AccountNumber=شماره حساب"_qs,
+                                      u"Department=محل خدمت"_qs,
+                                      u"BirthPlace=محل تولد"_qs,
+                                      u"BirthDate=تاریخ تولد"_qs,
+                                      u"IDNumber=شماره شناسنامه"_qs,
+                                      u"FatherName=نام پدر"_qs,
+                                      u"NationalID=کد ملی"_qs,
+                                      u"UserCreated=کاربر ایجاد کننده"_qs,
+                                      u"UserModified=کاربر تغییر دهنده"_qs,
+                                      u"CreatedDateTime=زمان ایجاد"_qs,
+                                      u"ModifiedDateTime=زمان تغییر"_qs};
+        EXPECT_EQ(titles, expected);
+        QStringList searches;
+        for (const TSearchItem &item : list.ZelmoSearchManager1->Items()) {
+            searches << item.caption;
+            EXPECT_GE(list.ListQuery()->fieldIndex(item.field), 0) << item.field.toStdString();
+        }
+        const QStringList expectedSearches = {u"کد ملی"_qs,
+                                              u"نام پدر"_qs,
+                                              u"شماره شناسنامه"_qs,
+                                              u"تاریخ تولد"_qs,
+                                              u"محل تولد"_qs,
+                                              u"محل خدمت"_qs,
+                                              u"شماره حساب"_qs,
+                                              u"بانک"_qs,
+                                              u"شماره تلفن"_qs,
+                                              u"شماره موبایل"_qs,
+                                              u"آدرس"_qs,
+                                              u"تاریخ ترک کار"_qs,
+                                              u"جنسیت"_qs,
+                                              u"وضعت تاهل"_qs,
+                                              u"وضعیت نظام وظیفه"_qs,
+                                              u"شماره بیمه"_qs,
+                                              u"رشته تحصیلی"_qs,
+                                              u"مدرک"_qs,
+                                              u"شماره کارت"_qs,
+                                              u"کد پرسنلی"_qs,
+                                              u"نام و نام خانوادگی"_qs,
+                                              u"تاریخ استخدام"_qs,
+                                              u"کد"_qs,
+                                              u"شرح"_qs,
+                                              u"کاربر ایجاد کننده"_qs,
+                                              u"کاربر تغییر دهنده"_qs,
+                                              u"زمان ایجاد"_qs,
+                                              u"زمان تغییر"_qs};
+        EXPECT_EQ(searches, expectedSearches);
+        const QList<std::pair<TSmartButton_ZLM *, QString>> buttons = {
+            {list.New_BTN, u"جدید F4"_qs},
+            {list.EDit_BTN, u"ویرایش F5"_qs},
+            {list.Del_BTN, u"حذف F7"_qs},
+            {list.Select_BTN, u"انتخاب Enter"_qs},
+            {list.PrintList_BTN, u"پیش نمایش ليست F9"_qs},
+            {list.EXit_BTN, u"خروج Esc"_qs},
+            {list.ShowPicture_BTN, u"µ"_qs},
+            {list.Groups->Group_BTN, u"گروه کارمندان F11"_qs}};
+        for (const auto &[button, caption] : buttons)
+            EXPECT_EQ(button->text(), caption);
+        EXPECT_EQ(list.Groups->Grid->objectName(), "StaffGroup_GRD");
+        EXPECT_EQ(list.Groups->Grid->Model()->columns().first().caption, u"نام گروه"_qs);
+    });
+}
+
+TEST_F(StaffList, EveryDetailFieldFindsByTheDatabase)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        for (int i = 0; i < list.ZelmoSearchManager1->Items().size(); ++i) {
+            list.General_Search->Field_CMB()->setCurrentIndex(i);
+            Keys::retype(list.General_Search->Search_EDT(), u"هیچ1"_qs);
+            EXPECT_TRUE(Keys::waitFor([&] { return list.ListQuery()->recordCount() == 0; }))
+                << list.ZelmoSearchManager1->Items()[i].caption.toStdString();
+            Keys::retype(list.General_Search->Search_EDT(), {});
+            EXPECT_TRUE(Keys::waitFor([&] { return list.ListQuery()->recordCount() == 3; }));
+        }
+        EXPECT_EQ(messages.take(), QStringList());
+    });
+}
+
+TEST_F(StaffList, SearchingFindsBothFormsOfYeh)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        Keys::type(list.General_Search->Search_EDT(), u"یزدی"_qs);
+        EXPECT_TRUE(Keys::waitFor([&] { return codes(list) == "3"; }));
+    });
+}
+
+TEST_F(StaffList, AGroupNarrowsTheListAndTheGroupOfAllDoesNot)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        toGroup(list, 2);
+        EXPECT_EQ(list.Groups->CurrentCode(), 2);
+        EXPECT_EQ(codes(list), "2 3");
+        db.clearTrace();
+        toGroup(list, 0);
+        EXPECT_EQ(codes(list), "1 2 3");
+        EXPECT_FALSE(db.trace().last().contains("StaffGroup ="));
+    });
+}
+
+TEST_F(StaffList, TheTabsShowAllTheEmployedAndThoseWhoLeft)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        press(list, Qt::Key_2, Qt::ControlModifier);
+        EXPECT_EQ(codes(list), "1 3");
+        press(list, Qt::Key_3, Qt::ControlModifier);
+        EXPECT_EQ(codes(list), "2");
+        toGroup(list, 1);
+        EXPECT_EQ(codes(list), "");
+        EXPECT_FALSE(list.EDit_BTN->isEnabled());
+        press(list, Qt::Key_1, Qt::ControlModifier);
+        EXPECT_EQ(codes(list), "1");
+        EXPECT_EQ(list.Tab_Search->CurrentTab(), 0);
+        Keys::picture(&list, "staff_list_group");
+    });
+}
+
+TEST_F(StaffList, ARangeOfEmploymentDatesNarrowsTheList)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        Keys::type(list.Range_Date_Search->FromDate_EDT(), "14010101");
+        EXPECT_TRUE(Keys::waitFor([&] { return codes(list) == "2 3"; }));
+        Keys::type(list.Range_Date_Search->ToDate_EDT(), "14011229");
+        EXPECT_TRUE(Keys::waitFor([&] { return codes(list) == "2"; }));
+    });
+}
+
+TEST_F(StaffList, TheGroupSearchBoxShowsItsHintInGreyAndMovesToTheGroup)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        TSmartEdit_ZLM *box = list.Groups->SearchGroup_EDT;
+        EXPECT_EQ(box->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        EXPECT_EQ(box->palette().color(QPalette::Text), QColor(Qt::gray));
+        press(list, Qt::Key_F11, Qt::ControlModifier);
+        EXPECT_TRUE(box->hasFocus());
+        EXPECT_NE(box->palette().color(QPalette::Text), QColor(Qt::gray));
+        Keys::type(box, u"تو"_qs);
+        EXPECT_EQ(list.Groups->CurrentCode(), 2);
+        Keys::retype(box, {});
+        list.Grid()->setFocus();
+        EXPECT_EQ(box->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        EXPECT_EQ(box->palette().color(QPalette::Text), QColor(Qt::gray));
+        EXPECT_EQ(list.Groups->CurrentCode(), 2);
+    });
+}
+
+TEST_F(StaffList, ANewEmployeeOpensInTheCurrentGroupAndTheListMovesToItsLastRow)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        toGroup(list, 2);
+        inScreen<TStaffGet_FRM>(list, Qt::Key_F4, [&](TStaffGet_FRM &editor) {
+            EXPECT_EQ(editor.Mode(), fmNew);
+            EXPECT_EQ(editor.Part(), cspStaff);
+            EXPECT_EQ(editor.StaffGroup_CMB->Code(), 2);
+            type(editor, editor.Name_EDT, "new");
+            type(editor, editor.LastName_EDT, "one");
+            press(editor, Qt::Key_F3);
+        });
+        EXPECT_EQ(codes(list), "2 3 4");
+        EXPECT_EQ(list.ListQuery()->asInteger("Code"), 4);
+    });
+}
+
+TEST_F(StaffList, WithoutAGroupOfItsOwnTheUserIsSentToTheGroups)
+{
+    db.run("delete from Staff");
+    db.run("delete from StaffGroup where Code>0");
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        inScreen<TGroupList_FRM>(list, Qt::Key_F4,
+                                 [&](TGroupList_FRM &groups) { press(groups, Qt::Key_Escape); });
+        EXPECT_EQ(messages.take(), QStringList("MakeGroup()"));
+        EXPECT_EQ(codes(list), "");
+    });
+}
+
+TEST_F(StaffList, AnEmployeeIsEditedAndTheListReadAnew)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        press(list, Qt::Key_Up);
+        inScreen<TStaffGet_FRM>(list, Qt::Key_F5, [&](TStaffGet_FRM &editor) {
+            EXPECT_EQ(editor.Mode(), fmEdit);
+            EXPECT_EQ(editor.Code_EDT->GetText(), "2");
+            type(editor, editor.Name_EDT, "changed");
+            press(editor, Qt::Key_F3);
+        });
+        EXPECT_EQ(list.ListQuery()->asInteger("Code"), 2);
+        EXPECT_EQ(list.ListQuery()->asString("fullnameTitle"), u"changed کریمی"_qs);
+    });
+}
+
+TEST_F(StaffList, DeletingAsksLogsAndDeletes)
+{
+    addMember(1, 3, "working", "tmpStaffFamily");
+    messages.answer({No, Yes});
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        press(list, Qt::Key_F7);
+        EXPECT_EQ(codes(list), "1 2 3");
+        press(list, Qt::Key_F7);
+        EXPECT_EQ(codes(list), "1 2");
+    });
+    EXPECT_EQ(messages.take(), QStringList({"MsgDeleteRow()", "MsgDeleteRow()"}));
+    EXPECT_EQ(db.rows("select SoftwarePart,Permission,EventText from UserEvent"), "806|3|3");
+    EXPECT_EQ(working(), "");
+}
+
+TEST_F(StaffList, AnEmployeeOpenInAnEditorIsNotDeleted)
+{
+    db.run("insert into CodeLock_TBL(Code,Status,Com_Index) values('3',806,2)");
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        press(list, Qt::Key_F7);
+        EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_qs));
+        EXPECT_EQ(codes(list), "1 2 3");
+    });
+    EXPECT_EQ(db.text("select count(*) from UserEvent"), "0");
+}
+
+TEST_F(StaffList, AnEmployeeWithOrdersIsNotDeleted)
+{
+    db.run("insert into Recruitment(Code,StaffCode,DoDate) values(1,3,'1402/06/01')");
+    messages.answer({Yes});
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        press(list, Qt::Key_F7);
+        EXPECT_EQ(messages.take(), QStringList({"MsgDeleteRow()", u"MsgHasSubRecords(کارمند)"_qs}));
+        EXPECT_EQ(codes(list), "1 2 3");
+    });
+}
+
+TEST_F(StaffList, DeletingNeedsItsRightAndARow)
+{
+    UserInfo = TUserInfo{7, "other", "other", false, true};
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        press(list, Qt::Key_F7);
+        EXPECT_EQ(messages.take().size(), 1); // the host told about the refusal
+        EXPECT_EQ(codes(list), "1 2 3");
+        db.run("delete from Staff");
+        toGroup(list, 1);
+        press(list, Qt::Key_F7);
+        EXPECT_EQ(messages.take(), QStringList());
+    });
+}
+
+TEST_F(StaffList, SelectingKeepsTheEmployeeForTheCaller)
+{
+    TStaffList_FRM list(fmSelect, {});
+    const int result = Keys::runModal([&] { return list.exec(); },
+                                      [&](QWidget *) {
+                                          EXPECT_TRUE(list.Select_BTN->isEnabled());
+                                          Keys::press(&list, Qt::Key_Up);
+                                          Keys::press(&list, Qt::Key_Return);
+                                      });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(list.SelectedCode, 2);
+    EXPECT_EQ(list.SelectedStaffGroup, 2);
+    EXPECT_EQ(list.SelectedFullName, u"رضا کریمی"_qs);
+}
+
+TEST_F(StaffList, ADoubleClickEditsWhenNothingIsToBeSelected)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        const QModelIndex index = list.Grid()->model()->index(0, 2);
+        Keys::runModal(
+            [&] {
+                const QPoint at = list.Grid()->visualRect(index).center();
+                QTest::mouseClick(list.Grid()->viewport(), Qt::LeftButton, {}, at);
+                QTest::mouseDClick(list.Grid()->viewport(), Qt::LeftButton, {}, at);
+                return 0;
+            },
+            [&](QWidget *screen) {
+                EXPECT_EQ(dynamic_cast<TStaffGet_FRM &>(*screen).Code_EDT->GetText(), "1");
+            });
+    });
+}
+
+TEST_F(StaffList, GroupsAreKeptThroughTheHost)
+{
+    messages.answer({Yes});
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        Keys::runModal(
+            [&] {
+                list.Groups->GNew_PMI->trigger();
+                return 0;
+            },
+            [&](QWidget *screen) {
+                auto &editor = dynamic_cast<TGroupGet_FRM &>(*screen);
+                Keys::type(editor.Name_EDT, u"فروش"_qs);
+                Keys::press(&editor, Qt::Key_F3);
+            });
+        EXPECT_EQ(list.Groups->CurrentCode(), 3); // the last row
+        EXPECT_EQ(codes(list), "");
+        messages.take();
+        list.Groups->GDelete_PMI->trigger();
+        EXPECT_EQ(messages.take().value(0), "MsgDeleteRow()");
+    });
+    EXPECT_EQ(db.text("select count(*) from StaffGroup"), "3");
+}
+
+TEST_F(StaffList, F11OpensTheGroupsAndMovesToTheChosenOne)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        inScreen<TGroupList_FRM>(list, Qt::Key_F11, [&](TGroupList_FRM &groups) {
+            Keys::picture(&groups, "staff_groups");
+            press(groups, Qt::Key_Return);
+        });
+        EXPECT_EQ(list.Groups->CurrentCode(), 2);
+        EXPECT_EQ(codes(list), "2 3");
+    });
+}
+
+TEST_F(StaffList, ThePicturePanelFollowsTheRows)
+{
+    QImage image(40, 50, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    ASSERT_TRUE(image.save(&buffer, "jpeg"));
+    db.run(u"update Staff set Picture=x'%1' where Code=2"_qs.arg(QString::fromLatin1(bytes.toHex())));
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        EXPECT_FALSE(list.Pic_Show->isVisible());
+        EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"نمايش تصوير"_qs);
+        EXPECT_EQ(list.ShowPicture_BTN->palette().color(QPalette::ButtonText), QColor(Qt::black));
+        list.ShowPicture_BTN->click();
+        EXPECT_TRUE(list.Pic_Show->isVisible());
+        EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"عدم نمايش تصوير"_qs);
+        EXPECT_EQ(list.ShowPicture_BTN->palette().color(QPalette::ButtonText), QColor(82, 82, 82));
+        EXPECT_TRUE(list.Pic_IMG->isEmpty());
+        list.Grid()->setFocus();
+        press(list, Qt::Key_Up);
+        EXPECT_TRUE(list.Pic_IMG->isEmpty()); // the row first, its picture after it
+        EXPECT_TRUE(Keys::waitFor([&] { return !list.Pic_IMG->isEmpty(); }));
+        EXPECT_TRUE(list.Pic_IMG2->isEmpty());
+        Keys::picture(&list, "staff_list_pictures");
+        press(list, Qt::Key_Down);
+        EXPECT_TRUE(Keys::waitFor([&] { return list.Pic_IMG->isEmpty(); }));
+        QTest::mouseClick(Keys::child(&list, "ClosePicture_BTN"), Qt::LeftButton);
+        EXPECT_FALSE(list.Pic_Show->isVisible());
+        EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"نمايش تصوير"_qs);
+    });
+}
+
+TEST_F(StaffList, TheListIsPreviewed)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        inScreen<TListPreview_FRM>(list, Qt::Key_F9, [&](TListPreview_FRM &preview) {
+            EXPECT_EQ(preview.PageCount(), 1);
+            Keys::picture(&preview, "staff_preview");
+        });
+    });
+}
