@@ -163,30 +163,48 @@ private:
                 m_staff.FillDataStaff(code);
                 return !m_staff.StaffGet_QUR->isEmpty();
             });
-        m_staff.ClearDataTMPFamily(code);
         TStaff_Mapper employee;
         employee._Code = code;
         employee._Name = QString::fromUtf8("نام");
         employee._LastName = QString::number(code);
+        // A family member's number is not reserved: when another workstation was faster, the clerk presses the key
+        // once more and gets the next number.
+        bool saved = false;
+        for (int attempt = 1; attempt <= 20 && !saved; ++attempt)
+            saved = saveEmployee(code, employee);
+        if (saved)
+            tell("new employee", QString::number(code));
+        else
+            failed("new employee");
+        m_staff.ClearDataTMPFamily(code);
+        lock(code, cspStaff, otUnlock);
+    }
+    bool saveEmployee(int code, const TStaff_Mapper &employee)
+    {
+        m_staff.ClearDataTMPFamily(code);
         TFamilly_Mapper child;
         child._ID = m_staff.Family_GetNewCode();
         child._StaffCode = code;
         child._Name = QString::fromUtf8("فرزند");
         m_staff.Family_GetByID(-1);
-        bool saved = m_staff.TmpFamily_Insert(child);
+        if (!m_staff.TmpFamily_Insert(child))
+            return false;
         DM.ADOConnection1->BeginTrans();
-        m_staff.FillDataStaff(code);
-        saved = saved && m_staff.Staff_Insert(employee);
-        if (saved) {
-            m_staff.Family_Insert(code);
-            DM.ADOConnection1->CommitTrans();
-            tell("new employee", QString::number(code));
-        } else {
-            failed("new employee");
-            DM.ADOConnection1->RollbackTrans();
+        try {
+            m_staff.FillDataStaff(code);
+            if (m_staff.Staff_Insert(employee)) {
+                m_staff.Family_Insert(code);
+                DM.ADOConnection1->CommitTrans();
+                return true;
+            }
+        } catch (const TDatabaseError &error) {
+            DM.ADOConnection1->noteError(error);
         }
-        m_staff.ClearDataTMPFamily(code);
-        lock(code, cspStaff, otUnlock);
+        DM.ADOConnection1->RollbackTrans();
+        // Whatever else went wrong is told.
+        if (const auto &error = DM.ADOConnection1->lastError(); !error || error->fault() != TFault::Refused)
+            failed("new employee");
+        return false;
     }
     void editMethod()
     {

