@@ -75,6 +75,39 @@ QString BenchData::database(int methods)
     return made.value(methods);
 }
 
+QString BenchData::itemDatabase()
+{
+    static QTemporaryDir folder;
+    static const QString path = [] {
+        const QString file = folder.filePath(QStringLiteral("items.db"));
+        {
+            TConnection connection;
+            connection.openFile(file);
+        }
+        sqlite3 *db = openRaw(file);
+        exec(db, "begin");
+        exec(db, QStringLiteral("with recursive n(i) as (select 1 union all select i+1 from n where i<%1) "
+                                "insert into FiscalGrp(Code,Name) select i, 'گروه '||i||' مزایا' from n")
+                     .arg(itemGroups)
+                     .toUtf8()
+                     .constData());
+        exec(
+            db,
+            QStringLiteral(
+                "with recursive n(i) as (select 1 union all select i+1 from n where i<100000) "
+                "insert into Fiscal(Code,Title,Tax,Insurance,Comment,CalcType,GrpCode,Kol,Moin,Tafzili,Cost) "
+                "select i, 'مزایای شماره '||i, i%2, i%3=0, 'توضیح '||i, i%4, 1+i%%1, 61, 1, 2, i*1000.5 from n")
+                .arg(itemGroups)
+                .toUtf8()
+                .constData());
+        exec(db, "commit");
+        exec(db, "pragma wal_checkpoint(truncate)");
+        sqlite3_close(db);
+        return file;
+    }();
+    return path;
+}
+
 sqlite3 *BenchData::openRaw(const QString &path)
 {
     sqlite3 *db = nullptr;

@@ -4,11 +4,15 @@
 
 struct sqlite3;
 
-/// Databases of many calculation methods, made once for each size and kept for the run.
+/// Databases of many calculation methods, or of many earnings, made once for each size and kept for the run.
 namespace BenchData {
 
 /// A database file of this suite with `methods` calculation methods, 100 tax tables beside them.
 QString database(int methods);
+
+/// A database file of this suite with 100,000 earnings in itemGroups groups.
+const int itemGroups = 200;
+QString itemDatabase();
 
 /// The raw connection of a comparison: the settings that the suite itself uses (WAL, synchronous=FULL), its functions
 /// and collation registered.

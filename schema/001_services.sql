@@ -49,3 +49,9 @@ CREATE TABLE Workstation (
     LastSeen NVARCHAR(19) NULL
 )
 GO
+GO
+-- Settings that all workstations share, by number.
+CREATE TABLE CustomParam (
+    Number INT NOT NULL CONSTRAINT PK_CustomParam PRIMARY KEY,
+    Value NVARCHAR(200) NULL
+)

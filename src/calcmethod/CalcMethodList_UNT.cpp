@@ -64,8 +64,14 @@ void TCalcMethodList_FRM::DeleteRecord()
     const int code = ListQuery()->asInteger(u"Code"_qs);
     if (!BeginDelete(cspCalcMethod, QString::number(code)))
         return;
-    if (!CalcMethod_DM->CalcMethod_Delete(code))
+    DM.ADOConnection1->clearLastError();
+    if (!CalcMethod_DM->CalcMethod_Delete(code)) {
         MsgHasSubRecords(u"روش"_qs);
+        // Refused for another reason than the records that refer to it.
+        const auto &error = DM.ADOConnection1->lastError();
+        if (error && error->fault() != TFault::Refused)
+            MsgDatabaseError(*error);
+    }
     RefreshList();
 }
 

@@ -90,6 +90,7 @@ void TFiscalDeducation_Get_FRM::build()
     CostPercent_EDT->setAccessibleName(u"نرخ"_qs);
     Percent_LBL = new QLabel(u"%"_qs, this);
     Percent_LBL->setObjectName(u"Percent_LBL"_qs);
+    Percent_LBL->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     AddBeside(Cost_EDT, CostPercent_EDT);
     AddBeside(Cost_EDT, Percent_LBL);
     AddTabStop(CostPercent_EDT);
@@ -103,14 +104,18 @@ void TFiscalDeducation_Get_FRM::build()
     Comment_EDT = AddInput(grid, 5, 0, u"  &شرح :"_qs, u"Comment_EDT"_qs,
                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
 
-    // What stands alone in its line may use the whole of it.
-    for (const int line : {1, 3, 5})
+    // What stands alone in its line may use the whole of it; beside the note the title keeps most.
+    grid->setColumnStretch(1, 3);
+    QList<int> wholeLines{1, 3, 5};
+    if (isEarning())
+        wholeLines << 2;
+    for (const int line : std::as_const(wholeLines))
         if (QLayoutItem *cell = grid->itemAtPosition(line, 1)) {
             grid->removeItem(cell);
             grid->addItem(cell, line, 1, 1, -1);
         }
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs, svSaveClose);
-    resize(760, sizeHint().height());
+    resize(820, sizeHint().height());
 }
 
 // Both kinds draw from one sequence, and the code is not reserved: two users may be offered the same one, and the

@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QSplitter>
 #include <QVBoxLayout>
 
 TFiscalDeducation_List_FRM *FiscalDeducation_List_FRM = nullptr;
@@ -32,6 +33,7 @@ enum {
     ntReserved = 10251
 };
 const int noteTime = 3000; // ms
+const int groupPaneWidth = 169;
 
 const QList<TGridColumn> &columns()
 {
@@ -96,6 +98,8 @@ TFiscalDeducation_List_FRM::TFiscalDeducation_List_FRM(TFormMode mode, const QVa
     BuildGroups(Entity_DM->GroupList_QUR, u"GroupListDBList_GRD"_qs, u"نام گردوه"_qs, u"گروه F11"_qs);
     Groups->Grid->SetColumns(Entity_DM->GroupList_QUR, {{"Row", u"ردیف"_qs, 40, true, TGridColumn::RowNumber},
                                                         {"Name", u"نام گردوه"_qs, 120}});
+    resize(960, 620);
+    Center()->setSizes({groupPaneWidth, width() - groupPaneWidth});
     BuildButtons(true, false);
     connectGroups();
 }

@@ -66,7 +66,7 @@ TPayrollInfoGet_FRM::TPayrollInfoGet_FRM(TSoftwarePart part, const QVariant &cod
     : TBaseGet_FRM(part, code, mode, flag)
 {
     SetTitle(QStringLiteral(" اطلاعات پایه "));
-    resize(900, 600);
+    resize(900, 680);
     Payroll_PC = new QTabWidget(this);
     Payroll_PC->setObjectName(QStringLiteral("Payroll_PC"));
     SetPages(Payroll_PC);

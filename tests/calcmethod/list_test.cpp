@@ -205,6 +205,21 @@ TEST_F(CalcMethodList, AMethodThatOrdersReferToStaysAndTheEventIsWrittenAllTheSa
     });
 }
 
+TEST_F(CalcMethodList, ADeleteThatFailsForAnotherReasonTellsItToo)
+{
+    TCalcMethodList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        messages.answer({Yes});
+        db.failStatement(2, TFault::Locked); // behind the event's line
+        Keys::press(&list, Qt::Key_F7);
+        db.failStatement(0);
+        EXPECT_EQ(messages.take(),
+                  (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(روش)"_qs, "MsgDatabaseError()"}));
+        EXPECT_EQ(titles(), "1|one\n2|two");
+        EXPECT_EQ(events(), "813|3|2");
+    });
+}
+
 TEST_F(CalcMethodList, ChoosingGivesCodeAndTitle)
 {
     TCalcMethodList_FRM list(fmSelect, {});

@@ -1,5 +1,6 @@
 #include "support/TestDatabase.h"
 
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/database/Query.h"
 #include "support/TestServer.h"
@@ -96,10 +97,20 @@ void TestDatabase::run(const QString &sql)
     m_connection.execute(sql);
 }
 
+namespace {
+
+// An amount with all its digits, as the program writes it.
+QString shown(const QVariant &value)
+{
+    return value.typeId() == QMetaType::Double ? FloatToStr_ZLM(value.toDouble()) : value.toString();
+}
+
+} // namespace
+
 QString TestDatabase::text(const QString &sql)
 {
     const Quiet quiet(m_failAt, m_count, m_trace);
-    return m_connection.scalar(sql).toString();
+    return shown(m_connection.scalar(sql));
 }
 
 QString TestDatabase::rows(const QString &sql)
@@ -112,7 +123,7 @@ QString TestDatabase::rows(const QString &sql)
     for (query.first(); !query.eof(); query.next()) {
         QStringList cells;
         for (int i = 0; i < query.fields().size(); ++i)
-            cells.append(query.valueAt(query.position(), i).toString());
+            cells.append(shown(query.valueAt(query.position(), i)));
         lines.append(cells.join(u'|'));
     }
     return lines.join(u'\n');

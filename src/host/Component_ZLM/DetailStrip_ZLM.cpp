@@ -39,6 +39,8 @@ TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, c
         Field field{column, new QLabel(column.caption + QStringLiteral(" :"), m_box), new QLabel(m_box)};
         field.value->setObjectName(column.field + QStringLiteral("_LBL"));
         field.value->setTextFormat(Qt::PlainText); // a comment may hold "<"
+        // A number stands beside its caption, too, although it is written from left to right.
+        field.value->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
         field.value->setTextInteractionFlags(Qt::TextSelectableByMouse);
         field.value->setWordWrap(column.format == TGridColumn::Plain);
         field.value->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);

@@ -1,0 +1,31 @@
+#include "host/Declaration_PKG/Utilityclasses_unt.h"
+
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/database/Query.h"
+
+bool TParamValue::AsBoolean() const
+{
+    const QString text = m_text.trimmed();
+    return text == u"1" || text.compare(u"true", Qt::CaseInsensitive) == 0;
+}
+
+TParamValue TCustomParam::GetData(int number)
+{
+    return TParamValue(
+        DM.ADOConnection1->scalar(TStatement("select Value from CustomParam where Number=").integer(number)).toString());
+}
+
+void TCustomParam::SetData(int number, const QString &value)
+{
+    TQuery setting(DM.ADOConnection1, QStringLiteral("CustomParam_QUR"));
+    setting.setStatement(TStatement("select Number, Value from CustomParam where Number=").integer(number));
+    setting.open();
+    if (setting.isEmpty()) {
+        setting.append();
+        setting.setValue(QStringLiteral("Number"), number);
+    } else {
+        setting.edit();
+    }
+    setting.setValue(QStringLiteral("Value"), value);
+    setting.post();
+}
