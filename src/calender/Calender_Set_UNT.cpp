@@ -39,8 +39,8 @@ TCalender_Set_FRM::TCalender_Set_FRM(TSoftwarePart part, bool flag, const QStrin
     Date2_EDT = AddInput(inputs, 2, 1, u"  تا ت&اریخ :"_qs, u"Date2_EDT"_qs, new TSmartDateEdit_ZLM(this));
     StartDayHint_LBL = new QLabel(this);
     StartDayHint_LBL->setObjectName(u"StartDayHint_LBL"_qs);
-    AddBeside(StartDay_CMB, StartDayHint_LBL);
     Body()->addLayout(inputs);
+    AddBeside(StartDay_CMB, StartDayHint_LBL);
     Body()->addStretch(1);
     connect(Date1_EDT, &TSmartDateEdit_ZLM::changed, this, &TCalender_Set_FRM::showStartDayHint);
     connect(StartDay_CMB, &TSmartComboBox_ZLM::changed, this, &TCalender_Set_FRM::showStartDayHint);

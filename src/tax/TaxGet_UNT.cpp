@@ -56,7 +56,7 @@ TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mod
 void TTaxGet_FRM::build()
 {
     SetTitle(QStringLiteral("جدول مالیاتی"));
-    resize(820, 560);
+    resize(820, 640);
 
     auto *inputs = new QGridLayout;
     Title_EDT = AddInput(inputs, 0, 0, QStringLiteral("  &عنوان :"), QStringLiteral("Title_EDT"),
@@ -175,10 +175,12 @@ bool TTaxGet_FRM::moveTo(int code)
         return false;
     }
     try {
-        Tax_DM->ClearDataTempDetail(code);
         Tax_DM->TmpTax_MoveToCode(held, code);
     } catch (...) {
-        Guarded([&] { TakeCode(held); });
+        Guarded([&] {
+            TakeCode(held);
+            Tax_DM->TmpTax_OpenList(held);
+        });
         SetIdentifier(held); // the working rows are still there
         throw;
     }
@@ -245,6 +247,8 @@ bool TTaxGet_FRM::Validate()
         FocusInput(Title_EDT);
         return false;
     }
+    if (!Tax_DM->DetailList_QUR->active()) // a reading that failed closed it
+        Tax_DM->TmpTax_OpenList(Identifier());
     if (Tax_DM->DetailList_QUR->isEmpty()) {
         MsgNotEntered(QStringLiteral("سطري"));
         FocusInput(m_rows->Grid());

@@ -38,6 +38,8 @@ int TTax_DM::Tax_GetNewCode()
 
 bool TTax_DM::Tax_Insert(const TTax_Mapper &tax)
 {
+    if (!Get_QUR->active() && !Try([&] { Tax_GetByID(tax._Code); }))
+        return false;
     return Post(Get_QUR, true, [&] {
         Get_QUR->setValue("Code", tax._Code);
         Get_QUR->setValue("Title", tax._Title);
@@ -75,10 +77,10 @@ void TTax_DM::FillDataDetail(int taxCode)
 void TTax_DM::TmpTax_GetByTaxMainCode(const QVariant &taxCode)
 {
     copyToWorkingRows(taxCode);
-    openWorkingRows(taxCode);
+    TmpTax_OpenList(taxCode);
 }
 
-void TTax_DM::openWorkingRows(const QVariant &taxCode)
+void TTax_DM::TmpTax_OpenList(const QVariant &taxCode)
 {
     open(
         DetailList_QUR,
@@ -87,11 +89,20 @@ void TTax_DM::openWorkingRows(const QVariant &taxCode)
 
 void TTax_DM::TmpTax_MoveToCode(int fromCode, int toCode)
 {
-    run(Temp_QUR, TStatement("update TmpTax set TaxMainCode=")
-                      .integer(toCode)
-                      .sql(" where TaxMainCode=")
-                      .integer(fromCode));
-    openWorkingRows(toCode);
+    TConnection *connection = Temp_QUR->connection();
+    connection->BeginTrans();
+    try {
+        ClearDataTempDetail(toCode);
+        run(Temp_QUR, TStatement("update TmpTax set TaxMainCode=")
+                          .integer(toCode)
+                          .sql(" where TaxMainCode=")
+                          .integer(fromCode));
+        TmpTax_OpenList(toCode);
+        connection->CommitTrans();
+    } catch (...) {
+        connection->RollbackTrans();
+        throw;
+    }
 }
 
 void TTax_DM::TmpTax_GetById(const QVariant &id)

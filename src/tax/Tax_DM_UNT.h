@@ -47,11 +47,13 @@ public:
     bool TaxDetail_Insert(const QVariant &taxCode);
     void ClearDataDetail(int taxCode);
     void ClearDataTempDetail(int taxCode);
-    /// Gives the working rows of one tax table to another, which has none, and opens their list.
+    /// Opens the list of the working rows as they are, copying nothing.
+    void TmpTax_OpenList(const QVariant &taxCode);
+    /// Gives the working rows of one tax table to another, whose own are dropped, and opens their list. All or
+    /// nothing.
     void TmpTax_MoveToCode(int fromCode, int toCode);
 
 private:
-    void openWorkingRows(const QVariant &taxCode);
     void copyToWorkingRows(const QVariant &taxCode);
 };
 

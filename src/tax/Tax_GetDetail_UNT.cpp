@@ -26,6 +26,7 @@ TTax_GetDetail_FRM::TTax_GetDetail_FRM(const QVariant &part, const QVariant &mas
 void TTax_GetDetail_FRM::build()
 {
     SetTitle(QStringLiteral("جدول مالیاتی"));
+    resize(420, 230);
     auto *inputs = new QGridLayout;
     const auto number = [&](int row, const QString &caption, const QString &name, TSmartEdit_ZLM::Kind kind,
                             const QString &suffix) {

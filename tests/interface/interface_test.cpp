@@ -282,6 +282,25 @@ TEST_F(Interface, CallsFromElsewhereThanTheUserInterfaceThreadDoNothing)
     EXPECT_EQ(screens(), 0);
 }
 
+TEST_F(Interface, AHostInPlainCFindsAndCallsEachEntry)
+{
+    QProcess host;
+    host.start(KETEBIONPAP_BIN "/plain_host",
+               QStringList{KETEBIONPAP_BIN "/Ketebionpap_ZLM.so"} + entries() + QStringList{"NoSuchEntry"});
+    ASSERT_TRUE(host.waitForFinished());
+    EXPECT_EQ(host.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(host.exitCode(), 0) << host.readAllStandardError().toStdString();
+    QString expected;
+    for (const QString &name : entries())
+        expected += name + " 0\n";
+    EXPECT_EQ(QString::fromLatin1(host.readAllStandardOutput()), expected + "NoSuchEntry -1\n");
+
+    host.start(KETEBIONPAP_BIN "/plain_host", {KETEBIONPAP_BIN "/NoSuchModule.so", "Open_TaxList"});
+    ASSERT_TRUE(host.waitForFinished());
+    EXPECT_EQ(host.exitCode(), 1);
+    EXPECT_NE(host.readAllStandardError(), "");
+}
+
 TEST_F(Interface, WithoutAConnectionEachEntryTellsTheUserAndReturns)
 {
     TConnection *const connection = DM.ADOConnection1;

@@ -61,6 +61,7 @@ void TaxScreens::inBracket(TTaxGet_FRM &editor, Qt::Key key, Qt::KeyboardModifie
             Keys::waitFor([&] { return bracket->isActiveWindow(); });
             work(*bracket);
         });
+    editor.activateWindow();
     Keys::waitFor([&] { return editor.isActiveWindow(); });
 }
 

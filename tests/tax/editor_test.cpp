@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QScrollBar>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 using enum TAnswer;
@@ -520,12 +521,17 @@ TEST_F(TaxEditor, AFaultAtEveryStatementOfOpeningIsToldAndLeavesNothingBehind)
     table(5, "t");
     for (const int code : {5, 0}) {
         for (int statement = 1; statement < 30; ++statement) {
-            db.failStatement(statement, TFault::Locked);
             bool opened = false;
-            edit(code, [&](TTaxGet_FRM &) {
+            const std::unique_ptr<TTaxGet_FRM> editor(code == 0
+                                                          ? new TTaxGet_FRM(cspTax, false, QString())
+                                                          : new TTaxGet_FRM(cspTax, code, fmEdit, false));
+            QTimer::singleShot(0, editor.get(), [&] {
                 opened = true;
                 db.failStatement(0);
+                Keys::press(editor.get(), Qt::Key_Escape);
             });
+            db.failStatement(statement, TFault::Locked);
+            EXPECT_EQ(editor->exec(), QDialog::Rejected);
             db.failStatement(0);
             if (opened)
                 break;

@@ -43,7 +43,7 @@ TEST(TaxKillClerk, DISABLED_Saves)
     const QString path = qEnvironmentVariable("TAX_KILL_DATABASE");
     ASSERT_FALSE(path.isEmpty()) << "run by the tests of the killed editor only";
     TConnection connection;
-    connection.openFile(path);
+    TestDatabase::open(connection, path);
     DM.ADOConnection1 = &connection;
     IniOptions.Com_Index = 1;
     UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
