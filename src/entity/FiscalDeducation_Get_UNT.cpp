@@ -104,15 +104,15 @@ void TFiscalDeducation_Get_FRM::build()
     Comment_EDT = AddInput(grid, 5, 0, u"  &شرح :"_qs, u"Comment_EDT"_qs,
                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
 
-    // What stands alone in its line may use the whole of it; beside the note the title keeps most.
-    grid->setColumnStretch(1, 3);
-    QList<int> wholeLines{1, 3, 5};
+    // What is the last of its line may use the rest of it; beside the note the title keeps most.
+    grid->setColumnStretch(1, 2);
+    QList<QPoint> lastOfLine{{1, 1}, {1, 3}, {3, 4}, {1, 5}};
     if (isEarning())
-        wholeLines << 2;
-    for (const int line : std::as_const(wholeLines))
-        if (QLayoutItem *cell = grid->itemAtPosition(line, 1)) {
+        lastOfLine << QPoint(1, 2);
+    for (const QPoint &place : std::as_const(lastOfLine))
+        if (QLayoutItem *cell = grid->itemAtPosition(place.y(), place.x())) {
             grid->removeItem(cell);
-            grid->addItem(cell, line, 1, 1, -1);
+            grid->addItem(cell, place.y(), place.x(), 1, -1);
         }
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs, svSaveClose);
     resize(820, sizeHint().height());

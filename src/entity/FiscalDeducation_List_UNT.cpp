@@ -96,8 +96,8 @@ TFiscalDeducation_List_FRM::TFiscalDeducation_List_FRM(TFormMode mode, const QVa
     BelowGrid()->addWidget(new TDetailStrip_ZLM(this, u"FiscalDeducation_View"_qs, u"سطر جاری"_qs,
                                                 Entity_DM->List_QUR, detailFields(), 2));
     BuildGroups(Entity_DM->GroupList_QUR, u"GroupListDBList_GRD"_qs, u"نام گردوه"_qs, u"گروه F11"_qs);
-    Groups->Grid->SetColumns(Entity_DM->GroupList_QUR, {{"Row", u"ردیف"_qs, 40, true, TGridColumn::RowNumber},
-                                                        {"Name", u"نام گردوه"_qs, 120}});
+    Groups->Grid->SetColumns(Entity_DM->GroupList_QUR, {{"Row", u"#"_qs, 30, true, TGridColumn::RowNumber},
+                                                        {"Name", u"نام گردوه"_qs, 90}});
     resize(960, 620);
     Center()->setSizes({groupPaneWidth, width() - groupPaneWidth});
     BuildButtons(true, false);

@@ -28,6 +28,7 @@ TPayrollInfoDetail_FRM::TPayrollInfoDetail_FRM(const QVariant &part, const QVari
 {
     SetTitle(QStringLiteral(" اطلاعات پایه "));
     auto *inputs = new QGridLayout;
+    Body()->addLayout(inputs); // first: what stands beside an input is looked for in the screen's layouts
     Title1_LBL = new QLabel(this);
     Title1_LBL->setObjectName(QStringLiteral("Title1_LBL"));
     inputs->addWidget(new QLabel(QStringLiteral("  عنوان :"), this), 0, 0);
@@ -39,7 +40,6 @@ TPayrollInfoDetail_FRM::TPayrollInfoDetail_FRM(const QVariant &part, const QVari
     Code_LBL->setObjectName(QStringLiteral("Code_LBL"));
     Code_LBL->setMinimumWidth(220);
     AddBeside(FiscalDeducationCode_EDT, Code_LBL);
-    Body()->addLayout(inputs);
     connect(FiscalDeducationCode_EDT, &TSmartEdit_ZLM::exited, this, [this] { codeExit(); });
     connect(FiscalDeducationCode_EDT, &TSmartPickEdit_ZLM::pick, this, [this] { pickCode(); });
     BuildFooter(QStringLiteral("ذخیره F3"), QStringLiteral("خروج Esc"));

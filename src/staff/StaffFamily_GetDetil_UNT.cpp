@@ -1,5 +1,6 @@
 #include "staff/StaffFamily_GetDetil_UNT.h"
 
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Message_ZLM/Message_ZLM.h"
 #include "staff/Staff_DM_UNT.h"
@@ -134,7 +135,12 @@ bool TStaffFamily_GetDetil_FRM::codeIsFree()
     QueryTools::open(Staff_DM->Temp_QUR,
                      TStatement("select id from tmpStaffFamily where id=").integer(Code_EDT->GetText()));
     const int loaded = Mode() == fmNew ? 0 : Identifier().toInt();
-    if (Staff_DM->Temp_QUR->isEmpty() || Code_EDT->GetText().toInt() == loaded)
+    const bool free = Staff_DM->Temp_QUR->isEmpty() || Code_EDT->GetText().toInt() == loaded;
+    // One that was stored while this screen was open would let no save of the employee succeed.
+    const bool stored = Mode() == fmNew && !ScalerQuery(QStringLiteral("StaffFamily"), QStringLiteral("ID"),
+                                                        QStringLiteral("ID"), Code_EDT->GetText().toInt())
+                                                .isEmpty();
+    if (free && !stored)
         return true;
     MsgRepeatedField(u"کد"_qs, u"خانواده"_qs, Code_EDT, this);
     FocusInput(Code_EDT);

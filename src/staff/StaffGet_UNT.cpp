@@ -266,6 +266,9 @@ void TStaffGet_FRM::marriedChanged()
 
 void TStaffGet_FRM::leaveDateChanged()
 {
+    // The check of the dates looks at this one too, and nobody can correct it behind a clear box.
+    if (!LeaveDate_CHK->isChecked() && LeaveDate_EDT->WrongNote())
+        LeaveDate_EDT->Clear();
     LeaveDate_LBL->setEnabled(LeaveDate_CHK->isChecked());
     LeaveDate_EDT->setEnabled(LeaveDate_CHK->isChecked());
 }

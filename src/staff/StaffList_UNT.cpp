@@ -14,6 +14,7 @@
 #include "staff/StaffGet_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 
+#include <QLabel>
 #include <QMenu>
 #include <QSplitter>
 #include <QTimer>
@@ -133,6 +134,7 @@ void TStaffList_FRM::buildSearch()
     connect(Range_Date_Search, &TSearch_Frame::searchChanged, this, &TStaffList_FRM::search);
     auto *row = new QHBoxLayout;
     row->addWidget(Tab_Search, 1);
+    row->addWidget(new QLabel(employmentDate.caption, this));
     row->addWidget(Range_Date_Search);
     SearchPanel()->addLayout(row);
     ZelmoSearchManager1->SetOwnFilter([this] { return ownFilter(); });
@@ -163,6 +165,7 @@ void TStaffList_FRM::buildPictures()
 {
     Pic_Show = new QFrame(Center());
     Pic_Show->setObjectName(QStringLiteral("Pic_Show"));
+    Pic_Show->setMinimumWidth(170);
     auto *column = new QVBoxLayout(Pic_Show);
     auto *close = new TSmartButton_ZLM(u"x"_qs, Pic_Show);
     close->setObjectName(QStringLiteral("ClosePicture_BTN"));

@@ -12,19 +12,20 @@
 namespace {
 
 constexpr int familyPage = 3;
+constexpr int largestCode = 999'999'999; // codes go on counting from the largest one
 
 const QList<TGridColumn> &familyColumns()
 {
     static const QList<TGridColumn> columns = {
         {"Row", u"ردیف"_qs, 50, true, TGridColumn::RowNumber},
-        {"Name", u"نام و نام خانوادگي"_qs, 180},
+        {"Name", u"نام و نام خانوادگي"_qs, 130},
         {"TypeTitle", u"نسبت"_qs, 70},
         {"SexTitle", u"جنسیت"_qs, 60},
         {"BirthDate", u"تاریخ تولد"_qs, 90, true, TGridColumn::Code},
-        {"InsuranceNumber", u"کد بیمه"_qs, 110, true, TGridColumn::Code},
+        {"InsuranceNumber", u"کد بیمه"_qs, 100, true, TGridColumn::Code},
         {"Deathtitle", u"فوت"_qs, 50},
         {"DeathDate", u"تاریخ فوت"_qs, 90, true, TGridColumn::Code},
-        {"Comment", u"شرح"_qs, 110},
+        {"Comment", u"شرح"_qs, 90},
     };
     return columns;
 }
@@ -44,7 +45,7 @@ void TStaffGet_FRM::build()
     GuardPage(familyPage, cspStaff, cpStaffFamilyPage);
     Body()->addWidget(Staff_PC, 1);
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs);
-    resize(860, 520);
+    resize(900, 520);
 }
 
 void TStaffGet_FRM::buildGeneral()
@@ -68,6 +69,7 @@ void TStaffGet_FRM::buildGeneral()
     };
     Code_EDT = AddInput(page, 0, 0, u"  &کد :"_qs, QStringLiteral("Code_EDT"),
                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15));
+    Code_EDT->SetRange(0, largestCode);
     Code_EDT->SetText(QStringLiteral("0"));
     StaffGroup_CMB = choice(0, 1, u"  &گروه کارمند :"_qs, "StaffGroup_CMB", {});
     Name_EDT = text(1, 0, u"  &نام :"_qs, "Name_EDT");
@@ -88,6 +90,11 @@ void TStaffGet_FRM::buildGeneral()
     OpenPictureDialog->setObjectName(QStringLiteral("OpenPictureDialog"));
     OpenPictureDialog->setOption(QFileDialog::DontUseNativeDialog);
     OpenPictureDialog->setFileMode(QFileDialog::ExistingFile);
+    OpenPictureDialog->setLabelText(QFileDialog::LookIn, u"پوشه :"_qs);
+    OpenPictureDialog->setLabelText(QFileDialog::FileName, u"نام فایل :"_qs);
+    OpenPictureDialog->setLabelText(QFileDialog::FileType, u"نوع فایل :"_qs);
+    OpenPictureDialog->setLabelText(QFileDialog::Accept, u"انتخاب"_qs);
+    OpenPictureDialog->setLabelText(QFileDialog::Reject, u"انصراف"_qs);
     OpenPictureDialog->setNameFilter(u"تصویر (*.jpg *.jpeg *.png)"_qs);
     const auto picture = [&](const QString &caption, const char *name) {
         auto *made = new TPic_Get(caption, this);

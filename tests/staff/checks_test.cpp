@@ -122,6 +122,19 @@ TEST_F(StaffChecks, DatesThatDoNotExistAreRefusedInTheirOrder)
     });
 }
 
+// Behind a clear box nobody could correct it.
+TEST_F(StaffChecks, AWrongLeaveDateGoesWithItsBox)
+{
+    with([&](TStaffGet_FRM &editor) {
+        tick(editor, editor.LeaveDate_CHK);
+        type(editor, editor.LeaveDate_EDT, "1404/13/01");
+        tick(editor, editor.LeaveDate_CHK);
+        EXPECT_TRUE(editor.LeaveDate_EDT->IsEmpty());
+        accepted(editor);
+    });
+    EXPECT_EQ(value("LeaveDate", 1), "");
+}
+
 TEST_F(StaffChecks, AGroupOfCodeZeroIsRefusedWhereverItStands)
 {
     db.run("insert into StaffGroup(Code,Name) values(-1,N'before')");

@@ -309,6 +309,18 @@ TEST_F(StaffEditor, ATypedCodeTakesItsLockAndTheWorkingRowsAlong)
     EXPECT_EQ(locks(), "");
 }
 
+TEST_F(StaffEditor, ATypedCodeLeavesRoomForTheNextOnes)
+{
+    const auto editor = newEditor();
+    messages.answer({No});
+    open(*editor, [&] {
+        type(*editor, editor->Code_EDT, "2147483647");
+        EXPECT_EQ(editor->Code_EDT->GetText(), "214748364");
+        press(*editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(locks(), "");
+}
+
 TEST_F(StaffEditor, ATypedCodeThatIsTakenComesBack)
 {
     add(5, "five", "five");

@@ -52,7 +52,10 @@ QString programOf(qint64 process)
 bool RunsHere(qint64 processId)
 {
     const qint64 own = QCoreApplication::applicationPid();
-    return processId > 0 && processId != own && programOf(processId) == programOf(own);
+    if (processId <= 0 || processId == own)
+        return false;
+    const QString program = programOf(processId);
+    return !program.isEmpty() && program == programOf(own);
 }
 
 QList<TCodeLock> ListCodeLocks()

@@ -29,7 +29,8 @@ void TIniOptions::load(const QString &fileName)
 {
     FileName = fileName.isEmpty() ? ordinaryFile() : fileName;
     bool isNumber = false;
-    const int stored = QSettings(FileName, QSettings::IniFormat).value(indexKey()).toString().toInt(&isNumber);
+    const int stored =
+        QSettings(FileName, QSettings::IniFormat).value(indexKey()).toString().toInt(&isNumber);
     IsNew = !isNumber || stored < 1;
     Com_Index = IsNew ? 1 : stored;
 }

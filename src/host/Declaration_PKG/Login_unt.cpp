@@ -247,6 +247,45 @@ TLoginResult inTransaction(Work work)
     }
 }
 
+/// Writes a user; `asFirst`: only while there is none.
+TLoginResult save(TUserInfo &user, const QString &password, bool asFirst)
+{
+    TUserInfo saved = user;
+    saved.Name = user.Name.trimmed().left(nameWidth);
+    saved.FullName = user.FullName.trimmed().left(fullNameWidth);
+    if (nameKey(saved.Name).isEmpty())
+        return TLoginResult::NameEmpty;
+    if (isWeak(password) && (saved.Code == 0 || !password.isEmpty()))
+        return TLoginResult::WeakPassword;
+    const QByteArray hash = password.isEmpty() ? QByteArray() : hashOf(password);
+    const TLoginResult result = inTransaction([&] {
+        if (asFirst && !NoUserYet())
+            return TLoginResult::NameTaken;
+        if (const auto other = accountNamed(saved.Name); other && other->user.Code != saved.Code)
+            return TLoginResult::NameTaken;
+        if (saved.Code == 0) {
+            saved.Code =
+                DM.ADOConnection1->scalar(TStatement("select isnull(max(Code),0)+1 from UserAccount"))
+                    .toInt();
+            insertUser(saved, hash);
+            return TLoginResult::Ok;
+        }
+        if (!accountOf(saved.Code))
+            return TLoginResult::NoSuchUser;
+        if ((!saved.IsAdmin || !saved.IsActive) && !anotherAdministrator(saved.Code))
+            return TLoginResult::LastAdministrator;
+        updateUser(saved);
+        if (!hash.isEmpty()) {
+            storeHash(saved.Code, hash);
+            forgetTries(saved.Code);
+        }
+        return TLoginResult::Ok;
+    });
+    if (result == TLoginResult::Ok)
+        user = saved;
+    return result;
+}
+
 } // namespace
 
 QString LoginText(const TLogin &login)
@@ -284,10 +323,8 @@ bool NoUserYet()
 
 TLoginResult CreateFirstAdministrator(const QString &name, const QString &fullName, const QString &password)
 {
-    if (!NoUserYet())
-        return TLoginResult::NameTaken;
     TUserInfo user{0, name, fullName, true, true};
-    return SaveUser(user, password);
+    return save(user, password, true);
 }
 
 TLogin LogIn(const QString &name, const QString &password)
@@ -344,38 +381,7 @@ QList<TUserInfo> ListUsers()
 
 TLoginResult SaveUser(TUserInfo &user, const QString &password)
 {
-    TUserInfo saved = user;
-    saved.Name = user.Name.trimmed().left(nameWidth);
-    saved.FullName = user.FullName.trimmed().left(fullNameWidth);
-    if (nameKey(saved.Name).isEmpty())
-        return TLoginResult::NameEmpty;
-    if (isWeak(password) && (saved.Code == 0 || !password.isEmpty()))
-        return TLoginResult::WeakPassword;
-    const QByteArray hash = password.isEmpty() ? QByteArray() : hashOf(password);
-    const TLoginResult result = inTransaction([&] {
-        if (const auto other = accountNamed(saved.Name); other && other->user.Code != saved.Code)
-            return TLoginResult::NameTaken;
-        if (saved.Code == 0) {
-            saved.Code =
-                DM.ADOConnection1->scalar(TStatement("select isnull(max(Code),0)+1 from UserAccount"))
-                    .toInt();
-            insertUser(saved, hash);
-            return TLoginResult::Ok;
-        }
-        if (!accountOf(saved.Code))
-            return TLoginResult::NoSuchUser;
-        if ((!saved.IsAdmin || !saved.IsActive) && !anotherAdministrator(saved.Code))
-            return TLoginResult::LastAdministrator;
-        updateUser(saved);
-        if (!hash.isEmpty()) {
-            storeHash(saved.Code, hash);
-            forgetTries(saved.Code);
-        }
-        return TLoginResult::Ok;
-    });
-    if (result == TLoginResult::Ok)
-        user = saved;
-    return result;
+    return save(user, password, false);
 }
 
 TLoginResult DeleteUser(int code)

@@ -12,7 +12,8 @@ bool TParamValue::AsBoolean() const
 TParamValue TCustomParam::GetData(int number)
 {
     return TParamValue(
-        DM.ADOConnection1->scalar(TStatement("select Value from CustomParam where Number=").integer(number)).toString());
+        DM.ADOConnection1->scalar(TStatement("select Value from CustomParam where Number=").integer(number))
+            .toString());
 }
 
 void TCustomParam::SetData(int number, const QString &value)

@@ -112,8 +112,16 @@ void TOdbcEngine::makeReady(const QString &text)
 {
     if (m_gone)
         throw TDatabaseError(*m_gone, QStringLiteral("the transaction was rolled back by the server"), text);
-    if (m_isDead || !m_connection)
-        connect();
+    if (m_isDead || !m_connection) {
+        try {
+            connect();
+        } catch (const TDatabaseError &error) {
+            // The place was right when the connection was opened: what is missing is the line.
+            if (error.fault() != TFault::CannotOpen)
+                throw;
+            throw TDatabaseError(TFault::ConnectionLost, error.detail(), text);
+        }
+    }
     if (m_cursor)
         m_cursor->keepRest();
 }
@@ -207,8 +215,8 @@ void TOdbcEngine::begin()
 {
     rollback();
     for (bool again = true;; again = false) {
+        makeReady({});
         try {
-            makeReady({});
             run(QStringLiteral("begin transaction"));
             break;
         } catch (const TDatabaseError &error) {
@@ -315,8 +323,8 @@ std::unique_ptr<TCursor> TOdbcEngine::select(const TBoundStatement &statement)
                                                   QRegularExpression::DotMatchesEverythingOption);
     const Odbc::TPlacedText placed = Odbc::placed(statement);
     for (bool again = !m_begun && onlyReads.match(placed.text).hasMatch();; again = false) {
+        makeReady(statement.text);
         try {
-            makeReady(statement.text);
             return std::make_unique<TOdbcCursor>(*this, start(placed.text, placed.values), placed.text);
         } catch (const TDatabaseError &error) {
             if (error.fault() != TFault::ConnectionLost || !again)
@@ -330,7 +338,7 @@ qlonglong TOdbcEngine::insert(const TBoundStatement &statement)
     if (const auto key = storedBefore(statement))
         return *key;
     return inOneTransaction([&] {
-        TInserted inserted{statement.text, statement.values, 0, {}, {}};
+        TInserted inserted{statement.text, statement.values, 0, {}, {}, {}, {}};
         const Odbc::TPlacedText placed = Odbc::placed(statement);
         const QVariant key =
             run(m_isServer ? placed.text + QStringLiteral("\nselect cast(SCOPE_IDENTITY() as bigint)")

@@ -41,9 +41,11 @@ private:
     struct TInserted {
         QString text;
         QVariantList values;
-        qlonglong key = 0;
-        QString witness; ///< counts the row; empty: it cannot be told from others
-        QVariantList witnessValues;
+        qlonglong key = 0;   ///< of the table's counter; 0: it has none
+        QString table;       ///< empty: the row cannot be told from others
+        QStringList columns; ///< that got the values, in their order
+        QStringList keys;    ///< the columns that tell the row from all others
+        QVariantList keyValues;
     };
 
     void connect();
@@ -60,6 +62,7 @@ private:
     bool isTransactionAlive();
     template <class Work>
     auto inOneTransaction(Work work);
+    static QVariantList keyValuesOf(const TInserted &inserted, const QVariantList &values);
     void identify(TInserted &inserted);
     bool isStored(const TInserted &inserted);
     bool isStoredAfterAll(const QList<TInserted> &inserted);

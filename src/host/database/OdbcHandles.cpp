@@ -104,12 +104,14 @@ TFault Odbc::faultOf(const QList<TProblem> &problems, bool connecting)
                 return entry.fault;
         }
     }
-    // Not every server of the protocol gives these two their numbers.
+    // Not every driver and server gives these their numbers.
     for (const TProblem &problem : problems) {
         if (problem.text.contains(QLatin1String("lock timeout"), Qt::CaseInsensitive))
             return TFault::Locked;
         if (problem.text.contains(QLatin1String("deadlock"), Qt::CaseInsensitive))
             return TFault::Deadlock;
+        if (problem.text.contains(QLatin1String("constraint failed"), Qt::CaseInsensitive))
+            return TFault::Refused;
     }
     for (const TProblem &problem : problems) {
         if (!isRemark(problem))

@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+
 // A commit whose answer never came may or may not have happened. The rows that the transaction inserted are its
 // witnesses: a row that is there after the line came back was saved, and is not saved a second time.
 
@@ -9,9 +11,27 @@ namespace {
 
 const qsizetype keptUncertain = 200;
 
+QString conditionOf(const QStringList &columns)
+{
+    return u'[' + columns.join(QStringLiteral("]=? and [")) + QStringLiteral("]=?");
+}
+
 } // namespace
 
-/// Finds how to tell the row from all others, and forgets a key that is none of its table's.
+// The values of the key columns among the values of an insert like this one.
+QVariantList TOdbcEngine::keyValuesOf(const TInserted &inserted, const QVariantList &values)
+{
+    QVariantList found;
+    for (const QString &key : inserted.keys) {
+        for (qsizetype i = 0; i < inserted.columns.size(); ++i) {
+            if (inserted.columns[i].compare(key, Qt::CaseInsensitive) == 0)
+                found.append(values.value(i));
+        }
+    }
+    return found;
+}
+
+// Finds how to tell the row from all others, and forgets a key that is none of its table's.
 void TOdbcEngine::identify(TInserted &inserted)
 {
     // The form in which a dataset posts a new row.
@@ -25,48 +45,38 @@ void TOdbcEngine::identify(TInserted &inserted)
     const TTableInfo *info = table(match.captured(1));
     if (!info)
         return;
-    QStringList columns;
     for (const QString &name : match.captured(2).split(u',')) {
         QString plain = name.trimmed();
-        plain.remove(u'[').remove(u']');
-        columns.append(plain.toLower());
+        inserted.columns.append(plain.remove(u'[').remove(u']'));
     }
-    const bool hasCounter = std::any_of(info->columns.begin(), info->columns.end(),
-                                        [](const TFieldInfo &column) { return column.autoIncrement; });
-    if (!hasCounter && m_isServer)
-        inserted.key = 0; // of an earlier row elsewhere
-    QStringList conditions;
-    QVariantList values;
-    for (const TFieldInfo &column : info->columns) {
-        if (column.autoIncrement && inserted.key != 0) {
-            conditions = {QStringLiteral("[%1]=?").arg(column.name)};
-            values = {inserted.key};
-            break;
-        }
-        const qsizetype place = columns.indexOf(column.name.toLower());
-        if (info->keys.contains(column.name, Qt::CaseInsensitive) && place >= 0 &&
-            place < inserted.values.size()) {
-            conditions.append(QStringLiteral("[%1]=?").arg(column.name));
-            values.append(inserted.values[place]);
-        }
+    const auto counter = std::find_if(info->columns.begin(), info->columns.end(),
+                                      [](const TFieldInfo &column) { return column.autoIncrement; });
+    if (counter != info->columns.end()) {
+        inserted.keys = {counter->name};
+        inserted.keyValues = {inserted.key};
+    } else {
+        if (m_isServer)
+            inserted.key = 0; // of an earlier row elsewhere
+        inserted.keys = info->keys;
+        inserted.keyValues = keyValuesOf(inserted, inserted.values);
     }
-    if (conditions.isEmpty())
-        return;
-    inserted.witness = QStringLiteral("select count(*) from [%1] where %2")
-                           .arg(match.captured(1), conditions.join(QStringLiteral(" and ")));
-    inserted.witnessValues = values;
+    if (!inserted.keys.isEmpty() && inserted.keyValues.size() == inserted.keys.size())
+        inserted.table = info->name;
 }
 
 bool TOdbcEngine::isStored(const TInserted &inserted)
 {
-    makeReady(inserted.witness);
-    return run(inserted.witness, inserted.witnessValues).toLongLong() > 0;
+    makeReady({});
+    return run(QStringLiteral("select count(*) from [%1] where %2")
+                   .arg(inserted.table, conditionOf(inserted.keys)),
+               inserted.keyValues)
+               .toLongLong() > 0;
 }
 
 bool TOdbcEngine::isStoredAfterAll(const QList<TInserted> &inserted)
 {
     for (const TInserted &row : inserted) {
-        if (row.witness.isEmpty())
+        if (row.table.isEmpty())
             continue;
         try {
             return isStored(row);
@@ -84,14 +94,26 @@ bool TOdbcEngine::isStoredAfterAll(const QList<TInserted> &inserted)
 std::optional<qlonglong> TOdbcEngine::storedBefore(const TBoundStatement &statement)
 {
     for (qsizetype i = 0; i < m_uncertain.size(); ++i) {
-        if (m_uncertain[i].text != statement.text || m_uncertain[i].values != statement.values ||
-            m_uncertain[i].witness.isEmpty())
+        const TInserted &row = m_uncertain[i];
+        if (row.table.isEmpty() || row.text != statement.text || row.values.size() != statement.values.size())
             continue;
-        const bool stored = isStored(m_uncertain[i]);
-        const TInserted inserted = m_uncertain.takeAt(i);
-        if (stored)
-            return inserted.key;
-        return std::nullopt;
+        const bool same = row.values == statement.values;
+        // A record under its own code is the same one even when something else was typed since; a counted one is
+        // not.
+        if (!same && (row.key != 0 || keyValuesOf(row, statement.values) != row.keyValues))
+            continue;
+        if (!isStored(row)) {
+            m_uncertain.removeAt(i);
+            return std::nullopt;
+        }
+        const TInserted stored = m_uncertain.takeAt(i);
+        if (!same)
+            execute({QStringLiteral("update [%1] set [%2]=? where %3")
+                         .arg(stored.table, stored.columns.join(QStringLiteral("]=?,[")),
+                              conditionOf(stored.keys)),
+                     statement.values + stored.keyValues,
+                     {}});
+        return stored.key;
     }
     return std::nullopt;
 }

@@ -199,6 +199,7 @@ TEST_F(Grid, ARowThatCannotBeReadIsToldOnceAndTheProgramGoesOn)
     query.open();
     database.failStatement(1, TFault::ConnectionLost);
     EXPECT_EQ(cell(150, 1), QString()) << "a page that nobody has asked for yet";
+    database.failStatement(1, TFault::ConnectionLost);
     EXPECT_EQ(cell(151, 1), QString());
     QApplication::processEvents();
     database.failStatement(0);
@@ -206,6 +207,7 @@ TEST_F(Grid, ARowThatCannotBeReadIsToldOnceAndTheProgramGoesOn)
     for (const QString &message : messages.take())
         told += message.startsWith(QLatin1String("MsgDatabaseError")) ? 1 : 0;
     EXPECT_EQ(told, 1);
+    EXPECT_EQ(cell(150, 0), QStringLiteral("151")) << "the next try reads it";
 }
 
 TEST_F(Grid, OneRowIsSelectedUnlessSeveralMayBe)

@@ -52,6 +52,21 @@ TEST_F(FirstStart, TheFirstAdministratorIsCreatedOnce)
               "1|a|A|1|1|0");
 }
 
+TEST_F(FirstStart, OfTwoWorkstationsOneMakesTheFirstAdministrator)
+{
+    bool other = false;
+    db.connection().setStatementHook([&](const TStatement &statement) {
+        if (!other && statement.boundText() == "begin transaction") {
+            other = true;
+            db.run("insert into UserAccount(Code, Name, IsAdmin) values(1, 'other', 1)");
+        }
+    });
+    EXPECT_EQ(CreateFirstAdministrator("a", "A", "123456"), TLoginResult::NameTaken);
+    db.connection().setStatementHook({});
+    EXPECT_TRUE(other);
+    EXPECT_EQ(db.rows("select Name from UserAccount"), "other");
+}
+
 TEST_F(Users, TheRightPasswordLogsIn)
 {
     const TLogin login = LogIn(text("مدیر"), text(password));

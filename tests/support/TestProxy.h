@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <atomic>
+#include <mutex>
+#include <thread>
+
+/// A line between the program and its server that a test can cut, slow down and measure. It works in a thread of its
+/// own, since the program waits for the server's answers.
+class TestProxy {
+public:
+    /// Listens on a free port of this machine and passes all on to the server of a connection string.
+    explicit TestProxy(const QString &connectionString);
+    ~TestProxy();
+    TestProxy(const TestProxy &) = delete;
+
+    /// The connection string through this line.
+    QString connectionString() const { return m_connectionString; }
+
+    /// Cuts all lines and lets no new one through, until restore().
+    void cut();
+    void restore();
+    /// Cuts the line instead of passing on the request that holds this text: the server never sees it.
+    void cutBefore(const QString &text) { watch(text, true); }
+    /// Passes the request that holds this text on, and cuts the line before the answer.
+    void cutAfter(const QString &text) { watch(text, false); }
+    /// Keeps every answer back for so long.
+    void setDelay(int milliseconds) { m_delay = milliseconds; }
+
+    /// Bytes from the server since the last resetBytes().
+    qint64 bytesFromServer() const { return m_fromServer; }
+    qint64 bytesToServer() const { return m_toServer; }
+    void resetBytes() { m_fromServer = m_toServer = 0; }
+
+private:
+    struct TLine {
+        int client;
+        int server;
+    };
+    void watch(const QString &text, bool before);
+    void work();
+    bool pass(TLine &line, bool fromClient);
+    void close(TLine &line);
+
+    QString m_connectionString;
+    QByteArray m_host;
+    int m_port = 0;
+    int m_listener = -1;
+    std::thread m_thread;
+    std::mutex m_mutex;
+    QByteArray m_watched;
+    bool m_cutBefore = false;
+    std::atomic<bool> m_stop = false;
+    std::atomic<bool> m_isCut = false;
+    std::atomic<int> m_delay = 0;
+    std::atomic<qint64> m_fromServer = 0;
+    std::atomic<qint64> m_toServer = 0;
+};
