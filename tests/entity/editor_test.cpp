@@ -402,6 +402,19 @@ TEST_F(ItemEditor, AnItemDeletedByAnotherWorkstationIsNotOpened)
     EXPECT_EQ(messages.take(), QStringList{"MsgRecordGone()"});
 }
 
+TEST_F(ItemEditor, AnItemDeletedWhileItsEditorIsOpenIsToldAndTheInputsStay)
+{
+    edit(cspFiscal, 4, [&](TFiscalDeducation_Get_FRM &editor) {
+        Keys::retype(editor.Title_EDT, "kept");
+        db.run("delete from Fiscal where Code=4");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList{u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs});
+        EXPECT_EQ(editor.Title_EDT->GetText(), "kept");
+        leave(editor);
+    });
+    EXPECT_EQ(earning(4), "");
+}
+
 TEST_F(ItemEditor, AFaultAtAnyStatementOfASaveLosesNothing)
 {
     for (const bool newItem : {true, false}) {

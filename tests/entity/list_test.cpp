@@ -365,6 +365,17 @@ TEST_F(ItemList, F11PicksAGroupOfTheKind)
     });
 }
 
+TEST_F(ItemList, LeavingTheGroupPickerWithoutAChoiceShowsAllGroups)
+{
+    // The picker answers 0, which is the code of the all-groups row.
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        goToGroup(screen, 6);
+        through(&screen, Qt::Key_F11, [&](QWidget *picker) { Keys::press(picker, Qt::Key_Escape); });
+        EXPECT_EQ(screen.Groups->CurrentCode(), 0);
+        EXPECT_EQ(codes(screen).size(), 4);
+    });
+}
+
 TEST_F(ItemList, TheGroupMenuKeepsTheGroupsOfTheKind)
 {
     list(0, [&](TFiscalDeducation_List_FRM &screen) {
