@@ -461,6 +461,8 @@ TEST_F(StaffEditor, EnterGoesThroughTheFirstPageInItsOrder)
             editor->IsMarried_CMB,    editor->Picture_Get,    editor->FingerPrint_Get};
         for (QWidget *input : order) {
             EXPECT_EQ(editor->focusWidget(), input) << input->objectName().toStdString();
+            if (input == editor->Picture_Get)
+                Keys::picture(editor.get(), "staff_picture_focus");
             press(*editor, Qt::Key_Return);
         }
     });
