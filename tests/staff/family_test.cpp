@@ -198,6 +198,20 @@ TEST_F(StaffFamily, ACodeThatWasTakenMeanwhileIsRefusedAndTheNextSaveHasANewOne)
     EXPECT_EQ(working(), "1|6|theirs\n2|5|mine");
 }
 
+TEST_F(StaffFamily, ACodeThatWasStoredMeanwhileIsRefusedAndTheNextSaveHasANewOne)
+{
+    const auto screen = newMember();
+    open(*screen, [&] {
+        Keys::type(screen->Name_EDT, "mine");
+        db.run("insert into Staff(Code) values(6)");
+        addMember(1, 6, "theirs", "StaffFamily");
+        press(*screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|خانواده)"_qs));
+        press(*screen, Qt::Key_F3);
+    });
+    EXPECT_EQ(working(), "2|5|mine");
+}
+
 TEST_F(StaffFamily, AnEditedRowKeepsItsOwnCode)
 {
     addMember(4, 5, "before", "tmpStaffFamily");
