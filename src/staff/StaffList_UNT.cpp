@@ -163,6 +163,7 @@ void TStaffList_FRM::buildPictures()
 {
     Pic_Show = new QFrame(Center());
     Pic_Show->setObjectName(QStringLiteral("Pic_Show"));
+    Pic_Show->setMinimumWidth(170);
     auto *column = new QVBoxLayout(Pic_Show);
     auto *close = new TSmartButton_ZLM(u"x"_qs, Pic_Show);
     close->setObjectName(QStringLiteral("ClosePicture_BTN"));

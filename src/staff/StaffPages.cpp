@@ -17,14 +17,14 @@ const QList<TGridColumn> &familyColumns()
 {
     static const QList<TGridColumn> columns = {
         {"Row", u"ردیف"_qs, 50, true, TGridColumn::RowNumber},
-        {"Name", u"نام و نام خانوادگي"_qs, 180},
+        {"Name", u"نام و نام خانوادگي"_qs, 150},
         {"TypeTitle", u"نسبت"_qs, 70},
         {"SexTitle", u"جنسیت"_qs, 60},
         {"BirthDate", u"تاریخ تولد"_qs, 90, true, TGridColumn::Code},
-        {"InsuranceNumber", u"کد بیمه"_qs, 110, true, TGridColumn::Code},
+        {"InsuranceNumber", u"کد بیمه"_qs, 100, true, TGridColumn::Code},
         {"Deathtitle", u"فوت"_qs, 50},
         {"DeathDate", u"تاریخ فوت"_qs, 90, true, TGridColumn::Code},
-        {"Comment", u"شرح"_qs, 110},
+        {"Comment", u"شرح"_qs, 90},
     };
     return columns;
 }
@@ -44,7 +44,7 @@ void TStaffGet_FRM::build()
     GuardPage(familyPage, cspStaff, cpStaffFamilyPage);
     Body()->addWidget(Staff_PC, 1);
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs);
-    resize(860, 520);
+    resize(900, 520);
 }
 
 void TStaffGet_FRM::buildGeneral()

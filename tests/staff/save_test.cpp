@@ -168,4 +168,19 @@ TEST_F(StaffSave, NoPersonIsEntered)
     EXPECT_EQ(db.text("select count(*) from Perinf"), "0");
 }
 
+// No screen enters persons, but the register offers it to those who do: the group is chosen from the host's list.
+TEST_F(StaffSave, APersonIsEnteredInTheGroupThatTheUserChooses)
+{
+    db.run("insert into PersonGroup(Code,Name) values(3,N'فروشندگان')");
+    db.run("insert into PersonGroup(Code,Name) values(4,N'کارکنان')");
+    TPerinf_Mapper person;
+    person._Name = u"رضا"_qs;
+    person._LName = u"کریمی"_qs;
+    messages.answer({Yes});
+    Keys::runModal([&] { return int(Staff_DM->PerInf_Insert(person)); },
+                   [&](QWidget *groups) { Keys::press(groups, Qt::Key_Return); });
+    EXPECT_EQ(messages.take().value(0), "ShowSmartMessage:20106()");
+    EXPECT_EQ(db.rows("select code, GrpCode, fullname from Perinf"), u"1|4|رضا کریمی"_qs);
+}
+
 } // namespace

@@ -281,6 +281,17 @@ void TSmartGrid_ZLM::hideEvent(QHideEvent *event)
 }
 
 // The query moved, or was read again: the grid follows.
+// The first one that is shown: on the right, whatever the window has scrolled to.
+int TSmartGrid_ZLM::firstColumn() const
+{
+    for (int at = 0; at < horizontalHeader()->count(); ++at) {
+        const int column = horizontalHeader()->logicalIndex(at);
+        if (!isColumnHidden(column))
+            return column;
+    }
+    return 0;
+}
+
 void TSmartGrid_ZLM::showCurrent()
 {
     if (d->following || !d->query || !selectionModel())
@@ -288,8 +299,7 @@ void TSmartGrid_ZLM::showCurrent()
     d->following = true;
     const int row = d->query->active() ? d->query->position() : -1;
     if (row >= 0 && row < d->model->rowCount()) {
-        const int column = std::max(0, currentIndex().isValid() ? currentIndex().column()
-                                                                : horizontalHeader()->logicalIndexAt(0));
+        const int column = currentIndex().isValid() ? currentIndex().column() : firstColumn();
         const QModelIndex index = d->model->index(row, column);
         if (index != currentIndex() || !selectionModel()->isSelected(index)) {
             selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |

@@ -91,6 +91,7 @@ protected:
 
 private:
     void showCurrent();
+    int firstColumn() const;
     void sortBy(int column);
     void copyRows();
     bool extendSelection(QKeyEvent *event);

@@ -9,11 +9,13 @@ class QWidget;
 class TQuery;
 
 /// Takes (otLock) or gives up (otUnlock) the lock on a code. True when the operation has its effect: false
-/// means another workstation holds the code. Safe between processes; a lock that this workstation holds
-/// already, also one left by a process of it that died, is taken again. Throws TDatabaseError.
+/// means somebody else holds the code: another workstation, or another running program of this one. Safe between
+/// processes; a lock that this program holds already, or that a program of this workstation left when it died, is
+/// taken again. Throws TDatabaseError.
 bool OperationOnLockCode_SoftwarePart(const QString &code, TSoftwarePart part, int comIndex,
                                       TOperationType operation, bool flag);
-/// True when the code is locked: open in an editor of any workstation.
+/// True when the code is locked: open in an editor of any workstation. What a program of this workstation left when
+/// it died is open nowhere. Throws TDatabaseError.
 bool LocateLockCode_SoftwarePart(const QString &code, TSoftwarePart part, int comIndex, bool flag);
 
 /// The result column of the row whose key column equals the value, as text; empty when there is none.

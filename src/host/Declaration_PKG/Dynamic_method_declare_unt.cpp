@@ -51,6 +51,9 @@ void RegisterEntityPicker(TSoftwarePart part, TEntityPicker picker)
 
 int Select_Entity(TSoftwarePart part, const QString &text, bool)
 {
+    // A person's group is the host's own; no module has to be there for it.
+    if (part == cspPerson && !pickers().contains(part))
+        return Select_GroupList(part, text);
     return pick(part, text);
 }
 

@@ -9,6 +9,11 @@ bool isText(SQLSMALLINT type)
     return type == SQL_CHAR || type == SQL_VARCHAR || type == SQL_WCHAR || type == SQL_WVARCHAR;
 }
 
+bool isLarge(SQLSMALLINT type)
+{
+    return type == SQL_BINARY || type == SQL_VARBINARY || type == SQL_LONGVARBINARY;
+}
+
 } // namespace
 
 TOdbcCursor::TOdbcCursor(TOdbcEngine &engine, Odbc::TStatementHandle statement, const QString &text)
@@ -59,6 +64,7 @@ void TOdbcCursor::describe()
         field.name = QString::fromUtf16(reinterpret_cast<const char16_t *>(name));
         if (isText(column.type) && column.size <= longestPlainText)
             field.width = int(column.size);
+        field.large = isLarge(column.type);
         SQLLEN flag = SQL_FALSE;
         if (SQL_SUCCEEDED(SQLColAttributeW(m_statement, SQLUSMALLINT(i), SQL_DESC_AUTO_UNIQUE_VALUE, nullptr,
                                            0, nullptr, &flag)))

@@ -15,6 +15,7 @@ struct TFieldInfo {
     QString baseColumn;
     bool autoIncrement = false;
     bool readOnly = false; ///< computed, or an auto-increment key
+    bool large = false;    ///< pictures and the like; a list reads them one by one, when they are asked for
 };
 
 /// A dataset: a statement, its rows, a current row, and editing of that row.

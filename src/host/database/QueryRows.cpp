@@ -121,14 +121,50 @@ void TQueryRows::needKeys()
     m_tail.clear();
 }
 
+QString TQueryRows::pageColumns()
+{
+    if (m_fields.isEmpty()) {
+        const auto cursor = m_source.connection->engine().select(
+            bound(wrapped(QStringLiteral("select *"), QStringLiteral("where 1=0"))));
+        setFields(*cursor);
+    }
+    QStringList columns;
+    bool large = false;
+    for (const TFieldInfo &field : std::as_const(m_fields)) {
+        const QString name = u'[' + field.name + u']';
+        columns.append(field.large ? QStringLiteral("null as ") + name : name);
+        large = large || field.large;
+    }
+    return large ? columns.join(u',') : QStringLiteral("*");
+}
+
+// A page of pictures would be read for the one that is shown.
+QVariant TQueryRows::largeValue(int row, int field)
+{
+    const qlonglong key = keyAt(row);
+    if (key != m_largeKey)
+        m_large.clear();
+    m_largeKey = key;
+    if (const auto known = m_large.constFind(field); known != m_large.constEnd())
+        return *known;
+    const TStatement statement = wrapped(QStringLiteral("select [%1]").arg(m_fields[field].name),
+                                         QStringLiteral("where [%1] = ").arg(m_source.keyField))
+                                     .value(key);
+    m_source.connection->beforeStatement(statement);
+    const auto cursor = m_source.connection->engine().select(bound(statement));
+    const QVariant value = cursor->next() ? cursor->value(0) : QVariant();
+    m_large.insert(field, value);
+    return value;
+}
+
 TQueryRows::TPage *TQueryRows::page(int number)
 {
     if (TPage *known = m_pages.object(number))
         return known;
     const qsizetype first = qsizetype(number) * pageRows;
     const qsizetype count = std::clamp<qsizetype>(m_count - first, 0, pageRows);
-    TStatement statement =
-        wrapped(QStringLiteral("select *"), QStringLiteral("where [%1] in (").arg(m_source.keyField));
+    TStatement statement = wrapped(QStringLiteral("select ") + pageColumns(),
+                                   QStringLiteral("where [%1] in (").arg(m_source.keyField));
     for (int i = 0; i < pageRows; ++i) {
         if (i > 0)
             statement.sql(QStringLiteral(","));
@@ -139,7 +175,6 @@ TQueryRows::TPage *TQueryRows::page(int number)
     statement.sql(QStringLiteral(")"));
     m_source.connection->beforeStatement(statement);
     const auto cursor = m_source.connection->engine().select(bound(statement));
-    setFields(*cursor);
     QHash<qlonglong, QVariantList> byKey;
     const int keyIndex = m_index.value(m_source.keyField.toLower(), -1);
     while (cursor->next()) {
@@ -178,8 +213,11 @@ QVariant TQueryRows::value(int row, int field)
 {
     if (row < 0 || row >= count() || field < 0)
         return {};
-    const QVariantList &values = windowed() ? page(row / pageRows)->at(row % pageRows) : m_rows[row];
-    return values.value(field);
+    if (!windowed())
+        return m_rows[row].value(field);
+    if (m_fields.value(field).large)
+        return largeValue(row, field);
+    return page(row / pageRows)->at(row % pageRows).value(field);
 }
 
 qlonglong TQueryRows::keyAt(int row)
@@ -222,17 +260,25 @@ int TQueryRows::append(const QVariantList &values, qlonglong key)
         m_rows.append(values);
         return count() - 1;
     }
+    m_large.clear();
+    m_pages.clear();
+    if (!m_tail.isEmpty()) { // the other keys are not here; the new one is among them
+        m_tail.clear();
+        readKeys();
+        m_count = int(m_keys.size());
+        return rowOfKey(key);
+    }
     const auto at =
         m_source.orderField.isEmpty() ? std::lower_bound(m_keys.begin(), m_keys.end(), key) : m_keys.end();
     const int row = int(at - m_keys.begin());
     m_keys.insert(row, key);
     m_count = int(m_keys.size());
-    m_pages.clear();
     return row;
 }
 
 void TQueryRows::replace(int row, const QVariantList &values)
 {
+    m_large.clear();
     if (windowed())
         (*page(row / pageRows))[row % pageRows] = values;
     else

@@ -49,6 +49,9 @@ private:
     void needKeys();
     TPage *page(int number);
     void setFields(const TCursor &cursor);
+    /// What a page reads of its rows: everything but the large columns, which stand as nulls.
+    QString pageColumns();
+    QVariant largeValue(int row, int field);
 
     TSource m_source;
     QList<TFieldInfo> m_fields;
@@ -59,4 +62,6 @@ private:
     QList<qlonglong> m_tail; ///< the last keys, while the others are not read
     QList<qlonglong> m_keys;
     QCache<int, TPage> m_pages;
+    qlonglong m_largeKey = 0; ///< the row that m_large belongs to
+    QHash<int, QVariant> m_large;
 };

@@ -51,6 +51,12 @@ int widthOf(const QString &declaredType)
     return match.hasMatch() ? match.captured(1).toInt() : 0;
 }
 
+bool isLarge(const QString &declaredType)
+{
+    return declaredType.contains(u"BINARY", Qt::CaseInsensitive) ||
+           declaredType.contains(u"BLOB", Qt::CaseInsensitive);
+}
+
 QVariant columnValue(sqlite3_stmt *statement, int column)
 {
     switch (sqlite3_column_type(statement, column)) {
@@ -325,7 +331,9 @@ TFieldInfo TSqliteEngine::describe(sqlite3_stmt *statement, int column)
     field.name = QString::fromUtf8(sqlite3_column_name(statement, column));
     field.baseTable = QString::fromUtf8(sqlite3_column_table_name(statement, column));
     field.baseColumn = QString::fromUtf8(sqlite3_column_origin_name(statement, column));
-    field.width = widthOf(QString::fromUtf8(sqlite3_column_decltype(statement, column)));
+    const QString type = QString::fromUtf8(sqlite3_column_decltype(statement, column));
+    field.width = widthOf(type);
+    field.large = isLarge(type);
     field.readOnly = field.baseTable.isEmpty();
     if (!field.readOnly) {
         int autoIncrement = 0;

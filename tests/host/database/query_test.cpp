@@ -406,3 +406,49 @@ TEST_F(QueryTest, ARowIsWrittenThroughAView)
     query.post();
     EXPECT_EQ(db.rows("select Name,ThingTitle from LineView"), "m|1");
 }
+
+TEST_F(QueryTest, PicturesOfAListAreReadWhenTheyAreAskedFor)
+{
+    db.run("create table Face(Code INT NOT NULL PRIMARY KEY, Title NVARCHAR(5), Photo VARBINARY(MAX))");
+    db.run("insert into Face(Code,Title,Photo) values(1,'a',x'0102')");
+    db.run("insert into Face(Code,Title,Photo) values(2,'b',null)");
+    query.setKeyField("Code");
+    query.setStatement("select * from Face");
+    query.open();
+    db.clearTrace();
+    EXPECT_EQ(query.asString("Title"), "a");
+    ASSERT_EQ(db.trace().size(), 1);
+    EXPECT_TRUE(db.trace()[0].contains("null as [Photo]"));
+    EXPECT_EQ(query.value("Photo").toByteArray(), QByteArray("\x01\x02"));
+    EXPECT_EQ(query.value("Photo").toByteArray(), QByteArray("\x01\x02"));
+    EXPECT_EQ(db.trace().size(), 2); // once for the row, not once for each look
+    query.next();
+    EXPECT_TRUE(query.value("Photo").isNull());
+    EXPECT_EQ(query.valueAt(0, query.fieldIndex("Photo")).toByteArray(), QByteArray("\x01\x02"));
+    query.edit();
+    query.setValue("Photo", QByteArray("\x03"));
+    query.post();
+    EXPECT_EQ(query.value("Photo").toByteArray(), QByteArray("\x03"));
+    EXPECT_EQ(query.asString("Title"), "b");
+}
+
+TEST_F(QueryTest, ARowAppendedToALongListFindsItsPlace)
+{
+    fill(3000); // even codes
+    for (const int code : {3001, 7001}) {
+        query.setKeyField("Code");
+        query.setStatement("select * from Thing");
+        query.open();
+        const int before = query.recordCount();
+        query.append();
+        query.setValue("Code", code);
+        query.setValue("Title", "new");
+        query.post();
+        EXPECT_EQ(query.recordCount(), before + 1);
+        EXPECT_EQ(query.asInteger("Code"), code);
+        EXPECT_EQ(query.asString("Title"), "new");
+        EXPECT_EQ(query.position(), code == 3001 ? 1500 : before);
+        query.prior();
+        EXPECT_LT(query.asInteger("Code"), code);
+    }
+}

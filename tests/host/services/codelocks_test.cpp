@@ -8,6 +8,10 @@
 #include <QProcess>
 
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -127,18 +131,94 @@ TEST_F(Locks, ADatabaseErrorIsNoRefusal)
     EXPECT_EQ(rows(), "");
 }
 
-/// Two programs on one database file. The other one is this program itself, asked to run one test that waits.
+namespace {
+
+/// The other program: this one, started once more with a database in its environment. It never comes to its tests.
+class TOtherProgram : public testing::Environment {
+public:
+    void SetUp() override
+    {
+        if (qEnvironmentVariableIsEmpty("LOCK_TEST_DATABASE"))
+            return;
+        int result = 0;
+        try {
+            TConnection connection;
+            connection.openFile(qEnvironmentVariable("LOCK_TEST_DATABASE"));
+            DM.ADOConnection1 = &connection;
+            const int index = qEnvironmentVariableIntValue("LOCK_TEST_INDEX");
+            const int rounds = qEnvironmentVariableIntValue("LOCK_TEST_ROUNDS");
+            rounds > 0 ? work(index, rounds) : hold(index);
+            DM.ADOConnection1 = nullptr;
+        } catch (const std::exception &error) {
+            std::fprintf(stderr, "%s\n", error.what());
+            result = 1;
+        }
+        std::fflush(stdout);
+        std::_Exit(result);
+    }
+
+private:
+    /// Takes the lock on 5 and keeps it until the first program says so or goes.
+    static void hold(int index)
+    {
+        std::printf("lock:%s\n", take(5, index) ? "taken" : "refused");
+        std::fflush(stdout);
+        std::getchar();
+        give(5, index);
+    }
+    /// Allots codes as an editor does, saves a record under each, and deletes every third one again.
+    static void work(int index, int rounds)
+    {
+        for (int round = 0; round < rounds; ++round) {
+            int code = 0;
+            for (;;) {
+                code = newCode();
+                while (!take(code, index))
+                    code = qMax(newCode(), code + 1);
+                if (!stored(code))
+                    break;
+                give(code, index);
+            }
+            DM.ADOConnection1->execute(TStatement("insert into TaxMain(Code, Title) values(")
+                                           .integer(code)
+                                           .sql(",")
+                                           .text(QString::number(index))
+                                           .sql(")"));
+            give(code, index);
+            if (round % 3 == 2)
+                DM.ADOConnection1->execute(TStatement("delete from TaxMain where Code=").integer(code));
+        }
+    }
+    static int newCode()
+    {
+        return DM.ADOConnection1->scalar(TStatement("select isnull(max(Code),0)+1 from TaxMain")).toInt();
+    }
+    static bool stored(int code)
+    {
+        return DM.ADOConnection1->scalar(TStatement("select count(*) from TaxMain where Code=").integer(code))
+                   .toInt() > 0;
+    }
+};
+const auto *const otherProgram = testing::AddGlobalTestEnvironment(new TOtherProgram);
+
+} // namespace
+
+/// Several programs on one database file.
 class LocksOfTwoPrograms : public Locks {
 protected:
-    /// Starts the other program; it has taken the lock on 5 (or was refused) when this returns its answer.
-    QString startOther(QProcess &other, int comIndex)
+    void start(QProcess &other, int comIndex, int rounds = 0)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("LOCK_TEST_DATABASE", db.path());
         environment.insert("LOCK_TEST_INDEX", QString::number(comIndex));
+        environment.insert("LOCK_TEST_ROUNDS", QString::number(rounds));
         other.setProcessEnvironment(environment);
-        other.start(QCoreApplication::applicationFilePath(),
-                    {"--gtest_also_run_disabled_tests", "--gtest_filter=LocksOfTheOtherProgram.*"});
+        other.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=LocksOfTwoPrograms.*"});
+    }
+    /// Starts the other program; it has taken the lock on 5 (or was refused) when this returns its answer.
+    QString startOther(QProcess &other, int comIndex)
+    {
+        start(other, comIndex);
         return answer(other);
     }
     static QString answer(QProcess &other)
@@ -164,21 +244,23 @@ protected:
     }
 };
 
-// The part of the other program; it has its database from the environment.
-class LocksOfTheOtherProgram : public testing::Test {};
-
-TEST_F(LocksOfTheOtherProgram, DISABLED_TakesTheLockAndWaits)
+TEST_F(LocksOfTwoPrograms, EightWorkstationsAtOnceGetNoCodeTwiceAndLeaveNoLock)
 {
-    if (qEnvironmentVariableIsEmpty("LOCK_TEST_DATABASE"))
-        GTEST_SKIP() << "runs as the second program only";
-    TConnection connection;
-    connection.openFile(qEnvironmentVariable("LOCK_TEST_DATABASE"));
-    DM.ADOConnection1 = &connection;
-    std::printf("lock:%s\n", take(5, qEnvironmentVariableIntValue("LOCK_TEST_INDEX")) ? "taken" : "refused");
-    std::fflush(stdout);
-    std::getchar(); // until the first program says so or goes
-    give(5, qEnvironmentVariableIntValue("LOCK_TEST_INDEX"));
-    DM.ADOConnection1 = nullptr;
+    const int rounds = 15;
+    std::vector<std::unique_ptr<QProcess>> others;
+    for (int index = 1; index <= 8; ++index) {
+        others.push_back(std::make_unique<QProcess>());
+        start(*others.back(), index, rounds);
+    }
+    for (const auto &other : others) {
+        EXPECT_TRUE(other->waitForFinished(120000));
+        EXPECT_EQ(other->exitCode(), 0) << other->readAllStandardError().toStdString();
+    }
+    EXPECT_EQ(rows(), "");
+    EXPECT_EQ(db.text("select count(*) from TaxMain"), QString::number(8 * rounds * 2 / 3));
+    for (int index = 1; index <= 8; ++index)
+        EXPECT_EQ(db.text(QString("select count(*) from TaxMain where Title = '%1'").arg(index)),
+                  QString::number(rounds * 2 / 3));
 }
 
 TEST_F(LocksOfTwoPrograms, TwoWorkstationsNeverHoldOneCode)
