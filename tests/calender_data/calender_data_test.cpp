@@ -150,4 +150,17 @@ TEST_F(CalenderData, FaultsInWritesAnswerFalseAndReadsLetThemPass)
     EXPECT_THROW(dm.Calender_del("1"), TDatabaseError);
 }
 
+TEST_F(CalenderData, MoreDaysThanAServerTakesAtOnceAreDeleted)
+{
+    db.connection().BeginTrans();
+    for (int i = 0; i < 2500; ++i)
+        day(QString::number(i), 0);
+    db.connection().CommitTrans();
+    const QStringList ids = db.rows("select ID from Calender order by ID").split('\n');
+    db.clearTrace();
+    dm.Calender_del(ids.mid(0, 2400).join(','));
+    EXPECT_EQ(db.trace().size(), 3);
+    EXPECT_EQ(db.rows("select ID from Calender order by ID"), ids.mid(2400).join('\n'));
+}
+
 } // namespace

@@ -352,6 +352,34 @@ TEST_F(TaxData, AmountsKeepEveryDigitThroughSavingAndReading)
     EXPECT_EQ(seen, (QList<double>{0.000000001, 0.1, 999999999.123456, 99999999999999, 123456789012345}));
 }
 
+TEST_F(TaxData, WorkingRowsMoveToAnotherCodeAsAWhole)
+{
+    bracket(1, 0, 1000);
+    bracket(1, 1001, 2000);
+    bracket(9, 7, 8); // left behind under the new code
+    for (int statement = 1; statement <= 3; ++statement) {
+        db.failStatement(statement, TFault::Locked);
+        EXPECT_THROW(dm.TmpTax_MoveToCode(1, 9), TDatabaseError);
+        db.failStatement(0);
+        EXPECT_FALSE(db.connection().InTransaction());
+        EXPECT_EQ(working(1), "0|1000|10\n1001|2000|10") << statement;
+        EXPECT_EQ(working(9), "7|8|10") << statement;
+    }
+    dm.TmpTax_MoveToCode(1, 9);
+    EXPECT_FALSE(db.connection().InTransaction());
+    EXPECT_EQ(working(1), "");
+    EXPECT_EQ(working(9), "0|1000|10\n1001|2000|10");
+    EXPECT_EQ(dm.DetailList_QUR->recordCount(), 2);
+    EXPECT_EQ(dm.DetailList_QUR->asInteger("TaxMainCode"), 9);
+}
+
+TEST_F(TaxData, AHeaderIsAddedWithoutOneBeingLoaded)
+{
+    EXPECT_FALSE(dm.Get_QUR->active());
+    EXPECT_TRUE(dm.Tax_Insert({4, "t", "c"}));
+    EXPECT_EQ(db.rows("select Code, Title, Comment from TaxMain"), "4|t|c");
+}
+
 TEST_F(TaxData, ReadsLetErrorsPass)
 {
     const std::function<void()> reads[] = {

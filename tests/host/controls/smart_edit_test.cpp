@@ -3,6 +3,8 @@
 
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 
+#include <QToolButton>
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -175,6 +177,36 @@ TEST_F(SmartEdit, UpAndDownStepWithinTheRange)
     for (int i = 0; i < 5; ++i)
         Keys::press(&form, Qt::Key_Down);
     EXPECT_EQ(edit->text(), QStringLiteral("1"));
+}
+
+TEST_F(SmartEdit, SpinButtonsStepWithinBoundsOfTheirOwnAndZeroMayBeTyped)
+{
+    Edit *edit = input(Edit::Integer);
+    edit->SetRange(0, 999999);
+    edit->SetSpinRange(1, 999999);
+    QApplication::processEvents();
+    auto *up = edit->findChild<QToolButton *>("SpinUp");
+    auto *down = edit->findChild<QToolButton *>("SpinDown");
+    ASSERT_TRUE(up && down);
+    EXPECT_EQ(up->geometry().right(), down->geometry().right());
+    EXPECT_LT(up->geometry().bottom(), down->geometry().bottom());
+    const auto changes = countChanges(edit);
+    QTest::mouseClick(up, Qt::LeftButton);
+    EXPECT_EQ(edit->GetText(), "1");
+    EXPECT_EQ(*changes, 1);
+    QTest::mouseClick(down, Qt::LeftButton);
+    EXPECT_EQ(edit->GetText(), "1");
+    Keys::retype(edit, "0");
+    Keys::press(edit, Qt::Key_Down);
+    EXPECT_EQ(edit->GetText(), "1");
+    Keys::retype(edit, "0");
+    EXPECT_EQ(edit->GetText(), "0");
+    edit->SetText("999999");
+    QTest::mouseClick(up, Qt::LeftButton);
+    EXPECT_EQ(edit->GetText(), "999999");
+    edit->setReadOnly(true);
+    QTest::mouseClick(down, Qt::LeftButton);
+    EXPECT_EQ(edit->GetText(), "999999");
 }
 
 TEST_F(SmartEdit, WithoutSpinTheArrowsDoNothing)

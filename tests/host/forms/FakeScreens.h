@@ -63,6 +63,7 @@ public:
     using TBaseEditor::GuardPage;
     using TBaseGet_FRM::Identifier;
     using TBaseGet_FRM::RecoveryTaken;
+    using TBaseGet_FRM::TakeCode;
 
 protected:
     bool Validate() override;

@@ -70,3 +70,58 @@ TEST_F(CodeLocks, TwoEditorsOfOneProgramNeverHoldOneCode)
     });
     EXPECT_EQ(locks(), "");
 }
+
+TEST_F(CodeLocks, ATypedCodeTakesTheLockAlongAndGivesUpTheOldOne)
+{
+    TThingGet_FRM editor;
+    open(editor, [&] {
+        EXPECT_TRUE(editor.TakeCode(1)); // its own
+        EXPECT_TRUE(editor.TakeCode(40));
+        EXPECT_EQ(locks(), "40|1");
+        EXPECT_EQ(editor.Identifier(), 40);
+    });
+    EXPECT_EQ(locks(), "");
+}
+
+TEST_F(CodeLocks, ATypedCodeThatIsHeldElsewhereChangesNothing)
+{
+    db.run("insert into CodeLock_TBL(Code, Status, Com_Index) values('40', 813, 2)");
+    TThingGet_FRM first;
+    open(first, [&] {
+        EXPECT_FALSE(first.TakeCode(40));
+        TThingGet_FRM second;
+        open(second, [&] {
+            EXPECT_FALSE(second.TakeCode(1)); // the first one's
+            EXPECT_EQ(second.Identifier(), 2);
+            EXPECT_EQ(locks(), "1|1\n2|1\n40|2");
+        });
+        EXPECT_EQ(first.Identifier(), 1);
+    });
+    EXPECT_EQ(locks(), "40|2");
+}
+
+TEST_F(CodeLocks, AFaultWhileATypedCodeIsTakenLeavesTheOldLockAlone)
+{
+    TThingGet_FRM editor;
+    open(editor, [&] {
+        for (int statement = 1; statement < 20; ++statement) {
+            bool taken = false;
+            bool fault = false;
+            db.failStatement(statement, TFault::Locked);
+            try {
+                taken = editor.TakeCode(40);
+            } catch (const TDatabaseError &) {
+                fault = true;
+            }
+            db.failStatement(0);
+            EXPECT_NE(taken, fault) << statement;
+            EXPECT_EQ(locks(), taken ? "40|1" : "1|1") << statement;
+            EXPECT_EQ(editor.Identifier(), taken ? 40 : 1) << statement;
+            if (taken) {
+                EXPECT_GT(statement, 2);
+                return;
+            }
+        }
+        ADD_FAILURE() << "the code was never taken";
+    });
+}

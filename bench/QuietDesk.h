@@ -1,0 +1,37 @@
+#pragma once
+
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/Specialmessages.h"
+
+#include <QTemporaryDir>
+
+/// A clerk at work on an empty database of the measurement's own; messages are taken and counted, not shown.
+class QuietDesk : public TMessageService {
+public:
+    QuietDesk()
+    {
+        connection.openFile(path());
+        DM.ADOConnection1 = &connection;
+        UserInfo = TUserInfo{1, QStringLiteral("clerk"), QStringLiteral("clerk"), true, true};
+        SetMessageService(this);
+    }
+    ~QuietDesk() override
+    {
+        SetMessageService(nullptr);
+        DM.ADOConnection1 = nullptr;
+    }
+    QString path() const { return m_folder.filePath(QStringLiteral("desk.db")); }
+    TAnswer show(const TMessage &message) override
+    {
+        failures += message.operation == QLatin1String("MSGCompeletedSuccessfully") ? 0 : 1;
+        return TAnswer::Ok;
+    }
+
+private:
+    QTemporaryDir m_folder;
+
+public:
+    TConnection connection;
+    int failures = 0; ///< messages other than that of a save that succeeded
+};
