@@ -43,6 +43,6 @@ for file in "$results"/*.xml; do
 done
 if [ "$status" -ne 0 ]; then
     programs=$(sed -n 's/^[[:space:]]*[0-9]* - \([^ ]*\) (\(.*\))$/\1/p' "$log" | sort -u | tr '\n' ' ')
-    fail "$failed tests failed, $passed tests passed; not clean: $programs"
+    fail "$failed tests failed, $passed tests passed${programs:+; not clean: $programs}"
 fi
 say "$passed tests passed"

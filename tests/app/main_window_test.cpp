@@ -6,6 +6,9 @@
 #include "host/Utility_ZLM/Utility_ZLM.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -193,6 +196,72 @@ TEST_F(Screens, AMissingModuleIsToldToTheUser)
     bool missing = false;
     EXPECT_EQ(module.call(*EntryPoints::find("Select_TaxInfo"), {}, &missing), 0);
     EXPECT_TRUE(missing);
+}
+
+/// Names a file in a dialog of files and accepts it.
+void nameFile(QWidget *screen, const QString &file)
+{
+    auto *dialog = qobject_cast<QFileDialog *>(screen);
+    ASSERT_NE(dialog, nullptr);
+    Keys::retype(Keys::child(dialog, "fileNameEdit"), file);
+    Keys::press(dialog, Qt::Key_Return);
+}
+
+TEST_F(Screens, ABackupIsMadeAndRestoredFromTheMenu)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    run("insert into StaffGroup(Code, Name) values(7, 'before')");
+    const QString file = home.filePath("b.db");
+    const auto choose = [&](const char *item, const QString &name) {
+        Keys::runModal(
+            [&] {
+                window.findChild<QAction *>(item)->trigger();
+                return 0;
+            },
+            [&](QWidget *screen) { nameFile(screen, name); });
+    };
+    choose("Backup_ACT", file);
+    EXPECT_TRUE(QFile::exists(file));
+    run("update StaffGroup set Name='after' where Code=7");
+
+    bool loggedOut = false;
+    QObject::connect(&window, &TMain_FRM::logOutWanted, [&] { loggedOut = true; });
+    messages.answer({TAnswer::No});
+    choose("Restore_ACT", file);
+    EXPECT_EQ(text("select Name from StaffGroup where Code=7"), "after") << "nothing without a Yes";
+    messages.answer({TAnswer::Yes});
+    choose("Restore_ACT", file);
+    EXPECT_EQ(text("select Name from StaffGroup where Code=7"), "before");
+    EXPECT_TRUE(loggedOut);
+    const QStringList kept = QDir(home.path()).entryList({"suite.db.before-restore-*"});
+    EXPECT_EQ(kept.size(), 1) << "what was there is kept beside it";
+}
+
+TEST_F(Screens, ARestoreWaitsForOpenEditorsAndRefusesABrokenFile)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    QFile letter(home.filePath("letter.db"));
+    ASSERT_TRUE(letter.open(QIODevice::WriteOnly));
+    letter.write(QByteArray(5000, 'x'));
+    letter.close();
+    run("insert into StaffGroup(Code, Name) values(7, 'mine')");
+    const auto restore = [&] {
+        Keys::runModal(
+            [&] {
+                window.findChild<QAction *>("Restore_ACT")->trigger();
+                return 0;
+            },
+            [&](QWidget *screen) { nameFile(screen, letter.fileName()); });
+        return told();
+    };
+    run("insert into CodeLock_TBL(Code, Status, Com_Index) values('9', 806, 3)");
+    EXPECT_NE(restore().find("در حال ویرایش"), std::string::npos);
+    run("delete from CodeLock_TBL");
+    messages.answer({TAnswer::Yes});
+    EXPECT_NE(restore().find("پایگاه داده نیست"), std::string::npos);
+    EXPECT_EQ(text("select Name from StaffGroup where Code=7"), "mine");
 }
 
 } // namespace

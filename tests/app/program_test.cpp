@@ -196,7 +196,11 @@ TEST_F(Program, TheSampleCompanyGoesIntoANewDatabaseOnly)
     const QString file = home.filePath("sample.db");
     const TRun first = run({"--database", file, "--demo", "--tour", home.filePath("pictures")});
     EXPECT_EQ(first.exitCode, 0) << first.out << first.err;
-    EXPECT_TRUE(QFile::exists(home.filePath("pictures/main-window.png")));
+    for (const char *name : {"main-window", "payroll-settings-item", "calculation-methods-search",
+                             "tax-tables-saved", "work-calendar-day", "family-member", "earning", "deduction",
+                             "select-staff-group", "question-before-a-delete", "event-log"})
+        EXPECT_TRUE(QFile::exists(home.filePath(QStringLiteral("pictures/%1.png").arg(name)))) << name;
+    EXPECT_EQ(first.out.find("skipped,"), std::string::npos) << first.out;
     const TRun second = run({"--database", file, "--demo", "--tour", home.filePath("pictures")});
     EXPECT_EQ(second.exitCode, 1);
     EXPECT_EQ(second.err, "ketebionpap: the sample company goes into a new database only\n");

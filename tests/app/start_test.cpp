@@ -6,7 +6,10 @@
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
+#include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTextStream>
 #include <QTimer>
@@ -256,6 +259,125 @@ TEST_F(InProcess, AFirstStartMakesTheAdministratorAndTheNextOneAsksForThePasswor
     EXPECT_EQ(shown, QStringList({"TFirstUser_FRM"})) << "nobody is asked for a number by --call";
     EXPECT_EQ(start(), 0) << err.toStdString();
     EXPECT_EQ(shown, QStringList({"TLogin_FRM"}));
+}
+
+using InProcessRun = std::function<int()>;
+
+/// Answers every dialog of the start by `answer` and hands the main window to `work`.
+int runWithWindow(InProcessRun run, const std::function<void(QWidget *)> &answer,
+                  const std::function<void(QWidget *)> &work)
+{
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+        if (QWidget *screen = QApplication::activeModalWidget()) {
+            answer(screen);
+            return;
+        }
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (window->objectName() == "TMain_FRM" && window->isVisible()) {
+                poll.stop();
+                work(window);
+                if (!window->isVisible())
+                    return;
+                poll.start();
+            }
+        }
+    });
+    poll.start(20);
+    return run();
+}
+
+TEST_F(InProcess, TheFirstStartAsksForTheNumberThenForTheAdministratorThenShowsTheWindow)
+{
+    ScriptedMessages messages;
+    QStringList shown;
+    const auto answer = [&](QWidget *screen) {
+        shown << screen->objectName();
+        for (const auto &[name, text] : {std::pair("User_EDT", "boss"),
+                                         {"Password_EDT", "x1y2z3"},
+                                         {"Repeat_EDT", "x1y2z3"},
+                                         {"Index_EDT", "31"}}) {
+            if (auto *input = screen->findChild<QLineEdit *>(name))
+                Keys::retype(input, text);
+        }
+        Keys::press(screen, Qt::Key_F3);
+    };
+    const auto start = [&] {
+        shown.clear();
+        return runWithWindow([&] { return run({}); }, answer,
+                             [&](QWidget *window) {
+                                 EXPECT_EQ(window->findChild<QLabel *>("Workstation_LBL")->text(),
+                                           u"ایستگاه: 31"_qs);
+                                 window->close();
+                             });
+    };
+    EXPECT_EQ(start(), 0) << err.toStdString();
+    EXPECT_EQ(shown, QStringList({"TWorkstation_FRM", "TFirstUser_FRM"}));
+    EXPECT_EQ(start(), 0) << err.toStdString();
+    EXPECT_EQ(shown, QStringList({"TLogin_FRM"})) << "number and administrator are remembered";
+}
+
+TEST_F(InProcess, AnotherUserLogsInWithoutANewStart)
+{
+    ScriptedMessages messages;
+    int windows = 0;
+    QStringList users;
+    const auto answer = [&](QWidget *screen) {
+        for (const auto &[name, text] : {std::pair("User_EDT", "boss"),
+                                         {"FullName_EDT", "boss"},
+                                         {"Password_EDT", "x1y2z3"},
+                                         {"Repeat_EDT", "x1y2z3"}}) {
+            if (auto *input = screen->findChild<QLineEdit *>(name))
+                Keys::retype(input, text);
+        }
+        Keys::press(screen, Qt::Key_F3);
+    };
+    EXPECT_EQ(runWithWindow([&] { return run({"--demo"}); }, answer,
+                            [&](QWidget *window) {
+                                users << window->findChild<QLabel *>("User_LBL")->text();
+                                if (++windows == 1)
+                                    window->findChild<QAction *>("LogOut_ACT")->trigger();
+                                else
+                                    window->close();
+                            }),
+              0)
+        << err.toStdString();
+    EXPECT_EQ(users, QStringList({u"کاربر: مدیر شرکت نمونه"_qs, u"کاربر: boss"_qs}))
+        << "the sample company has no account, so its first one is made now";
+}
+
+TEST_F(InProcess, ADatabaseOfTheSettingsThatCannotBeOpenedIsAskedAbout)
+{
+    const QString letter = home.filePath("letter");
+    QFile file(letter);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(5000, 'x'));
+    file.close();
+    IniOptions.load();
+    ASSERT_TRUE((TDatabaseChoice{letter, {}}.store()));
+    ScriptedMessages messages;
+    messages.answer({TAnswer::No});
+    EXPECT_EQ(run({}), 1);
+    ASSERT_EQ(messages.all().size(), 1);
+    EXPECT_TRUE(messages.last().text.contains(u"پایگاه داده نیست"_qs)) << messages.last().text.toStdString();
+
+    messages.answer({TAnswer::Yes});
+    QStringList shown;
+    EXPECT_EQ(runWithWindow([&] { return run({}); },
+                            [&](QWidget *screen) {
+                                shown << screen->objectName();
+                                if (auto *input = screen->findChild<QLineEdit *>("File_EDT")) {
+                                    Keys::retype(input, home.filePath("good.db"));
+                                    Keys::press(screen, Qt::Key_F3);
+                                } else {
+                                    Keys::press(screen, Qt::Key_Escape);
+                                }
+                            },
+                            [](QWidget *window) { window->close(); }),
+              1);
+    EXPECT_EQ(shown, QStringList({"TDatabaseSettings_FRM", "TWorkstation_FRM"}))
+        << "the other database is open";
+    EXPECT_EQ(TDatabaseChoice::stored().file, home.filePath("good.db"));
 }
 
 } // namespace
