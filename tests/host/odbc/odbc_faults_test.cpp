@@ -92,6 +92,9 @@ TEST_F(OdbcFaults, ALineLostWhileIdleIsConnectedAgainWithoutAWord)
     proxy->restore();
     EXPECT_EQ(engine->execute({"update Person set Name='b'", {}, {}}), 1);
     EXPECT_EQ(count("Person", "Name='b'"), 1);
+    proxy->cut();
+    proxy->restore();
+    EXPECT_TRUE(engine->table("Coded"));
 }
 
 TEST_F(OdbcFaults, WhileTheServerIsAwayEveryTryIsRefusedAndTheNextOneAfterItsReturnWorks)
