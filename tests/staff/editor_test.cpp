@@ -4,7 +4,6 @@
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "staff/StaffLists.h"
 
-#include <QFileDialog>
 #include <QLabel>
 
 using enum TAnswer;
@@ -134,7 +133,6 @@ TEST_F(StaffEditor, EveryInputHasItsCaptionAndItsWidth)
         EXPECT_EQ(editor->Staff_PC->widget(page)->objectName(), u"ts%1"_qs.arg(page + 1));
     }
     EXPECT_EQ(editor->LeaveDate_LBL->objectName(), "LeaveDate_LBL");
-    EXPECT_EQ(editor->OpenPictureDialog->objectName(), "OpenPictureDialog");
 }
 
 TEST_F(StaffEditor, TheListsOfChoicesHaveTheirItems)

@@ -71,6 +71,7 @@ protected:
             },
             [&](QWidget *dialog) {
                 EXPECT_EQ(dialog, editor.OpenPictureDialog);
+                EXPECT_EQ(dialog->objectName(), "OpenPictureDialog");
                 auto *name = dialog->findChild<QLineEdit *>("fileNameEdit");
                 Keys::retype(name, path);
                 if (QWidget *completions = QApplication::activePopupWidget())

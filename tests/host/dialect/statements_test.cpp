@@ -60,7 +60,7 @@ TEST(GivenStatements, OfListsAreSearched)
         "CalcMethod_VW "};
     for (const char *list : lists) {
         const QString text =
-            QString("select * from (%1) as SearchT where (charindex(?, zelmo_fold(Comment)) > 0) "
+            QString("select * from (%1) as SearchT where (zelmo_finds(?, Comment) = 1) "
                     "and (charindex(?, cast(Code as nvarchar(30))) = 1)")
                 .arg(list);
         sqlite3_stmt *prepared = db.prepare(Dialect::toSqlite(text).statements.value(0));
@@ -79,8 +79,8 @@ TEST(GivenStatements, OfListsReadTheirKeysFromAnIndex)
         "select Code from (select * from (select * from staff_VW) as S where (LeaveDate = '')) as L order by Code",
         "select Code from (select * from (select * from staff_VW) as S where (StaffGroup = 3) and (LeaveDate = '')) "
         "as L order by Code",
-        "select Code from (select * from (select * from staff_VW) as S where (charindex('a', zelmo_fold(fullnameTitle)) "
-        "> 0)) as L order by Code",
+        "select Code from (select * from (select * from staff_VW) as S where (zelmo_finds('a', fullnameTitle) = 1)) "
+        "as L order by Code",
         "select Code from (select * from CalcMethod_VW) as L order by Code",
         "select Code from (select * from (select * from Fiscal_VW) as S where (GrpCode = 3)) as L order by Code",
         "select Code from (select * from (select * from Deduction_VW) as S where (GrpCode = 3)) as L order by Code"};
