@@ -4,6 +4,8 @@
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "staff/StaffLists.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QLabel>
 
 using enum TAnswer;
@@ -435,6 +437,22 @@ TEST_F(StaffEditor, LongTextsAreCutAtTheInputsWidths)
     });
     EXPECT_EQ(value("Comment", 1), QString(50, u'ش'));
     EXPECT_EQ(value("Job", 1), QString(20, u'ج')); // the column is narrower than the input
+}
+
+TEST_F(StaffEditor, ALongTextIsCutWhenItIsPastedAndTheUserIsTold)
+{
+    const auto editor = newEditor();
+    messages.answer({No});
+    open(*editor, [&] {
+        turnTo(*editor, editor->Comment_EDT);
+        editor->Comment_EDT->setFocus();
+        QApplication::clipboard()->setText(QString(5000, u'ش') + '\n' + QString(5000, u'ر'));
+        press(*editor, Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(editor->Comment_EDT->GetText(), QString(50, u'ش'));
+        EXPECT_TRUE(Keys::waitFor([&] { return messages.last().control == editor->Comment_EDT; }));
+        EXPECT_TRUE(messages.take().value(0).startsWith(u"ShowTooltipMessage(متن از 50 نویسه بلندتر بود"_qs));
+        press(*editor, Qt::Key_Escape);
+    });
 }
 
 TEST_F(StaffEditor, TheRightsAreAskedBeforeItOpens)

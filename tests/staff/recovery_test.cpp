@@ -1,11 +1,13 @@
 #include "staff/Screens.h"
 
+#include "host/NewBaseForms_PKG/RecoveryDialog_UNT.h"
 #include "staff/StaffFamily_GetDetil_UNT.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QProcess>
 #include <QSet>
+#include <QTimer>
 
 using enum TAnswer;
 
@@ -70,6 +72,37 @@ TEST_F(StaffRecovery, RowsOfAKilledEditorAreTakenUpByTheNextNewEmployee)
     EXPECT_EQ(recovery.asked[0].left.size(), 1);
     EXPECT_EQ(recovery.asked[0].left[0].rows, 2);
     EXPECT_EQ(saved(), "1|2|first\n2|2|second");
+    EXPECT_EQ(working(), "");
+    EXPECT_EQ(locks(), "");
+}
+
+// The question that a clerk sees after a crash, and what an Esc by mistake costs then: nothing.
+TEST_F(StaffRecovery, TheNextEditorAsksInADialogAndKeepsWhatWasTakenUpUntilTheClerkDecides)
+{
+    killEditor("LeavesANewEmployeeOpen");
+    SetRecoveryChooser(nullptr);
+    const auto editor = newEditor();
+    messages.answer({Cancel, No});
+    QTimer opened;
+    QObject::connect(&opened, &QTimer::timeout, &opened, [&] {
+        if (!editor->isActiveWindow())
+            return;
+        opened.stop();
+        EXPECT_EQ(working(), "1|2|first\n2|2|second");
+        EXPECT_FALSE(editor->IsSaved());
+        press(*editor, Qt::Key_Escape);
+        EXPECT_TRUE(editor->isVisible());
+        EXPECT_EQ(working(), "1|2|first\n2|2|second");
+        press(*editor, Qt::Key_Escape);
+    });
+    Keys::runModal([&] { return editor->exec(); },
+                   [&](QWidget *dialog) {
+                       ASSERT_TRUE(dynamic_cast<TRecovery_FRM *>(dialog));
+                       Keys::picture(dialog, "staff_recovery");
+                       opened.start(5);
+                       Keys::press(dialog, Qt::Key_F3);
+                   });
+    EXPECT_EQ(messages.take(), QStringList({"MsgNotSaved()", "MsgNotSaved()"}));
     EXPECT_EQ(working(), "");
     EXPECT_EQ(locks(), "");
 }
