@@ -309,6 +309,24 @@ TEST_F(StaffEditor, ATypedCodeTakesItsLockAndTheWorkingRowsAlong)
     EXPECT_EQ(locks(), "");
 }
 
+// Esc in the code's input leaves it without the code being taken.
+TEST_F(StaffEditor, ClosingOnACodeThatWasNotTakenLeavesItsRowsToTheirEditor)
+{
+    add(5, "five", "five", "IsMarried=1");
+    db.run("insert into CodeLock_TBL(Code,Status,Com_Index) values('5',806,2)");
+    addMember(1, 5, "typed elsewhere", "tmpStaffFamily");
+    const auto editor = newEditor();
+    messages.answer({No});
+    open(*editor, [&] {
+        addMember(2, 6, "own", "tmpStaffFamily");
+        type(*editor, editor->Code_EDT, "5");
+        press(*editor, Qt::Key_Escape);
+        EXPECT_FALSE(editor->isVisible());
+    });
+    EXPECT_EQ(working(), "1|5|typed elsewhere");
+    EXPECT_EQ(locks(), "5|806|2");
+}
+
 TEST_F(StaffEditor, ATypedCodeLeavesRoomForTheNextOnes)
 {
     const auto editor = newEditor();
