@@ -15,7 +15,7 @@ namespace {
 
 class StaffRecovery : public StaffScreens {
 protected:
-    /// Another program of this suite on the same file, at one of the tasks below.
+    /// Another program of this suite on the same database, at one of the tasks below.
     std::unique_ptr<QProcess> program(const QString &task, int workstation = 1)
     {
         auto process = std::make_unique<QProcess>();

@@ -17,11 +17,13 @@ protected:
         for (const char *table : {"tmpStaffFamily", "StaffFamily", "Staff", "CodeLock_TBL"})
             db.run(u"delete from %1"_qs.arg(QLatin1String(table)));
         add(5, "before", "five",
-            "IsMarried=1, Picture=x'01', CardNumber='5', InsuranceNumber='55', NationalID='0084575948', "
+            "IsMarried=1, CardNumber='5', InsuranceNumber='55', NationalID='0084575948', "
             "Comment=N'شرح', Tel1='021', LeaveDate='1404/01/01'");
+        setPicture(5, QByteArray("\x01"));
         addMember(1, 5, "a");
         addMember(2, 5, "b");
-        add(6, "other", "six", "FingerPrint=x'02'");
+        add(6, "other", "six");
+        setPicture(6, QByteArray("\x02"));
         addMember(3, 6, "c");
     }
     struct TTables {
