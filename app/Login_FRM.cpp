@@ -59,6 +59,13 @@ TStart_FRM::TStart_FRM(const QString &title, const QString &text, const QString 
     resize(430, 200);
 }
 
+void TStart_FRM::OfferOtherDatabase()
+{
+    TSmartButton_ZLM *button =
+        AddButton(QStringLiteral("Database_BTN"), u"پایگاه داده F8"_qs, QStringLiteral("F8"));
+    connect(button, &QAbstractButton::clicked, this, [this] { done(OtherDatabase); });
+}
+
 QLineEdit *TStart_FRM::AddLine(const QString &caption, const QString &objectName, bool secret)
 {
     auto *edit = new QLineEdit(this);
