@@ -71,6 +71,7 @@ QLineEdit *TStart_FRM::AddLine(const QString &caption, const QString &objectName
     auto *edit = new QLineEdit(this);
     edit->setObjectName(objectName);
     edit->setAccessibleName(QString(caption).remove(u'&').trimmed());
+    edit->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     if (secret) {
         edit->setEchoMode(QLineEdit::Password);
         edit->setMaxLength(longestPassword);
@@ -81,6 +82,10 @@ QLineEdit *TStart_FRM::AddLine(const QString &caption, const QString &objectName
     const int row = m_grid->isEmpty() ? 0 : m_grid->rowCount();
     m_grid->addWidget(label, row, 0);
     m_grid->addWidget(edit, row, 1);
+    // The inputs come before the buttons, the first one first.
+    setTabOrder(m_last ? static_cast<QWidget *>(m_last) : this, edit);
+    if (!m_last)
+        edit->setFocus();
     m_last = edit;
     return edit;
 }

@@ -60,7 +60,8 @@ private:
     }
     bool namedDatabase() const { return !m_line.databaseFile.isEmpty() || !m_line.odbc.isEmpty(); }
     bool interactive() const { return m_line.task == TCommandLine::Task::Run; }
-    bool sample() const { return m_line.demo || m_line.task == TCommandLine::Task::Tour; }
+    bool touring() const { return m_line.task == TCommandLine::Task::Tour; }
+    bool sample() const { return m_line.demo || touring(); }
     /// How a step of the start ended. Failed has told its reason, if there is one beyond the user's wish.
     enum class TStep { Done, Failed, OtherDatabase };
     static TStep stepOf(bool done) { return done ? TStep::Done : TStep::Failed; }
@@ -172,7 +173,7 @@ TProgram::TStep TProgram::registerWorkstation()
 {
     if (sample()) {
         IniOptions.Com_Index = 1;
-        return stepOf(RegisterWorkstation(1, thisWorkstation()));
+        return stepOf(RegisterWorkstation(1, touring() ? u"حسابداری"_qs : thisWorkstation()));
     }
     QString name = QSettings(IniOptions.FileName, QSettings::IniFormat).value(workstationNameKey).toString();
     if (name.isEmpty())
@@ -288,7 +289,8 @@ TProgram::TStep TProgram::start()
 
 int TProgram::run()
 {
-    IniOptions.load();
+    // The tour's pictures are the same whatever its user has arranged, and it arranges nothing.
+    IniOptions.load(touring() ? m_throwAway.filePath(QStringLiteral("ketebionpap.ini")) : QString());
     m_choice = {m_line.databaseFile, m_line.odbc};
     if (!namedDatabase() && sample())
         m_choice.file = m_throwAway.filePath(QStringLiteral("sample.db"));
