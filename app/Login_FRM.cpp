@@ -63,6 +63,7 @@ void TStart_FRM::OfferOtherDatabase()
 {
     TSmartButton_ZLM *button =
         AddButton(QStringLiteral("Database_BTN"), u"پایگاه داده F8"_qs, QStringLiteral("F8"));
+    setTabOrder(findChild<QWidget *>(QStringLiteral("EXit_BTN")), button);
     connect(button, &QAbstractButton::clicked, this, [this] { done(OtherDatabase); });
 }
 

@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -277,9 +278,15 @@ void TMain_FRM::databaseSettings()
 void TMain_FRM::backUp()
 {
     const QString name = u"ketebionpap-%1.db"_qs.arg(stamp());
-    const QString target = QFileDialog::getSaveFileName(this, u"پشتیبان گیری"_qs, name, backupFilter(),
-                                                        nullptr, QFileDialog::DontUseNativeDialog);
+    QString target =
+        QFileDialog::getSaveFileName(this, u"پشتیبان گیری"_qs, name, backupFilter(), nullptr,
+                                     QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
     if (target.isEmpty())
+        return;
+    if (QFileInfo(target).suffix().isEmpty())
+        target += QStringLiteral(".db");
+    if (QFile::exists(target) &&
+        !Ask(u"پرونده ای با این نام هست:\n\u2066%1\u2069\nجایگزین شود؟"_qs.arg(target), TAnswer::No))
         return;
     {
         const TBusy busy;

@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 namespace {
-const int narrowest = 90;
+const int narrowest = 60;
 const int aroundText = 24;
 } // namespace
 
@@ -21,6 +21,7 @@ TSmallList_FRM::TSmallList_FRM(const QString &title, const QString &gridName, co
     m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->horizontalHeader()->setMinimumSectionSize(narrowest);
     m_table->verticalHeader()->hide();
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -80,7 +81,7 @@ void TSmallList_FRM::Refresh()
     m_table->resizeColumnsToContents();
     // The last one has what is left.
     for (int column = 0; column + 1 < m_table->columnCount(); ++column)
-        m_table->setColumnWidth(column, std::max(narrowest, m_table->columnWidth(column) + aroundText));
+        m_table->setColumnWidth(column, m_table->columnWidth(column) + aroundText);
     if (!rows.isEmpty())
         m_table->setCurrentCell(std::min(stay, int(rows.size()) - 1), 0);
     for (TSmartButton_ZLM *button : std::as_const(m_rowButtons))

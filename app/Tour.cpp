@@ -26,7 +26,7 @@
 
 namespace {
 
-const int stepMilliseconds = 40;
+const int stepMilliseconds = 15;
 const int pictureMilliseconds = 100;
 const int typedMilliseconds = 300; // searches that run while typing are over by then
 const int patienceMilliseconds = 10000;
@@ -291,8 +291,11 @@ bool TTour::run()
             continue;
         }
         m_sound &= visit(name, TourScript::of(entry.name), [&] { window.OpenEntry(entry); });
-        if (name == QLatin1String("Select_Staff"))
-            picture(&window, QStringLiteral("main-window-answer"));
+        if (name != QLatin1String("Select_Staff"))
+            continue;
+        window.activateWindow();
+        pass(pictureMilliseconds);
+        picture(&window, QStringLiteral("main-window-answer"));
     }
     const QString backup = scratch.filePath(QStringLiteral("ketebionpap.db"));
     for (const TourScript::TItem &item : TourScript::items(backup)) {

@@ -170,7 +170,7 @@ QList<S> staff()
 }
 
 /// An item's account is looked up, and a new amount saved.
-QList<S> items(const char *list, const char *editor)
+QList<S> items(const char *list, const char *editor, const char *accounts)
 {
     return {await("TFiscalDeducation_List_FRM"),
             picture(list),
@@ -180,7 +180,7 @@ QList<S> items(const char *list, const char *editor)
             type("TotalCode_EDT", {}),
             press("F2"),
             await("TAccountPicker_FRM"),
-            picture("accounts"),
+            picture(accounts),
             press("Esc"),
             await("TFiscalDeducation_Get_FRM"),
             type("Cost_EDT", u"12000000"_qs),
@@ -229,6 +229,7 @@ QList<S> users()
 QList<S> databaseSettings()
 {
     return {await("TDatabaseSettings_FRM"),
+            type("File_EDT", u"/srv/payroll/ketebionpap.db"_qs),
             click("Server_RB"),
             type("Server_EDT", u"db.example.ir"_qs),
             type("Database_EDT", u"Payroll"_qs),
@@ -255,8 +256,8 @@ QList<TTourStep> TourScript::of(const char *entry)
         {"Open_TaxList", taxTables()},
         {"Open_WorkCalender", calendar()},
         {"Open_StaffList", staff()},
-        {"Open_FiscalList", ::items("earnings", "earning")},
-        {"Open_DeductionList", ::items("deductions", "deduction")},
+        {"Open_FiscalList", ::items("earnings", "earning", "earning-account")},
+        {"Open_DeductionList", ::items("deductions", "deduction", "deduction-account")},
         {"Select_Staff", select("TStaffList_FRM", "select-staff")},
         {"Select_StaffGroup", {await("TGroupList_FRM"), picture("select-staff-group"), press("Return")}},
         {"Select_CalculatingMethods", select("TCalcMethodList_FRM", "select-calculation-method")},
