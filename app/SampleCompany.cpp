@@ -1,12 +1,15 @@
 #include "SampleCompany.h"
 
 #include "SampleCompanyData.h"
+#include "calender/CalenderDays.h"
+#include "calender/Calender_DM_UNT.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
-#include "host/database/Connection.h"
+#include "tax/Tax_DM_UNT.h"
 
 #include <QBuffer>
 #include <QImage>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QSet>
 
 #include <random>
@@ -67,6 +70,7 @@ public:
 
 private:
     static constexpr int employees = 200;
+    static constexpr int friday = 6;
 
     void insert(const char *table, std::initializer_list<TColumn> row)
     {
@@ -106,27 +110,34 @@ private:
         insertNamed("AccountDetail", "Tafzili", details);
     }
 
-    template <size_t N>
-    void taxTable(int code, int year, const TBracket (&brackets)[N])
+    void require(bool written) const
     {
-        insert("TaxMain", {{"Code", code},
-                           {"Title", text("جدول مالیات حقوق سال %1").arg(year)},
-                           {"Comment", text("قانون بودجه سال %1 ، مبالغ سالانه به ریال").arg(year)}});
-        double from = 0;
-        for (const TBracket &bracket : brackets) {
-            insert("Tax", {{"TaxMainCode", code},
-                           {"FromSalary", from},
-                           {"ToSalary", bracket.upTo},
-                           {"Percent", bracket.percent},
-                           {"Comment", bracket.percent == 0 ? text("معاف از مالیات") : QString("")}});
-            from = bracket.upTo + 1;
-        }
+        if (!written)
+            throw m_connection.lastError().value();
     }
 
+    template <size_t N>
+    void taxTable(TTax_DM &tax, int code, int year, const TBracket (&brackets)[N])
+    {
+        require(tax.Tax_Insert({code, text("جدول مالیات حقوق سال %1").arg(year),
+                                text("قانون بودجه سال %1 ، مبالغ سالانه به ریال").arg(year)}));
+        double from = 0;
+        for (const TBracket &bracket : brackets) {
+            require(tax.TmpTax_Insert({code, from, bracket.upTo, bracket.percent,
+                                       bracket.percent == 0 ? text("معاف از مالیات") : QString("")}));
+            from = bracket.upTo + 1;
+        }
+        require(tax.TaxDetail_Insert(code));
+        tax.ClearDataTempDetail(code);
+    }
+
+    /// As the editor enters them: into the working rows, from there to the tax table.
     void taxTables()
     {
-        taxTable(1, 1403, tax1403);
-        taxTable(2, 1404, tax1404);
+        const QScopedValueRollback connection(DM.ADOConnection1, &m_connection);
+        TTax_DM tax(nullptr);
+        taxTable(tax, 1, 1403, tax1403);
+        taxTable(tax, 2, 1404, tax1404);
     }
 
     void method(int code, const char *title, int taxTable, bool insurance, bool tax, int rounding)
@@ -397,26 +408,16 @@ private:
                    {{"Com_Index", other.code}, {"Name", text(other.name)}, {"LastSeen", "1404/12/20 08:10"}});
     }
 
+    /// As the generator makes it, from the year's real first weekday.
     void calendar(int year)
     {
-        const QString title = text("تقویم کاری %1").arg(year);
-        for (int month = 1; month <= 12; ++month)
-            for (int dayOfMonth = 1; dayOfMonth <= TPersianDate::daysInMonth(year, month); ++dayOfMonth) {
-                const TPersianDate date{year, month, dayOfMonth};
-                const int weekday = date.weekday();
-                int type = weekday == 6 ? 2 : 1;
-                QString name = title;
-                for (const THoliday &holiday : holidays)
-                    if (holiday.month == month && holiday.day == dayOfMonth) {
-                        type = 3;
-                        name = text(holiday.title);
-                    }
-                insert("Calender", {{"Date", date.toText()},
-                                    {"Day", weekday},
-                                    {"Type", type},
-                                    {"Title", name},
-                                    {"Comment", ""}});
-            }
+        const QScopedValueRollback connection(DM.ADOConnection1, &m_connection);
+        TCalender_DM calender(nullptr);
+        const QList<TCalenderMapper> days = CalenderDays::of(
+            {year, 1, 1, year, 12, TPersianDate::daysInMonth(year, 12), TPersianDate{year, 1, 1}.weekday(),
+             friday, text("تقویم کاری %1").arg(year), QString("")});
+        for (const TCalenderMapper &day : days)
+            require(calender.Calender_Insert(day));
     }
 
     TConnection &m_connection;

@@ -12,19 +12,15 @@
 
 TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, const QString &caption,
                                    TQuery *query, const QList<TGridColumn> &fields, int columnsPerLine)
-    : QWidget(parent), m_query(query), m_fold(new QToolButton(this)), m_box(new QWidget(this)),
-      m_grid(new QGridLayout(m_box)), m_perLine(columnsPerLine)
+    : QWidget(parent), m_query(query), m_caption(caption), m_fold(new QToolButton(this)),
+      m_box(new QWidget(this)), m_grid(new QGridLayout(m_box)), m_perLine(columnsPerLine)
 {
     setObjectName(objectName);
-    m_fold->setText(caption);
-    m_fold->setCheckable(true);
-    m_fold->setChecked(true);
+    m_fold->setAccessibleName(caption);
     m_fold->setAutoRaise(true);
     m_fold->setFocusPolicy(Qt::NoFocus);
-    m_fold->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_fold->setArrowType(Qt::DownArrow);
-    connect(m_fold, &QToolButton::toggled, this, [this](bool on) {
-        SetExpanded(on);
+    connect(m_fold, &QToolButton::clicked, this, [this] {
+        SetExpanded(!m_expanded);
         saveLayout();
     });
 
@@ -47,6 +43,7 @@ TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, c
         m_fields.append(field);
     }
     arrange();
+    SetExpanded(true);
     connect(query, &TQuery::opened, this, &TDetailStrip_ZLM::refresh);
     connect(query, &TQuery::closed, this, &TDetailStrip_ZLM::refresh);
     connect(query, &TQuery::currentChanged, this, &TDetailStrip_ZLM::refresh);
@@ -64,13 +61,14 @@ QString TDetailStrip_ZLM::ShownText(const QString &field) const
 
 bool TDetailStrip_ZLM::IsExpanded() const
 {
-    return m_fold->isChecked();
+    return m_expanded;
 }
 
 void TDetailStrip_ZLM::SetExpanded(bool expanded)
 {
-    m_fold->setChecked(expanded);
-    m_fold->setArrowType(expanded ? Qt::DownArrow : Qt::LeftArrow);
+    m_expanded = expanded;
+    // Part of the text: the style draws a button's arrow over the text in a right-to-left window.
+    m_fold->setText((expanded ? u"▾ "_qs : u"◂ "_qs) + m_caption);
     m_box->setVisible(expanded);
 }
 
@@ -167,6 +165,5 @@ void TDetailStrip_ZLM::restoreLayout()
     for (Field &each : m_fields)
         each.shown = !hidden.contains(each.column.field);
     arrange();
-    const QSignalBlocker quiet(m_fold);
     SetExpanded(text.startsWith(u'1'));
 }

@@ -42,6 +42,8 @@ private:
         bool shown = true;
     };
     TQuery *m_query;
+    QString m_caption;
+    bool m_expanded = true;
     QList<Field> m_fields;
     QToolButton *m_fold;
     QWidget *m_box;

@@ -94,11 +94,13 @@ protected:
     /// Runs the actions as their buttons do; nothing while their button is disabled.
     void Select();
     void PrintPreview();
+    /// Ctrl+E, in every list: the rows go to a spreadsheet file.
+    void SaveSpreadsheet();
 
     // How deletes begin. False: refused or not wanted, stop silently.
     /// The right 3 on a part; the host tells about a refusal.
     static bool MayDelete(TSoftwarePart part);
-    /// The question, then the event line (none when the text is null).
+    /// The question, then the event line (none when the text is null; throws TDatabaseError when it cannot be written).
     static bool ConfirmDelete(TSoftwarePart part, const QString &eventText);
     /// Both.
     static bool BeginDelete(TSoftwarePart part, const QString &eventText)

@@ -65,6 +65,21 @@ TEST_F(QueryTest, FieldsAreFoundWithoutRegardToCase)
     EXPECT_EQ(query.asFloat("Amount"), 0.5);
 }
 
+TEST_F(QueryTest, TheRowsNumberIsAColumnThatIsNeverBelowOne)
+{
+    openAll();
+    EXPECT_EQ(query.value("Row"), 1);
+    fill(3);
+    openAll();
+    EXPECT_EQ(query.asInteger("row"), 1);
+    query.last();
+    EXPECT_EQ(query.asInteger("Row"), 3);
+    openAll("select Code as Row from Thing order by Code"); // a column of the result's own comes first
+    EXPECT_EQ(query.asInteger("Row"), 2);
+    query.close();
+    EXPECT_THROW(query.value("Row"), TDatabaseError);
+}
+
 TEST_F(QueryTest, GoingThroughTheRowsEndsBehindTheLastOne)
 {
     fill(3);
