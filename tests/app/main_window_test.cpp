@@ -94,7 +94,8 @@ TEST_F(Screens, TheStatusBarSaysWhoWhereAndWhen)
     const auto shown = [&](const char *name) { return window.findChild<QLabel *>(name)->text(); };
     EXPECT_EQ(shown("User_LBL"), u"کاربر: مریم کریمی"_qs);
     EXPECT_EQ(shown("Workstation_LBL"), u"ایستگاه: 12"_qs);
-    EXPECT_TRUE(shown("Database_LBL").contains("suite.db"));
+    EXPECT_TRUE(shown("Database_LBL").contains(session.connection().displayName().section('/', -1)));
+    EXPECT_FALSE(shown("Database_LBL").contains("PWD", Qt::CaseInsensitive));
     EXPECT_TRUE(shown("Date_LBL").contains(NowDate()));
 }
 
@@ -212,7 +213,7 @@ void nameFile(QWidget *screen, const QString &file)
     Keys::press(dialog, Qt::Key_Return);
 }
 
-TEST_F(Screens, ABackupIsMadeAndRestoredFromTheMenu)
+TEST_F(ScreensOnAFile, ABackupIsMadeAndRestoredFromTheMenu)
 {
     TMain_FRM window(session);
     showActive(window);
@@ -254,7 +255,7 @@ void choose(TMain_FRM &window, const char *item, const QString &file)
         [&](QWidget *screen) { nameFile(screen, file); });
 }
 
-TEST_F(Screens, TwoRestoresInOneMinuteKeepWhatWasThereBeforeEach)
+TEST_F(ScreensOnAFile, TwoRestoresInOneMinuteKeepWhatWasThereBeforeEach)
 {
     TMain_FRM window(session);
     showActive(window);
@@ -276,7 +277,7 @@ TEST_F(Screens, TwoRestoresInOneMinuteKeepWhatWasThereBeforeEach)
     EXPECT_EQ(kept, QStringList({"first", "second"}));
 }
 
-TEST_F(Screens, ABackupOntoAFullDiskIsToldAndLeavesTheOlderOne)
+TEST_F(ScreensOnAFile, ABackupOntoAFullDiskIsToldAndLeavesTheOlderOne)
 {
     TMain_FRM window(session);
     showActive(window);
@@ -318,7 +319,7 @@ TEST_F(Screens, ABackupOntoAFullDiskIsToldAndLeavesTheOlderOne)
     EXPECT_EQ(QDir(home.path()).entryList({"*.part", "*.restore*", "*before*"}), QStringList());
 }
 
-TEST_F(Screens, ARestoreOfAnotherProgramsDatabaseOrOfHalfABackupIsRefused)
+TEST_F(ScreensOnAFile, ARestoreOfAnotherProgramsDatabaseOrOfHalfABackupIsRefused)
 {
     TMain_FRM window(session);
     showActive(window);
@@ -342,7 +343,7 @@ TEST_F(Screens, ARestoreOfAnotherProgramsDatabaseOrOfHalfABackupIsRefused)
     }
 }
 
-TEST_F(Screens, ARestoreWaitsForOpenEditorsAndRefusesABrokenFile)
+TEST_F(ScreensOnAFile, ARestoreWaitsForOpenEditorsAndRefusesABrokenFile)
 {
     TMain_FRM window(session);
     showActive(window);
