@@ -112,7 +112,7 @@ void TFiscalDeducation_Get_FRM::build()
     for (const QPoint &place : std::as_const(lastOfLine))
         if (QLayoutItem *cell = grid->itemAtPosition(place.y(), place.x())) {
             grid->removeItem(cell);
-            grid->addItem(cell, place.y(), place.x(), 1, -1);
+            grid->addLayout(cell->layout(), place.y(), place.x(), 1, -1);
         }
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs, svSaveClose);
     resize(820, sizeHint().height());

@@ -7,8 +7,32 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QPainter>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+namespace {
+
+const int foldIconSize = 10;
+
+// Drawn here: the style puts its own arrow over the caption in a right-to-left window.
+QIcon foldIcon(bool expanded, const QPalette &palette)
+{
+    const int scale = 4; // sharp on fine screens, too
+    QPixmap pixmap(foldIconSize * scale, foldIconSize * scale);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(scale, scale);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette.brush(QPalette::ButtonText));
+    const QPolygonF down{{1, 3}, {9, 3}, {5, 8}};
+    const QPolygonF left{{7, 1}, {7, 9}, {2, 5}};
+    painter.drawPolygon(expanded ? down : left);
+    return QIcon(pixmap);
+}
+
+} // namespace
 
 TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, const QString &caption,
                                    TQuery *query, const QList<TGridColumn> &fields, int columnsPerLine)
@@ -17,14 +41,13 @@ TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, c
 {
     setObjectName(objectName);
     m_fold->setText(caption);
-    m_fold->setCheckable(true);
-    m_fold->setChecked(true);
     m_fold->setAutoRaise(true);
     m_fold->setFocusPolicy(Qt::NoFocus);
     m_fold->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_fold->setArrowType(Qt::DownArrow);
-    connect(m_fold, &QToolButton::toggled, this, [this](bool on) {
-        SetExpanded(on);
+    m_fold->setIcon(foldIcon(true, palette()));
+    m_fold->setIconSize(QSize(foldIconSize, foldIconSize));
+    connect(m_fold, &QToolButton::clicked, this, [this] {
+        SetExpanded(!m_expanded);
         saveLayout();
     });
 
@@ -64,13 +87,13 @@ QString TDetailStrip_ZLM::ShownText(const QString &field) const
 
 bool TDetailStrip_ZLM::IsExpanded() const
 {
-    return m_fold->isChecked();
+    return m_expanded;
 }
 
 void TDetailStrip_ZLM::SetExpanded(bool expanded)
 {
-    m_fold->setChecked(expanded);
-    m_fold->setArrowType(expanded ? Qt::DownArrow : Qt::LeftArrow);
+    m_expanded = expanded;
+    m_fold->setIcon(foldIcon(expanded, palette()));
     m_box->setVisible(expanded);
 }
 
@@ -167,6 +190,5 @@ void TDetailStrip_ZLM::restoreLayout()
     for (Field &each : m_fields)
         each.shown = !hidden.contains(each.column.field);
     arrange();
-    const QSignalBlocker quiet(m_fold);
     SetExpanded(text.startsWith(u'1'));
 }

@@ -47,5 +47,6 @@ private:
     QWidget *m_box;
     QGridLayout *m_grid;
     int m_perLine;
+    bool m_expanded = true;
     bool m_restored = false;
 };
