@@ -2,11 +2,12 @@
 
 #include "SampleCompanyData.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
-#include "host/database/Connection.h"
+#include "tax/Tax_DM_UNT.h"
 
 #include <QBuffer>
 #include <QImage>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QSet>
 
 #include <random>
@@ -105,27 +106,34 @@ private:
         insertNamed("AccountDetail", "Tafzili", details);
     }
 
-    template <size_t N>
-    void taxTable(int code, int year, const TBracket (&brackets)[N])
+    void require(bool written) const
     {
-        insert("TaxMain", {{"Code", code},
-                           {"Title", text("جدول مالیات حقوق سال %1").arg(year)},
-                           {"Comment", text("قانون بودجه سال %1 ، مبالغ سالانه به ریال").arg(year)}});
-        double from = 0;
-        for (const TBracket &bracket : brackets) {
-            insert("Tax", {{"TaxMainCode", code},
-                           {"FromSalary", from},
-                           {"ToSalary", bracket.upTo},
-                           {"Percent", bracket.percent},
-                           {"Comment", bracket.percent == 0 ? text("معاف از مالیات") : QString("")}});
-            from = bracket.upTo + 1;
-        }
+        if (!written)
+            throw m_connection.lastError().value();
     }
 
+    template <size_t N>
+    void taxTable(TTax_DM &tax, int code, int year, const TBracket (&brackets)[N])
+    {
+        require(tax.Tax_Insert({code, text("جدول مالیات حقوق سال %1").arg(year),
+                                text("قانون بودجه سال %1 ، مبالغ سالانه به ریال").arg(year)}));
+        double from = 0;
+        for (const TBracket &bracket : brackets) {
+            require(tax.TmpTax_Insert({code, from, bracket.upTo, bracket.percent,
+                                       bracket.percent == 0 ? text("معاف از مالیات") : QString("")}));
+            from = bracket.upTo + 1;
+        }
+        require(tax.TaxDetail_Insert(code));
+        tax.ClearDataTempDetail(code);
+    }
+
+    /// As the editor enters them: into the working rows, from there to the tax table.
     void taxTables()
     {
-        taxTable(1, 1403, tax1403);
-        taxTable(2, 1404, tax1404);
+        const QScopedValueRollback connection(DM.ADOConnection1, &m_connection);
+        TTax_DM tax(nullptr);
+        taxTable(tax, 1, 1403, tax1403);
+        taxTable(tax, 2, 1404, tax1404);
     }
 
     void method(int code, const char *title, int taxTable, bool insurance, bool tax, int rounding)

@@ -79,13 +79,13 @@ void BracketsOfTheEditor(benchmark::State &state)
                         bracket->ToSalary_EDT->SetText(QStringLiteral("1000999"));
                         bracket->Percent_EDT->SetText(QStringLiteral("20"));
                         if (!bracket->Save(svSaveClose))
-                            bracket->done(QDialog::Rejected);
+                            static_cast<QDialog *>(bracket)->done(QDialog::Rejected);
                     }
                 });
                 editor.findChild<QAbstractButton *>(QStringLiteral("AddRow_BTN"))->click();
                 saved = editor.Save(svSaveClose);
                 if (!saved)
-                    editor.done(QDialog::Rejected);
+                    static_cast<QDialog &>(editor).done(QDialog::Rejected);
             });
             editor.exec();
         }

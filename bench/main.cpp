@@ -1,6 +1,7 @@
 #include "bench/BenchData.h"
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -10,6 +11,8 @@
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    QTemporaryDir configuration; // what the windows remember is not the user's
+    qputenv("XDG_CONFIG_HOME", configuration.path().toUtf8());
     QApplication app(argc, argv);
     if (argc == 4 && QByteArray(argv[1]) == "--peak") {
         std::printf("%ld\n",

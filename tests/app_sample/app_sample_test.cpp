@@ -156,6 +156,11 @@ TEST_F(SampleCompany, HasTheOfficialBracketsOf1403And1404)
                                                   "8000000001|99999999999999|30");
 }
 
+TEST_F(SampleCompany, LeavesNoWorkingRows)
+{
+    EXPECT_EQ(db->rows("select * from TmpTax"), "");
+}
+
 TEST_F(SampleCompany, HasBracketsThatTheEditorWouldAccept)
 {
     TTax_DM tax(nullptr);
@@ -267,6 +272,22 @@ TEST_F(SampleCompany, HoldsNoTextThatIsWiderThanItsColumn)
                 }
             }
     }
+}
+
+TEST(SampleCompanyFilling, EntersTheTaxTablesAsTheirEditorDoes)
+{
+    TestDatabase database;
+    DM.ADOConnection1 = nullptr; // the program fills a connection before it is everybody's
+    FillSampleCompany(database.connection());
+    EXPECT_EQ(DM.ADOConnection1, nullptr);
+    DM.ADOConnection1 = &database.connection();
+    QStringList writes;
+    for (const QString &statement : database.trace())
+        if (statement.startsWith("insert into Tax(", Qt::CaseInsensitive))
+            writes << statement;
+    EXPECT_EQ(writes.size(), 2); // each whole, from the working rows
+    for (const QString &statement : writes)
+        EXPECT_TRUE(statement.contains(" FROM TmpTax where TaxMainCode=")) << statement.toStdString();
 }
 
 TEST(SampleCompanyFilling, GivesTheSameDataEveryTime)

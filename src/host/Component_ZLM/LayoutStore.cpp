@@ -32,7 +32,10 @@ QVariant LayoutStore::value(const QString &key)
 
 void LayoutStore::setValue(const QString &key, const QVariant &value)
 {
-    file().setValue(key, value);
+    QSettings settings = file();
+    // Most windows close as they opened, and every writing waits for the disk.
+    if (settings.value(key) != value)
+        settings.setValue(key, value);
 }
 
 QString LayoutStore::windowKey(const QWidget *window)

@@ -280,18 +280,18 @@ void TSmartGrid_ZLM::hideEvent(QHideEvent *event)
         SaveLayout();
 }
 
-// The query moved, or was read again: the grid follows.
-// The first one that is shown: on the right, whatever the window has scrolled to.
-int TSmartGrid_ZLM::firstColumn() const
+QList<int> TSmartGrid_ZLM::ShownColumns() const
 {
-    for (int at = 0; at < horizontalHeader()->count(); ++at) {
-        const int column = horizontalHeader()->logicalIndex(at);
+    QList<int> columns;
+    for (int place = 0; place < horizontalHeader()->count(); ++place) {
+        const int column = horizontalHeader()->logicalIndex(place);
         if (!isColumnHidden(column))
-            return column;
+            columns << column;
     }
-    return 0;
+    return columns;
 }
 
+// The query moved, or was read again: the grid follows.
 void TSmartGrid_ZLM::showCurrent()
 {
     if (d->following || !d->query || !selectionModel())
@@ -299,7 +299,8 @@ void TSmartGrid_ZLM::showCurrent()
     d->following = true;
     const int row = d->query->active() ? d->query->position() : -1;
     if (row >= 0 && row < d->model->rowCount()) {
-        const int column = currentIndex().isValid() ? currentIndex().column() : firstColumn();
+        // The first shown column is on the right, whatever the window has scrolled to.
+        const int column = currentIndex().isValid() ? currentIndex().column() : ShownColumns().value(0);
         const QModelIndex index = d->model->index(row, column);
         if (index != currentIndex() || !selectionModel()->isSelected(index)) {
             selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
@@ -409,11 +410,8 @@ void TSmartGrid_ZLM::copyRows()
     QStringList lines;
     for (const int row : rows) {
         QStringList cells;
-        for (int place = 0; place < d->model->columnCount(); ++place) {
-            const int column = horizontalHeader()->logicalIndex(place);
-            if (!isColumnHidden(column))
-                cells << d->model->index(row, column).data().toString();
-        }
+        for (const int column : ShownColumns())
+            cells << d->model->index(row, column).data().toString();
         lines << cells.join(u'\t');
     }
     if (!lines.isEmpty())

@@ -71,6 +71,8 @@ public:
     void SetRowChecks(bool on);
     /// Positions of the selected rows in list order; empty when nothing beyond the current row is selected.
     QList<int> SelectedRows() const;
+    /// The columns that are shown, in their order on the screen.
+    QList<int> ShownColumns() const;
     /// Shows or hides a column and offers it in the column menu or not.
     void SetColumnOffered(const QString &field, bool offered);
     /// Adds the columns that the user may show and hide to a menu.
@@ -93,7 +95,6 @@ protected:
 
 private:
     void showCurrent();
-    int firstColumn() const;
     void sortBy(int column);
     void copyRows();
     bool extendSelection(QKeyEvent *event);

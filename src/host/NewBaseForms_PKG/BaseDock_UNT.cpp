@@ -139,6 +139,8 @@ void TBaseDock_FRM::SetPopMenu(QWidget *control)
             connect(action, &QAction::triggered, button, [button] { button->click(); });
         }
         if (auto *grid = qobject_cast<TSmartGrid_ZLM *>(control)) {
+            if (grid == m_grid && grid->Model()->rowCount() > 0)
+                menu.addAction(u"ذخیره در صفحه گسترده Ctrl+E"_qs, this, [this] { SaveSpreadsheet(); });
             menu.addSeparator();
             grid->FillColumnMenu(&menu);
         }
@@ -269,6 +271,12 @@ void TBaseDock_FRM::PrintPreview()
     preview.exec();
 }
 
+void TBaseDock_FRM::SaveSpreadsheet()
+{
+    if (m_grid && m_grid->Model()->rowCount() > 0)
+        ExportSpreadsheet(m_grid, windowTitle(), this);
+}
+
 bool TBaseDock_FRM::MayDelete(TSoftwarePart part)
 {
     return HavePermission(UserInfo, part, cpDelete, false, true, {});
@@ -287,5 +295,9 @@ bool TBaseDock_FRM::HandleKey(QKeyEvent *event)
 {
     if ((Tab_Search && Tab_Search->HandleKey(event)) || (Groups && Groups->HandleKey(event)))
         return true;
+    if (event->modifiers() == Qt::ControlModifier && event->key() == Qt::Key_E) {
+        SaveSpreadsheet();
+        return true;
+    }
     return TBaseForm::HandleKey(event);
 }

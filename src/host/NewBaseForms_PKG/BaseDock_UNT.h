@@ -94,6 +94,8 @@ protected:
     /// Runs the actions as their buttons do; nothing while their button is disabled.
     void Select();
     void PrintPreview();
+    /// Ctrl+E, in every list: the rows go to a spreadsheet file.
+    void SaveSpreadsheet();
 
     // How deletes begin. False: refused or not wanted, stop silently.
     /// The right 3 on a part; the host tells about a refusal.

@@ -2,13 +2,11 @@
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/ListPrinter.h"
 
-#include <QFileDialog>
 #include <QLabel>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QProgressDialog>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -147,26 +145,9 @@ bool TListPreview_FRM::HandleKey(QKeyEvent *event)
     return TBaseForm::HandleKey(event);
 }
 
-bool TListPreview_FRM::run(const QString &caption,
-                           const std::function<bool(const std::function<bool(int)> &)> &work)
-{
-    QProgressDialog progress(caption, u"انصراف"_qs, 0, m_pages, this);
-    progress.setWindowModality(Qt::WindowModal);
-    progress.setMinimumDuration(800);
-    try {
-        return work([&progress](int page) {
-            progress.setValue(page);
-            return !progress.wasCanceled();
-        });
-    } catch (const TDatabaseError &error) {
-        MsgDatabaseError(error);
-    }
-    return false;
-}
-
 bool TListPreview_FRM::ExportPdf(const QString &fileName)
 {
-    const bool written = run(u"ذخیره PDF"_qs, [&](const std::function<bool(int)> &progress) {
+    const bool written = RunWithProgress(this, u"ذخیره PDF"_qs, m_pages, [&](const TProgress &progress) {
         return m_list.ExportPdf(fileName, *m_printer, progress);
     });
     if (written)
@@ -179,14 +160,9 @@ bool TListPreview_FRM::ExportPdf(const QString &fileName)
 
 void TListPreview_FRM::askPdf()
 {
-    QFileDialog dialog(this, u"ذخیره PDF"_qs);
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setNameFilter(QStringLiteral("PDF (*.pdf)"));
-    dialog.setDefaultSuffix(QStringLiteral("pdf"));
-    dialog.selectFile(QString(m_title).replace(u'/', u'-') + QStringLiteral(".pdf"));
-    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
-        ExportPdf(dialog.selectedFiles().constFirst());
+    const QString fileName = AskFileToWrite(this, u"ذخیره PDF"_qs, m_title, QStringLiteral("pdf"));
+    if (!fileName.isEmpty())
+        ExportPdf(fileName);
 }
 
 void TListPreview_FRM::print()
@@ -204,7 +180,7 @@ void TListPreview_FRM::print()
     if (dialog.exec() != QDialog::Accepted)
         return;
     const bool range = dialog.printRange() == QAbstractPrintDialog::PageRange;
-    const bool printed = run(u"چاپ"_qs, [&](const std::function<bool(int)> &progress) {
+    const bool printed = RunWithProgress(this, u"چاپ"_qs, m_pages, [&](const TProgress &progress) {
         return m_list.Print(printer, range ? dialog.fromPage() : 1, range ? dialog.toPage() : 0, progress);
     });
     if (!printed)

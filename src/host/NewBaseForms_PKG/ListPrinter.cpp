@@ -46,10 +46,7 @@ TListPrinter::TListPrinter(const TSmartGrid_ZLM *grid, const QString &title)
     : m_model(grid->model()), m_title(title)
 {
     const QHeaderView *header = grid->horizontalHeader();
-    for (int place = 0; place < header->count(); ++place) {
-        const int section = header->logicalIndex(place);
-        if (grid->isColumnHidden(section))
-            continue;
+    for (const int section : grid->ShownColumns()) {
         TColumn column{section, m_model->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString(),
                        double(grid->columnWidth(section))};
         // The last column fills the window; on paper it is as wide as it was meant to be.
@@ -100,8 +97,7 @@ int TListPrinter::PageCount(QPrinter &printer) const
     return std::max(1, (m_model->rowCount() + rows - 1) / rows);
 }
 
-bool TListPrinter::Print(QPrinter &printer, int first, int last,
-                         const std::function<bool(int)> &progress) const
+bool TListPrinter::Print(QPrinter &printer, int first, int last, const TProgress &progress) const
 {
     const TMeasures sizes = measure(printer);
     const int pages = PageCount(printer);
@@ -177,8 +173,7 @@ void TListPrinter::paintPage(QPainter &painter, const TMeasures &sizes, int page
     }
 }
 
-bool TListPrinter::ExportPdf(const QString &fileName, const QPrinter &like,
-                             const std::function<bool(int)> &progress) const
+bool TListPrinter::ExportPdf(const QString &fileName, const QPrinter &like, const TProgress &progress) const
 {
     const QString unfinished = fileName + QStringLiteral(".part");
     bool written = false;
@@ -190,11 +185,8 @@ bool TListPrinter::ExportPdf(const QString &fileName, const QPrinter &like,
         printer.setDocName(m_title.trimmed());
         written = Print(printer, 1, 0, progress);
     }
-    if (written && QFile::exists(unfinished)) {
-        QFile::remove(fileName);
-        if (QFile::rename(unfinished, fileName))
-            return true;
-    }
+    if (written)
+        return ReplaceFile(unfinished, fileName);
     QFile::remove(unfinished);
     return false;
 }

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
+#include "host/NewBaseForms_PKG/ListExport.h"
 
 #include <QAbstractTableModel>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
 
 class QLabel;
@@ -28,11 +28,9 @@ public:
     void PaintPage(QPainter &painter, QPrinter &printer, int page) const;
     /// Prints pages `first` to `last` (1-based; last 0: to the end). `progress` is told each page and answers false to
     /// stop. False: the printer or the file failed, or it was stopped.
-    bool Print(QPrinter &printer, int first = 1, int last = 0,
-               const std::function<bool(int page)> &progress = {}) const;
+    bool Print(QPrinter &printer, int first = 1, int last = 0, const TProgress &progress = {}) const;
     /// Writes the whole list as a PDF file; a file that is there is replaced only by a complete one.
-    bool ExportPdf(const QString &fileName, const QPrinter &like,
-                   const std::function<bool(int page)> &progress = {}) const;
+    bool ExportPdf(const QString &fileName, const QPrinter &like, const TProgress &progress = {}) const;
 
 private:
     struct TMeasures;
@@ -76,7 +74,6 @@ private:
     void fit();
     void askPdf();
     void print();
-    bool run(const QString &caption, const std::function<bool(const std::function<bool(int)> &)> &work);
     TListPrinter m_list;
     QString m_title;
     std::unique_ptr<QPrinter> m_printer;

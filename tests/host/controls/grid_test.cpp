@@ -5,12 +5,19 @@
 #include "host/Component_ZLM/LayoutStore.h"
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/database/Query.h"
 
 #include <QDialog>
 #include <QHeaderView>
 #include <QMenu>
 #include <QPushButton>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+
+#include <tuple>
+#include <utility>
 
 namespace {
 
@@ -414,6 +421,27 @@ TEST_F(Grid, AWindowsPlaceIsRemembered)
     EXPECT_EQ(again.size(), QSize(333, 222));
     QWidget other;
     EXPECT_FALSE(LayoutStore::restoreWindow(&other));
+}
+
+TEST_F(Grid, AnArrangementThatStaysAsItWasIsNotWrittenAgain)
+{
+    QTemporaryDir folder;
+    const QString before = std::exchange(IniOptions.FileName, folder.filePath("ketebionpap.ini"));
+    const auto written = [&] {
+        struct stat file = {};
+        EXPECT_EQ(::stat(qUtf8Printable(folder.filePath("layout.ini")), &file), 0);
+        return std::tuple(file.st_ino, file.st_mtim.tv_sec, file.st_mtim.tv_nsec);
+    };
+    QDialog window;
+    window.setGeometry(50, 60, 333, 222);
+    LayoutStore::saveWindow(&window);
+    const auto first = written();
+    LayoutStore::saveWindow(&window);
+    EXPECT_EQ(written(), first);
+    window.resize(334, 222);
+    LayoutStore::saveWindow(&window);
+    EXPECT_NE(written(), first);
+    IniOptions.FileName = before;
 }
 
 TEST_F(Grid, TheGridOutlivesItsQuery)

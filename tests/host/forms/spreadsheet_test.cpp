@@ -1,0 +1,150 @@
+#include "host/forms/FakeScreens.h"
+
+#include "host/NewBaseForms_PKG/ListExport.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+
+using enum TAnswer;
+
+class Spreadsheet : public Things {
+protected:
+    Spreadsheet() : list(&db.connection(), "List_QUR")
+    {
+        list.setKeyField("Code");
+        for (int code = 1; code <= 3; ++code)
+            db.connection().execute(TStatement::format(
+                "insert into Thing(Code, Title, Cost, Day) values(%d, %s, %d, '1404/01/05')",
+                {code, u"ي & <کار> %1"_qs.arg(code), qlonglong(123456789012345) + code}));
+    }
+    // A file of the archive, unpacked by a program that is not ours.
+    static QString part(const QString &file, const QString &name)
+    {
+        QProcess unzip;
+        unzip.start("unzip", {"-p", file, name});
+        EXPECT_TRUE(unzip.waitForFinished()) << "the package unzip is missing";
+        EXPECT_EQ(unzip.exitCode(), 0);
+        return QString::fromUtf8(unzip.readAllStandardOutput());
+    }
+    // The cells by rows, as the file holds them: texts as they are, numbers with a leading "=".
+    static QList<QStringList> cells(const QString &file)
+    {
+        QList<QStringList> rows;
+        QXmlStreamReader xml(part(file, "xl/worksheets/sheet1.xml"));
+        while (!xml.atEnd()) {
+            if (xml.readNext() != QXmlStreamReader::StartElement)
+                continue;
+            if (xml.name() == QLatin1String("row"))
+                rows.append(QStringList());
+            else if (xml.name() == QLatin1String("v"))
+                rows.last() << u'=' + xml.readElementText();
+            else if (xml.name() == QLatin1String("t"))
+                rows.last() << xml.readElementText();
+        }
+        EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+        return rows;
+    }
+    void inList(const std::function<void(TThingList_FRM &)> &work)
+    {
+        TThingList_FRM screen(fmBrowse, &list);
+        Keys::runModal([&] { return screen.exec(); }, [&](QWidget *) { work(screen); });
+    }
+    TQuery list;
+    QTemporaryDir folder;
+};
+
+TEST_F(Spreadsheet, HoldsTheShownColumnsOfAllRowsWithAmountsAsNumbers)
+{
+    inList([&](TThingList_FRM &screen) {
+        const QString file = folder.filePath(u"لیست.xlsx"_qs);
+        ASSERT_TRUE(WriteSpreadsheet(screen.Grid(), screen.windowTitle(), file));
+        const QList<QStringList> rows = cells(file);
+        ASSERT_EQ(rows.size(), 4);
+        QStringList captions;
+        for (const int column : screen.Grid()->ShownColumns())
+            captions << screen.Grid()->Model()->columns()[column].caption.trimmed();
+        EXPECT_EQ(rows[0], captions);
+        EXPECT_TRUE(rows[2].contains("=2")) << "the code";
+        EXPECT_TRUE(rows[2].contains(u"ي & <کار> 2"_qs));
+        EXPECT_TRUE(rows[2].contains("=123456789012347")) << "every digit of an amount";
+        EXPECT_TRUE(part(file, "xl/worksheets/sheet1.xml").contains("rightToLeft=\"1\""));
+        EXPECT_TRUE(part(file, "xl/workbook.xml").contains(u"ليست مزايا"_qs));
+        EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList(u"لیست.xlsx"_qs));
+    });
+}
+
+TEST_F(Spreadsheet, FollowsTheOrderAndTheHidingOfColumns)
+{
+    inList([&](TThingList_FRM &screen) {
+        TSmartGrid_ZLM *grid = screen.Grid();
+        const QList<int> before = grid->ShownColumns();
+        ASSERT_GT(before.size(), 2);
+        grid->horizontalHeader()->moveSection(grid->horizontalHeader()->visualIndex(before[1]), 0);
+        grid->setColumnHidden(before[0], true);
+        const QString file = folder.filePath("x.xlsx");
+        ASSERT_TRUE(WriteSpreadsheet(grid, "x", file));
+        const QList<QStringList> rows = cells(file);
+        EXPECT_EQ(rows[0].size(), before.size() - 1);
+        EXPECT_EQ(rows[0][0], grid->Model()->columns()[before[1]].caption.trimmed());
+    });
+}
+
+TEST_F(Spreadsheet, ASheetNameTakesNoSignThatTheFormatForbids)
+{
+    inList([&](TThingList_FRM &screen) {
+        const QString file = folder.filePath("x.xlsx");
+        ASSERT_TRUE(WriteSpreadsheet(screen.Grid(),
+                                     u" بدهکاري / بستانکاري [2.7]:*?\\ یک عنوان بسیار بسیار دراز "_qs, file));
+        EXPECT_TRUE(part(file, "xl/workbook.xml").contains(u"بدهکاري  بستانکاري 2.7"_qs));
+    });
+}
+
+TEST_F(Spreadsheet, AFileThatIsThereStaysWhenTheNewOneIsStoppedOrCannotBeWritten)
+{
+    inList([&](TThingList_FRM &screen) {
+        const QString file = folder.filePath("x.xlsx");
+        ASSERT_TRUE(WriteSpreadsheet(screen.Grid(), "x", file));
+        const QList<QStringList> before = cells(file);
+        db.connection().execute("update Thing set Title='new'");
+        EXPECT_FALSE(WriteSpreadsheet(screen.Grid(), "x", file, [](int) { return false; }));
+        EXPECT_EQ(cells(file), before);
+        EXPECT_FALSE(WriteSpreadsheet(screen.Grid(), "x", folder.filePath("none/such/x.xlsx")));
+        EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList("x.xlsx"));
+    });
+}
+
+TEST_F(Spreadsheet, CtrlEAsksForTheFileAndSaysThatItIsWritten)
+{
+    inList([&](TThingList_FRM &screen) {
+        const QString file = folder.filePath("x.xlsx");
+        Keys::runModal(
+            [&] {
+                Keys::press(&screen, Qt::Key_E, Qt::ControlModifier);
+                return 0;
+            },
+            [&](QWidget *widget) {
+                auto *dialog = qobject_cast<QFileDialog *>(widget);
+                ASSERT_TRUE(dialog);
+                EXPECT_TRUE(dialog->selectedFiles().value(0).endsWith(u"ليست مزايا.xlsx"_qs));
+                dialog->selectFile(file);
+                Keys::press(dialog, Qt::Key_Return);
+            });
+        EXPECT_EQ(cells(file).size(), 4);
+        EXPECT_EQ(messages.take().join('|').toStdString(),
+                  ("MSGCompeletedSuccessfully(ذخیره در صفحه گسترده|" + file + ")").toStdString());
+    });
+}
+
+TEST_F(Spreadsheet, CtrlEDoesNothingOnAnEmptyList)
+{
+    db.connection().execute("delete from Thing");
+    inList([&](TThingList_FRM &screen) {
+        Keys::press(&screen, Qt::Key_E, Qt::ControlModifier);
+        EXPECT_TRUE(screen.isActiveWindow());
+        EXPECT_EQ(messages.take(), QStringList());
+    });
+}
