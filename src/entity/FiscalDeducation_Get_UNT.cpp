@@ -247,10 +247,8 @@ bool TFiscalDeducation_Get_FRM::Validate()
         NotSaveable(u"کليه گروه ها"_qs, u"رکوردي"_qs, Group_CMB);
         return refuseAt(Group_CMB);
     }
-    if (Title_EDT->IsEmpty()) {
-        MsgRequiredField(u"عنوان"_qs, Title_EDT, this);
-        return refuseAt(Title_EDT);
-    }
+    if (!RequireInput(Title_EDT, u"عنوان"_qs))
+        return false;
     if (isEarning())
         Entity_DM->FiscalGet_ByTitle(Title_EDT->GetText());
     else
