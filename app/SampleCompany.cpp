@@ -1,6 +1,8 @@
 #include "SampleCompany.h"
 
 #include "SampleCompanyData.h"
+#include "calender/CalenderDays.h"
+#include "calender/Calender_DM_UNT.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
 #include "tax/Tax_DM_UNT.h"
 
@@ -67,6 +69,7 @@ public:
 
 private:
     static constexpr int employees = 200;
+    static constexpr int friday = 6;
 
     void insert(const char *table, std::initializer_list<TColumn> row)
     {
@@ -396,26 +399,16 @@ private:
         insert("tmpstaffOutPutDetail", {{"OutPutCode", 1}, {"Amount", 3.0}, {"Type", 1}, {"ItemCode", 25}});
     }
 
+    /// As the generator makes it, from the year's real first weekday.
     void calendar(int year)
     {
-        const QString title = text("تقویم کاری %1").arg(year);
-        for (int month = 1; month <= 12; ++month)
-            for (int dayOfMonth = 1; dayOfMonth <= TPersianDate::daysInMonth(year, month); ++dayOfMonth) {
-                const TPersianDate date{year, month, dayOfMonth};
-                const int weekday = date.weekday();
-                int type = weekday == 6 ? 2 : 1;
-                QString name = title;
-                for (const THoliday &holiday : holidays)
-                    if (holiday.month == month && holiday.day == dayOfMonth) {
-                        type = 3;
-                        name = text(holiday.title);
-                    }
-                insert("Calender", {{"Date", date.toText()},
-                                    {"Day", weekday},
-                                    {"Type", type},
-                                    {"Title", name},
-                                    {"Comment", ""}});
-            }
+        const QScopedValueRollback connection(DM.ADOConnection1, &m_connection);
+        TCalender_DM calender(nullptr);
+        const QList<TCalenderMapper> days = CalenderDays::of(
+            {year, 1, 1, year, 12, TPersianDate::daysInMonth(year, 12), TPersianDate{year, 1, 1}.weekday(),
+             friday, text("تقویم کاری %1").arg(year), QString("")});
+        for (const TCalenderMapper &day : days)
+            require(calender.Calender_Insert(day));
     }
 
     TConnection &m_connection;

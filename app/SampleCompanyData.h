@@ -115,25 +115,6 @@ inline const TBracket tax1403[] = {
 inline const TBracket tax1404[] = {{2880000000, 0},  {3600000000, 10}, {4560000000, 15},
                                    {6000000000, 20}, {8000000000, 25}, {99999999999999, 30}};
 
-/// Holidays of fixed date; those of the lunar calendar are marked by the user.
-struct THoliday {
-    int month;
-    int day;
-    const char *title;
-};
-inline const THoliday holidays[] = {
-    {1, 1, "عيد نوروز"},
-    {1, 2, "عيد نوروز"},
-    {1, 3, "عيد نوروز"},
-    {1, 4, "عيد نوروز"},
-    {1, 12, "روز جمهوري اسلامي ايران"},
-    {1, 13, "روز طبيعت"},
-    {3, 14, "رحلت حضرت امام خميني ( ره )"},
-    {3, 15, "قيام خونين 15 خرداد"},
-    {11, 22, "پيروزي انقلاب اسلامي"},
-    {12, 29, "روز ملي شدن صنعت نفت ايران"},
-};
-
 /// The employer's settings, code 6 to 30.
 inline const char *const settings[] = {
     "1234567890",

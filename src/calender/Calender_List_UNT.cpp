@@ -123,7 +123,7 @@ void TCalender_List_FRM::DeleteRecord()
                  rows.size() == 1 ? first
                                   : u"%1 روز: %2 ... %3"_qs.arg(rows.size())
                                         .arg(first, ListQuery()->valueAt(rows.last(), date).toString()),
-                 false, true);
+                 false, false); // what cannot be recorded is not deleted
     Calender_DM->Calender_del(ids.join(u','));
     RefreshList();
 }

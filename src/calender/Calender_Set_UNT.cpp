@@ -48,15 +48,19 @@ TCalender_Set_FRM::TCalender_Set_FRM(TSoftwarePart part, bool flag, const QStrin
     auto *progress = new QHBoxLayout;
     Progress_PB = new QProgressBar(this);
     Progress_PB->setObjectName(u"Progress_PB"_qs);
-    Progress_PB->setFormat(u"%v / %m"_qs);
+    Progress_PB->setTextVisible(false); // in a right-to-left window the style writes it white on white
+    Progress_LBL = new QLabel(this);
+    Progress_LBL->setObjectName(u"Progress_LBL"_qs);
     Cancel_BTN = new TSmartButton_ZLM(u"توقف Esc"_qs, this);
     Cancel_BTN->setObjectName(u"Cancel_BTN"_qs);
     connect(Cancel_BTN, &QToolButton::clicked, this, [this] { m_stopped = true; });
+    AddKey(u"Esc"_qs, Cancel_BTN); // while it is shown; before the exit button, which has the same key
+    progress->addWidget(Progress_LBL);
     progress->addWidget(Progress_PB, 1);
     progress->addWidget(Cancel_BTN);
     Body()->addLayout(progress);
-    Progress_PB->hide();
-    Cancel_BTN->hide();
+    for (QWidget *part : std::initializer_list<QWidget *>{Progress_LBL, Progress_PB, Cancel_BTN})
+        part->hide();
 
     BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);
 }
@@ -120,10 +124,12 @@ void TCalender_Set_FRM::showGenerating(bool on)
 {
     m_generating = on;
     for (QWidget *input : std::initializer_list<QWidget *>{Title_EDT, Date1_EDT, StartDay_CMB, Comment_EDT,
-                                                           WeekEnd_CMB, Date2_EDT, Save_BTN})
+                                                           WeekEnd_CMB, Date2_EDT, Save_BTN, EXit_BTN})
         input->setEnabled(!on);
-    Progress_PB->setVisible(on);
-    Cancel_BTN->setVisible(on);
+    for (QWidget *part : std::initializer_list<QWidget *>{Progress_LBL, Progress_PB, Cancel_BTN})
+        part->setVisible(on);
+    if (on)
+        Cancel_BTN->setFocus();
 }
 
 bool TCalender_Set_FRM::SaveRecord()
@@ -138,6 +144,14 @@ bool TCalender_Set_FRM::SaveRecord()
     bool failed = false;
     {
         const QPointer<QWidget> focus = focusWidget();
+        const auto progressText = [&](qsizetype count) {
+            return count == 0 ? QString()
+                              : u"%1 روز از %2 روز، تا %3"_qs.arg(count)
+                                    .arg(days.size())
+                                    .arg(days.at(count - 1)._Date);
+        };
+        Progress_LBL->setText(progressText(days.size()));
+        Progress_LBL->setMinimumWidth(Progress_LBL->sizeHint().width()); // the bar does not jump
         Progress_PB->setRange(0, int(days.size()));
         Progress_PB->setValue(0);
         showGenerating(true);
@@ -155,6 +169,7 @@ bool TCalender_Set_FRM::SaveRecord()
             ++stored;
             if (!shown.isValid() || shown.elapsed() >= showProgressAt) {
                 Progress_PB->setValue(int(stored));
+                Progress_LBL->setText(progressText(stored));
                 QCoreApplication::processEvents();
                 shown.start();
             }

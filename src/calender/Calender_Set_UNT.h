@@ -19,10 +19,10 @@ public:
     TSmartEdit_ZLM *Comment_EDT = nullptr;
     TSmartComboBox_ZLM *WeekEnd_CMB = nullptr;
     TSmartDateEdit_ZLM *Date2_EDT = nullptr;
-    QLabel *StartDayHint_LBL = nullptr; ///< the real weekday of the from-date, while another one is chosen
-    QProgressBar *Progress_PB = nullptr;
-    TSmartButton_ZLM *Cancel_BTN =
-        nullptr; ///< stands beside the bar while days are stored; Esc does the same
+    QLabel *StartDayHint_LBL = nullptr;  ///< the real weekday of the from-date, while another one is chosen
+    QProgressBar *Progress_PB = nullptr; ///< stands there while days are stored
+    QLabel *Progress_LBL = nullptr;      ///< beside it: how many of how many days, and the last one's date
+    TSmartButton_ZLM *Cancel_BTN = nullptr; ///< beside it, with the focus; Esc does the same
 
 protected:
     bool Validate() override;

@@ -249,6 +249,10 @@ bool TTaxGet_FRM::Validate()
     }
     if (!Tax_DM->DetailList_QUR->active()) // a reading that failed closed it
         Tax_DM->TmpTax_OpenList(Identifier());
+    // The working rows are everybody's: an editor of this table elsewhere may have cleared them, and saving none would
+    // take the stored brackets away.
+    else if (Tax_DM->TmpTax_Count(Identifier()) == 0)
+        m_rows->Reread(QStringLiteral("ID"));
     if (Tax_DM->DetailList_QUR->isEmpty()) {
         MsgNotEntered(QStringLiteral("سطري"));
         FocusInput(m_rows->Grid());

@@ -87,6 +87,12 @@ void TTax_DM::TmpTax_OpenList(const QVariant &taxCode)
         TStatement("select * from Tmptax where TaxMainCode = ").integer(taxCode).sql(" order by fromSalary"));
 }
 
+int TTax_DM::TmpTax_Count(const QVariant &taxCode)
+{
+    open(Temp_QUR, TStatement("select count(*) from TmpTax where TaxMainCode=").integer(taxCode));
+    return integerAt(Temp_QUR);
+}
+
 void TTax_DM::TmpTax_MoveToCode(int fromCode, int toCode)
 {
     TConnection *connection = Temp_QUR->connection();

@@ -49,6 +49,8 @@ public:
     void ClearDataTempDetail(int taxCode);
     /// Opens the list of the working rows as they are, copying nothing.
     void TmpTax_OpenList(const QVariant &taxCode);
+    /// How many working rows a tax table has now.
+    int TmpTax_Count(const QVariant &taxCode);
     /// Gives the working rows of one tax table to another, whose own are dropped, and opens their list. All or
     /// nothing.
     void TmpTax_MoveToCode(int fromCode, int toCode);

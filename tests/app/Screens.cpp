@@ -2,13 +2,19 @@
 
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Login_unt.h"
+#include "support/TestServer.h"
 
-Screens::Screens()
+Screens::Screens(TestDatabase::Place place)
 {
     qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
     qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
     IniOptions.load();
-    session.open({home.filePath("suite.db"), {}});
+    if (place == TestDatabase::AnyEngine && TestServer::available()) {
+        TestServer::emptyDatabase();
+        session.open({{}, TestServer::ownDatabase().connectionString()});
+    } else {
+        session.open({home.filePath("suite.db"), {}});
+    }
     UserInfo = TUserInfo{900, "boss", "boss", true, true};
 }
 

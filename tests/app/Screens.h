@@ -3,16 +3,17 @@
 #include "app/Session.h"
 #include "support/Keys.h"
 #include "support/ScriptedMessages.h"
+#include "support/TestDatabase.h"
 
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-/// A test of the application's screens: a home of its own, a session on a new database file, scripted messages, and
-/// an administrator at work.
+/// A test of the application's screens: a home of its own, a session on a new database, scripted messages, and an
+/// administrator at work.
 class Screens : public testing::Test {
 protected:
-    Screens();
+    explicit Screens(TestDatabase::Place place = TestDatabase::AnyEngine);
     ~Screens() override;
 
     QString text(const QString &sql) { return session.connection().scalar(TStatement(sql)).toString(); }
@@ -28,4 +29,10 @@ protected:
 
 private:
     qsizetype m_told = 0;
+};
+
+/// What a session has only on a file, "suite.db" in the home: its backup, its name.
+class ScreensOnAFile : public Screens {
+protected:
+    ScreensOnAFile() : Screens(TestDatabase::FileAlways) {}
 };

@@ -234,7 +234,7 @@ TEST_F(Screens, TheDatabaseSettingsKeepNoPassword)
     EXPECT_FALSE(file.permissions() & (QFile::ReadGroup | QFile::ReadOther));
 }
 
-TEST_F(Screens, TheTestOfAConnectionChangesNothing)
+TEST_F(ScreensOnAFile, TheTestOfAConnectionChangesNothing)
 {
     const QString file = home.filePath("none.db");
     TDatabaseSettings_FRM settings({file, {}});

@@ -89,7 +89,8 @@ TEST_F(Screens, TheStatusBarSaysWhoWhereAndWhen)
     const auto shown = [&](const char *name) { return window.findChild<QLabel *>(name)->text(); };
     EXPECT_EQ(shown("User_LBL"), u"کاربر: مریم کریمی"_qs);
     EXPECT_EQ(shown("Workstation_LBL"), u"ایستگاه: 12"_qs);
-    EXPECT_TRUE(shown("Database_LBL").contains("suite.db"));
+    EXPECT_TRUE(shown("Database_LBL").contains(session.connection().displayName().section('/', -1)));
+    EXPECT_FALSE(shown("Database_LBL").contains("PWD", Qt::CaseInsensitive));
     EXPECT_TRUE(shown("Date_LBL").contains(NowDate()));
 }
 
@@ -207,7 +208,7 @@ void nameFile(QWidget *screen, const QString &file)
     Keys::press(dialog, Qt::Key_Return);
 }
 
-TEST_F(Screens, ABackupIsMadeAndRestoredFromTheMenu)
+TEST_F(ScreensOnAFile, ABackupIsMadeAndRestoredFromTheMenu)
 {
     TMain_FRM window(session);
     showActive(window);
@@ -238,7 +239,7 @@ TEST_F(Screens, ABackupIsMadeAndRestoredFromTheMenu)
     EXPECT_EQ(kept.size(), 1) << "what was there is kept beside it";
 }
 
-TEST_F(Screens, ARestoreWaitsForOpenEditorsAndRefusesABrokenFile)
+TEST_F(ScreensOnAFile, ARestoreWaitsForOpenEditorsAndRefusesABrokenFile)
 {
     TMain_FRM window(session);
     showActive(window);

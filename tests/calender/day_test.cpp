@@ -39,6 +39,12 @@ TEST_F(CalenderDay, ShowsTheDayAndItsTexts)
         EXPECT_EQ(screen.WorkDay_RB->text(), u"روز&کاری"_qs);
         EXPECT_EQ(screen.WeekEnd_RB->text(), u"روز تع&طیل هفته"_qs);
         EXPECT_EQ(screen.Holiday_RB->text(), u"تعطیل ر&سمی"_qs);
+        const auto caption = [&](const QString &input) {
+            return Keys::find<QLabel>(&screen, input + u"_Caption"_qs)->text();
+        };
+        EXPECT_EQ(caption("Date_EDT"), u"  تار&یخ :"_qs);
+        EXPECT_EQ(caption("Title_EDT"), u"  &عنوان :"_qs);
+        EXPECT_EQ(caption("Comment_EDT"), u"  &شرح :"_qs);
         EXPECT_EQ(screen.Save_BTN->text(), u"ذخیره F3"_qs);
         EXPECT_EQ(screen.Title_EDT->MaxLength(), 50);
         EXPECT_EQ(screen.Comment_EDT->MaxLength(), 50);

@@ -1,7 +1,10 @@
 #include "calender/CalenderScreens.h"
 
+#include "host/Utility_ZLM/PersianCalendar.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
+#include "support/TestServer.h"
 
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
 #include <QTest>
@@ -43,7 +46,17 @@ TEST_F(CalenderGenerator, OpensWithTheYearAndItsTexts)
         EXPECT_EQ(screen.Save_BTN->text(), u"ذخیره F3"_qs);
         EXPECT_EQ(screen.EXit_BTN->text(), u"خروج Esc"_qs);
         EXPECT_FALSE(screen.Progress_PB->isVisible());
+        EXPECT_FALSE(screen.Progress_LBL->isVisible());
         EXPECT_FALSE(screen.Cancel_BTN->isVisible());
+        const auto caption = [&](const QString &input) {
+            return Keys::find<QLabel>(&screen, input + u"_Caption"_qs)->text();
+        };
+        EXPECT_EQ(caption("Title_EDT"), u"  &عنوان :"_qs);
+        EXPECT_EQ(caption("Date1_EDT"), u"  از &تاریخ :"_qs);
+        EXPECT_EQ(caption("StartDay_CMB"), u"  روز &شروع :"_qs);
+        EXPECT_EQ(caption("Comment_EDT"), u"  ش&رح :"_qs);
+        EXPECT_EQ(caption("WeekEnd_CMB"), u"  روز تعط&یل هفته :"_qs);
+        EXPECT_EQ(caption("Date2_EDT"), u"  تا ت&اریخ :"_qs);
         Keys::picture(&screen, "calender_generator");
         // Title, from, start day, comment, week end, to.
         for (QWidget *next :
@@ -246,10 +259,15 @@ TEST_F(CalenderGenerator, EscStopsTheGenerationAtThatDay)
     const int result = generate([&](TCalender_Set_FRM &screen) {
         fill(screen, "1402/01/01", "1402/12/29");
         bool shown = false;
-        QTimer::singleShot(0, &screen, [&] {
+        QTimer::singleShot(60, &screen, [&] {
             shown = screen.Progress_PB->isVisible() && screen.Cancel_BTN->isVisible() &&
-                    !screen.Save_BTN->isEnabled();
+                    !screen.Save_BTN->isEnabled() && !screen.EXit_BTN->isEnabled();
+            EXPECT_TRUE(screen.Cancel_BTN->hasFocus());
             EXPECT_EQ(screen.Progress_PB->maximum(), 365);
+            const int reached = screen.Progress_PB->value();
+            EXPECT_GT(reached, 0);
+            const QString last = db.text(u"select Date from Calender where ID=%1"_qs.arg(reached));
+            EXPECT_EQ(screen.Progress_LBL->text(), u"%1 روز از 365 روز، تا %2"_qs.arg(reached).arg(last));
             Keys::picture(&screen, "calender_generating");
             Keys::press(&screen, Qt::Key_Escape);
         });
@@ -257,6 +275,9 @@ TEST_F(CalenderGenerator, EscStopsTheGenerationAtThatDay)
         EXPECT_TRUE(shown);
         EXPECT_TRUE(screen.isVisible());
         EXPECT_FALSE(screen.Progress_PB->isVisible());
+        EXPECT_FALSE(screen.Progress_LBL->isVisible());
+        EXPECT_TRUE(screen.EXit_BTN->isEnabled());
+        EXPECT_TRUE(screen.Date2_EDT->hasFocus()); // where the user was
         EXPECT_EQ(messages.take().size(), 1);
         EXPECT_EQ(messages.last().operation, "ShowSmartMessage");
         Keys::press(&screen, Qt::Key_Escape);
@@ -278,17 +299,52 @@ TEST_F(CalenderGenerator, TheStopButtonStopsToo)
     });
 }
 
+TEST_F(CalenderGenerator, AYearFromTheDayThatTheHintNamesHasItsRealWeekdays)
+{
+    for (const int year : {1403, 1404}) {
+        db.run("delete from Calender");
+        const QString first = u"%1/01/01"_qs.arg(year);
+        generate([&](TCalender_Set_FRM &screen) {
+            fill(screen, first, u"%1/12/%2"_qs.arg(year).arg(year == 1403 ? 30 : 29), 3);
+            const QString hint = screen.StartDayHint_LBL->text();
+            for (int day = 0; day < 7; ++day)
+                if (hint.contains(u" %1 "_qs.arg(CalenderDays::weekdays().at(day))))
+                    screen.StartDay_CMB->setCurrentIndex(day);
+            EXPECT_EQ(screen.StartDayHint_LBL->text(), "") << hint.toStdString();
+            Keys::press(&screen, Qt::Key_F3);
+            EXPECT_FALSE(screen.isVisible()) << year;
+        });
+        const QStringList days = db.rows("select Date, Day from Calender order by ID").split(u'\n');
+        ASSERT_EQ(days.size(), year == 1403 ? 366 : 365);
+        QDate real(year == 1403 ? 2024 : 2025, 3, year == 1403 ? 20 : 21);
+        for (const QString &day : days) {
+            EXPECT_EQ(day.section(u'|', 0, 0), TPersianDate::fromGregorian(real).toText());
+            // Monday is 1 in the one count, Saturday 0 in the other.
+            EXPECT_EQ(day.section(u'|', 1).toInt(), (real.dayOfWeek() + 1) % 7) << day.toStdString();
+            real = real.addDays(1);
+        }
+    }
+}
+
 TEST_F(CalenderGenerator, ADatabaseHeldByAnotherProcessIsToldAfterTheWait)
 {
+    if (TestServer::available())
+        GTEST_SKIP()
+            << "only a file is held as a whole; a server's locks are among the tests of the workstations";
     TConnection other;
     TestDatabase::open(other, db.path());
     generate([&](TCalender_Set_FRM &screen) {
         fill(screen, "1402/05/01", "1402/05/31");
         other.BeginTrans();
         other.execute(TStatement("delete from Calender"));
+        QElapsedTimer watch;
+        watch.start();
         Keys::press(&screen, Qt::Key_F3);
+        EXPECT_GE(watch.elapsed(), 3000);
         EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs));
-        EXPECT_TRUE(db.connection().lastError() && db.connection().lastError()->fault() == TFault::Locked);
+        ASSERT_TRUE(db.connection().lastError() && db.connection().lastError()->fault() == TFault::Locked);
+        EXPECT_TRUE(messages.last().text.endsWith(db.connection().lastError()->userText()));
+        EXPECT_FALSE(screen.Progress_PB->isVisible());
         EXPECT_EQ(screen.Title_EDT->GetText(), u"روز"_qs);
         other.RollbackTrans();
         Keys::press(&screen, Qt::Key_F3);

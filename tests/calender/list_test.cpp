@@ -5,6 +5,7 @@
 #include "host/BaseFrame_PKG/Tab_Search_Frame.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/NewBaseForms_PKG/ListPrinter.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -229,6 +230,64 @@ TEST_F(CalenderList, AFaultOfADeleteIsTold)
     });
     EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDatabaseError()"}));
     EXPECT_EQ(count(), 7);
+}
+
+TEST_F(CalenderList, ADeleteWhileAnotherProcessHoldsTheDatabaseIsToldOnceAfterTheWait)
+{
+    week();
+    TConnection other;
+    TestDatabase::open(other, db.path());
+    TCalender_List_FRM list(fmBrowse, {});
+    open(list, [&] {
+        other.BeginTrans();
+        other.execute(TStatement("update Calender set Title='theirs' where Day=0"));
+        messages.answer({Yes, Yes});
+        Keys::press(&list, Qt::Key_F7);
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDatabaseError()"}));
+        EXPECT_EQ(list.Grid()->model()->rowCount(), 7);
+        EXPECT_EQ(list.Grid()->currentIndex().row(), 6);
+        other.RollbackTrans();
+        Keys::press(&list, Qt::Key_F7);
+        EXPECT_EQ(list.Grid()->model()->rowCount(), 6);
+    });
+    EXPECT_EQ(db.text("select count(*) from UserEvent"), "1");
+}
+
+TEST_F(CalenderList, ADeleteThatCannotBeRecordedDoesNotHappen)
+{
+    week();
+    TCalender_List_FRM list(fmBrowse, {});
+    open(list, [&] {
+        db.connection().setStatementHook([](const TStatement &statement) {
+            if (statement.boundText().startsWith("insert into UserEvent"))
+                throw TDatabaseError(TFault::DiskFull, "no space left");
+        });
+        messages.answer({Yes});
+        Keys::press(&list, Qt::Key_F7);
+        db.connection().setStatementHook({});
+    });
+    EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDatabaseError()"}));
+    EXPECT_EQ(count(), 7);
+}
+
+TEST_F(CalenderList, F9ShowsTheListOnPaper)
+{
+    week();
+    TCalender_List_FRM list(fmBrowse, {});
+    open(list, [&] {
+        bool shown = false;
+        Keys::runModal(
+            [&] {
+                Keys::press(&list, Qt::Key_F9);
+                return 0;
+            },
+            [&](QWidget *screen) {
+                shown = qobject_cast<TListPreview_FRM *>(screen) != nullptr;
+                Keys::picture(screen, "calender_preview");
+                Keys::press(screen, Qt::Key_Escape);
+            });
+        EXPECT_TRUE(shown);
+    });
 }
 
 TEST_F(CalenderList, TheTabsSearchByTextAndByDates)

@@ -126,6 +126,7 @@ TEST_F(CalenderData, TheListAsItIsMadeReadsTheSameRows)
     EXPECT_EQ(dm.List_QUR->recordCount(), 1);
     EXPECT_EQ(dm.List_QUR->asString("DayOfWeek"), QString::fromUtf8("جمعه"));
     EXPECT_EQ(dm.List_QUR->keyAt(0), id("1404/01/01"));
+    EXPECT_EQ(dm.List_QUR->asInteger("Row"), 1);
 }
 
 TEST_F(CalenderData, FaultsInWritesAnswerFalseAndReadsLetThemPass)

@@ -63,6 +63,11 @@ protected:
         if (!more.isEmpty())
             db.run(u"update Staff set %1 where Code=%2"_qs.arg(more).arg(code));
     }
+    void setPicture(int code, const QByteArray &bytes)
+    {
+        db.connection().execute(
+            TStatement("update Staff set Picture=").value(bytes).sql(" where Code=").integer(code));
+    }
     void addMember(int id, int staff, const QString &name, const QString &table = "StaffFamily")
     {
         db.run(

@@ -420,7 +420,7 @@ TEST_F(StaffList, ThePicturePanelFollowsTheRows)
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     ASSERT_TRUE(image.save(&buffer, "jpeg"));
-    db.run(u"update Staff set Picture=x'%1' where Code=2"_qs.arg(QString::fromLatin1(bytes.toHex())));
+    setPicture(2, bytes);
     with(fmBrowse, [&](TStaffList_FRM &list) {
         EXPECT_FALSE(list.Pic_Show->isVisible());
         EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"نمايش تصوير"_qs);

@@ -254,7 +254,8 @@ TEST_F(StaffPictures, ARefusedPictureLeavesTheOneBefore)
 
 TEST_F(StaffPictures, AStoredPictureThatIsBrokenIsShownAsNone)
 {
-    add(5, "five", "five", "Picture=x'0102'");
+    add(5, "five", "five");
+    setPicture(5, QByteArray("\x01\x02"));
     const auto editor = editorOf(5);
     open(*editor, [&] { EXPECT_TRUE(editor->Picture_Get->IsEmpty()); });
 }

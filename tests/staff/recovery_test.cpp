@@ -13,7 +13,7 @@ namespace {
 
 class StaffRecovery : public StaffScreens {
 protected:
-    /// Another program of this suite on the same file, at one of the tasks below.
+    /// Another program of this suite on the same database, at one of the tasks below.
     std::unique_ptr<QProcess> program(const QString &task, int workstation = 1)
     {
         auto process = std::make_unique<QProcess>();
@@ -192,7 +192,7 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(qEnvironmentVariableIsSet("KETEBIONPAP_TEST_DATABASE"));
-        m_connection.openFile(qEnvironmentVariable("KETEBIONPAP_TEST_DATABASE"));
+        TestDatabase::open(m_connection, qEnvironmentVariable("KETEBIONPAP_TEST_DATABASE"));
         DM.ADOConnection1 = &m_connection;
         IniOptions.Com_Index = qEnvironmentVariableIntValue("KETEBIONPAP_TEST_WORKSTATION");
         UserInfo = TUserInfo{1, "clerk", "clerk", true, true};

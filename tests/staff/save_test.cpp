@@ -10,7 +10,8 @@ protected:
     {
         for (const char *table : {"tmpStaffFamily", "StaffFamily", "Staff", "CodeLock_TBL"})
             db.run(u"delete from %1"_qs.arg(QLatin1String(table)));
-        add(5, "before", "five", "IsMarried=1, Picture=x'01'");
+        add(5, "before", "five", "IsMarried=1");
+        setPicture(5, QByteArray("\x01"));
         addMember(1, 5, "a");
         addMember(2, 5, "b");
     }

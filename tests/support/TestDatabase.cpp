@@ -24,9 +24,9 @@ const QString &emptyFile()
 
 } // namespace
 
-TestDatabase::TestDatabase()
+TestDatabase::TestDatabase(Place place) : m_onServer(place == AnyEngine && TestServer::available())
 {
-    if (TestServer::available())
+    if (m_onServer)
         TestServer::emptyDatabase();
     else
         QFile::copy(emptyFile(), path());
@@ -48,8 +48,8 @@ TestDatabase::~TestDatabase()
 
 QString TestDatabase::path() const
 {
-    return TestServer::available() ? TestServer::ownDatabase().connectionString()
-                                   : m_folder.filePath(QStringLiteral("test.db"));
+    return m_onServer ? TestServer::ownDatabase().connectionString()
+                      : m_folder.filePath(QStringLiteral("test.db"));
 }
 
 void TestDatabase::open(TConnection &connection, const QString &path)

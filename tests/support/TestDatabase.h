@@ -8,7 +8,9 @@
 /// the database that this test program has on that server, emptied for each test.
 class TestDatabase {
 public:
-    TestDatabase();
+    /// FileAlways is for what only the embedded engine has (its file, its backup): a file also where a server is named.
+    enum Place { AnyEngine, FileAlways };
+    explicit TestDatabase(Place place = AnyEngine);
     ~TestDatabase();
     TConnection &connection() { return m_connection; }
     /// Where it is: the file's path, or the connection string.
@@ -30,6 +32,7 @@ public:
     void clearTrace() { m_trace.clear(); }
 
 private:
+    bool m_onServer;
     QTemporaryDir m_folder;
     TConnection m_connection;
     int m_failAt = 0;

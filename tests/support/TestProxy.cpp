@@ -34,6 +34,38 @@ int connectTo(const QByteArray &host, int port)
     return result;
 }
 
+QByteArray number(quint64 value, int bytes)
+{
+    QByteArray text;
+    for (; bytes > 0; --bytes, value >>= 8)
+        text.append(char(value & 0xff)); // the low byte first
+    return text;
+}
+
+QByteArray utf16(const QString &text)
+{
+    QByteArray bytes;
+    for (const QChar c : text)
+        bytes += number(c.unicode(), 2);
+    return bytes;
+}
+
+// The protocol's answer of one error message and the end of the answer.
+QByteArray errorAnswer(int messageNumber, const QString &message)
+{
+    const char login = 16; // the severity
+    const QByteArray error = number(quint64(messageNumber), 4) + char(1) + login +
+                             number(quint64(message.size()), 2) + utf16(message) + char(0) + char(0) +
+                             number(1, 4);
+    const QByteArray tokens =
+        char(0xaa) + number(quint64(error.size()), 2) + error + char(0xfd) + number(2, 2) + number(0, 10);
+    const int size = int(tokens.size()) + 8;
+    return QByteArray("\x04\x01", 2) + char(size >> 8) + char(size & 0xff) + QByteArray("\0\0\1\0", 4) +
+           tokens;
+}
+
+const char loginPacket = 0x10;
+
 bool sendAll(int to, const char *bytes, ssize_t size)
 {
     while (size > 0) {
@@ -91,15 +123,15 @@ void TestProxy::restore()
 
 void TestProxy::watch(const QString &text, bool before)
 {
-    // Requests carry their texts as UTF-16, the low byte first.
-    QByteArray bytes;
-    for (const QChar c : text) {
-        bytes.append(char(c.unicode() & 0xff));
-        bytes.append(char(c.unicode() >> 8));
-    }
     const std::lock_guard lock(m_mutex);
-    m_watched = bytes;
+    m_watched = utf16(text).toLower(); // as requests carry their texts
     m_cutBefore = before;
+}
+
+void TestProxy::refuseLogins(int messageNumber, const QString &message)
+{
+    const std::lock_guard lock(m_mutex);
+    m_refusal = messageNumber == 0 ? QByteArray() : errorAnswer(messageNumber, message);
 }
 
 void TestProxy::close(TLine &line)
@@ -124,7 +156,11 @@ bool TestProxy::pass(TLine &line, bool fromClient)
     bool last = false;
     {
         const std::lock_guard lock(m_mutex);
-        if (!m_watched.isEmpty() && QByteArrayView(bytes, size).contains(m_watched)) {
+        if (!m_refusal.isEmpty() && bytes[0] == loginPacket) {
+            sendAll(line.client, m_refusal.constData(), m_refusal.size());
+            return false;
+        }
+        if (!m_watched.isEmpty() && QByteArray(bytes, size).toLower().contains(m_watched)) {
             m_watched.clear();
             m_isCut = true;
             if (m_cutBefore)

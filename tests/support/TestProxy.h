@@ -22,10 +22,13 @@ public:
     /// Cuts all lines and lets no new one through, until restore().
     void cut();
     void restore();
-    /// Cuts the line instead of passing on the request that holds this text: the server never sees it.
+    /// Cuts the line instead of passing on the request that holds this text, in whatever case: the server never sees
+    /// it.
     void cutBefore(const QString &text) { watch(text, true); }
     /// Passes the request that holds this text on, and cuts the line before the answer.
     void cutAfter(const QString &text) { watch(text, false); }
+    /// Answers every login with this message of the server instead of passing it on; number 0 passes them on again.
+    void refuseLogins(int number, const QString &message);
     /// Keeps every answer back for so long.
     void setDelay(int milliseconds) { m_delay = milliseconds; }
 
@@ -51,6 +54,7 @@ private:
     std::thread m_thread;
     std::mutex m_mutex;
     QByteArray m_watched;
+    QByteArray m_refusal;
     bool m_cutBefore = false;
     std::atomic<bool> m_stop = false;
     std::atomic<bool> m_isCut = false;

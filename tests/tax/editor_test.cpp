@@ -5,11 +5,14 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QGroupBox>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+
+#include <utility>
 
 using enum TAnswer;
 
@@ -70,6 +73,19 @@ TEST_F(TaxEditor, ShowsItsTextsAsGiven)
         EXPECT_EQ(Keys::find<QToolButton>(&editor, "DelRow_BTN")->text(), u"حذف سطر"_qs);
         EXPECT_EQ(editor.Save_BTN->text(), u"ذخيره F3"_qs);
         EXPECT_EQ(editor.EXit_BTN->text(), u"خروج Esc"_qs);
+        const auto caption = [&](const QString &input) {
+            return Keys::find<QLabel>(&editor, input + u"_Caption"_qs)->text();
+        };
+        EXPECT_EQ(caption("Title_EDT"), u"  &عنوان :"_qs);
+        EXPECT_EQ(caption("Code_EDT"), u"  &کد :"_qs);
+        EXPECT_EQ(caption("Comment_EDT"), u"  &شرح :"_qs);
+        auto *strip = Keys::child(&editor, "TaxDetail_View");
+        EXPECT_EQ(qobject_cast<QGroupBox *>(strip->parentWidget())->title(), u"لیست"_qs);
+        QStringList fields;
+        for (const QLabel *label : strip->findChildren<QLabel *>())
+            if (label->objectName().isEmpty())
+                fields << label->text();
+        EXPECT_EQ(fields, (QStringList{u"شرح :"_qs, u"از حقوق :"_qs, u"تا حقوق :"_qs, u"نرخ مالیات :"_qs}));
         const QAbstractItemModel *model = grid(editor)->model();
         QStringList captions;
         for (int column = 0; column < model->columnCount(); ++column)
@@ -92,6 +108,47 @@ TEST_F(TaxEditor, TheStripShowsTheCurrentBracket)
         EXPECT_EQ(strip->ShownText("ToSalary"), "2,500");
         EXPECT_EQ(strip->ShownText("Percent"), "12.5");
         EXPECT_EQ(strip->ShownText("Comment"), "b");
+    });
+}
+
+TEST_F(TaxEditor, RunsItsStatementsInTheirOrder)
+{
+    // What the statements of opening, saving and closing are about, in the order in which they run.
+    const auto steps = [&] {
+        const struct {
+            const char *begins;
+            const char *step;
+        } known[] = {{"select * from TaxMain where Code=", "header"},
+                     {"delete from tmpTax where TaxMainCode=", "clear working"},
+                     {"INSERT INTO TmpTax(TaxMainCode,FromSalary,Tosalary,Comment,[Percent])   SELECT "
+                      "TaxMainCode,FromSalary,Tosalary,Comment,[Percent] FROM Tax where TaxMainCode=",
+                      "copy in"},
+                     {"select * from Tmptax where TaxMainCode = 5 order by fromSalary", "working list"},
+                     {"update [TaxMain]", "write header"},
+                     {"delete from Tax where TaxMainCode=", "clear saved"},
+                     {"INSERT into Tax(TaxMainCode, FromSalary, Tosalary, Comment, [Percent]) SELECT "
+                      "TaxMainCode,FromSalary,Tosalary,Comment,[Percent] FROM TmpTax where TaxMainCode=",
+                      "copy back"}};
+        QStringList found;
+        for (const QString &statement : db.trace()) {
+            QString step = statement;
+            for (const auto &row : known)
+                if (statement.startsWith(QLatin1String(row.begins), Qt::CaseSensitive))
+                    step = QLatin1String(row.step);
+            if (found.isEmpty() || found.last() != step)
+                found << step;
+        }
+        return found;
+    };
+    table(5, "t");
+    db.clearTrace();
+    edit(5, [&](TTaxGet_FRM &editor) {
+        EXPECT_EQ(steps(), (QStringList{"header", "clear working", "copy in", "working list"}));
+        Keys::retype(editor.Title_EDT, "new");
+        db.clearTrace();
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(steps(), (QStringList{"select count(*) from TmpTax where TaxMainCode=5", "write header",
+                                        "clear saved", "copy back", "clear working"}));
     });
 }
 
@@ -278,6 +335,64 @@ TEST_F(TaxEditor, RowsLeftBehindAreDroppedByTheNextOpening)
     EXPECT_EQ(working(), "");
 }
 
+TEST_F(TaxEditor, WorkingRowsClearedElsewhereDoNotTakeTheSavedBracketsAway)
+{
+    table(5, "t", "0|1000|0\n1001|2000|10");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        Keys::retype(editor.Title_EDT, "new");
+        db.run("delete from TmpTax"); // the same table was opened and closed on another workstation
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgNotEntered(سطري)"_qs));
+        EXPECT_TRUE(editor.isVisible());
+        EXPECT_EQ(shown(editor), "");
+        EXPECT_EQ(editor.Title_EDT->GetText(), "new");
+        messages.answer({No});
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(headers(), "5|t|c");
+    EXPECT_EQ(permanent(5), "0|1000|0\n1001|2000|10");
+}
+
+TEST_F(TaxEditor, WhoOpensTheSameTableSecondClearsTheFirstOnesWorkingRows)
+{
+    table(5, "t", "0|1000|0");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        add(editor, {"1001", "2000", "10"});
+        EXPECT_EQ(working(), "5|0|1000|0\n5|1001|2000|10");
+        {
+            TTax_DM *mine = std::exchange(Tax_DM, new TTax_DM(nullptr));
+            edit(5, [&](TTaxGet_FRM &second) {
+                EXPECT_EQ(shown(second), "0|1,000|0");
+                EXPECT_EQ(working(), "5|0|1000|0");
+            });
+            delete std::exchange(Tax_DM, mine);
+        }
+        messages.answer({No});
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(permanent(5), "0|1000|0");
+}
+
+TEST_F(TaxEditor, AmountsOfFifteenDigitsFitTheirColumnsAndTheStrip)
+{
+    table(5, u"جدول ۱۴۰۴"_qs, "0|1234567890123.5|0\n1234567890124|999999999999999|99.123456789");
+    edit(5, [&](TTaxGet_FRM &editor) {
+        TSmartGrid_ZLM *rows = grid(editor);
+        rows->setFocus();
+        Keys::press(&editor, Qt::Key_End);
+        EXPECT_EQ(rows->model()->index(1, 1).data().toString(), "999,999,999,999,999");
+        for (int column = 0; column < 2; ++column)
+            EXPECT_LE(rows->fontMetrics().horizontalAdvance("999,999,999,999,999") + 8,
+                      rows->columnWidth(column));
+        auto *to = Keys::find<QLabel>(Keys::child(&editor, "TaxDetail_View"), "ToSalary_LBL");
+        EXPECT_EQ(to->text(), "999,999,999,999,999");
+        EXPECT_LE(to->sizeHint().width(), to->width());
+        Keys::picture(&editor, "tax_editor_15_digits");
+        Keys::press(&editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(permanent(5), "0|1234567890123.5|0\n1234567890124|999999999999999|99.123456789");
+}
+
 TEST_F(TaxEditor, SavingAndStayingReadsTheStoredTableAndSavesAgain)
 {
     const int result = edit(0, [&](TTaxGet_FRM &editor) {
@@ -395,6 +510,28 @@ TEST_F(TaxEditor, AStoredOrLockedCodeTypedByHandIsRefusedAndTheOldOneComesBack)
     EXPECT_EQ(locks(), "9|2");
 }
 
+TEST_F(TaxEditor, ACodeBeyondTheSpinRangeIsNotTaken)
+{
+    edit(0, [&](TTaxGet_FRM &editor) {
+        Keys::retype(editor.Code_EDT, "9999999");
+        EXPECT_EQ(editor.Code_EDT->GetText(), "999999");
+        QApplication::clipboard()->setText("123456789012345");
+        Keys::press(&editor, Qt::Key_A, Qt::ControlModifier);
+        Keys::press(&editor, Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(editor.Code_EDT->GetText(), "999999");
+        Keys::press(&editor, Qt::Key_Up); // the spin buttons' keys end there
+        EXPECT_EQ(editor.Code_EDT->GetText(), "999999");
+        Keys::retype(editor.Code_EDT, "2");
+        Keys::press(&editor, Qt::Key_Down);
+        Keys::press(&editor, Qt::Key_Down);
+        EXPECT_EQ(editor.Code_EDT->GetText(), "1");
+        messages.answer({No});
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+    EXPECT_EQ(locks(), "");
+    EXPECT_EQ(working(), "");
+}
+
 TEST_F(TaxEditor, TheCodeOfAStoredTableCannotBeChanged)
 {
     table(5, "t");
@@ -470,7 +607,10 @@ TEST_F(TaxEditor, AFaultAtEveryStatementOfANewTablesSaveLosesNothingThatWasTyped
             db.failStatement(0);
             if (!faulty)
                 return;
-            EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs))
+            // The first one only asks whether there are rows.
+            EXPECT_EQ(messages.take(), statement == 1
+                                           ? QStringList("MsgDatabaseError()")
+                                           : QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs))
                 << statement;
             EXPECT_EQ(editor.Title_EDT->GetText(), "t");
             EXPECT_EQ(shown(editor), "0|1,000|0");
@@ -484,7 +624,7 @@ TEST_F(TaxEditor, AFaultAtEveryStatementOfANewTablesSaveLosesNothingThatWasTyped
         db.run("delete from TmpTax");
         db.run("delete from CodeLock_TBL");
         if (!faulty) {
-            EXPECT_GT(statement, 3); // header, clearing, copying
+            EXPECT_GT(statement, 4); // asking, header, clearing, copying
             return;
         }
         db.run("delete from Tax");

@@ -210,7 +210,7 @@ TEST_F(TaxList, AFaultAtAnyStatementOfADeleteLeavesTheTableWhole)
     table(3, "three", "0|1|2");
     TTaxList_FRM list(fmBrowse, {});
     open(list, [&] {
-        for (const char *statement : {"delete from Tax where", "Delete TaxMain"}) {
+        for (const char *statement : {"begin", "delete from Tax where", "Delete TaxMain", "commit"}) {
             db.connection().setStatementHook([&](const TStatement &running) {
                 if (running.boundText().startsWith(QLatin1String(statement)))
                     throw TDatabaseError(TFault::ConnectionLost, "gone");

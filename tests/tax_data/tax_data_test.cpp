@@ -352,6 +352,31 @@ TEST_F(TaxData, AmountsKeepEveryDigitThroughSavingAndReading)
     EXPECT_EQ(seen, (QList<double>{0.000000001, 0.1, 999999999.123456, 99999999999999, 123456789012345}));
 }
 
+TEST_F(TaxData, WorkingRowsAreCountedByTheirTable)
+{
+    EXPECT_EQ(dm.TmpTax_Count(1), 0);
+    bracket(1, 0, 1000);
+    bracket(1, 1001, 2000);
+    bracket(2, 0, 1000);
+    EXPECT_EQ(dm.TmpTax_Count("1"), 2);
+}
+
+TEST_F(TaxData, TheListsNumberTheirRows)
+{
+    for (int code : {4, 9})
+        header(code);
+    dm.Tax_Get();
+    dm.List_QUR->open();
+    dm.List_QUR->last();
+    EXPECT_EQ(dm.List_QUR->asInteger("Row"), 2);
+    bracket(9, 1001, 2000);
+    bracket(9, 0, 1000);
+    dm.TmpTax_OpenList(9);
+    EXPECT_EQ(dm.DetailList_QUR->asInteger("Row"), 1);
+    dm.DetailList_QUR->next();
+    EXPECT_EQ(dm.DetailList_QUR->asInteger("Row"), 2);
+}
+
 TEST_F(TaxData, WorkingRowsMoveToAnotherCodeAsAWhole)
 {
     bracket(1, 0, 1000);
@@ -388,6 +413,7 @@ TEST_F(TaxData, ReadsLetErrorsPass)
         [&] { dm.TmpTax_GetById(1); },      [&] { dm.TmpTax_GetID(1, 0, 0, 1); },
         [&] { dm.TaxDetail_Del("1"); },     [&] { dm.ClearDataDetail(1); },
         [&] { dm.ClearDataTempDetail(1); }, [&] { dm.Tax_Del("1"); },
+        [&] { dm.TmpTax_Count(1); },
     };
     for (const auto &read : reads) {
         db.failStatement(1, TFault::Locked);

@@ -3,6 +3,8 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "staff/StaffGet_UNT.h"
+#include "staff/Staff_DM_UNT.h"
 #include "support/Keys.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestProxy.h"
@@ -12,74 +14,142 @@
 
 #include <gtest/gtest.h>
 
-// The server goes away in the middle of a save, and comes back: the user is told, what was typed stays, the next try
-// works without a restart, and nothing is stored twice.
+// The server fails in the middle of a save: the user is told in Persian what happened and what to do, what was typed
+// stays, the next try works without a restart, and nothing is stored twice.
 
 namespace {
 
-struct TBreak {
-    const char *name;
-    const char *request; ///< which the line is cut at
-    bool seen;           ///< by the server
+enum class TBreak {
+    BeforeTheWrite,  ///< the line is cut, the server never sees the row
+    AfterTheWrite,   ///< the line is cut, the transaction is not committed
+    BeforeTheCommit, ///< the same, with all rows seen
+    AfterTheCommit,  ///< committed, and nobody hears of it
+    LateAnswers,
+    RefusedLogin, ///< the server came back and does not take the user
+    FullServer,   ///< it came back and is out of connections
+    LockedRow,
+    DeadlockVictim
 };
 
-void PrintTo(const TBreak &at, std::ostream *out)
-{
-    *out << at.name;
-}
+const struct {
+    TBreak kind;
+    const char *name;
+    TFault told;
+} breaks[] = {{TBreak::BeforeTheWrite, "BeforeTheWrite", TFault::ConnectionLost},
+              {TBreak::AfterTheWrite, "AfterTheWrite", TFault::ConnectionLost},
+              {TBreak::BeforeTheCommit, "BeforeTheCommit", TFault::ConnectionLost},
+              {TBreak::AfterTheCommit, "AfterTheCommit", TFault::ConnectionLost},
+              {TBreak::LateAnswers, "LateAnswers", TFault::NoAnswer},
+              {TBreak::RefusedLogin, "RefusedLogin", TFault::LoginRefused},
+              {TBreak::FullServer, "FullServer", TFault::ServerFull},
+              {TBreak::LockedRow, "LockedRow", TFault::Locked},
+              {TBreak::DeadlockVictim, "DeadlockVictim", TFault::Deadlock}};
 
 class SaveFaults : public testing::TestWithParam<TBreak> {
 protected:
-    static void SetUpTestSuite()
-    {
-        if (TestServer::available())
-            TestServer::emptyDatabase();
-    }
     void SetUp() override
     {
         if (!TestServer::available())
             GTEST_SKIP() << "no server: KETEBIONPAP_TEST_ODBC is not set";
         TestServer::emptyDatabase();
-        proxy = std::make_unique<TestProxy>(TestServer::ownDatabase().connectionString());
-        direct.openOdbc(TestServer::ownDatabase().connectionString());
-        connection.openOdbc(TestServer::with(proxy->connectionString(), "LoginTimeout", "3"));
+        const QString place = TestServer::ownDatabase().connectionString();
+        direct.openOdbc(place);
+        proxy = std::make_unique<TestProxy>(place);
+        QString through = TestServer::with(proxy->connectionString(), "LoginTimeout", "2");
+        through = TestServer::with(through, "LockTimeout", "1");
+        connection.openOdbc(TestServer::with(through, "AnswerTimeout", "2"));
         DM.ADOConnection1 = &connection;
         IniOptions.Com_Index = 1;
         UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
-        methods = std::make_unique<TCalcMethod_DM>(nullptr);
-        CalcMethod_DM = methods.get();
-        taxes = std::make_unique<TTax_DM>(nullptr);
-        Tax_DM = taxes.get();
+        CalcMethod_DM = &methods.emplace(nullptr);
+        Tax_DM = &taxes.emplace(nullptr);
+        Staff_DM = &staff.emplace(nullptr);
     }
     void TearDown() override
     {
         CalcMethod_DM = nullptr;
         Tax_DM = nullptr;
+        Staff_DM = nullptr;
         methods.reset();
         taxes.reset();
+        staff.reset();
         connection.close();
         direct.close();
         DM.ADOConnection1 = nullptr;
         UserInfo = {};
     }
-    void cut()
+    /// `write` begins the statement at which the fault happens; `hold` is another user's change of the same row.
+    void fail(const QString &write, const TStatement &hold)
     {
-        if (GetParam().seen)
-            proxy->cutAfter(GetParam().request);
-        else
-            proxy->cutBefore(GetParam().request);
+        switch (GetParam()) {
+        case TBreak::BeforeTheWrite:
+            return proxy->cutBefore(write);
+        case TBreak::AfterTheWrite:
+            return proxy->cutAfter(write);
+        case TBreak::BeforeTheCommit:
+            return proxy->cutBefore("commit transaction");
+        case TBreak::AfterTheCommit:
+            return proxy->cutAfter("commit transaction");
+        case TBreak::LateAnswers:
+            return proxy->setDelay(8000);
+        case TBreak::RefusedLogin:
+        case TBreak::FullServer:
+            proxy->cut();
+            proxy->refuseLogins(GetParam() == TBreak::FullServer ? 17809 : 18456, "no");
+            return proxy->restore();
+        case TBreak::LockedRow:
+            direct.BeginTrans();
+            direct.execute(hold);
+            return;
+        case TBreak::DeadlockVictim:
+            connection.setStatementHook([write](const TStatement &statement) {
+                if (statement.boundText().startsWith(write, Qt::CaseInsensitive))
+                    throw TDatabaseError(TFault::Deadlock, "played by a test", statement.boundText());
+            });
+        }
     }
-    QString stored(const char *sql) { return direct.scalar(TStatement(sql)).toString(); }
+    void mend()
+    {
+        proxy->setDelay(0);
+        proxy->refuseLogins(0, {});
+        proxy->restore();
+        direct.RollbackTrans();
+        connection.setStatementHook({});
+    }
+    /// Saves while it cannot be, twice, and then when all is well again.
+    void saveThreeTimes(QWidget &editor, const QString &write, const TStatement &hold,
+                        const std::function<void()> &inputsAreAsTyped)
+    {
+        const auto told = std::find_if(std::begin(breaks), std::end(breaks),
+                                       [](const auto &entry) { return entry.kind == GetParam(); });
+        fail(write, hold);
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_TRUE(editor.isVisible());
+        EXPECT_TRUE(messages.last().text.contains(TDatabaseError(told->told, {}).userText()))
+            << messages.last().text.toStdString();
+        inputsAreAsTyped();
+        messages.take();
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_TRUE(editor.isVisible());
+        EXPECT_FALSE(messages.take().isEmpty()) << "told again";
+        inputsAreAsTyped();
+        mend();
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take().join(u' ').toStdString(), "MSGCompeletedSuccessfully(ذخيره سازي )");
+        EXPECT_FALSE(editor.isVisible());
+    }
+    std::string stored(const char *sql) { return direct.scalar(TStatement(sql)).toString().toStdString(); }
 
     std::unique_ptr<TestProxy> proxy;
     TConnection direct;
     TConnection connection;
     ScriptedMessages messages;
-    std::unique_ptr<TCalcMethod_DM> methods;
-    std::unique_ptr<TTax_DM> taxes;
+    std::optional<TCalcMethod_DM> methods;
+    std::optional<TTax_DM> taxes;
+    std::optional<TStaff_DM> staff;
 };
 
-TEST_P(SaveFaults, ANewMethodIsSavedOnceByTheNextTry)
+TEST_P(SaveFaults, ANewMethodIsSavedOnce)
 {
     const auto editor = std::make_unique<TCalcMethodGet_FRM>(cspCalcMethod, false, QString());
     const QString title = QString::fromUtf8("روش یکم");
@@ -88,62 +158,100 @@ TEST_P(SaveFaults, ANewMethodIsSavedOnceByTheNextTry)
                        Keys::retype(editor->Title_EDT, title);
                        Keys::press(editor.get(), Qt::Key_2, Qt::ControlModifier);
                        Keys::retype(editor->OverTime_EDT, "120");
-                       cut();
-                       Keys::press(editor.get(), Qt::Key_F3);
-                       EXPECT_TRUE(editor->isVisible());
-                       EXPECT_EQ(editor->Title_EDT->GetText(), title);
-                       EXPECT_EQ(editor->OverTime_EDT->GetText(), "120");
-                       // In the user's language, and with what can be done.
-                       const QStringList shown = messages.take();
-                       EXPECT_FALSE(shown.isEmpty());
-                       EXPECT_TRUE(connection.lastError() && !connection.lastError()->userText().isEmpty());
-                       // The server is still away.
-                       Keys::press(editor.get(), Qt::Key_F3);
-                       EXPECT_TRUE(editor->isVisible());
-                       EXPECT_FALSE(messages.take().isEmpty());
-                       proxy->restore();
-                       Keys::press(editor.get(), Qt::Key_F3);
-                       EXPECT_EQ(messages.take().join(u' '),
-                                 QString::fromUtf8("MSGCompeletedSuccessfully(ذخيره سازي )"));
+                       saveThreeTimes(*editor, "insert into [CalcMethod]",
+                                      TStatement("insert into CalcMethod(Code) values(")
+                                          .integer(editor->Code_EDT->asInteger())
+                                          .sql(")"),
+                                      [&] {
+                                          EXPECT_EQ(editor->Title_EDT->GetText(), title);
+                                          EXPECT_EQ(editor->OverTime_EDT->GetText(), "120");
+                                      });
                    });
     EXPECT_EQ(stored("select count(*) from CalcMethod"), "1");
-    EXPECT_EQ(stored("select Title from CalcMethod"), title);
+    EXPECT_EQ(stored("select Title from CalcMethod"), title.toStdString());
     EXPECT_EQ(stored("select count(*) from CodeLock_TBL"), "0");
 }
 
-TEST_P(SaveFaults, ANewTaxTableIsSavedOnceByTheNextTry)
+TEST_P(SaveFaults, AChangedMethodKeepsTheChange)
 {
-    if (QString(GetParam().request).contains("CalcMethod"))
-        GTEST_SKIP() << "cut at another table's statement";
+    direct.execute(
+        TStatement("insert into CalcMethod(Code,Title,StaffIns,EmployerIns) values(7,'before',7,23)"));
+    const auto editor = std::make_unique<TCalcMethodGet_FRM>(cspCalcMethod, 7, fmEdit, false);
+    Keys::runModal([&] { return editor->exec(); },
+                   [&](QWidget *) {
+                       Keys::retype(editor->Title_EDT, "after");
+                       saveThreeTimes(*editor, "update [CalcMethod]",
+                                      TStatement("update CalcMethod set Title='other' where Code=7"),
+                                      [&] { EXPECT_EQ(editor->Title_EDT->GetText(), "after"); });
+                   });
+    EXPECT_EQ(stored("select count(*) from CalcMethod"), "1");
+    EXPECT_EQ(stored("select Title from CalcMethod"), "after");
+}
+
+TEST_P(SaveFaults, ANewTaxTableIsSavedOnceWithItsBrackets)
+{
     const auto editor = std::make_unique<TTaxGet_FRM>(cspTax, false, QString());
-    Keys::runModal(
-        [&] { return editor->exec(); },
-        [&](QWidget *) {
-            Keys::retype(editor->Title_EDT, "t");
-            ASSERT_TRUE(Tax_DM->TmpTax_Insert({editor->Code_EDT->asInteger(), 0, 1000, 0, "a"}));
-            ASSERT_TRUE(Tax_DM->TmpTax_Insert({editor->Code_EDT->asInteger(), 1001, 2000, 10, "b"}));
-            Tax_DM->DetailList_QUR->close();
-            Tax_DM->DetailList_QUR->open();
-            cut();
-            Keys::press(editor.get(), Qt::Key_F3);
-            EXPECT_TRUE(editor->isVisible());
-            EXPECT_EQ(editor->Title_EDT->GetText(), "t");
-            EXPECT_FALSE(messages.take().isEmpty());
-            proxy->restore();
-            Keys::press(editor.get(), Qt::Key_F3);
-            EXPECT_EQ(messages.take().join(u' '),
-                      QString::fromUtf8("MSGCompeletedSuccessfully(ذخيره سازي )"));
-        });
+    Keys::runModal([&] { return editor->exec(); },
+                   [&](QWidget *) {
+                       const int code = editor->Code_EDT->asInteger();
+                       Keys::retype(editor->Title_EDT, "t");
+                       ASSERT_TRUE(Tax_DM->TmpTax_Insert({code, 0, 1000, 0, "a"}));
+                       ASSERT_TRUE(Tax_DM->TmpTax_Insert({code, 1001, 2000, 10, "b"}));
+                       Tax_DM->DetailList_QUR->close();
+                       Tax_DM->DetailList_QUR->open();
+                       saveThreeTimes(*editor, "insert into [TaxMain]",
+                                      TStatement("insert into TaxMain(Code) values(").integer(code).sql(")"),
+                                      [&] {
+                                          EXPECT_EQ(editor->Title_EDT->GetText(), "t");
+                                          EXPECT_EQ(stored("select count(*) from TmpTax"), "2");
+                                      });
+                   });
     EXPECT_EQ(stored("select count(*) from TaxMain"), "1");
     EXPECT_EQ(stored("select count(*) from Tax"), "2");
     EXPECT_EQ(stored("select count(*) from TmpTax"), "0");
+    EXPECT_EQ(stored("select count(*) from CodeLock_TBL"), "0");
+}
+
+TEST_P(SaveFaults, ANewEmployeeIsSavedOnceWithTheFamily)
+{
+    direct.execute(TStatement("insert into StaffGroup(Code,Name) values(1,'office')"));
+    const QString name = QString::fromUtf8("علی");
+    const auto editor = std::make_unique<TStaffGet_FRM>(cspStaff, false, QStringLiteral("1"));
+    Keys::runModal([&] { return editor->exec(); },
+                   [&](QWidget *) {
+                       const int code = editor->Code_EDT->asInteger();
+                       Keys::retype(editor->Name_EDT, name);
+                       Keys::retype(editor->LastName_EDT, "l");
+                       for (const int id : {1, 2})
+                           direct.execute(TStatement("insert into tmpStaffFamily(ID,StaffCode,Name) values(")
+                                              .integer(id)
+                                              .sql(",")
+                                              .integer(code)
+                                              .sql(",'child')"));
+                       saveThreeTimes(*editor, "insert into [staff]",
+                                      TStatement("insert into Staff(Code) values(").integer(code).sql(")"),
+                                      [&] {
+                                          EXPECT_EQ(editor->Name_EDT->GetText(), name);
+                                          EXPECT_EQ(editor->LastName_EDT->GetText(), "l");
+                                      });
+                   });
+    EXPECT_EQ(stored("select count(*) from Staff"), "1");
+    EXPECT_EQ(stored("select Name from Staff"), name.toStdString());
+    EXPECT_EQ(stored("select count(*) from StaffFamily"), "2");
+    EXPECT_EQ(stored("select count(*) from tmpStaffFamily"), "0");
+    EXPECT_EQ(stored("select count(*) from CodeLock_TBL"), "0");
 }
 
 INSTANTIATE_TEST_SUITE_P(Breaks, SaveFaults,
-                         testing::Values(TBreak{"BeforeTheInsert", "insert into [CalcMethod]", false},
-                                         TBreak{"AfterTheInsert", "insert into [CalcMethod]", true},
-                                         TBreak{"BeforeTheCommit", "commit transaction", false},
-                                         TBreak{"AfterTheCommit", "commit transaction", true}),
-                         [](const auto &info) { return std::string(info.param.name); });
+                         testing::Values(TBreak::BeforeTheWrite, TBreak::AfterTheWrite,
+                                         TBreak::BeforeTheCommit, TBreak::AfterTheCommit, TBreak::LateAnswers,
+                                         TBreak::RefusedLogin, TBreak::FullServer, TBreak::LockedRow,
+                                         TBreak::DeadlockVictim),
+                         [](const auto &info) {
+                             for (const auto &entry : breaks)
+                                 if (entry.kind == info.param)
+                                     return std::string(entry.name);
+                             return std::string("Unknown");
+                         });
 
 } // namespace

@@ -7,45 +7,18 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenu>
-#include <QPainter>
 #include <QToolButton>
 #include <QVBoxLayout>
 
-namespace {
-
-const int foldIconSize = 10;
-
-// Drawn here: the style puts its own arrow over the caption in a right-to-left window.
-QIcon foldIcon(bool expanded, const QPalette &palette)
-{
-    const int scale = 4; // sharp on fine screens, too
-    QPixmap pixmap(foldIconSize * scale, foldIconSize * scale);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(scale, scale);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(palette.brush(QPalette::ButtonText));
-    const QPolygonF down{{1, 3}, {9, 3}, {5, 8}};
-    const QPolygonF left{{7, 1}, {7, 9}, {2, 5}};
-    painter.drawPolygon(expanded ? down : left);
-    return QIcon(pixmap);
-}
-
-} // namespace
-
 TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, const QString &caption,
                                    TQuery *query, const QList<TGridColumn> &fields, int columnsPerLine)
-    : QWidget(parent), m_query(query), m_fold(new QToolButton(this)), m_box(new QWidget(this)),
-      m_grid(new QGridLayout(m_box)), m_perLine(columnsPerLine)
+    : QWidget(parent), m_query(query), m_caption(caption), m_fold(new QToolButton(this)),
+      m_box(new QWidget(this)), m_grid(new QGridLayout(m_box)), m_perLine(columnsPerLine)
 {
     setObjectName(objectName);
-    m_fold->setText(caption);
+    m_fold->setAccessibleName(caption);
     m_fold->setAutoRaise(true);
     m_fold->setFocusPolicy(Qt::NoFocus);
-    m_fold->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_fold->setIcon(foldIcon(true, palette()));
-    m_fold->setIconSize(QSize(foldIconSize, foldIconSize));
     connect(m_fold, &QToolButton::clicked, this, [this] {
         SetExpanded(!m_expanded);
         saveLayout();
@@ -70,6 +43,7 @@ TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, c
         m_fields.append(field);
     }
     arrange();
+    SetExpanded(true);
     connect(query, &TQuery::opened, this, &TDetailStrip_ZLM::refresh);
     connect(query, &TQuery::closed, this, &TDetailStrip_ZLM::refresh);
     connect(query, &TQuery::currentChanged, this, &TDetailStrip_ZLM::refresh);
@@ -93,7 +67,8 @@ bool TDetailStrip_ZLM::IsExpanded() const
 void TDetailStrip_ZLM::SetExpanded(bool expanded)
 {
     m_expanded = expanded;
-    m_fold->setIcon(foldIcon(expanded, palette()));
+    // Part of the text: the style draws a button's arrow over the text in a right-to-left window.
+    m_fold->setText((expanded ? u"▾ "_qs : u"◂ "_qs) + m_caption);
     m_box->setVisible(expanded);
 }
 

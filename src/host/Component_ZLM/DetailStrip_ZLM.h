@@ -42,11 +42,12 @@ private:
         bool shown = true;
     };
     TQuery *m_query;
+    QString m_caption;
+    bool m_expanded = true;
     QList<Field> m_fields;
     QToolButton *m_fold;
     QWidget *m_box;
     QGridLayout *m_grid;
     int m_perLine;
-    bool m_expanded = true;
     bool m_restored = false;
 };

@@ -287,7 +287,7 @@ bool TBaseDock_FRM::ConfirmDelete(TSoftwarePart part, const QString &eventText)
     if (!MsgDeleteRow())
         return false;
     if (!eventText.isNull())
-        SetUserEvent(part, cpDelete, eventText, false, true);
+        SetUserEvent(part, cpDelete, eventText, false, false); // what cannot be recorded is not deleted
     return true;
 }
 

@@ -100,7 +100,7 @@ protected:
     // How deletes begin. False: refused or not wanted, stop silently.
     /// The right 3 on a part; the host tells about a refusal.
     static bool MayDelete(TSoftwarePart part);
-    /// The question, then the event line (none when the text is null).
+    /// The question, then the event line (none when the text is null; throws TDatabaseError when it cannot be written).
     static bool ConfirmDelete(TSoftwarePart part, const QString &eventText);
     /// Both.
     static bool BeginDelete(TSoftwarePart part, const QString &eventText)

@@ -10,10 +10,16 @@ enum class TFault {
     Locked,         ///< another user holds the row, the table or the file; the wait ran out
     Deadlock,       ///< this transaction was chosen to give way and is rolled back as a whole
     ConnectionLost, ///< the server went away, or the network did
-    LoginRefused,   ///< the server does not accept the user or the database
+    NoAnswer,       ///< the server was too late with its answer; the line was given up
+    LoginRefused,   ///< the server does not accept the user and the password
+    NoRight,        ///< the server's user may not do this
+    NoSuchDatabase, ///< none of that name on the server, or not for this user
+    NoServer,       ///< nobody answers at that address
+    ServerFull,     ///< the server takes no further connection
+    NoDriver,       ///< no ODBC driver is named, or none of that name is installed
     DiskFull,
     ReadOnly,     ///< the file or its folder cannot be written
-    CannotOpen,   ///< no such file, no such server, no such driver
+    CannotOpen,   ///< no such file, or the driver gives no better reason
     NotADatabase, ///< the file is no database, or a damaged one
     OtherProgram, ///< a database, but not one of this suite
     NewerSchema,  ///< made by a newer version of the suite
@@ -24,6 +30,12 @@ enum class TFault {
     NetworkPath,  ///< the embedded file lies on a network drive, where it is not safe
     Other
 };
+
+/// True when the line to the server is no more, and with it what was not committed.
+inline bool IsLineLost(TFault fault)
+{
+    return fault == TFault::ConnectionLost || fault == TFault::NoAnswer;
+}
 
 /// Every failure of the database layer. Copyable, and safe to keep.
 class TDatabaseError : public std::exception {

@@ -14,7 +14,7 @@ std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString)
 TOdbcEngine::TOdbcEngine(const QString &connectionString) : m_string(connectionString)
 {
     if (m_string.value(QStringLiteral("DRIVER")).isEmpty() && m_string.value(QStringLiteral("DSN")).isEmpty())
-        throw TDatabaseError(TFault::CannotOpen,
+        throw TDatabaseError(TFault::NoDriver,
                              QStringLiteral("the connection string names no DRIVER and no DSN"));
     m_environment = Odbc::TEnvironment(SQL_NULL_HANDLE);
     SQLSetEnvAttr(m_environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
@@ -91,7 +91,7 @@ void TOdbcEngine::checkServer()
                                     QStringLiteral("model"), QStringLiteral("msdb")};
     if (system.contains(database))
         throw TDatabaseError(
-            TFault::CannotOpen,
+            TFault::NoSuchDatabase,
             QStringLiteral("the connection string names no DATABASE of its own (%1)").arg(database));
     const QString letters = QString::fromUtf8("پچژگکیكيءئآ۱٣");
     if (run(QStringLiteral("select cast(? as nvarchar(50))"), {letters}).toString() != letters)
@@ -117,7 +117,7 @@ void TOdbcEngine::makeReady(const QString &text)
             connect();
         } catch (const TDatabaseError &error) {
             // The place was right when the connection was opened: what is missing is the line.
-            if (error.fault() != TFault::CannotOpen)
+            if (error.fault() != TFault::NoServer)
                 throw;
             throw TDatabaseError(TFault::ConnectionLost, error.detail(), text);
         }
@@ -152,13 +152,13 @@ void TOdbcEngine::fail(SQLSMALLINT type, SQLHANDLE handle, const QString &text)
         dead == SQL_CD_TRUE)
         fault = TFault::ConnectionLost;
     m_cursor = nullptr; // the one statement in flight has failed
-    if (fault == TFault::ConnectionLost)
+    if (IsLineLost(fault))
         m_isDead = true;
     else if (type == SQL_HANDLE_STMT)
         SQLFreeStmt(handle, SQL_CLOSE); // the rest of the answer
     // Some errors take the whole transaction with them.
     if (m_begun && !m_gone) {
-        if (fault == TFault::ConnectionLost || fault == TFault::Deadlock)
+        if (IsLineLost(fault) || fault == TFault::Deadlock)
             m_gone = fault;
         else if (!isTransactionAlive())
             m_gone = m_isDead ? TFault::ConnectionLost : TFault::Deadlock;
@@ -244,7 +244,7 @@ void TOdbcEngine::commit()
         run(QStringLiteral("commit transaction"));
         m_begun = false;
     } catch (const TDatabaseError &error) {
-        if (error.fault() != TFault::ConnectionLost)
+        if (!IsLineLost(error.fault()))
             throw;
         m_begun = false;
         m_gone.reset();

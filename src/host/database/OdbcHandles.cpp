@@ -9,7 +9,7 @@ struct TNativeFault {
     TFault fault;
 };
 
-// The server's message numbers that a user can act on.
+// The server's message numbers that a user can act on; an earlier one counts before a later one.
 const TNativeFault nativeFaults[] = {
     {1205, TFault::Deadlock},       // chosen as the deadlock victim
     {1222, TFault::Locked},         // lock request time out
@@ -28,20 +28,21 @@ const TNativeFault nativeFaults[] = {
     {1105, TFault::DiskFull},       // no room in the file group
     {9002, TFault::DiskFull},       // no room in the log
     {3906, TFault::ReadOnly},       // read-only database
+    // A refused database is followed by a refused login.
+    {4060, TFault::NoSuchDatabase},   // cannot open the database
+    {916, TFault::NoSuchDatabase},    // no user of this database
+    {911, TFault::NoSuchDatabase},    // no such database
     {18456, TFault::LoginRefused},  // login failed
     {18452, TFault::LoginRefused},  // from an untrusted domain
     {18486, TFault::LoginRefused},  // account locked
     {18487, TFault::LoginRefused},  // password expired
     {18488, TFault::LoginRefused},  // password must be changed
-    {4060, TFault::LoginRefused},   // cannot open the database
-    {916, TFault::LoginRefused},    // no user of this database
-    {911, TFault::LoginRefused},    // no such database
-    {229, TFault::LoginRefused},    // no right on an object
-    {230, TFault::LoginRefused},    // no right on a column
-    {262, TFault::LoginRefused},    // no right to create
-    {297, TFault::LoginRefused},    // no right to act
-    {17809, TFault::CannotOpen},    // out of connections
-    {17142, TFault::CannotOpen},    // the server is paused
+    {229, TFault::NoRight},    // no right on an object
+    {230, TFault::NoRight},    // no right on a column
+    {262, TFault::NoRight},    // no right to create
+    {297, TFault::NoRight},    // no right to act
+    {17809, TFault::ServerFull},    // out of connections
+    {17142, TFault::NoServer},      // the server is paused
     {6005, TFault::ConnectionLost}, // shutdown in progress
     {596, TFault::ConnectionLost},  // the session was killed
 };
@@ -55,14 +56,15 @@ bool isRemark(const Odbc::TProblem &problem)
 
 TFault faultOfState(const QString &state, bool connecting)
 {
-    const TFault lost = connecting ? TFault::CannotOpen : TFault::ConnectionLost;
+    const TFault lost = connecting ? TFault::NoServer : TFault::ConnectionLost;
     if (state == QLatin1String("28000"))
         return TFault::LoginRefused;
-    if (state.startsWith(QLatin1String("08")) || state.startsWith(QLatin1String("HYT")) ||
-        state == QLatin1String("S1T00"))
+    if (state.startsWith(QLatin1String("HYT")) || state == QLatin1String("S1T00"))
+        return connecting ? TFault::NoServer : TFault::NoAnswer;
+    if (state.startsWith(QLatin1String("08")))
         return lost;
     if (state.startsWith(QLatin1String("IM")))
-        return TFault::CannotOpen;
+        return TFault::NoDriver;
     if (state.startsWith(QLatin1String("23")))
         return TFault::Refused;
     if (state == QLatin1String("22001"))
@@ -98,14 +100,16 @@ QList<Odbc::TProblem> Odbc::problemsOf(SQLSMALLINT type, SQLHANDLE handle)
 
 TFault Odbc::faultOf(const QList<TProblem> &problems, bool connecting)
 {
-    for (const TProblem &problem : problems) {
-        for (const TNativeFault &entry : nativeFaults) {
+    for (const TNativeFault &entry : nativeFaults) {
+        for (const TProblem &problem : problems) {
             if (entry.native == problem.native)
                 return entry.fault;
         }
     }
     // Not every driver and server gives these their numbers.
     for (const TProblem &problem : problems) {
+        if (problem.text.contains(QLatin1String("can't open lib"), Qt::CaseInsensitive))
+            return TFault::NoDriver;
         if (problem.text.contains(QLatin1String("lock timeout"), Qt::CaseInsensitive))
             return TFault::Locked;
         if (problem.text.contains(QLatin1String("deadlock"), Qt::CaseInsensitive))

@@ -109,7 +109,17 @@ const TTableInfo *TOdbcEngine::table(const QString &name)
     const QString key = name.toLower();
     if (const auto found = m_tables.find(key); found != m_tables.end())
         return &found->second;
-    makeReady(name);
-    const TTableInfo info = m_isServer ? readTable(name) : readTableOfDriver(name);
+    TTableInfo info;
+    for (bool again = !m_begun;; again = false) {
+        makeReady(name);
+        try {
+            info = m_isServer ? readTable(name) : readTableOfDriver(name);
+            break;
+        } catch (const TDatabaseError &error) {
+            // As with a select: a line that was lost while nothing was at stake is not worth a message.
+            if (error.fault() != TFault::ConnectionLost || !again)
+                throw;
+        }
+    }
     return info.columns.isEmpty() ? nullptr : &m_tables.insert({key, info}).first->second;
 }

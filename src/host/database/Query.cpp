@@ -244,6 +244,8 @@ int TQuery::fieldIndex(const QString &name) const
 
 QVariant TQuery::value(const QString &field) const
 {
+    if (d->rows && fieldIndex(field) < 0 && field.compare(u"Row", Qt::CaseInsensitive) == 0)
+        return std::max(d->position, 0) + 1;
     const int column = d->index(field);
     return d->editing() ? d->edited.values[column] : d->rows->value(d->position, column);
 }

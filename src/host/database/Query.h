@@ -70,7 +70,7 @@ public:
 
     const QList<TFieldInfo> &fields() const;
     int fieldIndex(const QString &name) const; ///< -1 when there is no such field
-    /// A column of the current row; null when there is no row. Throws BadStatement for an unknown field.
+    /// A column of the current row; null when there is no row. "Row": its number, from 1. Throws for an unknown field.
     QVariant value(const QString &field) const;
     QString asString(const QString &field) const { return value(field).toString(); }
     int asInteger(const QString &field) const { return value(field).toInt(); }

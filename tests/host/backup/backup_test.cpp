@@ -42,7 +42,7 @@ protected:
         sqlite3_close(handle);
     }
 
-    TestDatabase db;
+    TestDatabase db{TestDatabase::FileAlways};
     QTemporaryDir folder;
 };
 

@@ -1,3 +1,4 @@
+#include "host/database/Engine.h"
 #include "host/database/Query.h"
 #include "support/TestDatabase.h"
 
@@ -63,6 +64,21 @@ TEST_F(QueryTest, FieldsAreFoundWithoutRegardToCase)
     EXPECT_EQ(query.fieldIndex("nothing"), -1);
     EXPECT_TRUE(query.asBoolean("Active"));
     EXPECT_EQ(query.asFloat("Amount"), 0.5);
+}
+
+TEST_F(QueryTest, TheRowsNumberIsAColumnThatIsNeverBelowOne)
+{
+    openAll();
+    EXPECT_EQ(query.value("Row"), 1);
+    fill(3);
+    openAll();
+    EXPECT_EQ(query.asInteger("row"), 1);
+    query.last();
+    EXPECT_EQ(query.asInteger("Row"), 3);
+    openAll("select Code as Row from Thing order by Code"); // a column of the result's own comes first
+    EXPECT_EQ(query.asInteger("Row"), 2);
+    query.close();
+    EXPECT_THROW(query.value("Row"), TDatabaseError);
 }
 
 TEST_F(QueryTest, GoingThroughTheRowsEndsBehindTheLastOne)
@@ -401,8 +417,10 @@ TEST_F(ListTest, ARowIsEditedInItsPlace)
 
 TEST_F(QueryTest, ARowIsWrittenThroughAView)
 {
-    db.run("create view LineView as select L.ID, L.Name, L.ThingCode, T.Title as ThingTitle "
-           "from Line L left join Thing T on T.Code=L.ThingCode");
+    // A view is made by a batch of its own.
+    db.connection().engine().runScript(
+        "create view LineView as select L.ID, L.Name, L.ThingCode, T.Title as ThingTitle "
+        "from Line L left join Thing T on T.Code=L.ThingCode");
     fill(1);
     db.run("insert into Line(ThingCode,Name) values(2,'n')");
     openAll("select * from Line where ID=1");
@@ -415,7 +433,9 @@ TEST_F(QueryTest, ARowIsWrittenThroughAView)
 TEST_F(QueryTest, PicturesOfAListAreReadWhenTheyAreAskedFor)
 {
     db.run("create table Face(Code INT NOT NULL PRIMARY KEY, Title NVARCHAR(5), Photo VARBINARY(MAX))");
-    db.run("insert into Face(Code,Title,Photo) values(1,'a',x'0102')");
+    db.connection().execute(TStatement("insert into Face(Code,Title,Photo) values(1,'a',")
+                                .value(QByteArray("\x01\x02"))
+                                .sql(")"));
     db.run("insert into Face(Code,Title,Photo) values(2,'b',null)");
     query.setKeyField("Code");
     query.setStatement("select * from Face");

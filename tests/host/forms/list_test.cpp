@@ -195,6 +195,20 @@ TEST_F(BaseDock, DeletesBeginWithRightQuestionAndEventLine)
     EXPECT_EQ(messages.unansweredQuestions(), 0);
 }
 
+TEST_F(BaseDock, ADeleteThatCannotBeRecordedDoesNotHappen)
+{
+    fill(3);
+    TThingList_FRM screen(fmBrowse, &list);
+    open(screen, [&] {
+        db.failStatement(1, TFault::Locked); // the event's line
+        messages.answer({Yes});
+        Keys::press(&screen, Qt::Key_F7);
+        db.failStatement(0);
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDatabaseError()"}));
+        EXPECT_EQ(list.recordCount(), 3);
+    });
+}
+
 TEST_F(BaseDock, ADatabaseErrorInAnActionIsToldAndKeepsTheScreen)
 {
     fill(1);

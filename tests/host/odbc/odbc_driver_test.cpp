@@ -153,27 +153,6 @@ TEST_F(OdbcDriver, AWrongStatementIsNoEndOfTheConnection)
     EXPECT_EQ(row("select 5")[0].toInt(), 5);
 }
 
-TEST(OdbcConnection, OpeningFailuresAreTold)
-{
-    const auto open = [](const QString &text) {
-        try {
-            OpenOdbcEngine(text);
-        } catch (const TDatabaseError &error) {
-            EXPECT_FALSE(error.detail().contains("S3cret")) << qPrintable(error.detail());
-            EXPECT_FALSE(QString(error.what()).contains("S3cret"));
-            EXPECT_FALSE(error.userText().isEmpty());
-            return error.fault();
-        }
-        return TFault::Other;
-    };
-    EXPECT_EQ(open(""), TFault::CannotOpen);
-    EXPECT_EQ(open("SERVER=127.0.0.1;UID=u;PWD=S3cret"), TFault::CannotOpen);
-    EXPECT_EQ(open("DRIVER=NoSuchDriver;SERVER=127.0.0.1;UID=u;PWD=S3cret"), TFault::CannotOpen);
-    EXPECT_EQ(open("DSN=NoSuchSource;UID=u;PWD=S3cret"), TFault::CannotOpen);
-    EXPECT_EQ(open("DRIVER=FreeTDS;SERVER=127.0.0.1;PORT=1;UID=u;PWD=S3cret;DATABASE=d;LoginTimeout=2"),
-              TFault::CannotOpen);
-}
-
 // Every statement of the data modules, with its values, goes through ODBC: in the words of the driver's database.
 class OdbcStatements : public testing::Test {
 protected:

@@ -305,19 +305,6 @@ TEST_F(OdbcServer, AnotherUsersRowIsWaitedForOnlySoLong)
     EXPECT_EQ(other->execute({"update Coded set Title='c' where Code=1", {}, {}}), 1);
 }
 
-TEST_F(OdbcServer, OpeningFailuresAreToldApart)
-{
-    const QString good = database->connectionString();
-    EXPECT_EQ(faultOf([&] { OpenOdbcEngine(TestServer::with(good, "PWD", "Wrong-Secret-1")); }),
-              TFault::LoginRefused);
-    EXPECT_FALSE(lastDetail.contains("Wrong-Secret-1"));
-    EXPECT_EQ(faultOf([&] { OpenOdbcEngine(TestServer::with(good, "DATABASE", "no_such_database")); }),
-              TFault::LoginRefused);
-    EXPECT_EQ(faultOf([&] { OpenOdbcEngine(TestServer::with(good, "PORT", "1")); }), TFault::CannotOpen);
-    EXPECT_EQ(faultOf([&] { OpenOdbcEngine(TestServer::with(good, "DATABASE", "master")); }),
-              TFault::CannotOpen);
-}
-
 TEST_F(OdbcServer, ADecimalOfTheServerNeedsNoLocale)
 {
     EXPECT_EQ(one("select cast(0.5 as decimal(10,3))"), QVariant(0.5));

@@ -143,7 +143,7 @@ public:
         int result = 0;
         try {
             TConnection connection;
-            connection.openFile(qEnvironmentVariable("LOCK_TEST_DATABASE"));
+            TestDatabase::open(connection, qEnvironmentVariable("LOCK_TEST_DATABASE"));
             DM.ADOConnection1 = &connection;
             const int index = qEnvironmentVariableIntValue("LOCK_TEST_INDEX");
             const int rounds = qEnvironmentVariableIntValue("LOCK_TEST_ROUNDS");
@@ -203,7 +203,7 @@ const auto *const otherProgram = testing::AddGlobalTestEnvironment(new TOtherPro
 
 } // namespace
 
-/// Several programs on one database file.
+/// Several programs on one database.
 class LocksOfTwoPrograms : public Locks {
 protected:
     void start(QProcess &other, int comIndex, int rounds = 0)
