@@ -59,11 +59,20 @@ TStart_FRM::TStart_FRM(const QString &title, const QString &text, const QString 
     resize(430, 200);
 }
 
+void TStart_FRM::OfferOtherDatabase()
+{
+    TSmartButton_ZLM *button =
+        AddButton(QStringLiteral("Database_BTN"), u"پایگاه داده F8"_qs, QStringLiteral("F8"));
+    setTabOrder(findChild<QWidget *>(QStringLiteral("EXit_BTN")), button);
+    connect(button, &QAbstractButton::clicked, this, [this] { done(OtherDatabase); });
+}
+
 QLineEdit *TStart_FRM::AddLine(const QString &caption, const QString &objectName, bool secret)
 {
     auto *edit = new QLineEdit(this);
     edit->setObjectName(objectName);
     edit->setAccessibleName(QString(caption).remove(u'&').trimmed());
+    edit->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     if (secret) {
         edit->setEchoMode(QLineEdit::Password);
         edit->setMaxLength(longestPassword);
@@ -74,6 +83,10 @@ QLineEdit *TStart_FRM::AddLine(const QString &caption, const QString &objectName
     const int row = m_grid->isEmpty() ? 0 : m_grid->rowCount();
     m_grid->addWidget(label, row, 0);
     m_grid->addWidget(edit, row, 1);
+    // The inputs come before the buttons, the first one first.
+    setTabOrder(m_last ? static_cast<QWidget *>(m_last) : this, edit);
+    if (!m_last)
+        edit->setFocus();
     m_last = edit;
     return edit;
 }

@@ -12,6 +12,12 @@ class TSmartButton_ZLM;
 /// What the small dialogs of the start share: captions beside inputs, OK on F3 or Enter in the last input.
 class TStart_FRM : public TBaseForm {
     Q_OBJECT
+public:
+    /// The dialog's result when the user wants another database first.
+    static const int OtherDatabase = 2;
+    /// Adds the button for that.
+    void OfferOtherDatabase();
+
 protected:
     TStart_FRM(const QString &title, const QString &text, const QString &okCaption);
     QLineEdit *AddLine(const QString &caption, const QString &objectName, bool secret = false);

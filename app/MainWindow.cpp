@@ -12,7 +12,9 @@
 #include "host/database/Backup.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -34,6 +36,15 @@ QString backupFilter()
 QString stamp()
 {
     return QString(NowDate() + u'-' + NowTime()).remove(u'/').remove(u':');
+}
+
+/// The name, or the first one with a number behind it that no file has.
+QString freeName(const QString &name)
+{
+    QString free = name;
+    for (int number = 2; QFile::exists(free); ++number)
+        free = QStringLiteral("%1-%2").arg(name).arg(number);
+    return free;
 }
 
 struct TBusy {
@@ -161,6 +172,11 @@ void TMain_FRM::buildButtons()
         grid->addWidget(new QLabel(u"شما به هیچ بخشی دسترسی ندارید. از مدیر سیستم بخواهید."_qs), 0, 0,
                         Qt::AlignCenter);
     setCentralWidget(center);
+    // A last one alone in its row has the whole row.
+    if (m_buttons.size() % buttonColumns == 1) {
+        const int row = int(m_buttons.size()) / buttonColumns;
+        grid->addWidget(m_buttons.last(), row, 0, 1, buttonColumns);
+    }
     if (!m_buttons.isEmpty())
         m_buttons.first()->setFocus(Qt::TabFocusReason);
 }
@@ -262,9 +278,15 @@ void TMain_FRM::databaseSettings()
 void TMain_FRM::backUp()
 {
     const QString name = u"ketebionpap-%1.db"_qs.arg(stamp());
-    const QString target = QFileDialog::getSaveFileName(this, u"پشتیبان گیری"_qs, name, backupFilter(),
-                                                        nullptr, QFileDialog::DontUseNativeDialog);
+    QString target =
+        QFileDialog::getSaveFileName(this, u"پشتیبان گیری"_qs, name, backupFilter(), nullptr,
+                                     QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
     if (target.isEmpty())
+        return;
+    if (QFileInfo(target).suffix().isEmpty())
+        target += QStringLiteral(".db");
+    if (QFile::exists(target) &&
+        !Ask(u"پرونده ای با این نام هست:\n\u2066%1\u2069\nجایگزین شود؟"_qs.arg(target), TAnswer::No))
         return;
     {
         const TBusy busy;
@@ -290,11 +312,16 @@ void TMain_FRM::restore()
             TAnswer::No))
         return;
     const QString file = m_session.choice().file;
-    const QString before = u"%1.before-restore-%2"_qs.arg(file, stamp());
+    const QString before = freeName(u"%1.before-restore-%2"_qs.arg(file, stamp()));
     {
         const TBusy busy;
         Backup::save(file, before);
-        Backup::restore(file, source);
+        try {
+            Backup::restore(file, source);
+        } catch (...) {
+            QFile::remove(before); // the data are as they were
+            throw;
+        }
         m_session.reconnect();
     }
     SetUserEvent(TSoftwarePart(0), cpEdit, u"بازیابی پشتیبان از %1"_qs.arg(source), true, true);

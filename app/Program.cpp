@@ -60,13 +60,20 @@ private:
     }
     bool namedDatabase() const { return !m_line.databaseFile.isEmpty() || !m_line.odbc.isEmpty(); }
     bool interactive() const { return m_line.task == TCommandLine::Task::Run; }
-    bool sample() const { return m_line.demo || m_line.task == TCommandLine::Task::Tour; }
+    bool touring() const { return m_line.task == TCommandLine::Task::Tour; }
+    bool sample() const { return m_line.demo || touring(); }
+    /// How a step of the start ended. Failed has told its reason, if there is one beyond the user's wish.
+    enum class TStep { Done, Failed, OtherDatabase };
+    static TStep stepOf(bool done) { return done ? TStep::Done : TStep::Failed; }
+    TStep ask(TStart_FRM &dialog);
+    TStep start();
     bool openDatabase();
-    bool askServerPassword(TDatabaseChoice &choice);
+    bool chooseDatabase();
+    TStep askServerPassword(TDatabaseChoice &choice);
     bool fillSample();
-    bool registerWorkstation();
-    bool logIn();
-    bool logInByDialog();
+    TStep registerWorkstation();
+    TStep logIn();
+    TStep logInByDialog();
     int call();
     int showWindow();
 
@@ -75,55 +82,71 @@ private:
     QTextStream &m_err;
     QTemporaryDir m_throwAway;
     TSession m_session;
+    TDatabaseChoice m_choice; ///< as it was chosen: without the password that is asked for
+    bool m_starting = true;
 };
 
-bool TProgram::askServerPassword(TDatabaseChoice &choice)
+/// At the start of the program the user may still turn to another database, where none was named.
+TProgram::TStep TProgram::ask(TStart_FRM &dialog)
+{
+    if (m_starting && interactive() && !namedDatabase() && !sample())
+        dialog.OfferOtherDatabase();
+    const int result = dialog.exec();
+    return result == TStart_FRM::OtherDatabase ? TStep::OtherDatabase : stepOf(result == QDialog::Accepted);
+}
+
+bool TProgram::chooseDatabase()
+{
+    TDatabaseSettings_FRM settings(m_choice);
+    if (settings.exec() != QDialog::Accepted)
+        return false;
+    m_choice = settings.Choice();
+    return true;
+}
+
+TProgram::TStep TProgram::askServerPassword(TDatabaseChoice &choice)
 {
     if (!choice.onServer() || !ConnectionText::needsPassword(choice.odbc))
-        return true;
+        return TStep::Done;
     QString password;
     if (isatty(STDIN_FILENO) && !interactive()) {
         const char *typed = getpass("Password of the database server: ");
         password = QString::fromLocal8Bit(typed ? typed : "");
     } else {
         TServerPassword_FRM dialog(ConnectionText::part(choice.odbc, QStringLiteral("Server")));
-        if (dialog.exec() != QDialog::Accepted)
-            return false;
+        if (const TStep step = ask(dialog); step != TStep::Done)
+            return step;
         password = dialog.Password_EDT->text();
     }
     choice.odbc = ConnectionText::with(choice.odbc, QStringLiteral("PWD"), password);
-    return true;
+    return TStep::Done;
 }
 
 bool TProgram::openDatabase()
 {
-    TDatabaseChoice choice{m_line.databaseFile, m_line.odbc};
-    const bool named = namedDatabase();
-    if (!named && sample())
-        choice.file = m_throwAway.filePath(QStringLiteral("sample.db"));
-    else if (!named)
-        choice = TDatabaseChoice::stored();
     for (;;) {
-        if (!askServerPassword(choice))
+        TDatabaseChoice choice = m_choice;
+        const TStep step = askServerPassword(choice);
+        if (step == TStep::Failed)
             return false;
+        if (step == TStep::OtherDatabase) {
+            chooseDatabase();
+            continue;
+        }
         QString text;
         try {
             m_session.open(choice);
             return true;
         } catch (const TDatabaseError &error) {
             // A database that was named by hand is answered where it was named.
-            if (named || !interactive()) {
+            if (namedDatabase() || !interactive()) {
                 fail(QString::fromUtf8(error.what()));
                 return false;
             }
             text = error.userText();
         }
-        if (!Ask(text + u"\nتنظیمات پایگاه داده را باز می کنید؟"_qs))
+        if (!Ask(text + u"\nتنظیمات پایگاه داده را باز می کنید؟"_qs) || !chooseDatabase())
             return false;
-        TDatabaseSettings_FRM settings(choice);
-        if (settings.exec() != QDialog::Accepted)
-            return false;
-        choice = settings.Choice();
     }
 }
 
@@ -146,21 +169,21 @@ bool TProgram::fillSample()
     return true;
 }
 
-bool TProgram::registerWorkstation()
+TProgram::TStep TProgram::registerWorkstation()
 {
     if (sample()) {
         IniOptions.Com_Index = 1;
-        return RegisterWorkstation(1, thisWorkstation());
+        return stepOf(RegisterWorkstation(1, touring() ? u"حسابداری"_qs : thisWorkstation()));
     }
     QString name = QSettings(IniOptions.FileName, QSettings::IniFormat).value(workstationNameKey).toString();
     if (name.isEmpty())
         name = thisWorkstation();
     if (!IniOptions.IsNew && RegisterWorkstation(IniOptions.Com_Index, name))
-        return true;
+        return TStep::Done;
     if (interactive()) {
         TWorkstation_FRM dialog(name);
-        if (dialog.exec() != QDialog::Accepted)
-            return false;
+        if (const TStep step = ask(dialog); step != TStep::Done)
+            return step;
         IniOptions.Com_Index = dialog.ComIndex();
         name = dialog.Name_EDT->text().trimmed();
     } else {
@@ -175,48 +198,43 @@ bool TProgram::registerWorkstation()
     settings.sync();
     if (!saved || settings.status() != QSettings::NoError) {
         fail(QStringLiteral("the workstation's options cannot be written: %1").arg(IniOptions.FileName));
-        return false;
+        return TStep::Failed;
     }
-    return true;
+    return TStep::Done;
 }
 
-bool TProgram::logInByDialog()
+TProgram::TStep TProgram::logInByDialog()
 {
-    if (NoUserYet()) {
-        TFirstUser_FRM dialog;
-        if (dialog.exec() != QDialog::Accepted)
-            return false;
-        UserInfo = dialog.User();
-    } else {
-        TLogin_FRM dialog(m_line.user);
-        if (dialog.exec() != QDialog::Accepted)
-            return false;
-        UserInfo = dialog.User();
-    }
-    return true;
+    const auto logInBy = [this](auto &&dialog) {
+        const TStep step = ask(dialog);
+        if (step == TStep::Done)
+            UserInfo = dialog.User();
+        return step;
+    };
+    return NoUserYet() ? logInBy(TFirstUser_FRM()) : logInBy(TLogin_FRM(m_line.user));
 }
 
-bool TProgram::logIn()
+TProgram::TStep TProgram::logIn()
 {
     if (m_line.passwordFile.isEmpty()) {
-        if (!logInByDialog())
-            return false;
+        if (const TStep step = logInByDialog(); step != TStep::Done)
+            return step;
     } else {
         QString error;
         const QString password = FirstLineOf(m_line.passwordFile, &error);
         if (!error.isEmpty()) {
             fail(error);
-            return false;
+            return TStep::Failed;
         }
         const TLogin login = LogIn(m_line.user, password);
         if (login.result != TLoginResult::Ok) {
             fail(QStringLiteral("cannot log in as %1: %2").arg(m_line.user, loginText(login)));
-            return false;
+            return TStep::Failed;
         }
         UserInfo = login.user;
     }
     SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود به برنامه"_qs, true, true);
-    return true;
+    return TStep::Done;
 }
 
 int TProgram::call()
@@ -251,23 +269,43 @@ int TProgram::showWindow()
         window.hide();
         UserInfo = {};
         bool in = false;
-        if (!Guard([&] { in = logInByDialog(); }) || !in)
+        if (!Guard([&] { in = logInByDialog() == TStep::Done; }) || !in)
             return 0;
         SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود به برنامه"_qs, true, true);
     }
 }
 
+TProgram::TStep TProgram::start()
+{
+    if (!openDatabase())
+        return TStep::Failed;
+    if (const TStep step = registerWorkstation(); step != TStep::Done)
+        return step;
+    const TStep step = sample() ? stepOf(fillSample()) : logIn();
+    if (step == TStep::Done)
+        ReleaseLeftLocks(IniOptions.Com_Index);
+    return step;
+}
+
 int TProgram::run()
 {
-    IniOptions.load();
-    if (!openDatabase())
-        return 1;
+    // The tour's pictures are the same whatever its user has arranged, and it arranges nothing.
+    IniOptions.load(touring() ? m_throwAway.filePath(QStringLiteral("ketebionpap.ini")) : QString());
+    m_choice = {m_line.databaseFile, m_line.odbc};
+    if (!namedDatabase() && sample())
+        m_choice.file = m_throwAway.filePath(QStringLiteral("sample.db"));
+    else if (!namedDatabase())
+        m_choice = TDatabaseChoice::stored();
     try {
-        if (!registerWorkstation())
-            return 1;
-        if (sample() ? !fillSample() : !logIn())
-            return 1;
-        ReleaseLeftLocks(IniOptions.Com_Index);
+        for (;;) {
+            const TStep step = start();
+            if (step == TStep::Done)
+                break;
+            if (step == TStep::Failed)
+                return 1;
+            chooseDatabase();
+        }
+        m_starting = false;
     } catch (const TDatabaseError &error) {
         if (interactive())
             MsgDatabaseError(error);

@@ -63,6 +63,7 @@ public:
         for (int code = 1; code <= employees; ++code)
             employee(code);
         outputs();
+        workstations();
         calendar(1404);
         calendar(1405);
     }
@@ -397,6 +398,14 @@ private:
             insert("StaffOutPut", {{"Code", output.code}, {"Title", text(output.name)}});
         insert("tmpstaffOutPutDetail", {{"OutPutCode", 1}, {"Amount", 20.0}, {"Type", 0}, {"ItemCode", 7}});
         insert("tmpstaffOutPutDetail", {{"OutPutCode", 1}, {"Amount", 3.0}, {"Type", 1}, {"ItemCode", 25}});
+    }
+
+    void workstations()
+    {
+        static const TNamed others[] = {{2, "کارگزینی"}, {3, "امور مالی"}};
+        for (const TNamed &other : others)
+            insert("Workstation",
+                   {{"Com_Index", other.code}, {"Name", text(other.name)}, {"LastSeen", "1404/12/20 08:10"}});
     }
 
     /// As the generator makes it, from the year's real first weekday.

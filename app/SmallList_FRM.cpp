@@ -7,14 +7,21 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+namespace {
+const int narrowest = 60;
+const int aroundText = 24;
+} // namespace
+
 TSmallList_FRM::TSmallList_FRM(const QString &title, const QString &gridName, const QStringList &captions)
     : m_table(new QTableWidget(0, int(captions.size()), this))
 {
     SetTitle(title);
     m_table->setObjectName(gridName);
     m_table->setHorizontalHeaderLabels(captions);
-    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
+    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->horizontalHeader()->setMinimumSectionSize(narrowest);
     m_table->verticalHeader()->hide();
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -72,8 +79,9 @@ void TSmallList_FRM::Refresh()
         }
     }
     m_table->resizeColumnsToContents();
-    for (int column = 0; column < m_table->columnCount(); ++column)
-        m_table->setColumnWidth(column, std::max(80, m_table->columnWidth(column)));
+    // The last one has what is left.
+    for (int column = 0; column + 1 < m_table->columnCount(); ++column)
+        m_table->setColumnWidth(column, m_table->columnWidth(column) + aroundText);
     if (!rows.isEmpty())
         m_table->setCurrentCell(std::min(stay, int(rows.size()) - 1), 0);
     for (TSmartButton_ZLM *button : std::as_const(m_rowButtons))

@@ -1,8 +1,12 @@
 #include "app/Tour.h"
 
+#include "app/Login_FRM.h"
 #include "app/MainWindow.h"
 #include "app/TourScript.h"
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/NewBaseForms_PKG/RecoveryDialog_UNT.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -11,6 +15,9 @@
 #include <QDialog>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QMenuBar>
+#include <QPainter>
+#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
 
@@ -19,8 +26,9 @@
 
 namespace {
 
-const int stepMilliseconds = 40;
-const int pictureMilliseconds = 200; // searches that run while typing are over by then
+const int stepMilliseconds = 15;
+const int pictureMilliseconds = 100;
+const int typedMilliseconds = 300; // searches that run while typing are over by then
 const int patienceMilliseconds = 10000;
 
 void pass(int milliseconds)
@@ -47,6 +55,9 @@ public:
         : m_steps(steps), m_picture(std::move(picture)), m_message(std::move(message)),
           m_paused(std::move(paused))
     {
+        // A message may be all that comes up.
+        while (m_at < m_steps.size() && m_steps.at(m_at).action == TTourStep::Message)
+            m_message(m_steps.at(m_at++).what);
         next(0);
     }
     /// What went wrong; empty when all steps were done.
@@ -75,13 +86,17 @@ private:
         }
         const TTourStep now = m_steps.at(m_at);
         if (now.action == TTourStep::Await) {
-            if (screen && screen->objectName() == now.what) {
+            if (screen && screen->isVisible() && screen->objectName() == now.what) {
                 ++m_at;
                 m_patience.reset();
+                // A window manager gives the focus back when a screen closes; where there is none, the tour does.
+                if (!screen->isActiveWindow())
+                    screen->activateWindow();
             } else if (!m_patience) {
                 m_patience.emplace(patienceMilliseconds);
             } else if (m_patience->hasExpired()) {
-                m_problem = QStringLiteral("the screen %1 did not come up").arg(now.what);
+                m_problem = QStringLiteral("the screen %1 did not come up, %2 is there")
+                                .arg(now.what, screen ? screen->objectName() : QStringLiteral("none"));
             }
             next(stepMilliseconds);
             return;
@@ -92,10 +107,11 @@ private:
         }
         if (now.action == TTourStep::Picture && !m_waited) {
             m_waited = true;
-            next(pictureMilliseconds);
+            next(m_typed ? typedMilliseconds : pictureMilliseconds);
             return;
         }
         m_waited = false;
+        m_typed = now.action == TTourStep::Type;
         ++m_at;
         // Scheduled first: what a key opens returns only when it closes.
         next(stepMilliseconds);
@@ -121,7 +137,8 @@ private:
         case TTourStep::Press: {
             const QKeyCombination key = QKeySequence(now.what)[0];
             QWidget *focus = screen->focusWidget() ? screen->focusWidget() : screen;
-            sendKey(focus, key.key(), key.keyboardModifiers(), {});
+            sendKey(focus, key.key(), key.keyboardModifiers(),
+                    key.key() == Qt::Key_Space ? QStringLiteral(" ") : QString());
             break;
         }
         case TTourStep::Click:
@@ -130,7 +147,8 @@ private:
             break;
         case TTourStep::Type:
             widget->setFocus();
-            sendKey(widget, Qt::Key_A, Qt::ControlModifier, {});
+            if (!now.text.isEmpty())
+                sendKey(widget, Qt::Key_A, Qt::ControlModifier, {});
             for (const QChar letter : now.text)
                 sendKey(widget, Qt::Key_unknown, Qt::NoModifier, letter);
             break;
@@ -156,6 +174,7 @@ private:
     std::function<bool()> m_paused; ///< while a message is shown
     qsizetype m_at = 0;
     bool m_waited = false;
+    bool m_typed = false;
     std::optional<QDeadlineTimer> m_patience;
     QString m_problem;
 };
@@ -169,9 +188,10 @@ struct TTour::TMessages : TMessageService {
 
     TAnswer show(const TMessage &message) override
     {
-        if (message.shape != TMessageShape::Balloon)
+        const bool dialog = message.shape != TMessageShape::Balloon;
+        if (dialog)
             m_tour.say(QStringLiteral("message: ") + QString(message.text).replace(u'\n', u' '));
-        if (!pictureName.isEmpty())
+        if (dialog && !pictureName.isEmpty())
             showReally(message, std::exchange(pictureName, {}));
         if (message.operation == QLatin1String("MsgNotSaved"))
             return TAnswer::No;
@@ -202,7 +222,7 @@ private:
 };
 
 TTour::TTour(TSession &session, const QString &folder, QTextStream &out)
-    : m_session(session), m_folder(folder), m_out(out)
+    : m_session(session), m_folder(QDir(folder).absolutePath()), m_out(out)
 {
 }
 
@@ -213,9 +233,14 @@ void TTour::say(const QString &text)
 
 void TTour::picture(QWidget *window, const QString &name)
 {
+    save(window->grab(), name, QLatin1String(window->metaObject()->className()));
+}
+
+void TTour::save(const QPixmap &picture, const QString &name, const QString &screen)
+{
     const QString file = m_folder.filePath(name + QStringLiteral(".png"));
-    if (window->grab().save(file)) {
-        say(QStringLiteral("  ") + file);
+    if (picture.save(file)) {
+        say(QStringLiteral("  %1 %2").arg(file, screen).trimmed().prepend(QStringLiteral("  ")));
     } else {
         m_sound = false;
         say(QStringLiteral("  cannot write ") + file);
@@ -242,13 +267,20 @@ bool TTour::run()
         say(QStringLiteral("cannot create the folder ") + m_folder.path());
         return false;
     }
+    // What a screen writes or lists in the current folder is nobody's.
+    const QTemporaryDir scratch;
+    const QString folderBefore = QDir::currentPath();
+    QDir::setCurrent(scratch.path());
+
     TMessages messages(*this);
     m_messages = &messages;
+    startDialogs();
     TMain_FRM window(m_session);
     window.show();
     window.activateWindow();
     pass(pictureMilliseconds);
     picture(&window, QStringLiteral("main-window"));
+    menus(window);
 
     int skipped = 0;
     for (const TEntryPoint &entry : EntryPoints::all()) {
@@ -259,12 +291,62 @@ bool TTour::run()
             continue;
         }
         m_sound &= visit(name, TourScript::of(entry.name), [&] { window.OpenEntry(entry); });
+        if (name != QLatin1String("Select_Staff"))
+            continue;
+        window.activateWindow();
+        pass(pictureMilliseconds);
+        picture(&window, QStringLiteral("main-window-answer"));
     }
-    for (QAction *item : window.findChildren<QAction *>()) {
-        const QList<TTourStep> steps = TourScript::ofItem(item->objectName());
-        if (!steps.isEmpty())
-            m_sound &= visit(item->objectName(), steps, [&] { item->trigger(); });
+    const QString backup = scratch.filePath(QStringLiteral("ketebionpap.db"));
+    for (const TourScript::TItem &item : TourScript::items(backup)) {
+        auto *action = window.findChild<QAction *>(QLatin1String(item.name));
+        if (!action) // on a server there are no backups
+            continue;
+        if (qstrcmp(item.name, "Locks_ACT") == 0) // somebody works elsewhere
+            OperationOnLockCode_SoftwarePart(QStringLiteral("17"), cspStaff, 2, otLock, false);
+        m_sound &= visit(QLatin1String(item.name), item.steps, [&] { action->trigger(); });
     }
+    // The sample company has no account; whoever starts it next makes the first one.
+    DM.ADOConnection1->execute(TStatement("delete from UserRight"));
+    DM.ADOConnection1->execute(TStatement("delete from UserAccount"));
+    QDir::setCurrent(folderBefore);
     say(QStringLiteral("pictures in %1, %2 entries skipped").arg(m_folder.absolutePath()).arg(skipped));
     return m_sound;
+}
+
+void TTour::startDialogs()
+{
+    const auto look = [this](QDialog &&dialog, const char *name) {
+        const QString screen = QLatin1String(dialog.metaObject()->className());
+        m_sound &= visit(screen,
+                         {{TTourStep::Await, screen, {}},
+                          {TTourStep::Picture, QLatin1String(name), {}},
+                          {TTourStep::Press, QStringLiteral("Esc"), {}}},
+                         [&] { dialog.exec(); });
+    };
+    look(TWorkstation_FRM(u"حسابداری"_qs), "workstation");
+    look(TFirstUser_FRM(), "first-user");
+    look(TLogin_FRM(QStringLiteral("maryam")), "login");
+    look(TServerPassword_FRM(QStringLiteral("db.example.ir")), "server-password");
+    look(TChangePassword_FRM(), "change-password");
+    look(TRecovery_FRM({u"کارمند"_qs, true, QStringLiteral("201"), {{QStringLiteral("198"), 2}}, false},
+                       nullptr),
+         "recovery");
+}
+
+void TTour::menus(TMain_FRM &window)
+{
+    for (QAction *action : window.menuBar()->actions()) {
+        QMenu *menu = action->menu();
+        if (!menu || !action->isVisible())
+            continue;
+        // Beside the bar's item, as a click opens it.
+        const QRect item = window.menuBar()->actionGeometry(action);
+        menu->popup(window.menuBar()->mapToGlobal(item.bottomRight()) - QPoint(menu->sizeHint().width(), 0));
+        pass(pictureMilliseconds);
+        QPixmap whole = window.grab();
+        QPainter(&whole).drawPixmap(menu->mapToGlobal(QPoint()) - window.mapToGlobal(QPoint()), menu->grab());
+        menu->close();
+        save(whole, menu->objectName().section(u'_', 0, 0).toLower().prepend(QStringLiteral("menu-")), {});
+    }
 }

@@ -1,6 +1,7 @@
 #include "app/TourScript.h"
 
 #include <QMap>
+#include <QRandomGenerator>
 
 namespace {
 
@@ -31,6 +32,7 @@ S message(const char *name)
     return {S::Message, QLatin1String(name), {}};
 }
 
+/// Looked at, an item's page is turned to, its item picked again, and all is saved.
 QList<S> payrollSettings()
 {
     return {await("TPayrollInfoGet_FRM"),
@@ -40,12 +42,16 @@ QList<S> payrollSettings()
             click("EditRow_BTN"),
             await("TPayrollInfoDetail_FRM"),
             picture("payroll-settings-item"),
+            press("F2"),
+            await("TFiscalDeducation_List_FRM"),
             press("Esc"),
+            await("TPayrollInfoDetail_FRM"),
+            press("F3"),
             await("TPayrollInfoGet_FRM"),
-            press("Esc")};
+            press("F3")};
 }
 
-/// A method is found by typing, looked at, and a new one is saved.
+/// A new method with a picked tax table is saved and found by typing.
 QList<S> calculationMethods()
 {
     return {await("TCalcMethodList_FRM"),
@@ -53,6 +59,14 @@ QList<S> calculationMethods()
             press("F4"),
             await("TCalcMethodGet_FRM"),
             type("Title_EDT", u"روش کارکنان پاره وقت"_qs),
+            click("Tax_CHK"),
+            type("CalcMethodCode_EDT", {}),
+            press("F2"),
+            await("TTaxList_FRM"),
+            press("Return"),
+            await("TCalcMethodGet_FRM"),
+            click("Insurance_CHK"),
+            type("DailyIns_EDT", u"24245592"_qs),
             picture("calculation-method"),
             press("Ctrl+2"),
             type("OverTime_EDT", u"120"_qs),
@@ -80,10 +94,11 @@ QList<S> taxTables()
         steps << press("F3") << await("TTaxGet_FRM");
     }
     return steps << picture("tax-table") << press("F3") << await("TTaxList_FRM")
-                 << picture("tax-tables-saved") << message("question-before-a-delete") << press("F7")
-                 << press("Esc");
+                 << type("Search_EDT", u"نمونه"_qs) << picture("tax-tables-search")
+                 << message("question-before-a-delete") << press("F7") << press("Esc") << press("Esc");
 }
 
+/// A day is looked at, and the days of the next year are made.
 QList<S> calendar()
 {
     return {await("TCalender_List_FRM"),
@@ -95,18 +110,41 @@ QList<S> calendar()
             await("TCalender_List_FRM"),
             press("F4"),
             await("TCalender_Set_FRM"),
+            type("Title_EDT", u"تقویم کاری 1406"_qs),
+            type("Date1_EDT", u"14060101"_qs),
+            type("Date2_EDT", u"14061229"_qs),
             picture("work-calendar-new-days"),
+            press("F3"),
+            await("TCalender_List_FRM"),
+            type("Search_EDT", u"1406"_qs),
+            picture("work-calendar-search"),
+            press("F9"),
+            await("TListPreview_FRM"),
+            picture("print-preview"),
             press("Esc"),
             await("TCalender_List_FRM"),
+            press("Esc"),
             press("Esc")};
 }
 
-/// A married employee is found by typing; all pages of the record, and one of the family.
+/// A group is added, a married employee found by typing; all pages of the record; one joins the family and is saved.
 QList<S> staff()
 {
     return {await("TStaffList_FRM"),
             picture("staff"),
+            press("F11"),
+            await("TGroupList_FRM"),
+            press("F4"),
+            await("TGroupGet_FRM"),
+            type("Name_EDT", u"کارکنان پروژه"_qs),
+            picture("group"),
+            press("F3"),
+            await("TGroupList_FRM"),
+            picture("groups"),
+            press("Esc"),
+            await("TStaffList_FRM"),
             type("Search_EDT", u"كريمي"_qs),
+            click("ShowPicture_BTN"),
             picture("staff-search"),
             press("F5"),
             await("TStaffGet_FRM"),
@@ -116,23 +154,39 @@ QList<S> staff()
             press("Ctrl+3"),
             picture("employee-supplementary"),
             press("Ctrl+4"),
-            picture("employee-family"),
             click("NewRow_BTN"),
             await("TStaffFamily_GetDetil_FRM"),
             type("Name_EDT", u"نیلوفر کریمی"_qs),
+            type("BirthDate_EDT", u"14020510"_qs),
+            type("InsuranceNumber_EDT", u"0062718290"_qs),
             picture("family-member"),
-            press("Esc"),
+            press("F3"),
             await("TStaffGet_FRM"),
-            press("Esc"),
+            picture("employee-family"),
+            press("F3"),
             await("TStaffList_FRM"),
+            press("Esc"),
             press("Esc")};
 }
 
-QList<S> items(const char *list, const char *editor)
+/// An item's account is looked up, and a new amount saved.
+QList<S> items(const char *list, const char *editor, const char *accounts)
 {
-    return {await("TFiscalDeducation_List_FRM"), picture(list),   press("F5"),
-            await("TFiscalDeducation_Get_FRM"),  picture(editor), press("Esc"),
-            await("TFiscalDeducation_List_FRM"), press("Esc")};
+    return {await("TFiscalDeducation_List_FRM"),
+            picture(list),
+            press("F5"),
+            await("TFiscalDeducation_Get_FRM"),
+            picture(editor),
+            type("TotalCode_EDT", {}),
+            press("F2"),
+            await("TAccountPicker_FRM"),
+            picture(accounts),
+            press("Esc"),
+            await("TFiscalDeducation_Get_FRM"),
+            type("Cost_EDT", u"12000000"_qs),
+            press("F3"),
+            await("TFiscalDeducation_List_FRM"),
+            press("Esc")};
 }
 
 QList<S> select(const char *list, const char *name)
@@ -145,6 +199,53 @@ QList<S> look(const char *screen, const char *name)
     return {await(screen), picture(name), press("Esc")};
 }
 
+/// Two items are ticked and go into the record.
+QList<S> pickInto(const char *screen, const char *key, const char *name)
+{
+    return {await(screen),       press("Down"), press(key),    await("TFiscalDeducation_List_FRM"),
+            click("Select_BTN"), await(screen), picture(name), press("Esc")};
+}
+
+/// The first administrator and a clerk are made, and the clerk gets a right.
+QList<S> users()
+{
+    const QString password = QString::number(QRandomGenerator::system()->generate64());
+    const auto user = [&password](const QString &name, const QString &fullName) {
+        return QList<S>{press("F4"),
+                        await("TUserGet_FRM"),
+                        type("Name_EDT", name),
+                        type("FullName_EDT", fullName),
+                        type("Password_EDT", password),
+                        type("Repeat_EDT", password)};
+    };
+    const QList<S> saved = {press("F3"), await("TUserList_FRM")};
+    return QList<S>{await("TUserList_FRM")}
+           << user(u"modir"_qs, u"رضا محمدی"_qs) << click("IsAdmin_CHK") << saved
+           << user(u"maryam"_qs, u"مریم کریمی"_qs) << picture("user") << saved << picture("users")
+           << press("F6") << await("TUserRights_FRM") << press("Space") << picture("user-rights") << saved
+           << press("Esc");
+}
+
+QList<S> databaseSettings()
+{
+    return {await("TDatabaseSettings_FRM"),
+            type("File_EDT", u"/srv/payroll/ketebionpap.db"_qs),
+            click("Server_RB"),
+            type("Server_EDT", u"db.example.ir"_qs),
+            type("Database_EDT", u"Payroll"_qs),
+            type("User_EDT", u"payroll"_qs),
+            picture("database-settings"),
+            press("Esc")};
+}
+
+QList<S> file(const QString &name, const char *pictureName, std::initializer_list<const char *> messages)
+{
+    QList<S> steps = {await("QFileDialog"), type("fileNameEdit", name), picture(pictureName)};
+    for (const char *one : messages)
+        steps << message(one);
+    return steps << press("Return");
+}
+
 } // namespace
 
 QList<TTourStep> TourScript::of(const char *entry)
@@ -155,8 +256,8 @@ QList<TTourStep> TourScript::of(const char *entry)
         {"Open_TaxList", taxTables()},
         {"Open_WorkCalender", calendar()},
         {"Open_StaffList", staff()},
-        {"Open_FiscalList", items("earnings", "earning")},
-        {"Open_DeductionList", items("deductions", "deduction")},
+        {"Open_FiscalList", ::items("earnings", "earning", "earning-account")},
+        {"Open_DeductionList", ::items("deductions", "deduction", "deduction-account")},
         {"Select_Staff", select("TStaffList_FRM", "select-staff")},
         {"Select_StaffGroup", {await("TGroupList_FRM"), picture("select-staff-group"), press("Return")}},
         {"Select_CalculatingMethods", select("TCalcMethodList_FRM", "select-calculation-method")},
@@ -168,17 +269,18 @@ QList<TTourStep> TourScript::of(const char *entry)
     return scripts.value(QLatin1String(entry));
 }
 
-QList<TTourStep> TourScript::ofItem(const QString &item)
+QList<TourScript::TItem> TourScript::items(const QString &backup)
 {
-    static const QMap<QString, QList<S>> scripts = {
-        {"DatabaseSettings_ACT", look("TDatabaseSettings_FRM", "database-settings")},
-        {"Users_ACT",
-         {await("TUserList_FRM"), press("F4"), await("TUserGet_FRM"), type("Name_EDT", u"مریم"_qs),
-          type("FullName_EDT", u"مریم کریمی"_qs), picture("user"), press("Esc"), await("TUserList_FRM"),
-          press("Esc")}},
-        {"Events_ACT", look("TEventLog_FRM", "event-log")},
-        {"Locks_ACT", look("TLockList_FRM", "code-locks")},
+    return {
+        {"PickIntoOrder_ACT", pickInto("TPickTarget_Orders", "F6", "pick-into-order")},
+        {"PickIntoOutput_ACT", pickInto("TPickTarget_Outputs", "F8", "pick-into-output")},
+        {"DatabaseSettings_ACT", databaseSettings()},
+        {"Backup_ACT", file(backup, "backup", {"backup-made"})},
+        {"Restore_ACT", file(backup, "restore", {"question-before-a-restore"})},
+        {"Users_ACT", users()},
+        {"Locks_ACT", {await("TLockList_FRM"), picture("code-locks"), press("F7"), press("Esc")}},
         {"Workstations_ACT", look("TWorkstationList_FRM", "workstations")},
+        {"Events_ACT", look("TEventLog_FRM", "event-log")},
+        {"About_ACT", {message("about")}},
     };
-    return scripts.value(item);
 }

@@ -21,6 +21,12 @@ struct TTourStep {
 namespace TourScript {
 /// What the tour does in the screens of an entry point, from its showing to its end.
 QList<TTourStep> of(const char *entry);
-/// The same for the application's own screens, by the objectName of the menu item.
-QList<TTourStep> ofItem(const QString &item);
+
+/// One item of the application's own menus, by its objectName.
+struct TItem {
+    const char *name;
+    QList<TTourStep> steps;
+};
+/// The items in the order of the tour. `backup`: where the backup goes.
+QList<TItem> items(const QString &backup);
 } // namespace TourScript

@@ -123,6 +123,12 @@ bool TUserGet_FRM::Validate()
         FocusInput(Repeat_EDT);
         return false;
     }
+    // Clerks alone would leave nobody to administer the suite.
+    if (NoUserYet() && !(IsAdmin_CHK->isChecked() && IsActive_CHK->isChecked())) {
+        Tell(u"نخستین کاربر باید مدیر فعال سیستم باشد."_qs, miWarning);
+        FocusInput(IsAdmin_CHK);
+        return false;
+    }
     return true;
 }
 
@@ -205,6 +211,7 @@ TUserRights_FRM::TUserRights_FRM(const TUserInfo &user)
     Rights_GRD->setColumnCount(int(rights.size()));
     Rights_GRD->setHorizontalHeaderLabels(rights);
     Rights_GRD->horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
+    Rights_GRD->horizontalHeader()->setHighlightSections(false);
     Rights_GRD->setTabKeyNavigation(false);
     QStringList captions;
     for (const TSoftwarePart part : std::as_const(parts))

@@ -31,6 +31,18 @@ public:
     }
 };
 
+/// Qt's own words in Persian, but for the names of keys: the keyboard has them in Latin letters, and so have the
+/// buttons.
+class TWords : public QTranslator {
+public:
+    using QTranslator::QTranslator;
+    QString translate(const char *context, const char *text, const char *note, int n) const override
+    {
+        return std::strcmp(context, "QShortcut") == 0 ? QString()
+                                                      : QTranslator::translate(context, text, note, n);
+    }
+};
+
 QtMessageHandler ordinaryNotes = nullptr;
 
 /// File names and texts are UTF-8, also where nothing is set.
@@ -43,11 +55,10 @@ void setUpEncoding()
     }
 }
 
-/// Drops two notes of Qt that say nothing to a user and would stand beside the one line that does.
+/// Drops notes of Qt that say nothing to a user and would stand beside the one line that does.
 void note(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    for (const char *noise :
-         {"QStandardPaths: XDG_RUNTIME_DIR not set", "This plugin does not support propagateSizeHints"}) {
+    for (const char *noise : {"QStandardPaths: XDG_RUNTIME_DIR not set", "This plugin does not support "}) {
         if (text.startsWith(QLatin1String(noise)))
             return;
     }
@@ -92,7 +103,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("ketebionpap"));
     QApplication::setApplicationDisplayName(u"اطلاعات پایه حقوق و دستمزد"_qs);
     QApplication::setQuitOnLastWindowClosed(false);
-    QTranslator words;
+    TWords words;
     if (words.load(QStringLiteral("qtbase_fa"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&words);
     SetUpAppearance(application);

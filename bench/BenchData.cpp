@@ -4,6 +4,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/database/Dialect.h"
 #include "host/database/SqliteFunctions.h"
+#include "staff/Staff_DM_UNT.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -143,6 +144,14 @@ long BenchData::peakAfterOpening(const QString &what, const QString &path)
         data.List_QUR->open();
         data.List_QUR->last();
         data.List_QUR->value("Title");
+    } else if (what == u"staff") {
+        TConnection connection;
+        connection.openFile(path);
+        DM.ADOConnection1 = &connection;
+        TStaff_DM data(nullptr);
+        data.Staff_Get();
+        data.List_QUR->last();
+        data.List_QUR->value("fullnameTitle");
     } else if (what == u"table") {
         QSqlTableModel model(nullptr, qtDatabase(path));
         model.setTable(QStringLiteral("CalcMethod"));

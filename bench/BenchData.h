@@ -18,8 +18,8 @@ QString itemDatabase();
 /// and collation registered.
 sqlite3 *openRaw(const QString &path);
 
-/// The process's peak memory in KiB after the list ("suite", "table" or "query": the suite's own list, QSqlTableModel,
-/// QSqlQueryModel) was opened at its last row.
+/// The process's peak memory in KiB after the list ("suite", "staff", "table" or "query": the suite's own list of
+/// methods or of employees, QSqlTableModel, QSqlQueryModel) was opened at its last row.
 long peakAfterOpening(const QString &what, const QString &path);
 /// The same in a process of its own.
 long peakOfProcess(const QString &what, const QString &path);

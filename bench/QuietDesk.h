@@ -6,12 +6,13 @@
 
 #include <QTemporaryDir>
 
-/// A clerk at work on an empty database of the measurement's own; messages are taken and counted, not shown.
+/// A clerk at work on an empty database of the measurement's own, or on the given one; messages are taken and counted,
+/// not shown.
 class QuietDesk : public TMessageService {
 public:
-    QuietDesk()
+    explicit QuietDesk(const QString &database = {})
     {
-        connection.openFile(path());
+        connection.openFile(database.isEmpty() ? path() : database);
         DM.ADOConnection1 = &connection;
         UserInfo = TUserInfo{1, QStringLiteral("clerk"), QStringLiteral("clerk"), true, true};
         SetMessageService(this);

@@ -1,78 +1,35 @@
 #include "bench/BenchData.h"
-#include "host/Declaration_PKG/DM_UNT.h"
-#include "host/ZelmoSearch/ZelmoSearchManager.h"
-#include "host/database/Dialect.h"
+#include "bench/QuietDesk.h"
+#include "bench/StaffData.h"
+#include "host/BaseFrame_PKG/General_Search_Frame.h"
+#include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/NewBaseForms_PKG/GroupPane_UNT.h"
+#include "staff/StaffList_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 
-#include <QHash>
-#include <QTemporaryDir>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QSqlDatabase>
+#include <QSqlTableModel>
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <stdexcept>
+#include <algorithm>
+#include <ctime>
 
 // The list of employees: opening it at its last row, moving to another group, a typed letter of the search, and a step
-// from row to row with the pictures shown; beside the raw C API that finds the same count and the same page.
+// from row to row with the pictures shown; beside the raw C API that reads all, or finds the same count and the same
+// page under the same condition.
 
 namespace {
 
-constexpr int groups = 50;
-constexpr int pageRows = 128;
-
-// Names repeat as they do in a country: a few hundred first names, some thousand family names.
-const char employees[] =
-    "with recursive n(i) as (select 1 union all select i+1 from n where i<@rows) "
-    "insert into Staff(Code,StaffGroup,PersonnelCode,InsuranceNumber,CardNumber,NationalID,Sex,FatherName,IDNumber,"
-    "BirthDate,BirthPlace,Department,Degree,Major,Military,IsMarried,AccountNumber,BankTitle,CoDate,Job,Comment,Name,"
-    "LastName,Tel1,Mob,Add1,Email,LeaveDate,Employment,PostCode,CreatedTime,CreatedDate,UserCreated,Picture) "
-    "select i, 1+i%@groups, 'P'||i, printf('%010d',i), ''||i, printf('%010d',i*7), i%2, 'پدر '||(i%211), ''||(i%9999),"
-    "printf('13%02d/%02d/%02d',40+i%40,1+i%12,1+i%29), 'شهر '||(i%300), 'واحد '||(i%90), i%8, 'رشته '||(i%60), i%7,"
-    "i/2%2, '0101-'||i, 'ملت', printf('13%02d/%02d/%02d',80+i%20,1+i%12,1+i%29), 'شغل '||(i%40), 'شرح '||i,"
-    "'نام'||char(1575+i%24)||(i%331), 'خانواده'||char(1576+i%20)||(i%4999), '021'||i, '0912'||i, 'نشانی '||i,"
-    "'a'||i||'@b.ir', case when i%10=0 then '1403/01/01' else '' end, i%11, printf('%010d',i), '08:00', '1403/01/01',"
-    "'clerk', case when i%100=0 then randomblob(60000) end from n";
-
-void exec(sqlite3 *db, const QString &sql)
-{
-    char *message = nullptr;
-    if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message) != SQLITE_OK)
-        throw std::runtime_error(message ? message : "sqlite");
-}
-
-/// A database of this suite with so many employees in 50 groups, made once for each size.
-QString staffDatabase(int count)
-{
-    static QTemporaryDir folder;
-    static QHash<int, QString> made;
-    if (made.contains(count))
-        return made.value(count);
-    const QString path = folder.filePath(QStringLiteral("staff%1.db").arg(count));
-    {
-        TConnection connection;
-        connection.openFile(path);
-    }
-    sqlite3 *db = BenchData::openRaw(path);
-    exec(db, QStringLiteral("begin"));
-    exec(db, QStringLiteral("with recursive n(i) as (select 1 union all select i+1 from n where i<%1) "
-                            "insert into StaffGroup(Code,Name) select i, 'گروه '||i from n")
-                 .arg(groups));
-    exec(db, QString::fromUtf8(employees)
-                 .replace(u"@rows"_qs, QString::number(count))
-                 .replace(u"@groups"_qs, QString::number(groups)));
-    exec(db, QStringLiteral("commit"));
-    exec(db, QStringLiteral("pragma wal_checkpoint(truncate)"));
-    sqlite3_close(db);
-    made.insert(count, path);
-    return path;
-}
-
-/// The suite's data module on that database.
+/// The data module alone, on that database.
 class Register {
 public:
-    explicit Register(int count)
+    explicit Register(int employees)
     {
-        m_connection.openFile(staffDatabase(count));
+        m_connection.openFile(StaffData::database(employees));
         DM.ADOConnection1 = &m_connection;
         data = std::make_unique<TStaff_DM>(nullptr);
     }
@@ -87,73 +44,45 @@ private:
     TConnection m_connection;
 };
 
-TStatement listOf(const TStatement &condition)
-{
-    return TStatement("select * from staff_VW where ").append(condition);
-}
-
-TStatement letter()
-{
-    return TZelmoSearchManager::ConditionFor({"fullnameTitle", {}, TSearchItem::Text},
-                                             QString::fromUtf8("ب12"));
-}
-
-/// The same work in plain C: the count, the last keys, their rows.
-class Raw {
+/// The list on the screen, on that database.
+class Screen {
 public:
-    Raw(int count, const TStatement &list) : m_db(BenchData::openRaw(staffDatabase(count)))
+    explicit Screen(int employees) : m_desk(StaffData::database(employees))
     {
-        const QString sql = Dialect::toSqlite(list.boundText()).statements.value(0);
-        m_values = list.values();
-        m_count = prepare(QStringLiteral("select count(*) from (%1)").arg(sql));
-        m_page = prepare(
-            QStringLiteral("select * from staff_VW where Code in (select Code from (%1) order by Code "
-                           "desc limit %2)")
-                .arg(sql)
-                .arg(pageRows));
+        Staff_DM = new TStaff_DM(nullptr);
+        list = std::make_unique<TStaffList_FRM>(fmBrowse, QString());
+        list->show();
+        QApplication::processEvents();
     }
-    ~Raw()
+    ~Screen()
     {
-        sqlite3_finalize(m_count);
-        sqlite3_finalize(m_page);
-        sqlite3_close(m_db);
+        list.reset();
+        delete Staff_DM;
+        Staff_DM = nullptr;
     }
-    long read() { return run(m_count) + run(m_page); }
+    static void press(QWidget *widget, Qt::Key key)
+    {
+        QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(widget, &down);
+    }
+    std::unique_ptr<TStaffList_FRM> list;
 
 private:
-    sqlite3_stmt *prepare(const QString &sql)
-    {
-        sqlite3_stmt *statement = nullptr;
-        if (sqlite3_prepare_v2(m_db, sql.toUtf8().constData(), -1, &statement, nullptr) != SQLITE_OK)
-            throw std::runtime_error(sqlite3_errmsg(m_db));
-        for (int i = 0; i < m_values.size(); ++i) {
-            const QByteArray text = m_values[i].toString().toUtf8();
-            if (m_values[i].typeId() == QMetaType::QString)
-                sqlite3_bind_text(statement, i + 1, text.constData(), int(text.size()), SQLITE_TRANSIENT);
-            else
-                sqlite3_bind_int64(statement, i + 1, m_values[i].toLongLong());
-        }
-        return statement;
-    }
-    static long run(sqlite3_stmt *statement)
-    {
-        long bytes = 0;
-        while (sqlite3_step(statement) == SQLITE_ROW) {
-            for (int i = 0; i < sqlite3_column_count(statement); ++i) {
-                if (sqlite3_column_type(statement, i) == SQLITE_BLOB)
-                    continue; // the list does not read its pictures either
-                benchmark::DoNotOptimize(sqlite3_column_text(statement, i));
-                bytes += sqlite3_column_bytes(statement, i);
-            }
-        }
-        sqlite3_reset(statement);
-        return bytes;
-    }
-    sqlite3 *m_db;
-    QVariantList m_values;
-    sqlite3_stmt *m_count = nullptr;
-    sqlite3_stmt *m_page = nullptr;
+    QuietDesk m_desk;
 };
+
+/// What is typed: a letter that most names have, one more, and one that few have left.
+const char *const typed[] = {"ن", "ب1", "ب12", "ب12ژ"};
+
+TSearchItem fullName()
+{
+    return {QStringLiteral("fullnameTitle"), {}, TSearchItem::Text};
+}
+
+TStatement conditionOf(const benchmark::State &state)
+{
+    return TZelmoSearchManager::ConditionFor(fullName(), QString::fromUtf8(typed[state.range(1)]));
+}
 
 void StaffOpenAtLastRow(benchmark::State &state)
 {
@@ -164,11 +93,13 @@ void StaffOpenAtLastRow(benchmark::State &state)
         benchmark::DoNotOptimize(staff.data->List_QUR->value("fullnameTitle"));
         staff.data->List_QUR->close();
     }
+    state.counters["peakKiB"] =
+        double(BenchData::peakOfProcess("staff", StaffData::database(int(state.range(0)))));
 }
 
 void StaffRawReadsAll(benchmark::State &state)
 {
-    sqlite3 *db = BenchData::openRaw(staffDatabase(int(state.range(0))));
+    sqlite3 *db = BenchData::openRaw(StaffData::database(int(state.range(0))));
     sqlite3_stmt *statement = nullptr;
     if (sqlite3_prepare_v2(db, "select * from staff_VW", -1, &statement, nullptr) != SQLITE_OK) {
         state.SkipWithError(sqlite3_errmsg(db));
@@ -189,67 +120,104 @@ void StaffRawReadsAll(benchmark::State &state)
     sqlite3_close(db);
 }
 
-void openList(benchmark::State &state, const TStatement &condition)
+void StaffTableModelToTheEnd(benchmark::State &state)
+{
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("staff"));
+        database.setDatabaseName(StaffData::database(int(state.range(0))));
+        if (!database.open()) {
+            state.SkipWithError("Qt cannot open the file");
+            return;
+        }
+        for (auto _ : state) {
+            QSqlTableModel model(nullptr, database);
+            model.setTable(QStringLiteral("Staff"));
+            model.select();
+            while (model.canFetchMore())
+                model.fetchMore();
+            benchmark::DoNotOptimize(model.index(model.rowCount() - 1, 1).data());
+        }
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("staff"));
+}
+
+void runManager(benchmark::State &state, const TStatement &own, const TStatement &searched)
 {
     Register staff(int(state.range(0)));
     TQuery *list = staff.data->List_QUR;
+    TZelmoSearchManager manager(list, nullptr);
+    manager.SetSQLScript("select * from staff_VW");
+    manager.SetCondition(QStringLiteral("general"), searched);
     for (auto _ : state) {
-        list->close();
-        list->setStatement(listOf(condition));
-        list->open();
-        list->last();
+        manager.ExecuteFilter(own);
         benchmark::DoNotOptimize(list->value("fullnameTitle"));
     }
     state.counters["rows"] = list->recordCount();
 }
 
-void openRawly(benchmark::State &state, const TStatement &condition)
+TStatement seventhGroup()
 {
-    Raw raw(int(state.range(0)), listOf(condition));
-    for (auto _ : state)
-        benchmark::DoNotOptimize(raw.read());
+    return TStatement::format("(StaffGroup = %d)", {7});
 }
 
 void StaffMoveToGroup(benchmark::State &state)
 {
-    openList(state, TStatement::format("(StaffGroup = %d)", {7}));
+    runManager(state, seventhGroup(), {});
 }
 
 void StaffMoveToGroupRaw(benchmark::State &state)
 {
-    openRawly(state, TStatement::format("(StaffGroup = %d)", {7}));
+    StaffData::Raw raw(int(state.range(0)), StaffData::listOf(seventhGroup()));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(raw.read());
 }
 
 void StaffTypedLetter(benchmark::State &state)
 {
-    openList(state, letter());
+    runManager(state, {}, conditionOf(state));
 }
 
 void StaffTypedLetterRaw(benchmark::State &state)
 {
-    openRawly(state, letter());
+    StaffData::Raw raw(int(state.range(0)), StaffData::listOf(conditionOf(state)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(raw.read());
 }
 
+// The engine's own comparison, which finds one form of a letter only.
+void StaffTypedLetterLike(benchmark::State &state)
+{
+    StaffData::Raw raw(int(state.range(0)), QStringLiteral("fullnameTitle like '%") +
+                                                QString::fromUtf8(typed[state.range(1)]) +
+                                                QStringLiteral("%'"));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(raw.read());
+}
+
+// A key held down in the list on the screen, its pictures shown: the slowest step is what a stutter would be.
 void StaffStepWithPictures(benchmark::State &state)
 {
-    Register staff(int(state.range(0)));
-    staff.data->Staff_Get();
-    TQuery *list = staff.data->List_QUR;
-    list->last();
+    Screen screen(int(state.range(0)));
+    screen.list->ShowPicture_BTN->click();
+    double slowest = 0;
     for (auto _ : state) {
-        list->prior();
-        benchmark::DoNotOptimize(list->value("fullnameTitle"));
-        benchmark::DoNotOptimize(list->value("picture"));
-        benchmark::DoNotOptimize(list->value("FingerPrint"));
+        const std::clock_t before =
+            std::clock(); // the processor's time: others may be at work on this machine
+        Screen::press(screen.list->Grid(), Qt::Key_Up);
+        QApplication::processEvents();
+        slowest = std::max(slowest, double(std::clock() - before) * 1e3 / CLOCKS_PER_SEC);
     }
+    state.counters["slowest_ms"] = slowest;
 }
 
 } // namespace
 
-BENCHMARK(StaffOpenAtLastRow)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(StaffOpenAtLastRow)->Arg(1000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(StaffRawReadsAll)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(StaffTableModelToTheEnd)->Arg(1000000)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(StaffMoveToGroup)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(StaffMoveToGroupRaw)->Arg(1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK(StaffTypedLetter)->Arg(1000000)->Unit(benchmark::kMillisecond);
-BENCHMARK(StaffTypedLetterRaw)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(StaffTypedLetter)->ArgsProduct({{1000000}, {0, 1, 2, 3}})->Unit(benchmark::kMillisecond);
+BENCHMARK(StaffTypedLetterRaw)->ArgsProduct({{1000000}, {0, 1, 2, 3}})->Unit(benchmark::kMillisecond);
+BENCHMARK(StaffTypedLetterLike)->ArgsProduct({{1000000}, {0, 1, 2, 3}})->Unit(benchmark::kMillisecond);
 BENCHMARK(StaffStepWithPictures)->Arg(1000000)->Unit(benchmark::kMicrosecond);

@@ -143,9 +143,9 @@ CREATE INDEX IX_Staff_StaffGroup ON Staff (StaffGroup, Code)
 GO
 CREATE INDEX IX_Staff_Group_LeaveDate ON Staff (StaffGroup, LeaveDate, Code)
 GO
-CREATE INDEX IX_Staff_LeaveDate ON Staff (LeaveDate, Code)
+-- The general search looks through the full names of all, or of those employed, in the order of the list.
+CREATE INDEX IX_Staff_LeaveDate ON Staff (LeaveDate, Code, Name, LastName)
 GO
--- The general search looks through all full names in the order of the list.
 CREATE INDEX IX_Staff_Names ON Staff (Code, Name, LastName)
 GO
 CREATE INDEX IX_Staff_LastName ON Staff (LastName, Name)

@@ -196,7 +196,8 @@ void TStaffGet_FRM::ShowRecord()
 
 void TStaffGet_FRM::BeforeClose()
 {
-    Staff_DM->ClearDataTMPFamily(code());
+    // The code in its input, but for one that was typed and not taken: its rows are somebody else's.
+    Staff_DM->ClearDataTMPFamily(Identifier());
 }
 
 void TStaffGet_FRM::codeLeft()

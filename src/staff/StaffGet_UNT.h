@@ -35,7 +35,7 @@ public:
     TSmartComboBox_ZLM *IsMarried_CMB = nullptr;
     TPic_Get *Picture_Get = nullptr;
     TPic_Get *FingerPrint_Get = nullptr;
-    QFileDialog *OpenPictureDialog = nullptr; ///< serves both pictures
+    QFileDialog *OpenPictureDialog = nullptr; ///< serves both pictures; made when it is first needed
 
     // ts2, personnel.
     TSmartDateEdit_ZLM *CoDate_EDT = nullptr;
@@ -96,6 +96,7 @@ private:
     void buildPersonnel();
     void buildSupplementary();
     void buildFamily();
+    QFileDialog *pictureDialog();
 
     void Picture_GetPicInsert_BTNClick();
     void Picture_GetPicDelete_BTNClick();

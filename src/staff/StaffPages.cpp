@@ -86,20 +86,10 @@ void TStaffGet_FRM::buildGeneral()
     connect(Code_EDT, &TSmartEdit_ZLM::exited, this, [this] { Guarded([this] { codeLeft(); }); });
     connect(IsMarried_CMB, &TSmartComboBox_ZLM::changed, this, &TStaffGet_FRM::marriedChanged);
 
-    OpenPictureDialog = new QFileDialog(this, u"انتخاب تصویر"_qs);
-    OpenPictureDialog->setObjectName(QStringLiteral("OpenPictureDialog"));
-    OpenPictureDialog->setOption(QFileDialog::DontUseNativeDialog);
-    OpenPictureDialog->setFileMode(QFileDialog::ExistingFile);
-    OpenPictureDialog->setLabelText(QFileDialog::LookIn, u"پوشه :"_qs);
-    OpenPictureDialog->setLabelText(QFileDialog::FileName, u"نام فایل :"_qs);
-    OpenPictureDialog->setLabelText(QFileDialog::FileType, u"نوع فایل :"_qs);
-    OpenPictureDialog->setLabelText(QFileDialog::Accept, u"انتخاب"_qs);
-    OpenPictureDialog->setLabelText(QFileDialog::Reject, u"انصراف"_qs);
-    OpenPictureDialog->setNameFilter(u"تصویر (*.jpg *.jpeg *.png)"_qs);
     const auto picture = [&](const QString &caption, const char *name) {
         auto *made = new TPic_Get(caption, this);
         made->setObjectName(QString::fromLatin1(name));
-        made->SetDialog(OpenPictureDialog);
+        made->SetDialog([this] { return pictureDialog(); });
         AddTabStop(made);
         connect(made, &TPic_Get::changed, this, [this] { SetIsSaved(false); });
         return made;
@@ -118,6 +108,23 @@ void TStaffGet_FRM::buildGeneral()
             &TStaffGet_FRM::FingerPrint_GetPicInsert_BTNClick);
     connect(FingerPrint_Get->PicDelete_BTN, &QAbstractButton::clicked, this,
             &TStaffGet_FRM::FingerPrint_GetPicDelete_BTNClick);
+}
+
+QFileDialog *TStaffGet_FRM::pictureDialog()
+{
+    if (OpenPictureDialog)
+        return OpenPictureDialog;
+    OpenPictureDialog = new QFileDialog(this, u"انتخاب تصویر"_qs);
+    OpenPictureDialog->setObjectName(QStringLiteral("OpenPictureDialog"));
+    OpenPictureDialog->setOption(QFileDialog::DontUseNativeDialog);
+    OpenPictureDialog->setFileMode(QFileDialog::ExistingFile);
+    OpenPictureDialog->setLabelText(QFileDialog::LookIn, u"پوشه :"_qs);
+    OpenPictureDialog->setLabelText(QFileDialog::FileName, u"نام فایل :"_qs);
+    OpenPictureDialog->setLabelText(QFileDialog::FileType, u"نوع فایل :"_qs);
+    OpenPictureDialog->setLabelText(QFileDialog::Accept, u"انتخاب"_qs);
+    OpenPictureDialog->setLabelText(QFileDialog::Reject, u"انصراف"_qs);
+    OpenPictureDialog->setNameFilter(u"تصویر (*.jpg *.jpeg *.png)"_qs);
+    return OpenPictureDialog;
 }
 
 void TStaffGet_FRM::buildPersonnel()

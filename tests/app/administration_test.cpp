@@ -32,6 +32,7 @@ int column(const QTableWidget *table, const QString &caption)
 
 TEST_F(Screens, AnAdministratorCreatesAUserWhoCanLogIn)
 {
+    user("boss", "secret-0", true);
     TUserGet_FRM editor(0);
     const int result = Keys::runModal([&] { return editor.exec(); },
                                       [&](QWidget *screen) {
@@ -49,6 +50,24 @@ TEST_F(Screens, AnAdministratorCreatesAUserWhoCanLogIn)
     EXPECT_EQ(login.result, TLoginResult::Ok);
     EXPECT_FALSE(login.user.IsAdmin);
     EXPECT_EQ(text("select count(*) from UserEvent"), "1");
+}
+
+TEST_F(Screens, TheFirstUserOfASampleCompanyIsAnActiveAdministrator)
+{
+    // Its administrator has no account; a clerk alone would lock everybody else out.
+    TUserGet_FRM editor(0);
+    Keys::runModal([&] { return editor.exec(); },
+                   [&](QWidget *screen) {
+                       Keys::retype(editor.Name_EDT, "ali");
+                       Keys::retype(editor.Password_EDT, "secret-1");
+                       Keys::retype(editor.Repeat_EDT, "secret-1");
+                       Keys::press(screen, Qt::Key_F3);
+                       EXPECT_NE(told().find("نخستین کاربر"), std::string::npos);
+                       EXPECT_EQ(text("select count(*) from UserAccount"), "0");
+                       editor.IsAdmin_CHK->setChecked(true);
+                       Keys::press(screen, Qt::Key_F3);
+                   });
+    EXPECT_EQ(text("select IsAdmin from UserAccount"), "1");
 }
 
 TEST_F(Screens, AnEditorOfAUserLeavesThePasswordThatIsNotTyped)

@@ -1,6 +1,7 @@
 #include "Screens.h"
 
 #include "app/MainWindow.h"
+#include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Login_unt.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
@@ -14,6 +15,10 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
+
+#include <csignal>
+#include <sqlite3.h>
+#include <sys/resource.h>
 
 namespace {
 
@@ -237,6 +242,105 @@ TEST_F(ScreensOnAFile, ABackupIsMadeAndRestoredFromTheMenu)
     EXPECT_TRUE(loggedOut);
     const QStringList kept = QDir(home.path()).entryList({"suite.db.before-restore-*"});
     EXPECT_EQ(kept.size(), 1) << "what was there is kept beside it";
+}
+
+/// A backup or a restore from the menu, the file named in the dialog.
+void choose(TMain_FRM &window, const char *item, const QString &file)
+{
+    Keys::runModal(
+        [&] {
+            window.findChild<QAction *>(item)->trigger();
+            return 0;
+        },
+        [&](QWidget *screen) { nameFile(screen, file); });
+}
+
+TEST_F(ScreensOnAFile, TwoRestoresInOneMinuteKeepWhatWasThereBeforeEach)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    const QString file = home.filePath("b.db");
+    choose(window, "Backup_ACT", file);
+    for (const char *name : {"first", "second"}) {
+        run(QString("insert into StaffGroup(Code, Name) values(7, '%1')").arg(name));
+        messages.answer({TAnswer::Yes});
+        choose(window, "Restore_ACT", file);
+    }
+    QStringList kept;
+    for (const QString &name : QDir(home.path()).entryList({"suite.db.before-restore-*"})) {
+        TSession other;
+        other.open({home.filePath(name), {}});
+        kept << other.connection().scalar(TStatement("select Name from StaffGroup where Code=7")).toString();
+    }
+    DM.ADOConnection1 = &session.connection();
+    kept.sort();
+    EXPECT_EQ(kept, QStringList({"first", "second"}));
+}
+
+TEST_F(ScreensOnAFile, ABackupOntoAFullDiskIsToldAndLeavesTheOlderOne)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    const QString file = home.filePath("b.db");
+    choose(window, "Backup_ACT", file);
+    const auto content = [&] {
+        QFile backup(file);
+        return backup.open(QIODevice::ReadOnly) ? backup.readAll() : QByteArray();
+    };
+    const QByteArray before = content();
+    ASSERT_GT(before.size(), 0);
+    run("insert into StaffGroup(Code, Name) values(7, 'mine')");
+    told();
+
+    // No file may grow beyond this: as on a disk that fills up.
+    struct rlimit old = {};
+    getrlimit(RLIMIT_FSIZE, &old);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit small = old;
+    small.rlim_cur = 30000;
+    setrlimit(RLIMIT_FSIZE, &small);
+    messages.answer({TAnswer::Yes});
+    choose(window, "Backup_ACT", home.filePath("b")); // the ending comes by itself
+    const std::string backup = told();
+    messages.answer({TAnswer::Yes});
+    choose(window, "Restore_ACT", file);
+    const std::string restore = told();
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, handler);
+
+    for (const std::string &said : {backup, restore})
+        EXPECT_NE(said.find("جا"), std::string::npos) << said;
+    EXPECT_EQ(backup.find("ساخته"), std::string::npos) << backup;
+    EXPECT_TRUE(content() == before);
+    messages.answer({TAnswer::No});
+    choose(window, "Backup_ACT", file);
+    EXPECT_TRUE(content() == before) << "no older one is replaced without a Yes";
+    EXPECT_EQ(text("select Name from StaffGroup where Code=7"), "mine");
+    EXPECT_EQ(QDir(home.path()).entryList({"*.part", "*.restore*", "*before*"}), QStringList());
+}
+
+TEST_F(ScreensOnAFile, ARestoreOfAnotherProgramsDatabaseOrOfHalfABackupIsRefused)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    const QString half = home.filePath("half.db");
+    choose(window, "Backup_ACT", half);
+    ASSERT_TRUE(QFile::resize(half, QFile(half).size() / 2));
+    const QString other = home.filePath("other.db");
+    sqlite3 *songs = nullptr;
+    ASSERT_EQ(sqlite3_open(other.toUtf8(), &songs), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(songs, "create table Song(Title text)", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(songs);
+    run("insert into StaffGroup(Code, Name) values(7, 'mine')");
+    told();
+    for (const QString &file : {half, other}) {
+        messages.answer({TAnswer::Yes});
+        choose(window, "Restore_ACT", file);
+        EXPECT_NE(told(), "") << file.toStdString();
+        EXPECT_EQ(text("select Name from StaffGroup where Code=7"), "mine");
+        EXPECT_EQ(QDir(home.path()).entryList({"*before*"}), QStringList())
+            << "nothing changed, nothing is kept";
+    }
 }
 
 TEST_F(ScreensOnAFile, ARestoreWaitsForOpenEditorsAndRefusesABrokenFile)

@@ -1,7 +1,10 @@
 #include <QDir>
+#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -191,17 +194,62 @@ TEST_F(Program, ThePasswordIsNotInTheProcessListWhileItRuns)
     process.waitForFinished();
 }
 
-TEST_F(Program, TheSampleCompanyGoesIntoANewDatabaseOnly)
+/// The screens of the sources: what is named ..._FRM and is no base of others.
+QStringList screensOfTheSources()
+{
+    QStringList screens;
+    const QRegularExpression screen("class (T\\w+_FRM) : public (\\w+)");
+    QStringList bases;
+    for (const char *folder : {"/src", "/app"}) {
+        QDirIterator files(QStringLiteral(KETEBIONPAP_SOURCE) + folder, {"*.h"}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+            const QString text = QString::fromUtf8(file.readAll());
+            for (auto found = screen.globalMatch(text); found.hasNext();) {
+                const auto match = found.next();
+                screens << match.captured(1);
+                bases << match.captured(2);
+            }
+        }
+    }
+    screens.removeIf([&](const QString &name) { return bases.contains(name); });
+    return screens;
+}
+
+TEST_F(Program, TheTourLeavesAPictureOfEveryScreenOnANewDatabaseOnly)
 {
     const QString file = home.filePath("sample.db");
-    const TRun first = run({"--database", file, "--demo", "--tour", home.filePath("pictures")});
-    EXPECT_EQ(first.exitCode, 0) << first.out << first.err;
-    for (const char *name : {"main-window", "payroll-settings-item", "calculation-methods-search",
-                             "tax-tables-saved", "work-calendar-day", "family-member", "earning", "deduction",
-                             "select-staff-group", "question-before-a-delete", "event-log"})
-        EXPECT_TRUE(QFile::exists(home.filePath(QStringLiteral("pictures/%1.png").arg(name)))) << name;
-    EXPECT_EQ(first.out.find("skipped,"), std::string::npos) << first.out;
-    const TRun second = run({"--database", file, "--demo", "--tour", home.filePath("pictures")});
+    const QStringList arguments = {"--database", file, "--demo", "--tour", home.filePath("pictures")};
+    const TRun tour = run(arguments);
+    EXPECT_EQ(tour.exitCode, 0) << tour.out << tour.err;
+    EXPECT_EQ(tour.err, "");
+    const QStringList screens = screensOfTheSources();
+    EXPECT_GT(screens.size(), 30);
+    const QStringList said = QString::fromStdString(tour.out).split(u'\n');
+    for (const QString &screen : screens)
+        EXPECT_EQ(said.filter(QRegularExpression("\\.png " + screen + "$")).isEmpty(), false)
+            << screen.toStdString();
+    const QStringList pictures = QDir(home.filePath("pictures")).entryList({"*.png"});
+    EXPECT_EQ(said.filter(".png").size(), pictures.size()) << "no picture over another";
+    for (const QString &name : pictures)
+        EXPECT_FALSE(QImage(home.filePath("pictures/" + name)).isNull()) << name.toStdString();
+    EXPECT_EQ(tour.out.find("skipped,"), std::string::npos) << tour.out;
+    EXPECT_FALSE(QDir(home.filePath("config/ketebionpap")).exists())
+        << "the user's own settings are not touched";
+
+    sqlite3 *db = nullptr;
+    ASSERT_EQ(sqlite3_open(file.toUtf8(), &db), SQLITE_OK);
+    char **rows = nullptr;
+    int count = 0;
+    ASSERT_EQ(sqlite3_get_table(db, "select Name from UserAccount", &rows, &count, nullptr, nullptr),
+              SQLITE_OK);
+    EXPECT_EQ(count, 0) << "the next start makes the first administrator";
+    sqlite3_free_table(rows);
+    sqlite3_close(db);
+
+    const TRun second = run(arguments);
     EXPECT_EQ(second.exitCode, 1);
     EXPECT_EQ(second.err, "ketebionpap: the sample company goes into a new database only\n");
 }

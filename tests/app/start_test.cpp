@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QTextStream>
 #include <QTimer>
 
@@ -39,6 +40,31 @@ TEST_F(Screens, TheFirstStartMakesTheAdministratorAndLogsIn)
     EXPECT_TRUE(dialog.User().IsAdmin);
     EXPECT_FALSE(NoUserYet());
     EXPECT_FALSE(text("select PasswordHash from UserAccount").contains("x1y2z3"));
+}
+
+TEST_F(Screens, EachDialogOfTheStartOpensInItsFirstInputAndEnterGoesOnToTheLast)
+{
+    TWorkstation_FRM workstation("here");
+    TFirstUser_FRM first;
+    TLogin_FRM login;
+    TChangePassword_FRM change;
+    for (TStart_FRM *dialog : {static_cast<TStart_FRM *>(&workstation), static_cast<TStart_FRM *>(&first),
+                               static_cast<TStart_FRM *>(&login), static_cast<TStart_FRM *>(&change)}) {
+        dialog->OfferOtherDatabase();
+        Keys::runModal([&] { return dialog->exec(); },
+                       [&](QWidget *screen) {
+                           Keys::waitFor([&] { return screen->isActiveWindow(); });
+                           const auto inputs = screen->findChildren<QLineEdit *>();
+                           for (qsizetype i = 0; i < inputs.size(); ++i) {
+                               EXPECT_EQ(screen->focusWidget(), inputs.at(i))
+                                   << screen->objectName().toStdString();
+                               if (i + 1 < inputs.size())
+                                   Keys::press(screen, Qt::Key_Return);
+                           }
+                           Keys::press(screen, Qt::Key_Tab);
+                           EXPECT_EQ(screen->focusWidget()->objectName(), "Ok_BTN");
+                       });
+    }
 }
 
 TEST_F(Screens, TheFirstStartRefusesAWeakPasswordAndAnUnequalRepetition)
@@ -344,6 +370,109 @@ TEST_F(InProcess, AnotherUserLogsInWithoutANewStart)
         << err.toStdString();
     EXPECT_EQ(users, QStringList({u"کاربر: مدیر شرکت نمونه"_qs, u"کاربر: boss"_qs}))
         << "the sample company has no account, so its first one is made now";
+}
+
+/// Turns to another database by F8 in the dialog `where`, and leaves the dialog that comes up there.
+TEST_F(InProcess, EachDialogOfTheStartLeadsToTheDatabaseSettings)
+{
+    ScriptedMessages messages;
+    const QString other = home.filePath("other.db");
+    for (const char *where : {"TWorkstation_FRM", "TFirstUser_FRM", "TLogin_FRM"}) {
+        const QString first = home.filePath(QLatin1String(where) + ".db");
+        IniOptions.load();
+        ASSERT_TRUE((TDatabaseChoice{first, {}}.store()));
+        QFile::remove(other);
+        QStringList shown;
+        bool turned = false;
+        if (where == QLatin1String("TLogin_FRM")) {
+            TSession session;
+            session.open({first, {}});
+            ASSERT_EQ(CreateFirstAdministrator("boss", "boss", "x1y2z3"), TLoginResult::Ok);
+        }
+        const auto answer = [&](QWidget *screen) {
+            shown << screen->objectName();
+            if (auto *input = screen->findChild<QLineEdit *>("File_EDT")) {
+                Keys::retype(input, other);
+                Keys::press(screen, Qt::Key_F3);
+            } else if (turned) {
+                Keys::press(screen, Qt::Key_Escape);
+            } else if (screen->objectName() == where) {
+                turned = true;
+                Keys::press(screen, Qt::Key_F8);
+            } else {
+                Keys::press(screen, Qt::Key_F3);
+            }
+        };
+        EXPECT_EQ(runWithWindow([&] { return run({}); }, answer, [](QWidget *window) { window->close(); }),
+                  1);
+        EXPECT_EQ(shown.filter("TDatabaseSettings_FRM").size(), 1) << where;
+        EXPECT_TRUE(QFile::exists(other)) << where;
+        EXPECT_EQ(TDatabaseChoice::stored().file, other) << where;
+    }
+}
+
+TEST_F(InProcess, AServerThatAsksForAPasswordIsLeftForAFile)
+{
+    IniOptions.load();
+    ASSERT_TRUE((TDatabaseChoice{{}, "Driver=FreeTDS;Server=db.example;Database=d;UID=u"}.store()));
+    ScriptedMessages messages;
+    QStringList shown;
+    const auto answer = [&](QWidget *screen) {
+        shown << screen->objectName();
+        if (auto *file = screen->findChild<QRadioButton *>("File_RB")) {
+            file->setChecked(true);
+            Keys::press(screen, Qt::Key_F3);
+        } else {
+            Keys::press(screen, screen->objectName() == "TServerPassword_FRM" ? Qt::Key_F8 : Qt::Key_Escape);
+        }
+    };
+    EXPECT_EQ(runWithWindow([&] { return run({}); }, answer, [](QWidget *window) { window->close(); }), 1);
+    EXPECT_EQ(shown, QStringList({"TServerPassword_FRM", "TDatabaseSettings_FRM", "TWorkstation_FRM"}));
+}
+
+TEST_F(InProcess, ADatabaseThatWasNamedIsTheOneToWorkOn)
+{
+    ScriptedMessages messages;
+    const auto answer = [&](QWidget *screen) {
+        EXPECT_EQ(screen->findChild<QWidget *>("Database_BTN"), nullptr)
+            << screen->objectName().toStdString();
+        Keys::press(screen, Qt::Key_Escape);
+    };
+    EXPECT_EQ(runWithWindow(
+                  [&] {
+                      return run({"--database", home.filePath("named.db")});
+                  },
+                  answer, [](QWidget *window) { window->close(); }),
+              1);
+}
+
+TEST_F(InProcess, AShutOutUserAndAUserWithoutRightsGetNoScreen)
+{
+    const QString file = home.filePath("suite.db");
+    {
+        TSession session;
+        session.open({file, {}});
+        for (const bool active : {true, false}) {
+            TUserInfo user{0, active ? "clerk" : "gone", {}, false, active};
+            ASSERT_EQ(SaveUser(user, "secret-1"), TLoginResult::Ok);
+        }
+    }
+    QFile password(home.filePath("password"));
+    ASSERT_TRUE(password.open(QIODevice::WriteOnly));
+    password.write("secret-1\n");
+    password.close();
+    ScriptedMessages messages;
+    const auto call = [&](const char *user, const char *entry) {
+        return run(
+            {"--database", file, "--user", user, "--password-file", password.fileName(), "--call", entry});
+    };
+    EXPECT_EQ(call("gone", "Select_TaxInfo"), 1);
+    EXPECT_EQ(err, "ketebionpap: cannot log in as gone: the user is shut out\n");
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(call("clerk", "Select_TaxInfo"), 0);
+    EXPECT_EQ(out, "0\n") << "as after a cancel";
+    ASSERT_EQ(messages.all().size(), 1);
+    EXPECT_EQ(messages.last().operation, "MsgNoPermission");
 }
 
 TEST_F(InProcess, ADatabaseOfTheSettingsThatCannotBeOpenedIsAskedAbout)

@@ -1,8 +1,8 @@
 #include "interface/Host.h"
 
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
+#include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
-#include <QFile>
 #include <QProcess>
 
 #include <cstring>
@@ -120,6 +120,23 @@ TEST_F(Interface, TwoOpenCallsTheFirstRefusedShareOneDataModule)
     });
     EXPECT_FALSE(left);
     EXPECT_FALSE(dataModule("TCalcMethod_DM"));
+}
+
+TEST_F(Interface, AScreenGoesBeforeItsDataModule)
+{
+    for (const char *name :
+         {"Open_CalculatingMethods", "Open_StaffList", "Select_CalculatingMethods", "Select_Staff"}) {
+        QStringList gone;
+        shown(name, [&](QWidget *screen) {
+            const QString module =
+                QLatin1String(name).contains(QLatin1String("Staff")) ? "TStaff_DM" : "TCalcMethod_DM";
+            ASSERT_TRUE(dataModule(module)) << name;
+            QObject::connect(screen, &QObject::destroyed, [&] { gone << "screen"; });
+            QObject::connect(dataModule(module), &QObject::destroyed, [&] { gone << "data module"; });
+            escape(screen);
+        });
+        EXPECT_EQ(gone, QStringList({"screen", "data module"})) << name;
+    }
 }
 
 TEST_F(Interface, ASelectTakesUpTheDataModuleOfARefusedOpenAndFreesIt)
@@ -252,6 +269,9 @@ TEST_F(Interface, ThePayrollSettingsAskNoRightOfTheirOwnAndKeepTheirDataModule)
     for (int i = 0; i < 2; ++i)
         shown("Open_PayRollInfo", [&](QWidget *screen) {
             EXPECT_EQ(screen->objectName(), "TPayrollInfoGet_FRM");
+            const auto *editor = qobject_cast<TBaseEditor *>(screen);
+            ASSERT_TRUE(editor);
+            EXPECT_EQ(editor->Mode(), fmEdit);
             EXPECT_EQ(dataModule("TPayrollInfo_DM"), kept);
             escape(screen);
         });
@@ -334,62 +354,16 @@ TEST_F(Interface, OnAClosedConnectionEachListOpensEmptyAndTellsWhy)
     EXPECT_EQ(screens(), 0);
 }
 
-/// Keeps nothing, so that what is kept is the entries' own.
-class TForgetfulMessages : public TMessageService {
-public:
-    explicit TForgetfulMessages(TMessageService &before) : m_before(before) { SetMessageService(this); }
-    ~TForgetfulMessages() override { SetMessageService(&m_before); }
-    TAnswer show(const TMessage &message) override { return message.defaultAnswer; }
-
-private:
-    TMessageService &m_before;
-};
-
-long residentKilobytes()
+TEST_F(Interface, TenThousandCallsFromPlainCInAnyOrderLeaveNothingBehind)
 {
-    QFile status("/proc/self/status");
-    EXPECT_TRUE(status.open(QIODevice::ReadOnly));
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).simplified().split(' ').first().toLong();
-    return 0;
-}
-
-TEST_F(Interface, TenThousandCallsInAnyOrderLeaveNothingBehind)
-{
-    QStringList names = entries();
-    names.removeOne("Select_StaffGroup"); // asks no right, so it would be shown
-    const auto round = [&](int calls) {
-        for (int i = 0; i < calls; ++i) {
-            call(names.at(i * 5 % names.size()).toLatin1().constData(), i % 2, i % 6, i % 3 ? u"0" : nullptr);
-        }
-    };
-    holdOnly({});
-    TForgetfulMessages forgetful(messages);
-    round(1000);
-    const qsizetype children = qApp->children().size();
-    const long before = residentKilobytes();
-    round(10000);
-    EXPECT_EQ(qApp->children().size(), children);
-    EXPECT_EQ(screens(), 0);
-    EXPECT_LT(residentKilobytes() - before, 2048);
-}
-
-TEST_F(Interface, ScreensShownManyTimesLeaveNothingBehind)
-{
-    const auto round = [&](int calls) {
-        for (int i = 0; i < calls; ++i) {
-            const TEntry &entry = lists[i % std::size(lists)];
-            shown(entry.name, escape);
-        }
-    };
-    round(2 * int(std::size(lists)));
-    const qsizetype children = qApp->children().size();
-    const long before = residentKilobytes();
-    round(10 * int(std::size(lists)));
-    EXPECT_EQ(qApp->children().size(), children);
-    EXPECT_EQ(screens(), 0);
-    EXPECT_LT(residentKilobytes() - before, 8192);
+    QProcess host;
+    host.start(KETEBIONPAP_BIN "/desk_host", {KETEBIONPAP_BIN "/Ketebionpap_ZLM.so", "10000", "10"});
+    ASSERT_TRUE(host.waitForFinished(300000));
+    EXPECT_EQ(host.exitStatus(), QProcess::NormalExit);
+    const QByteArray said = host.readAllStandardOutput();
+    EXPECT_EQ(host.exitCode(), 0) << said.toStdString() << host.readAllStandardError().toStdString();
+    EXPECT_TRUE(said.startsWith("10000 calls, ")) << said.toStdString();
+    EXPECT_GT(said.split(' ').value(2).toInt(), 500) << said.toStdString();
 }
 
 } // namespace

@@ -26,6 +26,75 @@ protected:
     }
 };
 
+// An employee with everything wrong at once: mending what was told brings the next message.
+TEST_F(StaffChecks, TheFifteenChecksComeInTheirOrder)
+{
+    db.run("insert into StaffGroup(Code,Name) values(-1,N'before')");
+    add(5, "five", "five",
+        "PersonnelCode='55', CardNumber='56', InsuranceNumber='57', NationalID='0084575948'");
+    add(6, "six", "six");
+    db.run("insert into Recruitment(Code,StaffCode,DoDate) values(1,6,'1400/06/01')");
+    const QString leaveNote = u"ShowTooltipMessage(تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد.)"_qs;
+    const QString ordersNote =
+        u"ShowSmartMessage(تاریخ استخدام نمی تواند بعد از تاریخ حکم کارگزینی باشد|کوچکترین تاریخ حکم "
+        "کارگزینی که برای این کارمند ثبت شده است: 1400/06/01)"_qs;
+    const auto opened = editorOf(6);
+    TStaffGet_FRM &editor = *opened;
+    open(editor, [&] {
+        choose(editor, editor.StaffGroup_CMB, 0);
+        for (TSmartEdit_ZLM *name : {editor.Name_EDT, editor.LastName_EDT})
+            type(editor, name, {});
+        type(editor, editor.NationalCode_EDT, "0084575947");
+        type(editor, editor.BirthDate_EDT, "1370/07/31");
+        type(editor, editor.CoDate_EDT, "1404/12/30");
+        tick(editor, editor.LeaveDate_CHK);
+        type(editor, editor.LeaveDate_EDT, "1404/12/29");
+        type(editor, editor.PersonnelCode_EDT, "55");
+        type(editor, editor.CardNumber_EDT, "56");
+        type(editor, editor.InsuranceNumber_EDT, "57");
+        type(editor, editor.PostCode_EDT, "123");
+        type(editor, editor.Email_EDT, "nobody.ir");
+
+        refused(editor, u"NotSaveable(کليه کارمندان|کارمندی)"_qs, 0, editor.StaffGroup_CMB);
+        choose(editor, editor.StaffGroup_CMB, 1); // the group of all, in the second place
+        refused(editor, u"MsgRequiredField(نام)"_qs, 0, editor.Name_EDT);
+        type(editor, editor.Name_EDT, "five");
+        refused(editor, u"MsgRequiredField(نام خانوادگي)"_qs, 0, editor.LastName_EDT);
+        type(editor, editor.LastName_EDT, "five");
+        refused(editor, u"MsgRepeatedField(نام|نام خانوادگي)"_qs, 0, editor.Name_EDT);
+        type(editor, editor.Name_EDT, "six");
+        refused(editor, "ShowSmartMessage:10310()", 0, editor.NationalCode_EDT);
+        type(editor, editor.NationalCode_EDT, "0084575948");
+        refused(editor, leaveNote, 1, editor.LeaveDate_EDT);
+        type(editor, editor.LeaveDate_EDT, "1404/13/01");
+        refused(editor, "ShowSmartMessage:12()", 2, editor.PostCode_EDT);
+        type(editor, editor.PostCode_EDT, "1234567890");
+        refused(editor, "ShowSmartMessage:10()", 1, editor.CoDate_EDT);
+        type(editor, editor.CoDate_EDT, "1403/12/30");
+        refused(editor, "ShowSmartMessage:10()", 1, editor.LeaveDate_EDT);
+        type(editor, editor.LeaveDate_EDT, "1404/12/29");
+        refused(editor, "ShowSmartMessage:10()", 0, editor.BirthDate_EDT);
+        type(editor, editor.BirthDate_EDT, "1370/07/30");
+        refused(editor, u"NotSaveable(کليه کارمندان|کارمندي)"_qs, 0, editor.StaffGroup_CMB);
+        choose(editor, editor.StaffGroup_CMB, 2);
+        refused(editor, u"MsgRepeatedField(کد پرسنلي|کارمندان)"_qs, 1, editor.PersonnelCode_EDT);
+        type(editor, editor.PersonnelCode_EDT, "0");
+        refused(editor, u"MsgRepeatedField(شماره کارت|کارمندان)"_qs, 1, editor.CardNumber_EDT);
+        type(editor, editor.CardNumber_EDT, "6");
+        refused(editor, u"MsgRepeatedField(کد بيمه|کارمندان)"_qs, 1, editor.InsuranceNumber_EDT);
+        type(editor, editor.InsuranceNumber_EDT, "6");
+        refused(editor, u"MsgRepeatedField(کد ملي|کارمندان)"_qs, 0, editor.NationalCode_EDT);
+        type(editor, editor.NationalCode_EDT, {});
+        refused(editor, "ShowSmartMessage:13()", 2, editor.Email_EDT);
+        type(editor, editor.Email_EDT, "some@body.ir");
+        refused(editor, ordersNote, 1, editor.CoDate_EDT);
+        type(editor, editor.CoDate_EDT, "1400/06/01");
+        EXPECT_EQ(db.text("select count(*) from Staff where Name='six' and CoDate is null"), "1");
+        accepted(editor);
+    });
+    EXPECT_EQ(value("CoDate", 6), "1400/06/01");
+}
+
 TEST_F(StaffChecks, TheGroupOfAllIsRefusedFirst)
 {
     with([&](TStaffGet_FRM &editor) {

@@ -4,7 +4,8 @@
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "staff/StaffLists.h"
 
-#include <QFileDialog>
+#include <QApplication>
+#include <QClipboard>
 #include <QLabel>
 
 using enum TAnswer;
@@ -134,7 +135,6 @@ TEST_F(StaffEditor, EveryInputHasItsCaptionAndItsWidth)
         EXPECT_EQ(editor->Staff_PC->widget(page)->objectName(), u"ts%1"_qs.arg(page + 1));
     }
     EXPECT_EQ(editor->LeaveDate_LBL->objectName(), "LeaveDate_LBL");
-    EXPECT_EQ(editor->OpenPictureDialog->objectName(), "OpenPictureDialog");
 }
 
 TEST_F(StaffEditor, TheListsOfChoicesHaveTheirItems)
@@ -309,6 +309,24 @@ TEST_F(StaffEditor, ATypedCodeTakesItsLockAndTheWorkingRowsAlong)
     EXPECT_EQ(locks(), "");
 }
 
+// Esc in the code's input leaves it without the code being taken.
+TEST_F(StaffEditor, ClosingOnACodeThatWasNotTakenLeavesItsRowsToTheirEditor)
+{
+    add(5, "five", "five", "IsMarried=1");
+    db.run("insert into CodeLock_TBL(Code,Status,Com_Index) values('5',806,2)");
+    addMember(1, 5, "typed elsewhere", "tmpStaffFamily");
+    const auto editor = newEditor();
+    messages.answer({No});
+    open(*editor, [&] {
+        addMember(2, 6, "own", "tmpStaffFamily");
+        type(*editor, editor->Code_EDT, "5");
+        press(*editor, Qt::Key_Escape);
+        EXPECT_FALSE(editor->isVisible());
+    });
+    EXPECT_EQ(working(), "1|5|typed elsewhere");
+    EXPECT_EQ(locks(), "5|806|2");
+}
+
 TEST_F(StaffEditor, ATypedCodeLeavesRoomForTheNextOnes)
 {
     const auto editor = newEditor();
@@ -437,6 +455,22 @@ TEST_F(StaffEditor, LongTextsAreCutAtTheInputsWidths)
     });
     EXPECT_EQ(value("Comment", 1), QString(50, u'ش'));
     EXPECT_EQ(value("Job", 1), QString(20, u'ج')); // the column is narrower than the input
+}
+
+TEST_F(StaffEditor, ALongTextIsCutWhenItIsPastedAndTheUserIsTold)
+{
+    const auto editor = newEditor();
+    messages.answer({No});
+    open(*editor, [&] {
+        turnTo(*editor, editor->Comment_EDT);
+        editor->Comment_EDT->setFocus();
+        QApplication::clipboard()->setText(QString(5000, u'ش') + '\n' + QString(5000, u'ر'));
+        press(*editor, Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(editor->Comment_EDT->GetText(), QString(50, u'ش'));
+        EXPECT_TRUE(Keys::waitFor([&] { return messages.last().control == editor->Comment_EDT; }));
+        EXPECT_TRUE(messages.take().value(0).startsWith(u"ShowTooltipMessage(متن از 50 نویسه بلندتر بود"_qs));
+        press(*editor, Qt::Key_Escape);
+    });
 }
 
 TEST_F(StaffEditor, TheRightsAreAskedBeforeItOpens)

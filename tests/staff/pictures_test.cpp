@@ -71,6 +71,7 @@ protected:
             },
             [&](QWidget *dialog) {
                 EXPECT_EQ(dialog, editor.OpenPictureDialog);
+                EXPECT_EQ(dialog->objectName(), "OpenPictureDialog");
                 auto *name = dialog->findChild<QLineEdit *>("fileNameEdit");
                 Keys::retype(name, path);
                 if (QWidget *completions = QApplication::activePopupWidget())
@@ -93,6 +94,8 @@ TEST_F(StaffPictures, PicturesAreChosenStoredAsJpegAndShownAgain)
         insert(*editor, editor->FingerPrint_Get, picture("print.jpg", plain(200, 200, Qt::blue), "jpeg"));
         EXPECT_TRUE(editor->Picture_Get->HasFile());
         EXPECT_FALSE(editor->Picture_Get->IsEmpty());
+        editor->activateWindow();
+        EXPECT_TRUE(Keys::waitFor([&] { return editor->isActiveWindow(); }));
         editor->Picture_Get->setFocus();
         Keys::picture(editor.get(), "staff_pictures");
         press(*editor, Qt::Key_F3);

@@ -49,8 +49,9 @@ TPic_Get::~TPic_Get() = default;
 
 void TPic_Get::PicInsert()
 {
-    if (m_dialog && m_dialog->exec() == QDialog::Accepted && !m_dialog->selectedFiles().isEmpty())
-        TakeFile(m_dialog->selectedFiles().constFirst());
+    QFileDialog *dialog = m_dialog ? m_dialog() : nullptr;
+    if (dialog && dialog->exec() == QDialog::Accepted && !dialog->selectedFiles().isEmpty())
+        TakeFile(dialog->selectedFiles().constFirst());
 }
 
 void TPic_Get::PicDelete()

@@ -5,6 +5,7 @@
 
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 
 class QFileDialog;
@@ -25,8 +26,9 @@ public:
     TSmartButton_ZLM *PicInsert_BTN;
     TSmartButton_ZLM *PicDelete_BTN;
 
-    /// The dialog that PicInsert asks for a file; the form's, it may serve several controls.
-    void SetDialog(QFileDialog *dialog) { m_dialog = dialog; }
+    /// Where PicInsert gets the dialog that asks for a file; the form's, it may serve several controls. It is asked
+    /// for when it is needed: making one takes longer than opening a screen.
+    void SetDialog(std::function<QFileDialog *()> dialog) { m_dialog = std::move(dialog); }
     /// Asks for a file and takes its picture.
     void PicInsert();
     void PicDelete();
@@ -55,7 +57,7 @@ protected:
 private:
     bool take(const QImage &picture, const QString &refusal);
     bool takeMime(const QMimeData *data);
-    QFileDialog *m_dialog = nullptr;
+    std::function<QFileDialog *()> m_dialog;
     std::unique_ptr<QTemporaryFile> m_file;
     QString m_caption;
 };

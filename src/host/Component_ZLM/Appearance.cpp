@@ -87,26 +87,39 @@ public:
         QProxyStyle::drawItemText(painter, rect, plainFlags, palette, enabled, caption.text, role);
         if (caption.letter < 0 || !(flags & Qt::TextShowMnemonic) || caption.text.contains(u'\n'))
             return;
-        QTextLayout layout(caption.text, painter->font());
-        QTextOption option;
-        option.setTextDirection(painter->layoutDirection());
-        option.setWrapMode(QTextOption::NoWrap);
-        option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
-        layout.setTextOption(option);
-        layout.beginLayout();
-        QTextLine line = layout.createLine();
-        line.setLineWidth(0xFFFF);
-        layout.endLayout();
-        const QRect place = itemTextRect(painter->fontMetrics(), rect, plainFlags, enabled, caption.text);
-        const qreal from = line.cursorToX(caption.letter);
-        const qreal to = line.cursorToX(caption.letter + 1);
-        const qreal left = painter->layoutDirection() == Qt::RightToLeft
-                               ? place.right() + 1 - line.naturalTextWidth()
-                               : qreal(place.left());
-        const qreal y =
-            place.top() + painter->fontMetrics().ascent() + painter->fontMetrics().underlinePos() + 2;
-        const QColor color = role == QPalette::NoRole ? painter->pen().color() : palette.color(role);
-        painter->fillRect(QRectF(left + std::min(from, to), y, std::abs(to - from), 1), color);
+        underline(painter, itemTextRect(painter->fontMetrics(), rect, plainFlags, enabled, caption.text),
+                  caption, painter->layoutDirection(),
+                  role == QPalette::NoRole ? painter->pen().color() : palette.color(role));
+    }
+
+    // The same in menus, whose items the style below draws by itself.
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override
+    {
+        const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+        if (element != CE_MenuItem || !item || !item->text.contains(u'&')) {
+            QProxyStyle::drawControl(element, option, painter, widget);
+            return;
+        }
+        const Caption caption(item->text.section(u'\t', 0, 0));
+        QStyleOptionMenuItem plain = *item;
+        plain.text = caption.text + item->text.mid(item->text.section(u'\t', 0, 0).size());
+        QProxyStyle::drawControl(element, &plain, painter, widget);
+        if (caption.letter < 0 || !styleHint(SH_UnderlineShortcut, item, widget))
+            return;
+        // Where Fusion puts a menu item's text: frame, column of check marks, margin.
+        const int before =
+            2 + std::max(int(item->rect.height() * 0.79), std::max(item->maxIconWidth, 21)) + 3;
+        const QFontMetrics metrics(item->font);
+        QRect place(item->rect.left() + before, item->rect.top(), metrics.horizontalAdvance(caption.text),
+                    metrics.height());
+        place.moveTop(item->rect.top() + (item->rect.height() - metrics.height()) / 2);
+        painter->save();
+        painter->setFont(item->font);
+        const bool chosen = item->state.testFlag(State_Selected) && item->state.testFlag(State_Enabled);
+        underline(painter, visualRect(item->direction, item->rect, place), caption, item->direction,
+                  item->palette.color(chosen ? QPalette::HighlightedText : QPalette::Text));
+        painter->restore();
     }
 
     QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
@@ -129,6 +142,29 @@ public:
     }
 
 private:
+    /// The line under a caption's access key, the caption standing in `place`.
+    static void underline(QPainter *painter, const QRect &place, const Caption &caption,
+                          Qt::LayoutDirection direction, const QColor &color)
+    {
+        QTextLayout layout(caption.text, painter->font());
+        QTextOption option;
+        option.setTextDirection(direction);
+        option.setWrapMode(QTextOption::NoWrap);
+        option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
+        layout.setTextOption(option);
+        layout.beginLayout();
+        QTextLine line = layout.createLine();
+        line.setLineWidth(0xFFFF);
+        layout.endLayout();
+        const qreal from = line.cursorToX(caption.letter);
+        const qreal to = line.cursorToX(caption.letter + 1);
+        const qreal left =
+            direction == Qt::RightToLeft ? place.right() + 1 - line.naturalTextWidth() : qreal(place.left());
+        const qreal y =
+            place.top() + painter->fontMetrics().ascent() + painter->fontMetrics().underlinePos() + 2;
+        painter->fillRect(QRectF(left + std::min(from, to), y, std::abs(to - from), 1), color);
+    }
+
     // Around the box and its caption, not through the caption's edge.
     QRect focusRect(const QStyleOption *option, const QWidget *widget) const
     {

@@ -295,13 +295,13 @@ QString LoginText(const TLogin &login)
                              : QString();
     switch (login.result) {
     case TLoginResult::WrongNameOrPassword:
-        return QStringLiteral("نام کاربری یا کلمه عبور درست نیست.") + wait;
+        return QStringLiteral("نام کاربر یا گذرواژه درست نیست.") + wait;
     case TLoginResult::TooEarly:
         return QStringLiteral("به دلیل چند ورود نادرست، ورود موقتا بسته شده است.") + wait;
     case TLoginResult::Inactive:
         return QStringLiteral("این کاربر غیر فعال است. با مدیر سیستم تماس بگیرید.");
     case TLoginResult::WeakPassword:
-        return QStringLiteral("کلمه عبور باید دست کم %1 نویسه باشد.").arg(MinimalPasswordLength);
+        return QStringLiteral("گذرواژه باید دست کم %1 نویسه باشد.").arg(MinimalPasswordLength);
     case TLoginResult::NameTaken:
         return QStringLiteral("کاربر دیگری با این نام ثبت شده است.");
     case TLoginResult::NameEmpty:

@@ -47,7 +47,7 @@ int TBaseEditor::exec()
         leaveRecord();
         return Rejected;
     }
-    SetIsSaved(true);
+    SetIsSaved(!OpensUnsaved());
     for (qsizetype i = 1; i < m_inputs.size(); ++i)
         if (m_inputs.at(i - 1) && m_inputs.at(i))
             setTabOrder(m_inputs.at(i - 1), m_inputs.at(i));

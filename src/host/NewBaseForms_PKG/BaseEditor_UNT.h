@@ -62,6 +62,9 @@ protected:
         return nullptr;
     } ///< gets the focus on opening; null: the first in tab order
 
+    /// Whether the record opens with something that is not stored yet: closing asks then.
+    virtual bool OpensUnsaved() const { return false; }
+
     QVariant Identifier() const { return m_identifier; }
     void SetIdentifier(const QVariant &identifier) { m_identifier = identifier; }
     void SetMode(TFormMode mode) { m_mode = mode; }

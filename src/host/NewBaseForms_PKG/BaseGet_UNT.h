@@ -55,6 +55,7 @@ protected:
     /// The record opened with rows that were left behind: its working rows are there already and must not be
     /// copied in again by LoadRecord.
     bool RecoveryTaken() const { return m_recoveryTaken; }
+    bool OpensUnsaved() const override { return m_recoveryTaken; }
 
     bool Start() override;
     void ReleaseHeld() override { ReleaseCode(); }

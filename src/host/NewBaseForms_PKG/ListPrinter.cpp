@@ -17,6 +17,7 @@ namespace {
 
 constexpr double ScreenDotsPerInch = 96;
 constexpr double SmallestScale = 0.55; // below that a 10 point font cannot be read on paper
+constexpr double SplitScale = 0.75;    // of a list whose columns go on on further pages
 
 // The suite's font in the paper's dots, whatever device it is painted on.
 QFont paperFont(double dotsPerPoint, double scale, bool bold)
@@ -40,6 +41,8 @@ struct TListPrinter::TMeasures {
     double padding = 0;
     double scale = 1; ///< from the columns' widths on the screen to the paper's dots
     int rows = 1;     ///< rows of a page
+    /// The columns that stand side by side; those of a wide list take several pages, each beginning with the first one.
+    QList<QList<TColumn>> parts;
 };
 
 TListPrinter::TListPrinter(const TSmartGrid_ZLM *grid, const QString &title)
@@ -78,9 +81,10 @@ TListPrinter::TMeasures TListPrinter::measure(QPrinter &printer) const
     sizes.page = QRectF(QPointF(0, 0), printer.pageRect(QPrinter::DevicePixel).size());
     const double dots = printer.resolution() / ScreenDotsPerInch;
     const double fitting = m_width > 0 ? sizes.page.width() / (m_width * dots) : 1;
-    const double fontScale = std::clamp(fitting, SmallestScale, 1.0);
+    const double fontScale = fitting < SmallestScale ? SplitScale : std::min(fitting, 1.0);
     const double dotsPerPoint = printer.resolution() / 72.0;
-    sizes.scale = dots * std::min(fitting, 1.0);
+    sizes.scale = dots * fontScale;
+    sizes.parts = partsOf(sizes.page.width() / sizes.scale);
     sizes.font = paperFont(dotsPerPoint, fontScale, false);
     sizes.headFont = paperFont(dotsPerPoint, fontScale, true);
     sizes.titleFont = paperFont(dotsPerPoint, 1, true);
@@ -91,16 +95,39 @@ TListPrinter::TMeasures TListPrinter::measure(QPrinter &printer) const
     return sizes;
 }
 
+QList<QList<TListPrinter::TColumn>> TListPrinter::partsOf(double width) const
+{
+    QList<QList<TColumn>> parts(1);
+    double used = 0;
+    for (TColumn column : m_columns) {
+        // Rounding must not move the last column of a list that just fits.
+        if (used + column.width > width * 1.001 && parts.last().size() > (parts.size() > 1 ? 1 : 0)) {
+            TColumn first = m_columns.first();
+            first.width = std::min(first.width, width / 2);
+            parts.append({first});
+            used = first.width;
+        }
+        column.width = std::min(column.width, std::max(width - used, width / 4));
+        parts.last().append(column);
+        used += column.width;
+    }
+    return parts;
+}
+
 int TListPrinter::PageCount(QPrinter &printer) const
 {
-    const int rows = measure(printer).rows;
-    return std::max(1, (m_model->rowCount() + rows - 1) / rows);
+    return pageCount(measure(printer));
+}
+
+int TListPrinter::pageCount(const TMeasures &sizes) const
+{
+    return std::max(1, (m_model->rowCount() + sizes.rows - 1) / sizes.rows) * int(sizes.parts.size());
 }
 
 bool TListPrinter::Print(QPrinter &printer, int first, int last, const TProgress &progress) const
 {
     const TMeasures sizes = measure(printer);
-    const int pages = PageCount(printer);
+    const int pages = pageCount(sizes);
     if (last <= 0 || last > pages)
         last = pages;
     QPainter painter;
@@ -122,7 +149,8 @@ void TListPrinter::PaintPage(QPainter &painter, QPrinter &printer, int page) con
 {
     painter.save();
     painter.translate(printer.pageRect(QPrinter::DevicePixel).topLeft());
-    paintPage(painter, measure(printer), page, PageCount(printer));
+    const TMeasures sizes = measure(printer);
+    paintPage(painter, sizes, page, pageCount(sizes));
     painter.restore();
 }
 
@@ -145,13 +173,14 @@ void TListPrinter::paintPage(QPainter &painter, const TMeasures &sizes, int page
     paintCell(painter, head, Qt::AlignRight, u"تاریخ : %1"_qs.arg(NowDate()), 0);
     paintCell(painter, head, Qt::AlignLeft, u"صفحه %1 از %2"_qs.arg(page).arg(pages), 0);
 
-    const int firstRow = (page - 1) * sizes.rows;
+    const QList<TColumn> &columns = sizes.parts.at((page - 1) % sizes.parts.size());
+    const int firstRow = (page - 1) / int(sizes.parts.size()) * sizes.rows;
     const int rows = std::min(sizes.rows, m_model->rowCount() - firstRow);
     for (int line = -1; line < rows; ++line) { // -1: the header row
         const double top = sizes.titleHeight + (line + 1) * sizes.rowHeight;
         painter.setFont(line < 0 ? sizes.headFont : sizes.font);
         double right = sizes.page.width();
-        for (const TColumn &column : m_columns) {
+        for (const TColumn &column : columns) {
             const double width = column.width * sizes.scale;
             const QRectF cell(right - width, top, width, sizes.rowHeight);
             right -= width;

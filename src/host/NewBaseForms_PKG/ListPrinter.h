@@ -15,7 +15,8 @@ class QScrollArea;
 class TSmartGrid_ZLM;
 
 /// Prints the rows of a list page by page: title, date, page numbers, the grid's visible columns in the order on the
-/// screen under a header row on every page. Rows are read as their page is printed; none is kept.
+/// screen under a header row on every page. Columns that cannot be read when they share a page go on on the next ones,
+/// beside their first column again. Rows are read as their page is printed; none is kept.
 class TListPrinter {
 public:
     TListPrinter(const TSmartGrid_ZLM *grid, const QString &title);
@@ -33,17 +34,21 @@ public:
     bool ExportPdf(const QString &fileName, const QPrinter &like, const TProgress &progress = {}) const;
 
 private:
-    struct TMeasures;
-    TMeasures measure(QPrinter &printer) const;
-    void paintPage(QPainter &painter, const TMeasures &sizes, int page, int pages) const;
-    void paintCell(QPainter &painter, const QRectF &cell, Qt::Alignment alignment, const QString &text,
-                   double padding) const;
-
     struct TColumn {
         int section;
         QString caption;
         double width;
     };
+    struct TMeasures;
+    TMeasures measure(QPrinter &printer) const;
+    int pageCount(const TMeasures &sizes) const;
+    void paintPage(QPainter &painter, const TMeasures &sizes, int page, int pages) const;
+    void paintCell(QPainter &painter, const QRectF &cell, Qt::Alignment alignment, const QString &text,
+                   double padding) const;
+
+    /// What stands side by side on paper of this width, in the columns' measure.
+    QList<QList<TColumn>> partsOf(double width) const;
+
     const QAbstractItemModel *m_model;
     QString m_title;
     QList<TColumn> m_columns;

@@ -12,7 +12,9 @@ QString letter(int code)
     return QStringLiteral("nchar(%1)").arg(code);
 }
 
-QString serverExpression(const QString &field)
+} // namespace
+
+QString FoldExpression(const QString &field)
 {
     // By code points: a linguistic collation ignores the half-space and the diacritics that are to go.
     QString text = QStringLiteral("lower(cast(") + field +
@@ -33,11 +35,4 @@ QString serverExpression(const QString &field)
     for (int round = 0; round < 3; ++round)
         text = QStringLiteral("replace(") + text + QStringLiteral(", '  ', ' ')");
     return text;
-}
-
-} // namespace
-
-QString FoldExpression(const QString &field, bool onServer)
-{
-    return onServer ? serverExpression(field) : QStringLiteral("zelmo_fold(") + field + u')';
 }

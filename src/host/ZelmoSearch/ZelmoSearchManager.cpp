@@ -20,9 +20,13 @@ bool onServer()
 // Found by position, not by LIKE: no character of the text means more than itself.
 TStatement contains(const QString &field, const QString &folded)
 {
+    if (!onServer())
+        return TStatement(QStringLiteral("(zelmo_finds("))
+            .text(folded)
+            .sql(QStringLiteral(", ") + field + QStringLiteral(") = 1)"));
     return TStatement(QStringLiteral("(charindex("))
         .text(folded)
-        .sql(QStringLiteral(", ") + FoldExpression(field, onServer()) + QStringLiteral(") > 0)"));
+        .sql(QStringLiteral(", ") + FoldExpression(field) + QStringLiteral(") > 0)"));
 }
 
 TStatement beginsWith(const QString &expression, const QString &text)

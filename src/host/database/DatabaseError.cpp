@@ -20,7 +20,7 @@ const TFaultText faultTexts[] = {
     {TFault::NoAnswer, "no answer in time",
      "سرور به موقع پاسخ نداد و این عملیات کنار گذاشته شد. اطلاعات وارد شده باقی است؛ چند لحظه بعد دوباره تلاش کنید."},
     {TFault::LoginRefused, "login refused",
-     "سرور نام کاربری یا کلمه عبور را نپذیرفت. تنظیمات ارتباط را بررسی کنید."},
+     "سرور نام کاربر یا گذرواژه را نپذیرفت. تنظیمات ارتباط را بررسی کنید."},
     {TFault::NoRight, "no right on the server",
      "کاربر پایگاه داده اجازه این کار را روی سرور ندارد. از مدیر سرور بخواهید دسترسی لازم را بدهد."},
     {TFault::NoSuchDatabase, "no such database",

@@ -28,7 +28,7 @@ bool isTextType(const TToken &type)
 bool isTextFunction(const TToken &name)
 {
     return isOneOf(name, {"zelmo_left", "zelmo_right", "substring", "replace", "ltrim", "rtrim", "lower",
-                          "upper", "char", "zelmo_fold"});
+                          "upper", "char"});
 }
 
 // Words that cannot end an operand: a plus after one of them is a sign.

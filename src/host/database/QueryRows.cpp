@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -10,7 +11,14 @@ namespace {
 const int embeddedPageRows = 32;
 const int serverPageRows = 128;
 const int keptRows = 8192;
-const int tailPages = 4;
+const int tailRows = 2048; // the keys of shorter lists are read at once
+const int nextRows = 8192; // keys that are read when the user goes up beyond the known ones
+
+// The functions that the search finds texts by.
+bool isSearched(const QString &statement)
+{
+    return statement.contains(u"zelmo_finds(") || statement.contains(u"charindex(");
+}
 
 QVariantList readRow(TCursor &cursor, qsizetype columns)
 {
@@ -32,7 +40,7 @@ TQueryRows::TQueryRows(const TSource &source)
     if (!windowed()) {
         readAll();
     } else if (m_source.orderField.isEmpty()) {
-        readTail();
+        readFromEnd();
     } else {
         readKeys();
         m_count = int(m_keys.size());
@@ -93,29 +101,44 @@ void TQueryRows::readKeys()
         m_keys.append(cursor->value(0).toLongLong());
 }
 
-// The last keys: all there are, or else with the number of rows.
-void TQueryRows::readTail()
+// The last keys, and the number of rows. A list that is searched is walked over once: what a search costs is its
+// condition, which is asked for each row. Other lists are counted from their indexes.
+void TQueryRows::readFromEnd()
 {
-    const int tailRows = tailPages * m_pageRows;
+    TEngine &engine = m_source.connection->engine();
+    QList<qlonglong> last;
     {
-        const TStatement statement =
-            wrapped(QStringLiteral("select top %1 [%2]").arg(tailRows).arg(m_source.keyField),
-                    orderClause() + QStringLiteral(" desc"));
-        const auto cursor = m_source.connection->engine().select(bound(statement));
+        const auto cursor = engine.select(
+            bound(wrapped(QStringLiteral("select top %1 [%2]").arg(tailRows).arg(m_source.keyField),
+                          orderClause() + QStringLiteral(" desc"))));
         while (cursor->next())
-            m_tail.append(cursor->value(0).toLongLong());
+            last.append(cursor->value(0).toLongLong());
     }
-    std::reverse(m_tail.begin(), m_tail.end());
-    m_count = int(m_tail.size());
-    if (m_count < tailRows) {
-        m_keys.swap(m_tail);
+    std::reverse(last.begin(), last.end());
+    if (last.size() < tailRows) {
+        m_keys = last;
+        m_count = int(last.size());
         return;
     }
-    const auto cursor =
-        m_source.connection->engine().select(bound(wrapped(QStringLiteral("select count(*)"), {})));
-    // Rows may have come or gone between the two.
-    m_count = std::max(m_count, cursor->next() ? cursor->value(0).toInt() : 0);
+    const bool walked = isSearched(m_source.statement.boundText());
+    TStatement count = wrapped(QStringLiteral("select count(*)"), {});
+    if (walked)
+        count.sql(QStringLiteral("where [%1] < ").arg(m_source.keyField)).value(last.first());
+    const auto cursor = engine.select(bound(count));
+    const int counted = cursor->next() ? cursor->value(0).toInt() : 0;
+    m_tail = last;
+    m_count = std::max(counted + (walked ? int(last.size()) : 0), int(last.size()));
     m_tailFrom = m_count - int(m_tail.size());
+}
+
+// Whether a row of this key is in the list; asked before all keys are read for one that is not.
+bool TQueryRows::hasKey(qlonglong key)
+{
+    TStatement statement = wrapped(QStringLiteral("select [%1]").arg(m_source.keyField),
+                                   QStringLiteral("where [%1] = ").arg(m_source.keyField))
+                               .value(key);
+    m_source.connection->beforeStatement(statement);
+    return m_source.connection->engine().select(bound(statement))->next();
 }
 
 void TQueryRows::needKeys()
@@ -132,6 +155,31 @@ void TQueryRows::needKeys()
         m_keys.insert(0, m_tailFrom - m_keys.size(), std::numeric_limits<qlonglong>::min());
     m_keys += m_tail;
     m_tail.clear();
+}
+
+// The keys before the known ones, for a user who goes up row by row: all of a million would make a step stutter.
+void TQueryRows::readOn(int row)
+{
+    if (m_tailFrom - row > nextRows)
+        return needKeys();
+    m_source.connection->beforeStatement(m_source.statement);
+    const TStatement statement =
+        wrapped(QStringLiteral("select top %1 [%2]").arg(nextRows).arg(m_source.keyField),
+                QStringLiteral("where [%1] < ").arg(m_source.keyField))
+            .value(m_tail.first())
+            .sql(u' ' + orderClause() + QStringLiteral(" desc"));
+    QList<qlonglong> keys;
+    const auto cursor = m_source.connection->engine().select(bound(statement));
+    while (keys.size() < m_tailFrom && cursor->next())
+        keys.append(cursor->value(0).toLongLong());
+    std::reverse(keys.begin(), keys.end());
+    if (keys.size() <
+        std::min(nextRows, m_tailFrom)) // others have deleted rows: places at the far end are empty
+        keys.insert(0, m_tailFrom - keys.size(), std::numeric_limits<qlonglong>::min());
+    m_tailFrom -= int(keys.size());
+    m_tail = keys + m_tail;
+    if (m_tailFrom == 0)
+        m_keys = std::exchange(m_tail, {});
 }
 
 QString TQueryRows::pageColumns()
@@ -252,7 +300,10 @@ qlonglong TQueryRows::keyAt(int row)
         return 0;
     if (!m_tail.isEmpty() && row >= m_tailFrom)
         return m_tail[row - m_tailFrom];
-    needKeys();
+    if (!m_tail.isEmpty()) {
+        readOn(row);
+        return keyAt(row);
+    }
     return m_keys[row];
 }
 
@@ -262,6 +313,8 @@ int TQueryRows::rowOfKey(qlonglong key)
         const auto found = std::lower_bound(m_tail.begin(), m_tail.end(), key);
         return found != m_tail.end() && *found == key ? m_tailFrom + int(found - m_tail.begin()) : -1;
     }
+    if (!m_tail.isEmpty() && !hasKey(key))
+        return -1;
     needKeys();
     if (m_source.orderField.isEmpty()) {
         const auto found = std::lower_bound(m_keys.begin(), m_keys.end(), key);

@@ -7,7 +7,7 @@
 /// The rows behind an open query: all of them, or (with a key field) their keys and the pages that were asked for.
 ///
 /// A long list in key order opens with its number of rows and the keys of its last pages only, so that opening costs the
-/// same for any length; the other keys are read when a row before those is asked for. Rows that were seen keep their
+/// same for any length; the keys before those are read when a row of them is asked for. Rows that were seen keep their
 /// places then, whatever other users have added or deleted meanwhile.
 class TQueryRows {
 public:
@@ -53,8 +53,10 @@ private:
     QString orderClause() const;
     void readAll();
     void readKeys();
-    void readTail();
+    void readFromEnd();
+    bool hasKey(qlonglong key);
     void needKeys();
+    void readOn(int row);
     TPage *page(int number);
     int firstOf(int page) const;
     QVariantList &held(int row);

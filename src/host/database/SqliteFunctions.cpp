@@ -179,13 +179,18 @@ class TFoldTable {
 public:
     TFoldTable()
     {
-        for (int i = 0; i < int(m_arabic.size()); ++i)
-            m_arabic[size_t(i)] = PersianText::fold(QString(QChar(first + i))).toUtf8();
+        for (int i = 0; i < int(m_arabic.size()); ++i) {
+            const QByteArray folded = PersianText::fold(QString(QChar(first + i))).toUtf8();
+            Q_ASSERT(folded.size() <= 2);
+            m_arabic[size_t(i)].size = quint8(folded.size());
+            memcpy(m_arabic[size_t(i)].bytes, folded.constData(), size_t(folded.size()));
+        }
     }
-    /// The folded text; false when a letter is not of those.
+    /// The folded text, which is never longer than the text; false when a letter is not of those.
     bool fold(TBytes text, std::string &folded) const
     {
-        folded.clear();
+        folded.resize(size_t(text.size));
+        char *to = folded.data();
         bool blank = false; // runs of blanks are one
         for (int i = 0; i < text.size; ++i) {
             const auto lead = static_cast<unsigned char>(text.text[i]);
@@ -193,34 +198,43 @@ public:
                 if (lead == ' ' && blank)
                     continue;
                 blank = lead == ' ';
-                folded += char(lead >= 'A' && lead <= 'Z' ? lead + 32 : lead);
+                *to++ = char(lead >= 'A' && lead <= 'Z' ? lead + 32 : lead);
             } else if (lead >= 0xD8 && lead <= 0xDB && i + 1 < text.size) {
                 const int letter = ((lead & 0x1F) << 6) | (text.text[++i] & 0x3F);
-                const QByteArray &bytes = m_arabic[size_t(letter - first)];
-                folded.append(bytes.constData(), size_t(bytes.size()));
-                blank = blank && bytes.isEmpty();
+                const TLetter &made = m_arabic[size_t(letter - first)];
+                for (int byte = 0; byte < made.size; ++byte)
+                    *to++ = made.bytes[byte];
+                blank = blank && made.size == 0;
             } else {
                 return false;
             }
         }
+        folded.resize(size_t(to - folded.data()));
         return true;
     }
 
 private:
+    struct TLetter {
+        char bytes[2];
+        quint8 size;
+    };
     static constexpr int first = 0x0600;
-    std::array<QByteArray, 0x100> m_arabic;
+    std::array<TLetter, 0x100> m_arabic = {};
 };
 
-void fold(sqlite3_context *context, int count, sqlite3_value **values)
+// zelmo_finds(what, text): 1 when the folded text contains what, which is folded already. One call for folding and
+// finding: a search asks for every row of the list with every letter that is typed.
+void finds(sqlite3_context *context, int count, sqlite3_value **values)
 {
     if (anyNull(count, values))
         return sqlite3_result_null(context);
     static const TFoldTable table;
     static thread_local std::string folded;
-    if (table.fold(bytes(values[0]), folded))
-        sqlite3_result_text(context, folded.data(), int(folded.size()), SQLITE_TRANSIENT);
-    else
-        answer(context, PersianText::fold(string(values[0])));
+    if (!table.fold(bytes(values[1]), folded))
+        folded = PersianText::fold(string(values[1])).toStdString();
+    const TBytes what = bytes(values[0]);
+    sqlite3_result_int(context, what.size > 0 && memmem(folded.data(), folded.size(), what.text,
+                                                        size_t(what.size)) != nullptr);
 }
 
 // The next unique code of a detail, whatever its kind (the server has it as a function in the schema).
@@ -255,7 +269,7 @@ void registerSqliteFunctions(sqlite3 *db)
                                    {"substring", 3, pure, substring},
                                    {"zelmo_left", 2, pure, left},
                                    {"zelmo_right", 2, pure, right},
-                                   {"zelmo_fold", 1, pure, fold},
+                                   {"zelmo_finds", 2, pure, finds},
                                    {"getdate", 0, SQLITE_UTF8, getdate},
                                    {"GetUinqueCode_FNC", 1, SQLITE_UTF8, uniqueCode}};
     for (const TFunction &function : functions)

@@ -303,6 +303,57 @@ TEST_F(ListTest, ALongListReadsItsLastKeysOnlyUntilTheUserGoesUp)
     EXPECT_EQ(query.rowOfKey(2), 0);
 }
 
+// A search walks over its rows once: its last keys and the number before them.
+TEST_F(ListTest, ASearchedListOfAnyLengthKnowsItsRows)
+{
+    fill(5000); // titles 1 to 5000
+    for (const int rows : {0, 1, 2047, 2048, 2049, 5000}) {
+        query.setStatement(TStatement("select * from (select * from Thing) as S where (charindex(")
+                               .text("")
+                               .sql(", Title) = 0) and (Code > ")
+                               .integer(10000 - 2 * rows)
+                               .sql(")"));
+        query.open();
+        ASSERT_EQ(query.recordCount(), rows);
+        for (int row = rows - 1; row >= 0; row -= 97)
+            ASSERT_EQ(query.keyAt(row), 10000 - 2 * (rows - 1 - row)) << rows;
+        EXPECT_EQ(query.rowOfKey(10000), rows - 1);
+        EXPECT_EQ(query.rowOfKey(10000 - 2 * rows), -1);
+    }
+}
+
+TEST_F(ListTest, AKeyThatIsNotInTheListIsNotLookedForInAllKeys)
+{
+    fill(5000);
+    query.setStatement("select * from Thing");
+    query.open();
+    db.clearTrace();
+    EXPECT_EQ(query.rowOfKey(101), -1);
+    EXPECT_EQ(db.trace().size(), 1);
+    EXPECT_EQ(query.rowOfKey(102), 50);
+    EXPECT_EQ(db.trace().size(), 3) << "asked for, and then all keys read";
+    EXPECT_EQ(query.rowOfKey(101), -1);
+    EXPECT_EQ(db.trace().size(), 3);
+}
+
+TEST_F(ListTest, GoingUpRowByRowReadsSomeMoreKeysAndNotAll)
+{
+    fill(12000);
+    for (const int deleted : {0, 7}) {
+        query.setStatement("select * from Thing");
+        query.open();
+        db.run(QString("delete from Thing where Code<=%1").arg(2 * deleted));
+        db.clearTrace();
+        for (int row = 11999; row >= deleted; --row)
+            ASSERT_EQ(query.keyAt(row), 2 * (row + 1));
+        EXPECT_EQ(db.trace().size(), 2);
+        for (int row = deleted - 1; row >= 0; --row)
+            ASSERT_EQ(query.keyAt(row), std::numeric_limits<qlonglong>::min());
+        EXPECT_EQ(query.rowOfKey(24000), 11999);
+        EXPECT_EQ(query.rowOfKey(20), 9);
+    }
+}
+
 TEST_F(ListTest, RowsThatWereSeenKeepTheirPlacesWhenOthersAddAndDelete)
 {
     fill(5000);

@@ -110,26 +110,32 @@ TEST_F(SqliteFunctions, GetdateTellsTheTimeOfNow)
     EXPECT_LT(qAbs(time.secsTo(QDateTime::currentDateTime())), 10);
 }
 
-TEST_F(SqliteFunctions, FoldMakesOneLetterOfItsForms)
+TEST_F(SqliteFunctions, FindsTakesALettersFormsAsOne)
 {
-    EXPECT_EQ(value("zelmo_fold('علي ك')"), value("zelmo_fold('علی ک')"));
-    EXPECT_EQ(value("zelmo_fold('۱۲٣ABC')"), "123abc");
-    EXPECT_EQ(value("zelmo_fold(null)"), "null");
+    EXPECT_EQ(value("zelmo_finds('علی ک', 'x علي كبير')"), "1");
+    EXPECT_EQ(value("zelmo_finds('123abc', '۱۲٣ABC')"), "1");
+    EXPECT_EQ(value("zelmo_finds('é b', 'ÉÉ  B')"), "1");
+    EXPECT_EQ(value("zelmo_finds('علیک', 'علي ك')"), "0");
+    EXPECT_EQ(value("zelmo_finds('', 'a')"), "0");
+    EXPECT_EQ(value("zelmo_finds('a', '')"), "0");
+    EXPECT_EQ(value("zelmo_finds('5', 152)"), "1");
+    EXPECT_EQ(value("zelmo_finds('a', null)"), "null");
 }
 
 // The search folds what was typed with PersianText, and the columns with this function.
-TEST_F(SqliteFunctions, FoldIsPersianTextsFoldOfEveryText)
+TEST_F(SqliteFunctions, FindsFoldsEveryTextAsPersianTextDoes)
 {
-    sqlite3_stmt *statement = db.prepare("select zelmo_fold(?)");
+    sqlite3_stmt *statement = db.prepare("select zelmo_finds(?, ?)");
     ASSERT_TRUE(statement);
     const auto same = [&](const QString &text) {
-        const QByteArray utf8 = text.toUtf8();
-        sqlite3_bind_text(statement, 1, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
-        sqlite3_step(statement);
-        const QString folded =
-            QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, 0)));
+        // Between two marks nothing but the whole folded text is found.
+        const QByteArray whole = "<" + text.toUtf8() + ">";
+        const QByteArray folded = PersianText::fold(QString::fromUtf8(whole)).toUtf8();
+        sqlite3_bind_text(statement, 1, folded.constData(), int(folded.size()), SQLITE_TRANSIENT);
+        sqlite3_bind_text(statement, 2, whole.constData(), int(whole.size()), SQLITE_TRANSIENT);
+        const bool found = sqlite3_step(statement) == SQLITE_ROW && sqlite3_column_int(statement, 0) == 1;
         sqlite3_reset(statement);
-        return folded == PersianText::fold(QString::fromUtf8(utf8));
+        return found;
     };
     for (char16_t letter = 1; letter < 0xD800; ++letter)
         ASSERT_TRUE(same(QString(QChar(letter)) + u'a')) << int(letter);

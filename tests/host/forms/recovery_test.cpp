@@ -49,10 +49,12 @@ TEST_F(Recovery, ANewRecordTakesTheRowsUpUnderItsCodeBeforeItIsCleared)
     leave(12, 2);
     script.answers = {{TRecoveryChoice::TakeUp, {"12"}}};
     TThingGet_FRM editor;
+    messages.answer({TAnswer::No});
     open(editor, [&] {
         EXPECT_EQ(working(), "1|2");
         EXPECT_EQ(locks(), "1|1"); // the old code's lock went with its rows
         EXPECT_TRUE(editor.RecoveryTaken());
+        EXPECT_FALSE(editor.IsSaved()) << "closing asks before the rows are cleared";
     });
     ASSERT_EQ(script.asked.size(), 1);
     EXPECT_TRUE(script.asked[0].newRecord);
@@ -83,6 +85,7 @@ TEST_F(Recovery, AfterTakingSomeRowsUpAllIsNotOffered)
     leave(15, 1);
     script.answers = {{TRecoveryChoice::TakeUp, {"12"}}, {TRecoveryChoice::Later, {}}};
     TThingGet_FRM editor;
+    messages.answer({TAnswer::No});
     open(editor, [&] { EXPECT_EQ(working(), "1|2\n15|1"); });
     ASSERT_EQ(script.asked.size(), 2);
     EXPECT_FALSE(script.asked[1].allOffered);
@@ -166,8 +169,10 @@ TEST_F(Recovery, AnExistingRecordTakesItsRowsUp)
     leave(7, 2);
     script.answers = {{TRecoveryChoice::TakeUp, {"7"}}};
     TThingGet_FRM editor(7);
+    messages.answer({TAnswer::No});
     open(editor, [&] {
         EXPECT_TRUE(editor.RecoveryTaken());
+        EXPECT_FALSE(editor.IsSaved());
         EXPECT_EQ(working(), "7|2");
         EXPECT_EQ(locks(), "7|1");
     });

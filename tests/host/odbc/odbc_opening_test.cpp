@@ -130,7 +130,7 @@ TEST_F(OdbcOpeningOnAServer, AWrongPasswordAndAWrongUserAreRefusedByTheServer)
     const QString good = database.connectionString();
     const TRefusal password = open(TestServer::with(good, "PWD", secret));
     EXPECT_EQ(password.fault, TFault::LoginRefused) << qPrintable(password.detail);
-    EXPECT_TRUE(password.userText.contains(QString::fromUtf8("نام کاربری یا کلمه عبور")));
+    EXPECT_TRUE(password.userText.contains(QString::fromUtf8("نام کاربر یا گذرواژه")));
     EXPECT_EQ(open(TestServer::with(good, "UID", "no_such_user")).fault, TFault::LoginRefused);
 }
 
