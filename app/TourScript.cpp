@@ -156,7 +156,7 @@ QList<S> staff()
             press("Ctrl+4"),
             click("NewRow_BTN"),
             await("TStaffFamily_GetDetil_FRM"),
-            type("Name_EDT", u"نیلوفر کریمی"_qs),
+            type("Name_EDT", u"نیما محمدی"_qs),
             type("BirthDate_EDT", u"14020510"_qs),
             type("InsuranceNumber_EDT", u"0062718290"_qs),
             picture("family-member"),

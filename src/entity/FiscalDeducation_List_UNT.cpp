@@ -293,7 +293,7 @@ void TFiscalDeducation_List_FRM::tellTicks()
         m_ticks->setVisible(listed + unlisted > 0);
         if (listed + unlisted == 0)
             return;
-        QString text = u"%1 سطر علامت خورده است"_qs.arg(listed + unlisted);
+        QString text = u"%1 سطر تیک خورده است"_qs.arg(listed + unlisted);
         if (unlisted > 0)
             text += u" ، %1 سطر از آنها در این لیست دیده نمی شود"_qs.arg(unlisted);
         m_ticks->setText(text);

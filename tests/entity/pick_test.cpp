@@ -333,13 +333,13 @@ TEST_F(ItemPick, ItemsStayTickedWhileAnotherGroupIsShownAndALineTellsHowMany)
                        auto *ticks = Keys::find<QLabel>(&screen, "Ticks_LBL");
                        EXPECT_FALSE(ticks->isVisible());
                        tick(screen, {2});
-                       EXPECT_EQ(ticks->text(), u"1 سطر علامت خورده است"_qs);
+                       EXPECT_EQ(ticks->text(), u"1 سطر تیک خورده است"_qs);
                        EXPECT_TRUE(ticks->isVisible());
                        screen.Groups->Grid->setFocus();
                        Keys::press(&screen, Qt::Key_End); // the group of 3, 4 and 5
-                       EXPECT_TRUE(ticks->text().startsWith(u"1 سطر علامت خورده است ،"_qs));
+                       EXPECT_TRUE(ticks->text().startsWith(u"1 سطر تیک خورده است ،"_qs));
                        tick(screen, {3});
-                       EXPECT_TRUE(ticks->text().startsWith(u"2 سطر علامت خورده است ،"_qs));
+                       EXPECT_TRUE(ticks->text().startsWith(u"2 سطر تیک خورده است ،"_qs));
                        Keys::picture(&screen, "earnings_pick_two_groups");
                        enter(screen);
                    }),
