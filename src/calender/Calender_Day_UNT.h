@@ -30,6 +30,7 @@ protected:
     bool SaveRecord() override;
     void NewCode() override {}
     bool RecordExists() override;
+    QString EventText() const override { return m_day._Date; }
     QWidget *FirstInput() override { return Title_EDT; }
 
 private:

@@ -132,6 +132,11 @@ void TCalender_Set_FRM::showGenerating(bool on)
         Cancel_BTN->setFocus();
 }
 
+QString TCalender_Set_FRM::EventText() const
+{
+    return u"%1 ... %2"_qs.arg(Date1_EDT->GetText(), Date2_EDT->GetText());
+}
+
 bool TCalender_Set_FRM::SaveRecord()
 {
     const auto from = TPersianDate::parse(Date1_EDT->GetText());

@@ -33,6 +33,7 @@ protected:
     void NewCode() override {}
     bool RecordExists() override { return true; }
     QWidget *FirstInput() override { return Title_EDT; }
+    QString EventText() const override; ///< the dates from and to
     void reject() override;
 
 private:

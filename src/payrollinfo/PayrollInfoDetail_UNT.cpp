@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "payrollinfo/PayrollInfo_DM_UNT.h"
 
@@ -105,6 +106,12 @@ bool TPayrollInfoDetail_FRM::Validate()
     MsgRequiredField(QStringLiteral("کد"), FiscalDeducationCode_EDT, this);
     FocusInput(FiscalDeducationCode_EDT);
     return false;
+}
+
+void TPayrollInfoDetail_FRM::RecordSaved(bool)
+{
+    SetUserEvent(Part(), cpEdit, u"%1: %2"_qs.arg(Title1_LBL->text(), FiscalDeducationCode_EDT->GetText()),
+                 false, true);
 }
 
 bool TPayrollInfoDetail_FRM::SaveRecord()

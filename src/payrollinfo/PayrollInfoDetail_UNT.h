@@ -21,6 +21,7 @@ protected:
     bool SaveRecord() override;
     void NewCode() override {}
     bool RecordExists() override;
+    void RecordSaved(bool wasNew) override; ///< the link is stored at once, so it has its line in the event log
 
 private:
     bool isDeduction() const { return Master().toInt() == 1; }

@@ -48,6 +48,7 @@ protected:
     bool SaveRecord() override;
     void NewCode() override {}
     bool RecordExists() override { return true; }
+    QString EventText() const override { return windowTitle(); }
     bool MayStartNew() override { return false; } ///< one record only: "save and new" saves and closes
     QWidget *FirstInput() override { return CaseNo_EDT; }
 

@@ -116,6 +116,7 @@ bool TBaseEditor::Save(TSaveMode way)
         rollBackLeftOpen();
         if (!sound || !saved)
             return false;
+        RecordSaved(m_mode == fmNew);
         m_savedOnce = true;
         m_savedIdentifier = Identifier();
         SetIsSaved(true);

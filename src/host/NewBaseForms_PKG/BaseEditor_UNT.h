@@ -51,6 +51,8 @@ protected:
     /// Insert or update, then the success or failure message. A screen whose code can be typed makes the saved
     /// code its identifier.
     virtual bool SaveRecord() = 0;
+    /// Runs after every successful save, before the screen goes on.
+    virtual void RecordSaved(bool /*wasNew*/) {}
     /// Whether the base tells the user that SaveRecord answered false, because the screen leaves it to it.
     virtual bool BaseTellsFailure() const { return false; }
     virtual void NewCode() = 0;      ///< computes and locks a new code, SetIdentifier

@@ -193,6 +193,12 @@ bool TBaseGet_FRM::Start()
     return true;
 }
 
+void TBaseGet_FRM::RecordSaved(bool wasNew)
+{
+    // The record is stored: an event that cannot be written is told, and takes nothing back.
+    SetUserEvent(m_part, wasNew ? cpNew : cpEdit, EventText(), false, true);
+}
+
 void TBaseGet_FRM::recoverIntoNew()
 {
     bool taken = false;

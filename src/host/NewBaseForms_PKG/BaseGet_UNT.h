@@ -57,7 +57,11 @@ protected:
     bool RecoveryTaken() const { return m_recoveryTaken; }
     bool OpensUnsaved() const override { return m_recoveryTaken; }
 
+    /// What the event log calls a saved record; default: its code.
+    virtual QString EventText() const { return Identifier().toString(); }
+
     bool Start() override;
+    void RecordSaved(bool wasNew) override; ///< writes the line of the event log
     void ReleaseHeld() override { ReleaseCode(); }
     bool MayStartNew() override;
 

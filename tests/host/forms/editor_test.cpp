@@ -208,6 +208,49 @@ TEST_F(BaseEditor, ShiftF3SavesAndStaysOnTheRecordInMode3)
     EXPECT_EQ(messages.unansweredQuestions(), 0);
 }
 
+TEST_F(BaseEditor, EverySaveHasItsLineInTheEventLogNewOnesAndChanges)
+{
+    TThingGet_FRM editor;
+    open(editor, [&] {
+        editor.Title_EDT->SetText("one");
+        Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_EQ(db.rows("select SoftwarePart, Permission, EventText from UserEvent"), "813|1|1");
+        editor.Title_EDT->SetText("uno");
+        Keys::press(&editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(db.rows("select SoftwarePart, Permission, EventText from UserEvent order by ID"),
+              "813|1|1\n813|2|1");
+}
+
+TEST_F(BaseEditor, ARefusedSaveHasNoLineInTheEventLog)
+{
+    TThingGet_FRM editor;
+    open(editor, [&] {
+        Keys::press(&editor, Qt::Key_F3); // the title is empty
+        editor.Title_EDT->SetText("one");
+        editor.refuseSave = true;
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(db.text("select count(*) from UserEvent"), "0");
+        editor.SetIsSaved(true);
+        Keys::press(&editor, Qt::Key_Escape);
+    });
+}
+
+TEST_F(BaseEditor, ASavedRecordStaysSavedWhenItsEventCannotBeWritten)
+{
+    db.run("drop table UserEvent");
+    TThingGet_FRM editor;
+    EXPECT_EQ(open(editor,
+                   [&] {
+                       editor.Title_EDT->SetText("one");
+                       messages.take();
+                       Keys::press(&editor, Qt::Key_F3);
+                   }),
+              QDialog::Accepted);
+    EXPECT_EQ(titles(), "1|one");
+    EXPECT_EQ(messages.take().last(), "MsgDatabaseError()");
+}
+
 TEST_F(BaseEditor, AfterASaveThatStaysTheRecordIsReadBackAndItsWorkingRowsWithIt)
 {
     TThingGet_FRM editor;
