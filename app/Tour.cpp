@@ -27,8 +27,8 @@
 namespace {
 
 const int stepMilliseconds = 15;
-const int pictureMilliseconds = 100;
-const int typedMilliseconds = 300; // searches that run while typing are over by then
+const int pictureMilliseconds = 50;
+const int typedMilliseconds = 200; // searches that run while typing are over by then
 const int patienceMilliseconds = 10000;
 
 void pass(int milliseconds)
@@ -239,7 +239,7 @@ void TTour::picture(QWidget *window, const QString &name)
 void TTour::save(const QPixmap &picture, const QString &name, const QString &screen)
 {
     const QString file = m_folder.filePath(name + QStringLiteral(".png"));
-    if (picture.save(file)) {
+    if (picture.save(file, "PNG", 0)) { // the smallest file
         say(QStringLiteral("  %1 %2").arg(file, screen).trimmed().prepend(QStringLiteral("  ")));
     } else {
         m_sound = false;

@@ -14,6 +14,7 @@ class StaffSave : public StaffScreens {
 protected:
     void reset()
     {
+        db.connection().BeginTrans(); // one writing to the disk, not ten
         for (const char *table : {"tmpStaffFamily", "StaffFamily", "Staff", "CodeLock_TBL"})
             db.run(u"delete from %1"_qs.arg(QLatin1String(table)));
         add(5, "before", "five",
@@ -25,6 +26,7 @@ protected:
         add(6, "other", "six");
         setPicture(6, QByteArray("\x02"));
         addMember(3, 6, "c");
+        db.connection().CommitTrans();
     }
     struct TTables {
         QString staff;

@@ -142,6 +142,7 @@ bool TBaseEditor::Save(TSaveMode way)
             return false;
         m_unsure = {};
         m_savedOnce = true;
+        m_savedIdentifier = Identifier();
         SetIsSaved(true);
     }
     if (way == svSaveClose)
