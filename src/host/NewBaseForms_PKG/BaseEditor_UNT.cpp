@@ -114,6 +114,7 @@ void TBaseEditor::settleLostSave()
         return;
     SetMode(fmEdit);
     m_savedOnce = true;
+    m_savedIdentifier = Identifier();
     LoadRecord();
 }
 
