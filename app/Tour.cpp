@@ -239,7 +239,7 @@ void TTour::picture(QWidget *window, const QString &name)
 void TTour::save(const QPixmap &picture, const QString &name, const QString &screen)
 {
     const QString file = m_folder.filePath(name + QStringLiteral(".png"));
-    if (picture.save(file)) {
+    if (picture.save(file, "PNG", 0)) { // the smallest file
         say(QStringLiteral("  %1 %2").arg(file, screen).trimmed().prepend(QStringLiteral("  ")));
     } else {
         m_sound = false;

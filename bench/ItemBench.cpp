@@ -18,7 +18,7 @@
 
 namespace {
 
-const int pageRows = 20;
+const int pageRows = 32; // what the list reads at once
 
 /// The list of earnings on such a database, shown.
 class Items {

@@ -112,7 +112,7 @@ void TFiscalDeducation_Get_FRM::build()
     for (const QPoint &place : std::as_const(lastOfLine))
         if (QLayoutItem *cell = grid->itemAtPosition(place.y(), place.x())) {
             grid->removeItem(cell);
-            grid->addItem(cell, place.y(), place.x(), 1, -1);
+            grid->addLayout(cell->layout(), place.y(), place.x(), 1, -1);
         }
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs, svSaveClose);
     resize(820, sizeHint().height());
@@ -247,10 +247,8 @@ bool TFiscalDeducation_Get_FRM::Validate()
         NotSaveable(u"کليه گروه ها"_qs, u"رکوردي"_qs, Group_CMB);
         return refuseAt(Group_CMB);
     }
-    if (Title_EDT->IsEmpty()) {
-        MsgRequiredField(u"عنوان"_qs, Title_EDT, this);
-        return refuseAt(Title_EDT);
-    }
+    if (!RequireInput(Title_EDT, u"عنوان"_qs))
+        return false;
     if (isEarning())
         Entity_DM->FiscalGet_ByTitle(Title_EDT->GetText());
     else

@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QLabel>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -93,6 +94,13 @@ TFiscalDeducation_List_FRM::TFiscalDeducation_List_FRM(TFormMode mode, const QVa
     Grid()->SetMultiSelect(true);
     Grid()->SetRowChecks(true);
     BuildUsualLayout({});
+    m_ticks = new QLabel(this);
+    m_ticks->setObjectName(u"Ticks_LBL"_qs);
+    m_ticks->hide();
+    BelowGrid()->addWidget(m_ticks);
+    connect(Grid()->Model(), &TQueryModel::checksChanged, this, &TFiscalDeducation_List_FRM::tellTicks);
+    connect(ZelmoSearchManager1, &TZelmoSearchManager::executed, this,
+            &TFiscalDeducation_List_FRM::tellTicks);
     BelowGrid()->addWidget(new TDetailStrip_ZLM(this, u"FiscalDeducation_View"_qs, u"سطر جاری"_qs,
                                                 Entity_DM->List_QUR, detailFields(), 2));
     BuildGroups(Entity_DM->GroupList_QUR, u"GroupListDBList_GRD"_qs, u"نام گردوه"_qs, u"گروه F11"_qs);
@@ -258,12 +266,38 @@ void TFiscalDeducation_List_FRM::takeCurrent()
 }
 
 /// The rows that are to be added together: ticked ones, else several that are highlighted; none for the current one.
-QList<int> TFiscalDeducation_List_FRM::chosenRows() const
+QList<TFiscalDeducation_List_FRM::TRow> TFiscalDeducation_List_FRM::chosenRows() const
 {
-    QList<int> rows;
+    QList<TRow> rows;
     for (const qlonglong key : Grid()->Model()->checkedKeys())
-        rows << ListQuery()->rowOfKey(key);
-    return rows.isEmpty() ? Grid()->SelectedRows() : rows;
+        rows << row(ListQuery()->rowOfKey(key));
+    for (const qlonglong code : Grid()->Model()->unlistedChecks()) {
+        TFiscalDeducation_Mapper item;
+        Entity_DM->FiscalDeducation_GetByID(code, itemPart(), item);
+        const TQuery *found = Entity_DM->Get_QUR;
+        if (!found->isEmpty()) // else deleted meanwhile
+            rows << TRow{item._code, found->asInteger(u"PayrollCode"_qs), item._CalcType,
+                         found->value(u"Cost"_qs)};
+    }
+    if (rows.isEmpty())
+        for (const int position : Grid()->SelectedRows())
+            rows << row(position);
+    return rows;
+}
+
+void TFiscalDeducation_List_FRM::tellTicks()
+{
+    Guarded([this] {
+        const qsizetype listed = Grid()->Model()->checkedKeys().size();
+        const qsizetype unlisted = Grid()->Model()->unlistedChecks().size();
+        m_ticks->setVisible(listed + unlisted > 0);
+        if (listed + unlisted == 0)
+            return;
+        QString text = u"%1 سطر تیک خورده است"_qs.arg(listed + unlisted);
+        if (unlisted > 0)
+            text += u" ، %1 سطر از آنها در این لیست دیده نمی شود"_qs.arg(unlisted);
+        m_ticks->setText(text);
+    });
 }
 
 TFiscalDeducation_List_FRM::TRow TFiscalDeducation_List_FRM::row(int position) const
@@ -288,18 +322,17 @@ bool TFiscalDeducation_List_FRM::addChosen()
     bool taken = false;
     // Rows that were added before an error stay added, and so the screen closes with OK.
     Guarded([&] {
-        const auto add = [&](int position, bool oneOfMany) {
-            const TRow item = row(position);
+        const auto add = [&](const TRow &item, bool oneOfMany) {
             const TOutcome outcome =
                 m_callType == ctOrder ? addToOrder(item, oneOfMany) : addToOutput(item, oneOfMany);
             taken = taken || outcome == TOutcome::Taken;
             return outcome;
         };
-        const QList<int> rows = chosenRows();
-        for (const int position : rows)
-            if (add(position, true) == TOutcome::Stop)
+        const QList<TRow> rows = chosenRows();
+        for (const TRow &item : rows)
+            if (add(item, true) == TOutcome::Stop)
                 return;
-        if (rows.isEmpty() && add(ListQuery()->position(), false) == TOutcome::Refused)
+        if (rows.isEmpty() && add(row(ListQuery()->position()), false) == TOutcome::Refused)
             Grid()->setFocus(Qt::OtherFocusReason);
     });
     return taken;

@@ -6,7 +6,8 @@
 /// The value: the kind (0 earnings, 1 deductions) in mode 1; "kind;call type;target code" in mode 5.
 ///
 /// Call types: 1, 4 and 5 pick the current item; 2 adds the ticked items, or the current one, to the personnel order
-/// of the target code; 3 to the staff output of the target code. Others do nothing.
+/// of the target code; 3 to the staff output of the target code. Others do nothing. Items stay ticked while a search or
+/// another group leaves them out of the list, and a line below the list tells how many there are.
 /// Makes Entity_DM when it is absent and frees it with the last list.
 class TFiscalDeducation_List_FRM : public TBaseDock_FRM {
     Q_OBJECT
@@ -45,13 +46,15 @@ private:
     void connectGroups();
     void takeCurrent();
     bool addChosen();
-    QList<int> chosenRows() const;
+    QList<TRow> chosenRows() const;
     TRow row(int position) const;
+    void tellTicks();
     TOutcome addToOrder(const TRow &row, bool oneOfMany);
     TOutcome addToOutput(const TRow &row, bool oneOfMany);
     TOutcome refuse(const TRow &row, bool oneOfMany, int noteOfMany, int noteOfOne);
     TOutcome refuseRepeated(const TRow &row, bool oneOfMany);
 
+    QLabel *m_ticks = nullptr;
     const int m_kind;
     int m_callType = 0;
     QString m_target;

@@ -39,6 +39,7 @@ TPayrollInfoDetail_FRM::TPayrollInfoDetail_FRM(const QVariant &part, const QVari
     Code_LBL = new QLabel(this);
     Code_LBL->setObjectName(QStringLiteral("Code_LBL"));
     Code_LBL->setMinimumWidth(220);
+    Code_LBL->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     AddBeside(FiscalDeducationCode_EDT, Code_LBL);
     connect(FiscalDeducationCode_EDT, &TSmartEdit_ZLM::exited, this, [this] { codeExit(); });
     connect(FiscalDeducationCode_EDT, &TSmartPickEdit_ZLM::pick, this, [this] { pickCode(); });

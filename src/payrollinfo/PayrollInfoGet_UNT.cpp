@@ -246,7 +246,7 @@ void TPayrollInfoGet_FRM::applyEmployerTitle()
 bool TPayrollInfoGet_FRM::require(const QList<TRequired> &inputs)
 {
     for (const TRequired &required : inputs) {
-        if (!(required.tested ? required.tested : required.input)->IsEmpty())
+        if (!(required.tested ? required.tested : required.input)->GetText().trimmed().isEmpty())
             continue;
         FocusInput(required.input);
         MsgRequiredField(required.caption, required.input, this);
@@ -263,10 +263,8 @@ bool TPayrollInfoGet_FRM::Validate()
         ShowTooltipMessage(QStringLiteral("شماره پرونده نمي تواند کوچکتر از 12 رقم باشد"), CaseNo_EDT, 3000);
         return false;
     }
-    if (!NationalNo_EDT->IsValid()) {
-        FocusInput(NationalNo_EDT);
+    if (!CheckInput(NationalNo_EDT))
         return false;
-    }
     if (!require({
             {LeisureIns_EDT, QStringLiteral("حق بيمه بيکاري")},
             {BranchCode_EDT, QStringLiteral("کد شعبه")},

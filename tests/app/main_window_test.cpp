@@ -2,6 +2,7 @@
 
 #include "app/MainWindow.h"
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Login_unt.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
@@ -45,6 +46,22 @@ void showActive(TMain_FRM &window)
     window.show();
     window.activateWindow();
     ASSERT_TRUE(Keys::waitFor([&] { return window.isActiveWindow(); }));
+}
+
+TEST_F(Screens, ATaxTableIsPickedFromTheModulesOwnList)
+{
+    run("insert into TaxMain(Code, Title, Comment) values(7, 'seven', '')");
+    run("insert into TaxMain(Code, Title, Comment) values(9, 'nine', '')");
+    EXPECT_EQ(Keys::runModal([] { return Select_Entity(cspTax, {}, false); },
+                             [](QWidget *screen) {
+                                 EXPECT_EQ(screen->objectName(), "TTaxList_FRM");
+                                 Keys::press(screen, Qt::Key_Up);
+                                 Keys::press(screen, Qt::Key_Return);
+                             }),
+              7);
+    EXPECT_EQ(Keys::runModal([] { return Select_Entity(cspTax, {}, false); },
+                             [](QWidget *screen) { Keys::press(screen, Qt::Key_Escape); }),
+              0);
 }
 
 TEST_F(Screens, AnAdministratorSeesEveryEntryAndTheAdministration)

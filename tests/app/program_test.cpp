@@ -218,6 +218,22 @@ QStringList screensOfTheSources()
     return screens;
 }
 
+QStringList picturesOfTheDocuments()
+{
+    QStringList names;
+    const QRegularExpression link("pictures/([\\w-]+\\.png)\\)");
+    for (const char *document : {"/README.md", "/docs/user-guide.md", "/docs/administrator.md"}) {
+        QFile file(QStringLiteral(KETEBIONPAP_SOURCE) + document);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << document;
+        const QString text = QString::fromUtf8(file.readAll());
+        for (auto found = link.globalMatch(text); found.hasNext();)
+            names << found.next().captured(1);
+    }
+    names.removeDuplicates();
+    names.sort();
+    return names;
+}
+
 TEST_F(Program, TheTourLeavesAPictureOfEveryScreenOnANewDatabaseOnly)
 {
     const QString file = home.filePath("sample.db");
@@ -233,6 +249,11 @@ TEST_F(Program, TheTourLeavesAPictureOfEveryScreenOnANewDatabaseOnly)
             << screen.toStdString();
     const QStringList pictures = QDir(home.filePath("pictures")).entryList({"*.png"});
     EXPECT_EQ(said.filter(".png").size(), pictures.size()) << "no picture over another";
+    EXPECT_EQ(picturesOfTheDocuments(),
+              QDir(QStringLiteral(KETEBIONPAP_SOURCE "/docs/pictures")).entryList(QDir::Files))
+        << "the documents' pictures are linked, and what is linked is there";
+    for (const QString &name : picturesOfTheDocuments())
+        EXPECT_TRUE(pictures.contains(name)) << name.toStdString() << " can be made again";
     for (const QString &name : pictures)
         EXPECT_FALSE(QImage(home.filePath("pictures/" + name)).isNull()) << name.toStdString();
     EXPECT_EQ(tour.out.find("skipped,"), std::string::npos) << tour.out;

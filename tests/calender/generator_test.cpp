@@ -8,7 +8,10 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
+
+#include <thread>
 
 using enum TAnswer;
 
@@ -350,6 +353,26 @@ TEST_F(CalenderGenerator, ADatabaseHeldByAnotherProcessIsToldAfterTheWait)
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_FALSE(screen.isVisible());
     });
+    EXPECT_EQ(count(), 31);
+}
+
+TEST_F(CalenderGenerator, ADatabaseHeldForAWhileIsWaitedFor)
+{
+    TConnection other;
+    TestDatabase::open(other, db.path());
+    generate([&](TCalender_Set_FRM &screen) {
+        fill(screen, "1402/05/01", "1402/05/31");
+        other.BeginTrans();
+        other.execute(TStatement("delete from Calender"));
+        std::thread later([&] {
+            QThread::msleep(700);
+            other.RollbackTrans(); // this thread's alone by now: the screen waits
+        });
+        Keys::press(&screen, Qt::Key_F3);
+        later.join();
+        EXPECT_FALSE(screen.isVisible());
+    });
+    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي |31 روز)"_qs));
     EXPECT_EQ(count(), 31);
 }
 

@@ -1,5 +1,6 @@
 #include "entity/EntityScreens.h"
 
+#include <QCoreApplication>
 #include <QLabel>
 
 using enum TAnswer;
@@ -54,6 +55,100 @@ TEST_F(ItemEditor, ANewDeductionOffersAmountPercentAndFixed)
         EXPECT_TRUE(editor.InstallmentWarning_LBL->isVisible());
         EXPECT_EQ(editor.InstallmentWarning_LBL->palette().color(QPalette::WindowText), QColor(0x80, 0, 0));
         Keys::picture(&editor, "deduction_new");
+    });
+}
+
+TEST_F(ItemEditor, EachInputHasItsCaptionAndItsLimits)
+{
+    const std::pair<const char *, QString> captions[] = {
+        {"Code_EDT", u"  کد :"_qs},
+        {"Group_CMB", u"  کد &گروه :"_qs},
+        {"Title_EDT", u"  &عنوان :"_qs},
+        {"TSelect_AccountCode1", u"  &حساب :"_qs},
+        {"CalcType_CMB", u"  &مبنای محاسباتی :"_qs},
+        {"Comment_EDT", u"  &شرح :"_qs},
+        {"Insurance_CHK", u"بیم&ه"_qs},
+        {"Tax_CHK", u"مالیا&ت"_qs},
+    };
+    editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
+        for (const auto &[name, caption] : captions) {
+            QWidget *input = Keys::child(&editor, name);
+            const auto labels = editor.findChildren<QLabel *>();
+            const auto label = std::find_if(labels.begin(), labels.end(),
+                                            [input](const QLabel *each) { return each->buddy() == input; });
+            ASSERT_TRUE(label != labels.end()) << name;
+            EXPECT_EQ((*label)->text(), caption) << name;
+        }
+        EXPECT_EQ(editor.Save_BTN->text(), u"ذخيره F3"_qs);
+        EXPECT_EQ(editor.Save_BTN->SaveMode(), svSaveClose);
+        EXPECT_EQ(editor.EXit_BTN->text(), u"خروج Esc"_qs);
+        EXPECT_EQ(editor.Code_EDT->MaxLength(), 15);
+        EXPECT_EQ(editor.Title_EDT->MaxLength(), 50);
+        EXPECT_EQ(editor.Cost_EDT->MaxLength(), 15);
+        EXPECT_EQ(editor.CostPercent_EDT->MaxLength(), 15);
+        EXPECT_EQ(editor.Comment_EDT->MaxLength(), 50);
+        EXPECT_EQ(editor.Cost_EDT->kind(), TSmartEdit_ZLM::Money);
+        EXPECT_EQ(editor.CostPercent_EDT->kind(), TSmartEdit_ZLM::Number);
+    });
+}
+
+TEST_F(ItemEditor, EnterGoesThroughTheInputsInTheirOrder)
+{
+    editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
+        TSelect_AccountCode *account = editor.TSelect_AccountCode1;
+        const QList<QWidget *> order = {editor.Insurance_CHK,    editor.Tax_CHK,
+                                        editor.Group_CMB,        editor.Title_EDT,
+                                        account->TotalCode_EDT,  account->AssistantCode_EDT,
+                                        account->DetailCode_EDT, editor.CalcType_CMB,
+                                        editor.Cost_EDT,         editor.Comment_EDT};
+        editor.Insurance_CHK->setFocus();
+        for (QWidget *input : order) {
+            EXPECT_TRUE(input->hasFocus()) << input->objectName().toStdString();
+            Keys::press(&editor, Qt::Key_Return);
+        }
+    });
+    editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
+        chooseBasis(editor, u"درصد"_qs);
+        for (QWidget *input :
+             {static_cast<QWidget *>(editor.CalcType_CMB), static_cast<QWidget *>(editor.CostPercent_EDT),
+              static_cast<QWidget *>(editor.Comment_EDT)}) {
+            EXPECT_TRUE(input->hasFocus()) << input->objectName().toStdString();
+            Keys::press(&editor, Qt::Key_Return);
+        }
+        leave(editor);
+    });
+}
+
+TEST_F(ItemEditor, TheHintOfTheBasisTellsWhatItMeansForTheKind)
+{
+    const QString amount = u"با توجه به مقدار کارکرد کارمند محاسبه ميشود"_qs;
+    const QString percent = u"با توجه به درصدي از دستمزد کارمند محاسبه ميشود"_qs;
+    const QString byDays = u"با توجه به تعداد روزهاي کارکرد کارمند در ماه محاسبه ميشود"_qs;
+    const QString fixed = u"به صورت ثابت در هر فيش حقوقي اضافه ميشود"_qs;
+    const auto hints = [&](TSoftwarePart part) {
+        QStringList shown;
+        editNew(part, "-1", [&](TFiscalDeducation_Get_FRM &editor) {
+            for (int i = 0; i < editor.CalcType_CMB->count(); ++i) {
+                editor.CalcType_CMB->setCurrentIndex(i);
+                shown << editor.CalcType_CMB->toolTip();
+            }
+            leave(editor);
+        });
+        return shown;
+    };
+    EXPECT_EQ(hints(cspFiscal), (QStringList{amount, percent, byDays, fixed}));
+    EXPECT_EQ(hints(cspDeduction), (QStringList{amount, percent, fixed}));
+}
+
+TEST_F(ItemEditor, ThePercentSignStandsBehindItsNumber)
+{
+    editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
+        chooseBasis(editor, u"درصد"_qs);
+        QCoreApplication::processEvents();
+        const QRect number = editor.CostPercent_EDT->geometry();
+        EXPECT_LT(editor.Percent_LBL->geometry().right(), number.left());
+        EXPECT_LT(number.right(), editor.Cost_LBL->geometry().left());
+        leave(editor);
     });
 }
 

@@ -1,12 +1,17 @@
 #include "entity/EntityScreens.h"
 
 #include "host/Component_ZLM/DetailStrip_ZLM.h"
+#include "host/Component_ZLM/LayoutStore.h"
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 
 #include <QAction>
+#include <QHeaderView>
+#include <QLabel>
 #include <QMenu>
+#include <QScopeGuard>
 #include <QTest>
+#include <QToolButton>
 
 using enum TAnswer;
 
@@ -109,6 +114,144 @@ TEST_F(ItemList, ShowsAmountsAsMoneyAndTheStripShowsTheCurrentItem)
         EXPECT_EQ(strip->ShownText("Title"), u"حقوق"_qs);
         EXPECT_EQ(strip->ShownText("CalcTitle"), u"ماهيانه"_qs);
         EXPECT_EQ(strip->ShownText("Cost"), "103,909,680.5");
+    });
+}
+
+TEST_F(ItemList, ShowsItsColumnsSearchItemsFieldsAndButtonsInTheirOrder)
+{
+    const QList<std::pair<QString, QString>> columns = {
+        {"code", u"کد"_qs},         {"title", u"عنوان"_qs},         {"CalcTitle", u"مبنای محاسباتی"_qs},
+        {"Cost", u"مبلغ / نرخ"_qs}, {"InsuranceTitle", u"بیمه"_qs}, {"TaxTitle", u"مالیات"_qs},
+    };
+    const int widths[] = {65, 186, 131, 129, 73, 68};
+    const QList<std::pair<QString, QString>> items = {
+        {"Code", u"کد"_qs},         {"CodeName", u"کد و عنوان"_qs},
+        {"Title", u"عنوان"_qs},     {"CalcTitle", u"مبنای محاسباتی"_qs},
+        {"Cost", u"مبلغ / نرخ"_qs}, {"Comment", u"شرح"_qs},
+    };
+    const QList<std::pair<QString, QString>> fields = {
+        {"Code", u"کد"_qs},         {"Title", u"عنوان"_qs}, {"CalcTitle", u"مبنای محاسباتی"_qs},
+        {"Cost", u"مبلغ / نرخ"_qs}, {"Comment", u"شرح"_qs},
+    };
+    const std::pair<const char *, QString> buttons[] = {
+        {"New_BTN", u"جدید F4"_qs},         {"EDit_BTN", u"ویرایش F5"_qs}, {"Del_BTN", u"حذف F7"_qs},
+        {"Select_BTN", u"انتخاب Enter"_qs}, {"EXit_BTN", u"خروج Esc"_qs},
+    };
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        QList<std::pair<QString, QString>> shown;
+        for (const TGridColumn &column : screen.Grid()->Model()->columns()) {
+            EXPECT_EQ(column.width, widths[shown.size()]);
+            shown.append({column.field, column.caption});
+        }
+        EXPECT_EQ(shown, columns);
+        EXPECT_TRUE(screen.Grid()->Model()->isCheckable());
+        EXPECT_EQ(screen.Grid()->selectionMode(), QAbstractItemView::ExtendedSelection);
+
+        shown.clear();
+        for (const TSearchItem &item : screen.ZelmoSearchManager1->Items())
+            shown.append({item.field, item.caption});
+        EXPECT_EQ(shown, items);
+        EXPECT_EQ(screen.ZelmoSearchManager1->Items()[0].kind, TSearchItem::Digits);
+        EXPECT_EQ(screen.ZelmoSearchManager1->Items()[4].kind, TSearchItem::Money);
+
+        const auto *strip = screen.findChild<TDetailStrip_ZLM *>();
+        for (const auto &[field, caption] : fields) {
+            const auto *value = strip->findChild<QLabel *>(field + "_LBL");
+            ASSERT_TRUE(value) << field.toStdString();
+            const auto labels = strip->findChildren<QLabel *>();
+            EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&](const QLabel *label) {
+                return label->text() == caption + " :" && label->y() == value->y() && label->x() > value->x();
+            })) << caption.toStdString();
+        }
+        for (const auto &[name, caption] : buttons)
+            EXPECT_EQ(Keys::find<TSmartButton_ZLM>(&screen, name)->text(), caption) << name;
+    });
+}
+
+TEST_F(ItemList, TheGroupPaneHasItsNamesItsNumbersAndItsMenu)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        const TGroup_Pane *groups = screen.Groups;
+        const QList<TGridColumn> &columns = groups->Grid->Model()->columns();
+        ASSERT_EQ(columns.size(), 2);
+        EXPECT_EQ(columns[0].format, TGridColumn::RowNumber);
+        EXPECT_EQ(columns[1].caption, u"نام گردوه"_qs);
+        EXPECT_EQ(groups->Grid->selectionMode(), QAbstractItemView::SingleSelection);
+        EXPECT_EQ(groups->Grid->objectName(), "GroupListDBList_GRD");
+        QStringList menu;
+        for (const QAction *action : groups->GroupList_PUM->actions())
+            menu << action->objectName() + "=" + action->text();
+        EXPECT_EQ(menu, (QStringList{u"GNew_PMI=جدید"_qs, u"GEdit_PMI=ویرایش"_qs, u"GDelete_PMI=حذف"_qs}));
+        EXPECT_GT(groups->mapTo(&screen, QPoint(0, 0)).x(), screen.Grid()->mapTo(&screen, QPoint(0, 0)).x());
+    });
+}
+
+TEST_F(ItemList, TheGroupSearchMindsCaseAndBeginningsAndStaysWhereNothingFits)
+{
+    db.run("insert into FiscalGrp(Code,Name) values(3,'Shift')");
+    db.run("insert into FiscalGrp(Code,Name) values(4,'shift two')");
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        TSmartEdit_ZLM *search = screen.Groups->SearchGroup_EDT;
+        EXPECT_EQ(search->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        EXPECT_EQ(search->palette().color(QPalette::Text), QColor(Qt::gray));
+        Keys::press(&screen, Qt::Key_F11, Qt::ControlModifier);
+        EXPECT_NE(search->palette().color(QPalette::Text), QColor(Qt::gray));
+        Keys::type(search, "s");
+        EXPECT_EQ(screen.Groups->CurrentCode(), 4);
+        Keys::retype(search, "S");
+        EXPECT_EQ(screen.Groups->CurrentCode(), 3);
+        Keys::retype(search, "two");
+        EXPECT_EQ(screen.Groups->CurrentCode(), 3);
+        Keys::retype(search, {});
+        screen.Grid()->setFocus();
+        EXPECT_EQ(search->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        EXPECT_EQ(search->palette().color(QPalette::Text), QColor(Qt::gray));
+        EXPECT_EQ(screen.Groups->CurrentCode(), 3);
+    });
+}
+
+TEST_F(ItemList, TheGroupIsAConditionOnTheListAndTheAllGroupsRowIsNone)
+{
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        EXPECT_EQ(screen.ListQuery()->statement().asText(), "select * from Deduction_VW");
+        goToGroup(screen, 6);
+        EXPECT_TRUE(screen.ListQuery()->statement().asText().contains("(GrpCode = 6)"))
+            << screen.ListQuery()->statement().asText().toStdString();
+    });
+}
+
+TEST_F(ItemList, F11WithAnotherKeyOpensNothing)
+{
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        Keys::press(&screen, Qt::Key_F11, Qt::ShiftModifier);
+        Keys::press(&screen, Qt::Key_F11, Qt::AltModifier);
+        EXPECT_TRUE(screen.isActiveWindow());
+        EXPECT_FALSE(screen.Groups->SearchGroup_EDT->hasFocus());
+    });
+}
+
+TEST_F(ItemList, KeepsItsSizeItsStripAndItsGroupColumnsForTheNextOpening)
+{
+    const auto forget = qScopeGuard([] {
+        for (const char *part : {"geometry", "panes", "GroupListDBList_GRD", "FiscalDeducation_View"})
+            LayoutStore::setValue(QString("TFiscalDeducation_List_FRM/%1").arg(part), {});
+    });
+    QSize size;
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        auto *strip = screen.findChild<TDetailStrip_ZLM *>();
+        EXPECT_TRUE(strip->IsExpanded());
+        QTest::mouseClick(strip->findChild<QToolButton *>(), Qt::LeftButton);
+        screen.resize(1010, 660);
+        screen.Groups->Grid->horizontalHeader()->resizeSection(0, 61);
+        screen.Groups->Grid->horizontalHeader()->moveSection(0, 1);
+        QCoreApplication::processEvents();
+        size = screen.size();
+    });
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        EXPECT_EQ(screen.size(), size);
+        EXPECT_FALSE(screen.findChild<TDetailStrip_ZLM *>()->IsExpanded());
+        EXPECT_EQ(screen.Groups->Grid->columnWidth(0), 61);
+        EXPECT_EQ(screen.Groups->Grid->horizontalHeader()->logicalIndex(0), 1);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 
+#include <QLabel>
 #include <QTest>
 
 using enum TAnswer;
@@ -323,6 +324,45 @@ TEST_F(ItemPick, SeveralHighlightedRowsAreTakenTogetherWhenNoneIsTicked)
                    }),
               QDialog::Accepted);
     EXPECT_EQ(deductionsOf(12), "7|10\n8|300");
+}
+
+TEST_F(ItemPick, ItemsStayTickedWhileAnotherGroupIsShownAndALineTellsHowMany)
+{
+    EXPECT_EQ(pick(u"0;2;10"_qs,
+                   [&](TFiscalDeducation_List_FRM &screen) {
+                       auto *ticks = Keys::find<QLabel>(&screen, "Ticks_LBL");
+                       EXPECT_FALSE(ticks->isVisible());
+                       tick(screen, {2});
+                       EXPECT_EQ(ticks->text(), u"1 سطر تیک خورده است"_qs);
+                       EXPECT_TRUE(ticks->isVisible());
+                       screen.Groups->Grid->setFocus();
+                       Keys::press(&screen, Qt::Key_End); // the group of 3, 4 and 5
+                       EXPECT_TRUE(ticks->text().startsWith(u"1 سطر تیک خورده است ،"_qs));
+                       tick(screen, {3});
+                       EXPECT_TRUE(ticks->text().startsWith(u"2 سطر تیک خورده است ،"_qs));
+                       Keys::picture(&screen, "earnings_pick_two_groups");
+                       enter(screen);
+                   }),
+              QDialog::Accepted);
+    EXPECT_EQ(earningsOf(10), "3|500.25\n2|9000");
+}
+
+TEST_F(ItemPick, ATickedItemThatIsNotShownIsRefusedForTheSameReasons)
+{
+    bind(1, 1);
+    EXPECT_EQ(pick(u"0;2;10"_qs,
+                   [&](TFiscalDeducation_List_FRM &screen) {
+                       tick(screen, {1, 2, 4});
+                       screen.Groups->Grid->setFocus();
+                       Keys::press(&screen, Qt::Key_End);
+                       db.run("delete from Fiscal where Code=2");
+                       enter(screen);
+                       EXPECT_TRUE(screen.isVisible());
+                       Keys::press(&screen, Qt::Key_Escape);
+                   }),
+              QDialog::Rejected);
+    EXPECT_EQ(messages.take(), (QStringList{"ShowSmartMessage:10122()", "ShowSmartMessage:10249(1)"}));
+    EXPECT_EQ(earningsOf(10), "");
 }
 
 TEST_F(ItemPick, ItemsGoIntoAStaffOutputWithTheirKindAndNoAmount)

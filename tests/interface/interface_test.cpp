@@ -1,9 +1,12 @@
 #include "interface/Host.h"
 
+#include "host/Declaration_PKG/Login_unt.h"
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 #include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
+#include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <cstring>
 #include <thread>
@@ -352,6 +355,49 @@ TEST_F(Interface, OnAClosedConnectionEachListOpensEmptyAndTellsWhy)
     for (const TEntry &entry : lists)
         EXPECT_EQ(call(entry.name), 0) << entry.name << ": a right that cannot be read is refused";
     EXPECT_EQ(screens(), 0);
+}
+
+QString contentOf(const QString &name)
+{
+    QFile file(QStringLiteral(KETEBIONPAP_SOURCE "/docs/") + name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+    return QString::fromUtf8(file.readAll());
+}
+
+TEST_F(Interface, TheDocumentQuotesTheExampleAsItIsBuilt)
+{
+    const QString document = contentOf("integration.md");
+    for (const auto &[name, language] :
+         {std::pair("host.c", "c"), {"services.h", "c"}, {"services.cpp", "cpp"}})
+        EXPECT_TRUE(document.contains(
+            QStringLiteral("```%1\n%2```\n").arg(language, contentOf(QStringLiteral("example/") + name))))
+            << name;
+}
+
+TEST_F(Interface, TheExampleOfAHostLogsInOpensAndChooses)
+{
+    TUserInfo clerk{0, "ali", {}, false, true};
+    ASSERT_EQ(SaveUser(clerk, "secret-1"), TLoginResult::Ok);
+    SetRightsOfUser(clerk.Code, {{cspTax, cpOpen}, {cspFiscal, cpOpen}});
+    if (db.connection().kind() != TConnection::Kind::Embedded)
+        GTEST_SKIP() << "the example works on a file";
+    const QTemporaryDir home;
+    const auto run = [&](const QByteArray &password) {
+        QFile file(home.filePath("password"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(password + '\n');
+        file.close();
+        QProcess host;
+        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+        variables.insert("XDG_CONFIG_HOME", home.path());
+        host.setProcessEnvironment(variables);
+        host.start(KETEBIONPAP_BIN "/example_host",
+                   {KETEBIONPAP_BIN "/Ketebionpap_ZLM.so", db.path(), "ali", file.fileName()});
+        EXPECT_TRUE(host.waitForFinished());
+        return std::pair(host.exitCode(), host.readAllStandardOutput());
+    };
+    EXPECT_EQ(run("secret-1"), std::pair(0, QByteArray("tax table 4\nearning 22\n")));
+    EXPECT_EQ(run("secret-2"), std::pair(1, QByteArray()));
 }
 
 TEST_F(Interface, TenThousandCallsFromPlainCInAnyOrderLeaveNothingBehind)

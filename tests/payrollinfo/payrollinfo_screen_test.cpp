@@ -9,8 +9,10 @@
 #include "support/TestDatabase.h"
 
 #include <QApplication>
+#include <QGroupBox>
 #include <QLabel>
 #include <QTabWidget>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -150,6 +152,129 @@ TEST_F(PayrollInfoEditor, SavingAsksForEachInputInOrderAndStopsAtTheFirst)
         expectRequired("سمت صاحب امضا اول", screen.SignaturPositionFirst_EDT, "x", 1);
         EXPECT_TRUE(screen.PayerFamily_EDT->IsEmpty()) << "the payer's family name is never asked for";
         EXPECT_EQ(save(), QStringList{u("MSGCompeletedSuccessfully(ذخيره سازي )")});
+    });
+}
+
+TEST_F(PayrollInfoEditor, EachInputHasItsCaptionItsLimitAndItsChoices)
+{
+    const std::pair<const char *, QString> captions[] = {
+        {"FactoryID_EDT", u"  شما&ره کارگاه :"_qs},
+        {"FactoryName_EDT", u"  نام &کارگاه :"_qs},
+        {"EmployerName_EDT", u"  ن&ام کارفرما :"_qs},
+        {"FactoryAdrr_EDT", u"  نشانی کار&گاه :"_qs},
+        {"Ejtemae_EDT", u"  نام شعبه &تامین اجتماعی :"_qs},
+        {"LeisureIns_EDT", u"  &حق بیمه بیکاری :"_qs},
+        {"BranchCode_EDT", u"  کد شع&به :"_qs},
+        {"StageCode_EDT", u"  کد مر&حله جاری :"_qs},
+        {"OrganCode_EDT", u"  کد &سازمان :"_qs},
+        {"CaseNo_EDT", u"  &شماره پرونده :"_qs},
+        {"EmployeeTitle_CMB", u"  &عنوان کارفرما :"_qs},
+        {"LegalTitle_CMB", u"  عن&وان شخص حقوقی :"_qs},
+        {"NationalNo_EDT", u"  ش&ماره ملی کارفرما :"_qs},
+        {"BranchNo_EDT", u"  شماره شعب&ه :"_qs},
+        {"BranchName_EDT", u"  نام شعبه :"_qs},
+        {"PayerName_EDT", u"  &نام پرداخت کننده :"_qs},
+        {"PayerFamily_EDT", u"  نام &خانوادگی پرداخت کننده :"_qs},
+        {"SignaturNameFirst_EDT", u"  نام صاحب امضا اول :"_qs},
+        {"SignaturFamilyFirst_EDT", u"  نام خانوادگی صاحب امضا اول :"_qs},
+        {"SignaturIdNationalFirst_EDT", u"  شماره ملی صاحب امضا اول :"_qs},
+        {"SignaturPositionFirst_EDT", u"  سمت صاحب امضا اول :"_qs},
+        {"SignaturNameSecond_EDT", u"  نام صاحب امضا دوم :"_qs},
+        {"SignaturFamilySecond_EDT", u"  نام خانوادگی صاحب امضا دوم :"_qs},
+        {"SignaturIdNationalSecond_EDT", u"  شماره ملی صاحب امضا دوم :"_qs},
+        {"SignaturPositionSecond_EDT", u"  سمت صاحب امضا دوم :"_qs},
+    };
+    const QStringList employerTitles{u"حقیقی"_qs, u"حقوقی"_qs};
+    const QStringList legalTitles{u"وزارت خانه"_qs,
+                                  u"موسسه دولتی"_qs,
+                                  u"شرکت دولتی"_qs,
+                                  u"سایر دستگاههای دولتی"_qs,
+                                  u"نهادهای عمومی غیر دولتی"_qs,
+                                  u"بخش خصوصی"_qs,
+                                  u"سایر پرداخت کنندگان حقوق"_qs};
+    show([&](TPayrollInfoGet_FRM &screen) {
+        EXPECT_EQ(screen.windowTitle(), u" اطلاعات پایه "_qs);
+        for (const auto &[name, caption] : captions) {
+            auto *label = Keys::find<QLabel>(&screen, QString::fromLatin1(name) + "_Caption");
+            EXPECT_EQ(label->text(), caption) << name;
+            EXPECT_EQ(label->buddy(), Keys::child(&screen, name)) << name;
+        }
+        const auto items = [](const TSmartComboBox_ZLM *list) {
+            QStringList texts;
+            for (int i = 0; i < list->count(); ++i)
+                texts << list->itemText(i);
+            return texts;
+        };
+        EXPECT_EQ(items(screen.EmployeeTitle_CMB), employerTitles);
+        EXPECT_EQ(items(screen.LegalTitle_CMB), legalTitles);
+        EXPECT_EQ(screen.CaseNo_EDT->MaxLength(), 20);
+        EXPECT_EQ(screen.FactoryAdrr_EDT->MaxLength(), 200);
+        for (const TSmartEdit_ZLM *input :
+             {screen.EmployerName_EDT, screen.FactoryName_EDT, screen.BranchName_EDT, screen.PayerName_EDT,
+              screen.PayerFamily_EDT, screen.SignaturNameFirst_EDT, screen.SignaturNameSecond_EDT})
+            EXPECT_EQ(input->MaxLength(), 50) << input->objectName().toStdString();
+        for (const TSmartEdit_ZLM *input : {screen.LeisureIns_EDT, screen.StageCode_EDT}) {
+            EXPECT_EQ(input->kind(), TSmartEdit_ZLM::Number);
+            EXPECT_EQ(input->MaxLength(), 15);
+        }
+        EXPECT_EQ(Keys::find<QLabel>(&screen, "LeisureIns_EDT_Suffix")->text(), "%");
+        EXPECT_EQ(screen.Payroll_PC->tabText(0), u"اطلاعات شرکت"_qs);
+        EXPECT_EQ(screen.Payroll_PC->tabText(1), u"اطلاعات تکمیلی دارایی"_qs);
+        QStringList groups;
+        for (const char *name : {"General_GB", "Bank_GB", "Payer_GB", "Signatur_GB"})
+            groups << Keys::find<QGroupBox>(&screen, name)->title();
+        EXPECT_EQ(groups, (QStringList{u"عمومی"_qs, u" دیسکت بانک "_qs, u"  اطلاعات پرداخت کننده حقوق  "_qs,
+                                       u" اطلاعات حساب امضا "_qs}));
+    });
+}
+
+namespace {
+
+/// Whether the input that a message stands at was on the screen when it was told.
+class Witness : public TMessageService {
+public:
+    explicit Witness(ScriptedMessages &messages) : m_messages(messages) { SetMessageService(this); }
+    ~Witness() override { SetMessageService(&m_messages); }
+    TAnswer show(const TMessage &message) override
+    {
+        atShownInput = message.control && message.control->isVisible();
+        return m_messages.show(message);
+    }
+    bool atShownInput = false;
+
+private:
+    ScriptedMessages &m_messages;
+};
+
+} // namespace
+
+TEST_F(PayrollInfoEditor, AWrongNationalNumberIsToldWhenItsPageIsShown)
+{
+    show([&](TPayrollInfoGet_FRM &screen) {
+        fillAll(screen);
+        screen.NationalNo_EDT->SetText("1111111111");
+        screen.Payroll_PC->setCurrentIndex(1);
+        screen.PayerName_EDT->setFocus();
+        Witness witness(messages);
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.last().number, 10310);
+        EXPECT_TRUE(witness.atShownInput);
+        EXPECT_EQ(screen.Payroll_PC->currentIndex(), 0);
+        EXPECT_TRUE(screen.NationalNo_EDT->hasFocus());
+        screen.NationalNo_EDT->Clear(); // an empty one is valid
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_FALSE(screen.isVisible());
+    });
+}
+
+TEST_F(PayrollInfoEditor, BlanksAreNoName)
+{
+    show([&](TPayrollInfoGet_FRM &screen) {
+        fillAll(screen);
+        screen.PayerName_EDT->SetText("   ");
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRequiredField(نام پرداخت کننده)"_qs});
+        messages.answer({TAnswer::No});
     });
 }
 
@@ -398,4 +523,48 @@ TEST_F(PayrollItem, TheEditorsGridShowsTheLinksAndOpensThemByEnter)
         EXPECT_EQ(data.PayrollDetailList_QUR->asInteger("ID"), earning) << "the row stays current";
         Keys::picture(&screen, "payrollinfo-items");
     });
+}
+
+TEST_F(PayrollItem, TheEditButtonAndADoubleClickOpenTheCurrentItem)
+{
+    PayrollInfoEditor::show([&](TPayrollInfoGet_FRM &screen) {
+        screen.Payroll_PC->setCurrentIndex(1);
+        auto *grid = Keys::find<TSmartGrid_ZLM>(&screen, "PAyrollInfDB_List_TableView");
+        const auto opens = [&](const std::function<void()> &action) {
+            QString title;
+            Keys::runModal(
+                [&] {
+                    action();
+                    return 0;
+                },
+                [&](QWidget *item) {
+                    title = Keys::find<QLabel>(item, "Title1_LBL")->text();
+                    Keys::press(item, Qt::Key_Escape);
+                });
+            return title;
+        };
+        const auto current = [&] { return data.PayrollDetailList_QUR->asString("Title"); };
+        data.PayrollDetailList_QUR->moveTo(2);
+        QString opened = opens([&] { Keys::find<QAbstractButton>(&screen, "EditRow_BTN")->click(); });
+        EXPECT_EQ(opened, current());
+        const QPoint at = grid->visualRect(grid->model()->index(1, 1)).center();
+        opened = opens([&] {
+            QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at);
+            QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, at);
+        });
+        EXPECT_EQ(opened, current());
+        EXPECT_EQ(data.PayrollDetailList_QUR->position(), 1);
+    });
+}
+
+TEST_F(PayrollItem, AnItemLinkedToSomethingThatIsGoneSaysSoOnOpening)
+{
+    db.run(QString("update PayrollInfoDetail set UserCode=777 where ID=%1").arg(deduction));
+    show(deduction, 1, [&](TPayrollInfoDetail_FRM &screen) {
+        EXPECT_EQ(messages.take().size(), 1);
+        EXPECT_TRUE(screen.FiscalDeducationCode_EDT->IsEmpty());
+        EXPECT_EQ(screen.FiscalDeducationCode_EDT->MaxLength(), 6);
+        EXPECT_TRUE(screen.IsSaved());
+    });
+    EXPECT_EQ(linkOf(deduction), "777");
 }

@@ -122,7 +122,15 @@ TEST_F(TaxKill, TheNextNewTableFindsNoWorkingRowsAndItsCodeFree)
             EXPECT_EQ(editor.Code_EDT->GetText(), stored ? "2" : "1") << n;
             EXPECT_EQ(shown(editor), "") << n;
         });
+        if (stored) {
+            edit(1, [&](TTaxGet_FRM &editor) {
+                EXPECT_EQ(editor.Title_EDT->GetText(), "new") << n;
+                EXPECT_EQ(shown(editor), brackets.isEmpty() ? "" : "2,001|3,000|20") << n;
+            });
+            EXPECT_EQ(working(), "") << n;
+        }
         if (!killed) {
+            EXPECT_EQ(brackets, "2001|3000|20");
             EXPECT_EQ(working(), "");
             EXPECT_EQ(locks(), "");
             return;

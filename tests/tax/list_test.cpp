@@ -100,6 +100,32 @@ TEST_F(TaxList, F4AddsATableAndTheListShowsIt)
     });
 }
 
+TEST_F(TaxList, TheTableThatWasJustEnteredIsTheCurrentOne)
+{
+    table(3, "three");
+    table(7, "seven");
+    TTaxList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        goTo(list, 0);
+        Keys::runModal(
+            [&] {
+                Keys::press(&list, Qt::Key_F4);
+                return 0;
+            },
+            [&](QWidget *screen) {
+                auto *editor = qobject_cast<TTaxGet_FRM *>(screen);
+                Keys::waitFor([&] { return editor->isActiveWindow(); });
+                Keys::type(editor->Title_EDT, "new");
+                Keys::retype(editor->Code_EDT, "5");
+                add(*editor, {"0", "1000", "0"});
+                Keys::press(editor, Qt::Key_F3, Qt::ControlModifier); // and goes on to a next one
+                Keys::press(editor, Qt::Key_Escape);
+            });
+        EXPECT_EQ(rows(list), "3|three|c\n5|new|\n7|seven|c");
+        EXPECT_EQ(list.Grid()->currentIndex().row(), 1);
+    });
+}
+
 TEST_F(TaxList, ADoubleClickEditsWhileBrowsingAndSelectsInSelectMode)
 {
     table(3, "three");

@@ -193,6 +193,19 @@ QList<qlonglong> TQueryModel::checkedKeys() const
     return keys;
 }
 
+QList<qlonglong> TQueryModel::unlistedChecks() const
+{
+    QList<qlonglong> keys;
+    if (!d->query || d->query->keyField().isEmpty())
+        return keys;
+    for (const qlonglong key : d->checks) {
+        if (d->query->rowOfKey(key) < 0)
+            keys << key;
+    }
+    std::sort(keys.begin(), keys.end());
+    return keys;
+}
+
 void TQueryModel::clearChecks()
 {
     if (d->checks.isEmpty())

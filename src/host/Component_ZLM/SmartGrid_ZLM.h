@@ -40,6 +40,8 @@ public:
     void setCheckable(bool on);
     bool isCheckable() const;
     QList<qlonglong> checkedKeys() const; ///< in list order; rows that are not listed any more are left out
+    QList<qlonglong>
+    unlistedChecks() const; ///< of rows that a search or a group leaves out now; in key order
     void clearChecks();
 
 Q_SIGNALS:

@@ -237,7 +237,14 @@ bool TBaseDock_FRM::ShowEditor(TBaseGet_FRM *editor)
     const std::unique_ptr<TBaseGet_FRM> owner(editor);
     if (editor->NotShowable || editor->exec() != Accepted)
         return false;
-    Guarded([this] { RefreshList(); });
+    Guarded([&] {
+        RefreshList();
+        // What was just entered is what the next key is about.
+        const int row =
+            m_listQuery->active() ? m_listQuery->rowOfKey(editor->SavedIdentifier().toLongLong()) : -1;
+        if (row >= 0)
+            m_listQuery->moveTo(row);
+    });
     return true;
 }
 

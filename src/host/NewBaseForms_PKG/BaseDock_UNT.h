@@ -87,7 +87,8 @@ protected:
     void SetShortCut(QWidget *control);
     void SetPopMenu(QWidget *control);
 
-    /// Shows an editor modally unless it marked itself NotShowable, frees it, refreshes after OK. True on OK.
+    /// Shows an editor modally unless it marked itself NotShowable, frees it; after OK reads the list again with the
+    /// record that was saved as its current row. True on OK.
     bool ShowEditor(TBaseGet_FRM *editor);
     /// The buttons' enabled state from mode and rows; runs after every search and move.
     virtual void UpdateButtons();

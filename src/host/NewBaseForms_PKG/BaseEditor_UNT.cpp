@@ -117,6 +117,7 @@ bool TBaseEditor::Save(TSaveMode way)
         if (!sound || !saved)
             return false;
         m_savedOnce = true;
+        m_savedIdentifier = Identifier();
         SetIsSaved(true);
     }
     if (way == svSaveClose)

@@ -23,6 +23,8 @@ class TBaseEditor : public TBaseForm {
 public:
     TFormMode Mode() const { return m_mode; }
     bool IsSaved() const { return m_isSaved; }
+    /// The record that was saved last; null when none was.
+    QVariant SavedIdentifier() const { return m_savedIdentifier; }
     void SetIsSaved(bool saved);
 
     TSmartButton_ZLM *Save_BTN = nullptr;
@@ -133,6 +135,7 @@ private:
     void rollBackLeftOpen();
     TFormMode m_mode;
     QVariant m_identifier = 0;
+    QVariant m_savedIdentifier;
     bool m_isSaved = true;
     bool m_busy = false;     ///< a save or the question of closing is under way
     bool m_finished = false; ///< done() ran

@@ -138,9 +138,13 @@ bool TGroupGet_FRM::SaveRecord()
                                            .sql(",")
                                            .text(name)
                                            .sql(")"));
-        else
-            DM.ADOConnection1->execute(
-                on("update ", m_kind, " set Name=").text(name).sql(" where Code=").integer(Identifier()));
+        else if (DM.ADOConnection1->execute(on("update ", m_kind, " set Name=")
+                                                .text(name)
+                                                .sql(" where Code=")
+                                                .integer(Identifier())) == 0) {
+            MsgRecordGone(); // deleted by another workstation; the name stays as typed
+            return false;
+        }
     } catch (const TDatabaseError &error) {
         DM.ADOConnection1->noteError(error);
         MSGFinishedNotSuccessfully(QStringLiteral("ذخیره سازی"));

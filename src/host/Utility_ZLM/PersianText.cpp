@@ -45,7 +45,10 @@ bool isPlainNumber(QStringView text)
 
 } // namespace
 
-QString PersianText::fold(const QString &text)
+namespace {
+
+template <bool caseToo>
+QString comparable(const QString &text)
 {
     QString result;
     result.reserve(text.size());
@@ -64,7 +67,7 @@ QString PersianText::fold(const QString &text)
             c = 0x06CC;
         else if (c == 0x0643)
             c = 0x06A9;
-        else if (c >= u'A' && c <= u'Z')
+        else if (caseToo && c >= u'A' && c <= u'Z')
             c = char16_t(c + 32);
         else if (const int digit = easternDigit(c); digit >= 0)
             c = char16_t(u'0' + digit);
@@ -72,7 +75,19 @@ QString PersianText::fold(const QString &text)
             plain = false;
         result += QChar(c);
     }
-    return plain ? result : result.toLower();
+    return plain || !caseToo ? result : result.toLower();
+}
+
+} // namespace
+
+QString PersianText::fold(const QString &text)
+{
+    return comparable<true>(text);
+}
+
+QString PersianText::oneForm(const QString &text)
+{
+    return comparable<false>(text);
 }
 
 QString PersianText::latinDigits(const QString &text)

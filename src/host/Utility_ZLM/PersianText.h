@@ -8,6 +8,8 @@ namespace PersianText {
 /// For searching: both forms of yeh and kaf become the Persian one, Persian and Arabic digits Latin, half-space
 /// and diacritics go, case is folded, runs of blanks become one. The same rule runs in SQL as zelmo_finds.
 QString fold(const QString &text);
+/// The same, but capitals stay what they are.
+QString oneForm(const QString &text);
 /// Persian and Arabic-Indic digits to Latin; nothing else changes.
 QString latinDigits(const QString &text);
 /// A typed number to plain form: Latin digits, "-" first, one ".", separators and blanks gone. Null when the text

@@ -162,12 +162,7 @@ void TZelmoSearchManager::run(const TStatement &ownFilter)
                                 .sql(QStringLiteral(") as SearchT where "))
                                 .append(filter);
             m_query->setStatement(statement);
-            m_query->open();
-            const int row = m_lastKey && !m_query->keyField().isEmpty() ? m_query->rowOfKey(*m_lastKey) : -1;
-            if (row >= 0)
-                m_query->moveTo(row);
-            else
-                m_query->last();
+            m_query->openAt(m_lastKey);
         } catch (const TDatabaseError &error) {
             m_query->close();
             MsgDatabaseError(error);

@@ -12,16 +12,35 @@ struct TQuery::Private {
     QString orderField;
     Qt::SortOrder order = Qt::AscendingOrder;
     std::unique_ptr<TQueryRows> rows; // null while the query is closed
+    QString describedText;            // a list that is filtered anew has the columns that it had
+    TQueryRows::TColumns described;
     State state = State::Inactive;
     int position = -1;
     bool eof = true;
     RowWriter::TRow edited;
 
     bool editing() const { return state == State::Edit || state == State::Insert; }
-    std::unique_ptr<TQueryRows> read() const
+    std::unique_ptr<TQueryRows> read()
     {
-        return std::make_unique<TQueryRows>(
-            TQueryRows::TSource{connection, statement, params, keyField, orderField, order});
+        rememberFields();
+        const bool known = describedText == statement.boundText();
+        return std::make_unique<TQueryRows>(TQueryRows::TSource{connection, statement, params, keyField,
+                                                                orderField, order,
+                                                                known ? described : TQueryRows::TColumns()});
+    }
+    void rememberFields()
+    {
+        if (!rows || rows->knownColumns().fields.isEmpty())
+            return;
+        describedText = statement.boundText();
+        described = rows->knownColumns();
+    }
+    void take(std::unique_ptr<TQueryRows> read, int row)
+    {
+        rows = std::move(read);
+        state = State::Browse;
+        eof = rows->count() == 0;
+        position = eof ? -1 : row;
     }
     TQueryRows &open() const
     {
@@ -94,11 +113,17 @@ void TQuery::setOrder(const QString &field, Qt::SortOrder order)
 
 void TQuery::open()
 {
-    auto rows = d->read(); // a failure leaves the query as it was
-    d->rows = std::move(rows);
-    d->state = State::Browse;
-    d->eof = isEmpty();
-    d->position = d->eof ? -1 : 0;
+    d->take(d->read(), 0); // a failure leaves the query as it was
+    Q_EMIT opened();
+    Q_EMIT currentChanged(d->position);
+}
+
+void TQuery::openAt(const std::optional<qlonglong> &key)
+{
+    auto rows = d->read();
+    const int found = key && rows->windowed() ? rows->rowOfKey(*key) : -1;
+    const int row = found < 0 ? rows->count() - 1 : found;
+    d->take(std::move(rows), row);
     Q_EMIT opened();
     Q_EMIT currentChanged(d->position);
 }
@@ -107,6 +132,7 @@ void TQuery::close()
 {
     if (!active())
         return;
+    d->rememberFields();
     d->rows.reset();
     d->state = State::Inactive;
     d->position = -1;
@@ -178,7 +204,6 @@ bool TQuery::locate(const QString &field, const QVariant &value, LocateOptions o
 {
     if (isEmpty())
         return false;
-    const bool loose = options != Exact;
     if (d->rows->windowed()) {
         const TStatement condition = options.testFlag(PartialKey)
                                          ? TStatement(QStringLiteral("charindex("))
@@ -190,8 +215,10 @@ bool TQuery::locate(const QString &field, const QVariant &value, LocateOptions o
             moveTo(row);
         return row >= 0;
     }
-    const auto shape = [loose](const QVariant &v) {
-        return loose ? PersianText::fold(v.toString()) : v.toString();
+    const auto shape = [options](const QVariant &v) {
+        if (options.testFlag(CaseInsensitive))
+            return PersianText::fold(v.toString());
+        return options == Exact ? v.toString() : PersianText::oneForm(v.toString());
     };
     const QString wanted = shape(value);
     const int column = d->index(field);

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QVariant>
 #include <memory>
+#include <optional>
 
 /// One column of an open query.
 struct TFieldInfo {
@@ -47,6 +48,8 @@ public:
     void setOrder(const QString &field, Qt::SortOrder order = Qt::AscendingOrder);
 
     void open();
+    /// Opens at the row with this key, or at the last row when there is no key or no such row (windowed lists).
+    void openAt(const std::optional<qlonglong> &key);
     void close();
     bool active() const;
     State state() const;
@@ -61,7 +64,8 @@ public:
     void next();
     void prior();
     bool eof() const; ///< next() was called on the last row, or there are no rows
-    /// Moves to the first row whose field has the value (PartialKey: begins with it). False: not moved.
+    /// Moves to the first row whose field has the value (PartialKey: begins with it; the forms of yeh and kaf and of
+    /// the digits are then one, capitals and small letters only with CaseInsensitive). False: not moved.
     bool locate(const QString &field, const QVariant &value, LocateOptions options = Exact);
 
     const QList<TFieldInfo> &fields() const;

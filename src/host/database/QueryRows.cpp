@@ -6,10 +6,13 @@
 
 namespace {
 
-const int pageRows = 128; // one statement text for all pages, so that it is prepared once
-const int keptPages = 64;
-const int tailRows = 16 * pageRows; // the keys of shorter lists are read at once
-const int nextRows = 64 * pageRows; // keys that are read when the user goes up beyond the known ones
+// A page is about what a screen shows; a server is asked for more at once. One statement text serves all pages, so that
+// it is prepared once.
+const int embeddedPageRows = 32;
+const int serverPageRows = 128;
+const int keptRows = 8192;
+const int tailRows = 2048; // the keys of shorter lists are read at once
+const int nextRows = 8192; // keys that are read when the user goes up beyond the known ones
 
 // The functions that the search finds texts by.
 bool isSearched(const QString &statement)
@@ -28,7 +31,10 @@ QVariantList readRow(TCursor &cursor, qsizetype columns)
 
 } // namespace
 
-TQueryRows::TQueryRows(const TSource &source) : m_source(source), m_pages(keptPages)
+TQueryRows::TQueryRows(const TSource &source)
+    : m_source(source), m_pageRows(source.connection->kind() == TConnection::Kind::Embedded ? embeddedPageRows
+                                                                                            : serverPageRows),
+      m_columns(source.columns), m_pages(keptRows / m_pageRows)
 {
     m_source.connection->beforeStatement(m_source.statement);
     if (!windowed()) {
@@ -53,21 +59,22 @@ TStatement TQueryRows::wrapped(const QString &before, const QString &after) cons
         .sql(QStringLiteral(") as ListT ") + after);
 }
 
-void TQueryRows::setFields(const TCursor &cursor)
+void TQueryRows::setFields(const QList<TFieldInfo> &fields)
 {
-    m_fields = cursor.fields();
-    m_index.clear();
-    for (qsizetype i = m_fields.size() - 1; i >= 0; --i)
-        m_index.insert(m_fields[i].name.toLower(),
-                       int(i)); // of two columns with one name the first one counts
+    m_columns = {fields, {}, false};
+    for (qsizetype i = fields.size() - 1; i >= 0; --i) {
+        m_columns.index.insert(fields[i].name.toLower(),
+                               int(i)); // of two columns with one name the first one counts
+        m_columns.anyLarge = m_columns.anyLarge || fields[i].large;
+    }
 }
 
 void TQueryRows::readAll()
 {
     const auto cursor = m_source.connection->engine().select(bound(m_source.statement));
-    setFields(*cursor);
+    setFields(cursor->fields());
     while (cursor->next())
-        m_rows.append(readRow(*cursor, m_fields.size()));
+        m_rows.append(readRow(*cursor, m_columns.fields.size()));
 }
 
 QString TQueryRows::orderClause() const
@@ -177,19 +184,19 @@ void TQueryRows::readOn(int row)
 
 QString TQueryRows::pageColumns()
 {
-    if (m_fields.isEmpty()) {
+    if (m_columns.fields.isEmpty()) {
         const auto cursor = m_source.connection->engine().select(
             bound(wrapped(QStringLiteral("select *"), QStringLiteral("where 1=0"))));
-        setFields(*cursor);
+        setFields(cursor->fields());
     }
+    if (!m_columns.anyLarge)
+        return QStringLiteral("*");
     QStringList columns;
-    bool large = false;
-    for (const TFieldInfo &field : std::as_const(m_fields)) {
+    for (const TFieldInfo &field : std::as_const(m_columns.fields)) {
         const QString name = u'[' + field.name + u']';
         columns.append(field.large ? QStringLiteral("null as ") + name : name);
-        large = large || field.large;
     }
-    return large ? columns.join(u',') : QStringLiteral("*");
+    return columns.join(u',');
 }
 
 // A page of pictures would be read for the one that is shown.
@@ -201,7 +208,7 @@ QVariant TQueryRows::largeValue(int row, int field)
     m_largeKey = key;
     if (const auto known = m_large.constFind(field); known != m_large.constEnd())
         return *known;
-    const TStatement statement = wrapped(QStringLiteral("select [%1]").arg(m_fields[field].name),
+    const TStatement statement = wrapped(QStringLiteral("select [%1]").arg(m_columns.fields[field].name),
                                          QStringLiteral("where [%1] = ").arg(m_source.keyField))
                                      .value(key);
     m_source.connection->beforeStatement(statement);
@@ -211,56 +218,67 @@ QVariant TQueryRows::largeValue(int row, int field)
     return value;
 }
 
+// Pages are counted from the end, so that the last one, at which a list opens, is a whole one.
+int TQueryRows::firstOf(int page) const
+{
+    return std::max(0, m_count - (page + 1) * m_pageRows);
+}
+
+QVariantList &TQueryRows::held(int row)
+{
+    const int number = (m_count - 1 - row) / m_pageRows;
+    return (*page(number))[row - firstOf(number)];
+}
+
 TQueryRows::TPage *TQueryRows::page(int number)
 {
     if (TPage *known = m_pages.object(number))
         return known;
-    const qsizetype first = qsizetype(number) * pageRows;
-    const qsizetype count = std::clamp<qsizetype>(m_count - first, 0, pageRows);
+    const int first = firstOf(number);
+    const int count = std::min(m_count - first, m_pageRows);
     TStatement statement = wrapped(QStringLiteral("select ") + pageColumns(),
                                    QStringLiteral("where [%1] in (").arg(m_source.keyField));
-    for (int i = 0; i < pageRows; ++i) {
+    for (int i = 0; i < m_pageRows; ++i) {
         if (i > 0)
             statement.sql(QStringLiteral(","));
         // Places left over repeat the last key; an empty list asks for no row.
-        statement.value(count > 0 ? QVariant(keyAt(int(first + std::min<qsizetype>(i, count - 1))))
-                                  : QVariant());
+        statement.value(count > 0 ? QVariant(keyAt(first + std::min(i, count - 1))) : QVariant());
     }
     statement.sql(QStringLiteral(")"));
     m_source.connection->beforeStatement(statement);
     const auto cursor = m_source.connection->engine().select(bound(statement));
     QHash<qlonglong, QVariantList> byKey;
-    const int keyIndex = m_index.value(m_source.keyField.toLower(), -1);
+    const int keyIndex = m_columns.index.value(m_source.keyField.toLower(), -1);
     while (cursor->next()) {
-        const QVariantList row = readRow(*cursor, m_fields.size());
+        const QVariantList row = readRow(*cursor, m_columns.fields.size());
         byKey.insert(keyIndex < 0 ? 0 : row[keyIndex].toLongLong(), row);
     }
     auto *page = new TPage;
     // A row that was deleted since the keys were read stays in its place, empty.
-    for (qsizetype i = 0; i < count; ++i)
-        page->append(byKey.value(keyAt(int(first + i))));
+    for (int i = 0; i < count; ++i)
+        page->append(byKey.value(keyAt(first + i)));
     m_pages.insert(number, page);
     return page;
 }
 
 const QList<TFieldInfo> &TQueryRows::fields()
 {
-    if (m_fields.isEmpty() && windowed())
-        page(m_count == 0 ? 0 : (m_count - 1) / pageRows); // lists open at their last row
-    return m_fields;
+    if (m_columns.fields.isEmpty() && windowed())
+        page(0); // lists open at their last row
+    return m_columns.fields;
 }
 
 int TQueryRows::fieldIndex(const QString &name)
 {
     fields();
-    return m_index.value(name.toLower(), -1);
+    return m_columns.index.value(name.toLower(), -1);
 }
 
 QVariantList TQueryRows::row(int row)
 {
     if (row < 0 || row >= count())
         return {};
-    return windowed() ? page(row / pageRows)->value(row % pageRows) : m_rows[row];
+    return windowed() ? held(row) : m_rows[row];
 }
 
 QVariant TQueryRows::value(int row, int field)
@@ -269,9 +287,11 @@ QVariant TQueryRows::value(int row, int field)
         return {};
     if (!windowed())
         return m_rows[row].value(field);
-    if (m_fields.value(field).large)
+    if (field >= fields().size())
+        return {};
+    if (m_columns.fields.at(field).large)
         return largeValue(row, field);
-    return page(row / pageRows)->at(row % pageRows).value(field);
+    return held(row).value(field);
 }
 
 qlonglong TQueryRows::keyAt(int row)
@@ -339,7 +359,7 @@ void TQueryRows::replace(int row, const QVariantList &values)
 {
     m_large.clear();
     if (windowed())
-        (*page(row / pageRows))[row % pageRows] = values;
+        held(row) = values;
     else
         m_rows[row] = values;
 }

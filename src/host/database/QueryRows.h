@@ -11,6 +11,11 @@
 /// places then, whatever other users have added or deleted meanwhile.
 class TQueryRows {
 public:
+    struct TColumns {
+        QList<TFieldInfo> fields;
+        QHash<QString, int> index; ///< lower-case name to position
+        bool anyLarge = false;
+    };
     struct TSource {
         TConnection *connection = nullptr;
         TStatement statement;
@@ -18,6 +23,7 @@ public:
         QString keyField; ///< empty: all rows are read
         QString orderField;
         Qt::SortOrder order = Qt::AscendingOrder;
+        TColumns columns; ///< where they are known; empty: they are asked for
     };
 
     /// Reads the rows, or the keys.
@@ -25,6 +31,8 @@ public:
 
     int count() const { return windowed() ? m_count : int(m_rows.size()); }
     const QList<TFieldInfo> &fields();
+    /// The columns as far as they were needed: empty when no row was read yet.
+    const TColumns &knownColumns() const { return m_columns; }
     int fieldIndex(const QString &name);
     QVariant value(int row, int field);
     QVariantList row(int row);
@@ -50,14 +58,16 @@ private:
     void needKeys();
     void readOn(int row);
     TPage *page(int number);
-    void setFields(const TCursor &cursor);
+    int firstOf(int page) const;
+    QVariantList &held(int row);
+    void setFields(const QList<TFieldInfo> &fields);
     /// What a page reads of its rows: everything but the large columns, which stand as nulls.
     QString pageColumns();
     QVariant largeValue(int row, int field);
 
     TSource m_source;
-    QList<TFieldInfo> m_fields;
-    QHash<QString, int> m_index; // lower-case name to position
+    const int m_pageRows;
+    TColumns m_columns;
     QList<QVariantList> m_rows;
     int m_count = 0;
     int m_tailFrom = 0;      ///< the row that m_tail begins with

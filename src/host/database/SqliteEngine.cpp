@@ -167,7 +167,9 @@ TSqliteEngine::~TSqliteEngine()
 
 void TSqliteEngine::open()
 {
-    if (sqlite3_open_v2(m_path.toUtf8().constData(), &m_db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+    // One thread works with a connection, so that no call needs a lock.
+    if (sqlite3_open_v2(m_path.toUtf8().constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
+                        nullptr) != SQLITE_OK)
         fail({});
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_timeout(m_db, busyMilliseconds);

@@ -152,7 +152,7 @@ TEST_F(BaseDock, F4OpensTheEditorAndOkRefreshesTheList)
                 Keys::press(editor, Qt::Key_F3);
             });
         EXPECT_EQ(list.recordCount(), 4);
-        EXPECT_EQ(list.asInteger("Code"), 2) << "the row that was current stays current";
+        EXPECT_EQ(list.asInteger("Code"), 4) << "what was just entered is current";
     });
 }
 

@@ -84,6 +84,24 @@ TEST_F(GroupsOfEmployees, KeepingTheOwnNameIsNoRepeat)
     EXPECT_EQ(messages.take().size(), 1);
 }
 
+TEST_F(GroupsOfEmployees, AGroupDeletedWhileItsEditorIsOpenIsToldAndItsNameStaysAsTyped)
+{
+    add(1, "اداری");
+    EXPECT_FALSE(open([] { return Edit_Group(cspStaffGroup, 1); },
+                      [&](QWidget *screen) {
+                          type(screen, "فنی");
+                          db.run("delete from StaffGroup where Code = 1");
+                          Keys::press(screen, Qt::Key_F3);
+                          EXPECT_EQ(messages.take(), QStringList{"MsgRecordGone()"});
+                          EXPECT_TRUE(screen->isVisible());
+                          EXPECT_EQ(Keys::find<TSmartEdit_ZLM>(screen, "Name_EDT")->GetText(),
+                                    QString::fromUtf8("فنی"));
+                          messages.answer({No});
+                          Keys::press(screen, Qt::Key_Escape);
+                      }));
+    EXPECT_EQ(groups(), "");
+}
+
 TEST_F(GroupsOfEmployees, TheGroupOfAllIsNeitherChangedNorDeleted)
 {
     EXPECT_FALSE(Edit_Group(cspStaffGroup, 0));

@@ -1,5 +1,7 @@
 #include "interface/desk_host/desk.h"
 
+#include "interface/Clerk.h"
+
 #include "host/Component_ZLM/Appearance.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
@@ -7,13 +9,10 @@
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/database/Connection.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 
 #include <memory>
 
@@ -38,35 +37,6 @@ public:
         return message.defaultAnswer;
     }
     int count = 0;
-};
-
-/// Sees every screen come up, and answers it as soon as it is at work.
-class TClerk : public QObject {
-public:
-    TClerk() { qApp->installEventFilter(this); }
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        auto *screen = event->type() == QEvent::Show ? qobject_cast<QDialog *>(watched) : nullptr;
-        if (screen) {
-            shown = screen->metaObject()->className();
-            QTimer::singleShot(0, screen, [this, screen] { work(screen); });
-        }
-        return false;
-    }
-    desk_answer answer = desk_escapes;
-    QByteArray shown;
-
-private:
-    void work(QDialog *screen) const
-    {
-        auto *select = screen->findChild<QAbstractButton *>(QStringLiteral("Select_BTN"));
-        if (answer == desk_chooses && select && select->isEnabled())
-            select->click();
-        else if (answer == desk_closes_the_box)
-            screen->close();
-        else
-            QTest::sendKeyEvent(QTest::Click, screen, Qt::Key_Escape, QString(), Qt::NoModifier);
-    }
 };
 
 struct TDesk {
@@ -142,7 +112,7 @@ void desk_seat_user_without(int part)
 
 void desk_answer_screens_by(desk_answer answer)
 {
-    desk->clerk.answer = answer;
+    desk->clerk.answer = TClerk::Answer(answer);
 }
 
 const char *desk_screen_shown(void)
