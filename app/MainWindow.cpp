@@ -245,7 +245,7 @@ bool TMain_FRM::eventFilter(QObject *watched, QEvent *event)
 
 void TMain_FRM::moveFocus(QPushButton *from, int rows, int columns)
 {
-    const qsizetype place = m_buttons.indexOf(from) + rows * buttonColumns + columns;
+    const qsizetype place = m_buttons.indexOf(from) + qsizetype(rows) * buttonColumns + columns;
     if (place >= 0 && place < m_buttons.size())
         m_buttons.at(place)->setFocus(Qt::TabFocusReason);
 }

@@ -27,8 +27,8 @@
 namespace {
 
 const int stepMilliseconds = 15;
-const int pictureMilliseconds = 100;
-const int typedMilliseconds = 300; // searches that run while typing are over by then
+const int pictureMilliseconds = 50;
+const int typedMilliseconds = 200; // searches that run while typing are over by then
 const int patienceMilliseconds = 10000;
 
 void pass(int milliseconds)

@@ -112,6 +112,7 @@ QList<S> calendar()
             await("TCalender_Set_FRM"),
             type("Title_EDT", u"تقویم کاری 1406"_qs),
             type("Date1_EDT", u"14060101"_qs),
+            type("StartDay_CMB", u"يکشنبه"_qs),
             type("Date2_EDT", u"14061229"_qs),
             picture("work-calendar-new-days"),
             press("F3"),

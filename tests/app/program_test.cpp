@@ -40,7 +40,7 @@ protected:
         process.setProcessEnvironment(variables);
         process.start(program(), arguments);
         process.closeWriteChannel();
-        if (!process.waitForFinished(60000)) {
+        if (!process.waitForFinished(300000)) {
             process.kill();
             process.waitForFinished();
             ADD_FAILURE() << "the program did not end";
