@@ -134,6 +134,7 @@ public:
         return m_fields;
     }
     QVariant value(int column) override { return columnValue(m_statement, column); }
+    qlonglong integer(int column) override { return sqlite3_column_int64(m_statement, column); }
 
 private:
     TSqliteEngine &m_engine;
