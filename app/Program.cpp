@@ -140,6 +140,8 @@ bool TProgram::openDatabase()
         } catch (const TDatabaseError &error) {
             // A database that was named by hand is answered where it was named.
             if (namedDatabase() || !interactive()) {
+                if (interactive())
+                    MsgDatabaseError(error);
                 fail(QString::fromUtf8(error.what()));
                 return false;
             }

@@ -372,6 +372,19 @@ TEST_F(InProcess, AnotherUserLogsInWithoutANewStart)
         << "the sample company has no account, so its first one is made now";
 }
 
+TEST_F(InProcess, ANamedServerThatCannotBeReachedIsToldAndEndsTheStart)
+{
+    ScriptedMessages messages;
+    const auto told = [&](const QString &place, const QString &words) {
+        EXPECT_EQ(run({"--odbc", place}), 1);
+        EXPECT_TRUE(messages.last().text.contains(words)) << messages.last().text.toStdString();
+    };
+    told("Server=127.0.0.1;Database=d", u"راه انداز ODBC"_qs);
+    told("Driver=FreeTDS;Server=127.0.0.1;Port=1;Database=d;LoginTimeout=2", u"نام سرور، شماره درگاه"_qs);
+    EXPECT_EQ(messages.all().size(), 2);
+    EXPECT_EQ(err.count('\n'), 2) << err.toStdString();
+}
+
 /// Turns to another database by F8 in the dialog `where`, and leaves the dialog that comes up there.
 TEST_F(InProcess, EachDialogOfTheStartLeadsToTheDatabaseSettings)
 {

@@ -125,6 +125,7 @@ TEST_F(TaxEditor, RunsItsStatementsInTheirOrder)
                       "copy in"},
                      {"select * from Tmptax where TaxMainCode = 5 order by fromSalary", "working list"},
                      {"update [TaxMain]", "write header"},
+                     {"insert into UserEvent(", "event"},
                      {"delete from Tax where TaxMainCode=", "clear saved"},
                      {"INSERT into Tax(TaxMainCode, FromSalary, Tosalary, Comment, [Percent]) SELECT "
                       "TaxMainCode,FromSalary,Tosalary,Comment,[Percent] FROM TmpTax where TaxMainCode=",
@@ -148,7 +149,7 @@ TEST_F(TaxEditor, RunsItsStatementsInTheirOrder)
         db.clearTrace();
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_EQ(steps(), (QStringList{"select count(*) from TmpTax where TaxMainCode=5", "write header",
-                                        "clear saved", "copy back", "clear working"}));
+                                        "clear saved", "copy back", "event", "clear working"}));
     });
 }
 

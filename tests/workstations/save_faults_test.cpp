@@ -57,7 +57,8 @@ protected:
         proxy = std::make_unique<TestProxy>(place);
         QString through = TestServer::with(proxy->connectionString(), "LoginTimeout", "2");
         through = TestServer::with(through, "LockTimeout", "1");
-        connection.openOdbc(TestServer::with(through, "AnswerTimeout", "2"));
+        connection.openOdbc(
+            TestServer::with(through, "AnswerTimeout", GetParam() == TBreak::LateAnswers ? "3" : "30"));
         DM.ADOConnection1 = &connection;
         IniOptions.Com_Index = 1;
         UserInfo = TUserInfo{1, "clerk", "clerk", true, true};

@@ -53,7 +53,8 @@ public:
 
     void work(int count)
     {
-        for (int i = 0; i < count; ++i) {
+        // What had no effect (a lock that another workstation holds) is no operation.
+        while (m_told < count) {
             try {
                 operation();
             } catch (const TDatabaseError &error) {
@@ -66,6 +67,7 @@ public:
 private:
     void tell(const char *what, const QString &which)
     {
+        ++m_told;
         std::cout << what << ' ' << qPrintable(which) << std::endl;
     }
     void failed(const char *what)
@@ -251,6 +253,7 @@ private:
     TTax_DM m_taxes{nullptr};
     TStaff_DM m_staff{nullptr};
     QRandomGenerator m_random;
+    int m_told = 0;
     QList<int> m_own;
 };
 
@@ -299,7 +302,7 @@ protected:
             }
         }
         std::cout << done << " operations of " << processes << " processes in " << timer.elapsed() << " ms\n";
-        EXPECT_GT(done, operations() / 2);
+        EXPECT_EQ(done, operations() / processes * processes);
         const auto check = [&](const QString &what, const QString &table) {
             QStringList expected;
             for (auto entry = balance.cbegin(); entry != balance.cend(); ++entry) {

@@ -23,6 +23,8 @@ bool TBaseEditor::Guarded(const std::function<void()> &work)
         work();
         return true;
     } catch (const TDatabaseError &error) {
+        if (DM.ADOConnection1)
+            DM.ADOConnection1->noteError(error);
         MsgDatabaseError(error);
     } catch (const std::exception &error) {
         MsgDatabaseError(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
@@ -96,6 +98,26 @@ void TBaseEditor::leaveRecord()
     Guarded([this] { BeforeClose(); });
 }
 
+void TBaseEditor::noteLostLine()
+{
+    const auto *connection = DM.ADOConnection1;
+    if (m_mode == fmNew && m_identifier.toInt() != 0 && connection && connection->lastError() &&
+        IsLineLost(connection->lastError()->fault()))
+        m_unsure = m_identifier;
+}
+
+// A commit whose answer never came may have stored the new record. What is typed by now then changes it: entered once
+// more it would be refused, or be there twice.
+void TBaseEditor::settleLostSave()
+{
+    if (m_mode != fmNew || !m_unsure.isValid() || m_unsure != m_identifier || !RecordExists())
+        return;
+    SetMode(fmEdit);
+    m_savedOnce = true;
+    m_savedIdentifier = Identifier();
+    LoadRecord();
+}
+
 bool TBaseEditor::Save(TSaveMode way)
 {
     if (m_busy || m_finished)
@@ -106,6 +128,7 @@ bool TBaseEditor::Save(TSaveMode way)
         if (DM.ADOConnection1)
             DM.ADOConnection1->clearLastError();
         const bool sound = Guarded([&] {
+            settleLostSave();
             if (!Validate())
                 return;
             saved = SaveRecord();
@@ -114,9 +137,12 @@ bool TBaseEditor::Save(TSaveMode way)
         });
         // Nobody else could write while it stays open, and detail rows entered from here on would go with it.
         rollBackLeftOpen();
+        if (!saved)
+            noteLostLine();
         if (!sound || !saved)
             return false;
         RecordSaved(m_mode == fmNew);
+        m_unsure = {};
         m_savedOnce = true;
         m_savedIdentifier = Identifier();
         SetIsSaved(true);

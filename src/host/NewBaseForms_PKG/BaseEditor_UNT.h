@@ -135,8 +135,11 @@ private:
     void leaveRecord();
     void focusFirst();
     void rollBackLeftOpen();
+    void noteLostLine();
+    void settleLostSave();
     TFormMode m_mode;
     QVariant m_identifier = 0;
+    QVariant m_unsure; ///< the new record whose save lost the line to the server: it may be stored
     QVariant m_savedIdentifier;
     bool m_isSaved = true;
     bool m_busy = false;     ///< a save or the question of closing is under way

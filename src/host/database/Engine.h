@@ -31,6 +31,8 @@ public:
     /// A column of the current row: qlonglong, double, QString, QByteArray or null. Decimals of a server come as
     /// double when 15 significant digits hold them; flags as 0 and 1; dates as text.
     virtual QVariant value(int column) = 0;
+    /// A column of whole numbers, such as the keys of a list; 0 for null.
+    virtual qlonglong integer(int column) { return value(column).toLongLong(); }
 };
 
 /// What the connection and the query ask of a database. One object for each open connection; every function throws

@@ -98,7 +98,7 @@ void TQueryRows::readKeys()
     const TStatement statement = wrapped(QStringLiteral("select [%1]").arg(m_source.keyField), orderClause());
     const auto cursor = m_source.connection->engine().select(bound(statement));
     while (cursor->next())
-        m_keys.append(cursor->value(0).toLongLong());
+        m_keys.append(cursor->integer(0));
 }
 
 // The last keys, and the number of rows. A list that is searched is walked over once: what a search costs is its
@@ -112,7 +112,7 @@ void TQueryRows::readFromEnd()
             bound(wrapped(QStringLiteral("select top %1 [%2]").arg(tailRows).arg(m_source.keyField),
                           orderClause() + QStringLiteral(" desc"))));
         while (cursor->next())
-            last.append(cursor->value(0).toLongLong());
+            last.append(cursor->integer(0));
     }
     std::reverse(last.begin(), last.end());
     if (last.size() < tailRows) {
@@ -171,7 +171,7 @@ void TQueryRows::readOn(int row)
     QList<qlonglong> keys;
     const auto cursor = m_source.connection->engine().select(bound(statement));
     while (keys.size() < m_tailFrom && cursor->next())
-        keys.append(cursor->value(0).toLongLong());
+        keys.append(cursor->integer(0));
     std::reverse(keys.begin(), keys.end());
     if (keys.size() <
         std::min(nextRows, m_tailFrom)) // others have deleted rows: places at the far end are empty
@@ -330,7 +330,7 @@ int TQueryRows::find(const TStatement &condition)
     statement.append(condition).sql(u' ' + orderClause());
     m_source.connection->beforeStatement(statement);
     const auto cursor = m_source.connection->engine().select(bound(statement));
-    return cursor->next() ? rowOfKey(cursor->value(0).toLongLong()) : -1;
+    return cursor->next() ? rowOfKey(cursor->integer(0)) : -1;
 }
 
 int TQueryRows::append(const QVariantList &values, qlonglong key)

@@ -7,7 +7,9 @@
 
 #include <QRegularExpression>
 
+#include <chrono>
 #include <sqlite3.h>
+#include <thread>
 
 namespace {
 
@@ -132,6 +134,7 @@ public:
         return m_fields;
     }
     QVariant value(int column) override { return columnValue(m_statement, column); }
+    qlonglong integer(int column) override { return sqlite3_column_int64(m_statement, column); }
 
 private:
     TSqliteEngine &m_engine;
@@ -172,7 +175,7 @@ void TSqliteEngine::open()
                         nullptr) != SQLITE_OK)
         fail({});
     sqlite3_extended_result_codes(m_db, 1);
-    sqlite3_busy_timeout(m_db, busyMilliseconds);
+    sqlite3_busy_handler(m_db, &TSqliteEngine::waitForWriter, this);
     if (sqlite3_db_readonly(m_db, "main") == 1)
         throw TDatabaseError(TFault::ReadOnly, m_path);
     exec("pragma journal_mode=WAL");
@@ -181,6 +184,19 @@ void TSqliteEngine::open()
     exec("pragma temp_store=MEMORY");
     registerSqliteFunctions(m_db);
     registerSqliteSort(m_db);
+}
+
+// SQLite's own wait looks ever more rarely, and then one of eight busy workstations may find the file held each time
+// that it looks: it is looked for every millisecond instead.
+int TSqliteEngine::waitForWriter(void *engine, int attempt)
+{
+    QElapsedTimer &waited = static_cast<TSqliteEngine *>(engine)->m_waited;
+    if (attempt == 0)
+        waited.start();
+    if (waited.hasExpired(busyMilliseconds))
+        return 0;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return 1;
 }
 
 void TSqliteEngine::fail(const QString &text) const

@@ -2,6 +2,7 @@
 
 #include "host/database/Engine.h"
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <list>
 
@@ -38,11 +39,13 @@ public:
 
 private:
     void open();
+    static int waitForWriter(void *engine, int attempt);
     void runOne(const QString &sql, const TBoundStatement &bound, int first);
     void exec(const char *sql);
 
     QString m_path;
     sqlite3 *m_db = nullptr;
+    QElapsedTimer m_waited; ///< for another writer
     struct TKept {
         QString sql;
         sqlite3_stmt *statement;

@@ -186,11 +186,17 @@ public:
             memcpy(m_arabic[size_t(i)].bytes, folded.constData(), size_t(folded.size()));
         }
     }
-    /// The folded text, which is never longer than the text; false when a letter is not of those.
-    bool fold(TBytes text, std::string &folded) const
+    enum class Found { Yes, No, Unknown };
+    /// Whether the folded text contains `what`, which is folded and not empty. It is looked for while the text is
+    /// folded, so that most of a text that has it is not. Unknown: a letter is not of those.
+    Found find(TBytes what, TBytes text) const
     {
-        folded.resize(size_t(text.size));
-        char *to = folded.data();
+        static thread_local std::string room; // the folded text is never longer than the text
+        if (room.size() < size_t(text.size))
+            room.resize(size_t(text.size));
+        char *const begin = room.data();
+        char *to = begin;
+        const char last = what.text[what.size - 1];
         bool blank = false; // runs of blanks are one
         for (int i = 0; i < text.size; ++i) {
             const auto lead = static_cast<unsigned char>(text.text[i]);
@@ -206,11 +212,13 @@ public:
                     *to++ = made.bytes[byte];
                 blank = blank && made.size == 0;
             } else {
-                return false;
+                return Found::Unknown;
             }
+            if (to - begin >= what.size && to[-1] == last &&
+                memcmp(to - what.size, what.text, size_t(what.size)) == 0)
+                return Found::Yes;
         }
-        folded.resize(size_t(to - folded.data()));
-        return true;
+        return Found::No;
     }
 
 private:
@@ -229,12 +237,14 @@ void finds(sqlite3_context *context, int count, sqlite3_value **values)
     if (anyNull(count, values))
         return sqlite3_result_null(context);
     static const TFoldTable table;
-    static thread_local std::string folded;
-    if (!table.fold(bytes(values[1]), folded))
-        folded = PersianText::fold(string(values[1])).toStdString();
     const TBytes what = bytes(values[0]);
-    sqlite3_result_int(context, what.size > 0 && memmem(folded.data(), folded.size(), what.text,
-                                                        size_t(what.size)) != nullptr);
+    if (what.size == 0)
+        return sqlite3_result_int(context, 0);
+    const TFoldTable::Found found = table.find(what, bytes(values[1]));
+    if (found == TFoldTable::Found::Unknown)
+        return sqlite3_result_int(context,
+                                  PersianText::fold(string(values[1])).contains(string(values[0])) ? 1 : 0);
+    sqlite3_result_int(context, found == TFoldTable::Found::Yes ? 1 : 0);
 }
 
 // The next unique code of a detail, whatever its kind (the server has it as a function in the schema).

@@ -268,7 +268,7 @@ TEST_F(BaseEditor, AnEditorThatCannotReadBackItsSavedRecordClosesWithOk)
     TThingGet_FRM editor;
     const int result = open(editor, [&] {
         Keys::type(editor.Title_EDT, "first");
-        db.failStatement(2, TFault::ConnectionLost); // the insert passes, the reading does not
+        db.failStatement(3, TFault::ConnectionLost); // the insert and its event pass, the reading does not
         Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
         db.failStatement(0);
         EXPECT_FALSE(editor.isVisible());

@@ -17,7 +17,8 @@
 #include <memory>
 
 #if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/allocator_interface.h>
+// The compiler has the function, but not its header.
+extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 namespace {
