@@ -28,6 +28,7 @@ protected:
         variables.insert("QT_QPA_PLATFORM", "offscreen");
         variables.insert("XDG_CONFIG_HOME", home.filePath("config"));
         variables.insert("XDG_DATA_HOME", home.filePath("data"));
+        variables.insert("XDG_RUNTIME_DIR", home.path());
         variables.remove("KETEBIONPAP_ODBC");
         variables.remove("DISPLAY");
         variables.remove("WAYLAND_DISPLAY");
