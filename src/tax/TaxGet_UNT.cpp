@@ -126,11 +126,11 @@ void TTaxGet_FRM::ClearRecord()
 void TTaxGet_FRM::LoadRecord()
 {
     Tax_DM->Tax_GetByID(Identifier());
-    openWorkingRows();
 }
 
 void TTaxGet_FRM::ShowRecord()
 {
+    openWorkingRows();
     const TQuery *record = Tax_DM->Get_QUR;
     Code_EDT->SetValue(record->value(QStringLiteral("Code")));
     Title_EDT->SetText(record->asString(QStringLiteral("Title")));

@@ -46,8 +46,10 @@ protected:
     // The hooks, in the order of the editor's table of operations.
     virtual bool Validate() = 0; ///< true when all is well; otherwise it has told the user and set the focus
     virtual void ClearRecord() = 0; ///< inputs to the defaults of a new record
-    virtual void LoadRecord() = 0;  ///< reads the record of Identifier()
-    virtual void ShowRecord() = 0;  ///< shows the loaded record
+    /// Loads the record, and leaves its working rows alone: it runs, too, when a record whose save got no answer turns
+    /// out to be stored.
+    virtual void LoadRecord() = 0;
+    virtual void ShowRecord() = 0; ///< shows the loaded record
     /// Insert or update, then the success or failure message. A screen whose code can be typed makes the saved
     /// code its identifier.
     virtual bool SaveRecord() = 0;
