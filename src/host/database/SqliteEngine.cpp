@@ -127,10 +127,8 @@ public:
     }
     const QList<TFieldInfo> &fields() const override
     {
-        if (m_fields.isEmpty()) {
-            for (int i = 0; i < sqlite3_column_count(m_statement); ++i)
-                m_fields.append(m_engine.describe(m_statement, i));
-        }
+        if (m_fields.isEmpty())
+            m_fields = m_engine.describe(m_statement);
         return m_fields;
     }
     QVariant value(int column) override { return columnValue(m_statement, column); }
@@ -257,16 +255,22 @@ void TSqliteEngine::giveBack(const QString &sql, sqlite3_stmt *statement)
     sqlite3_reset(statement);
     sqlite3_clear_bindings(statement);
     if (m_keptBySql.contains(sql)) {
-        sqlite3_finalize(statement);
+        finalize(statement);
         return;
     }
     m_kept.push_front({sql, statement});
     m_keptBySql.insert(sql, m_kept.begin());
     if (m_kept.size() > keptStatements) {
         m_keptBySql.remove(m_kept.back().sql);
-        sqlite3_finalize(m_kept.back().statement);
+        finalize(m_kept.back().statement);
         m_kept.pop_back();
     }
+}
+
+void TSqliteEngine::finalize(sqlite3_stmt *statement)
+{
+    m_described.remove(statement);
+    sqlite3_finalize(statement);
 }
 
 int TSqliteEngine::bind(sqlite3_stmt *statement, const TBoundStatement &bound, int first)
@@ -343,7 +347,20 @@ qlonglong TSqliteEngine::insert(const TBoundStatement &statement)
     return sqlite3_last_insert_rowid(m_db);
 }
 
-TFieldInfo TSqliteEngine::describe(sqlite3_stmt *statement, int column)
+QList<TFieldInfo> TSqliteEngine::describe(sqlite3_stmt *statement)
+{
+    // Prepared again: the tables have changed.
+    const int prepared = sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
+    TDescribed &known = m_described[statement];
+    if (known.fields.isEmpty() || known.prepared != prepared) {
+        known = {prepared, {}};
+        for (int i = 0; i < sqlite3_column_count(statement); ++i)
+            known.fields.append(describeColumn(statement, i));
+    }
+    return known.fields;
+}
+
+TFieldInfo TSqliteEngine::describeColumn(sqlite3_stmt *statement, int column)
 {
     TFieldInfo field;
     field.name = QString::fromUtf8(sqlite3_column_name(statement, column));

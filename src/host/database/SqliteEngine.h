@@ -35,13 +35,16 @@ public:
     /// Binds the values from `first` on; answers how many "?" places the statement has.
     int bind(sqlite3_stmt *statement, const TBoundStatement &bound, int first);
     [[noreturn]] void fail(const QString &text) const;
-    TFieldInfo describe(sqlite3_stmt *statement, int column);
+    /// The columns of a prepared statement; known ones cost nothing.
+    QList<TFieldInfo> describe(sqlite3_stmt *statement);
 
 private:
     void open();
     static int waitForWriter(void *engine, int attempt);
     void runOne(const QString &sql, const TBoundStatement &bound, int first);
     void exec(const char *sql);
+    TFieldInfo describeColumn(sqlite3_stmt *statement, int column);
+    void finalize(sqlite3_stmt *statement);
 
     QString m_path;
     sqlite3 *m_db = nullptr;
@@ -52,5 +55,10 @@ private:
     };
     std::list<TKept> m_kept; // most recently used first
     QHash<QString, std::list<TKept>::iterator> m_keptBySql;
+    struct TDescribed {
+        int prepared = 0; ///< how often it was prepared again by then
+        QList<TFieldInfo> fields;
+    };
+    QHash<sqlite3_stmt *, TDescribed> m_described;
     QHash<QString, TTableInfo> m_tables;
 };
