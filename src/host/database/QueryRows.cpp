@@ -61,12 +61,19 @@ TStatement TQueryRows::wrapped(const QString &before, const QString &after) cons
 
 void TQueryRows::setFields(const QList<TFieldInfo> &fields)
 {
-    m_columns = {fields, {}, false};
-    for (qsizetype i = fields.size() - 1; i >= 0; --i) {
-        m_columns.index.insert(fields[i].name.toLower(),
-                               int(i)); // of two columns with one name the first one counts
-        m_columns.anyLarge = m_columns.anyLarge || fields[i].large;
+    m_columns = {fields, false};
+    for (const TFieldInfo &field : fields)
+        m_columns.anyLarge = m_columns.anyLarge || field.large;
+}
+
+int TQueryRows::TColumns::indexOf(const QString &name) const
+{
+    for (qsizetype i = 0; i < fields.size(); ++i) {
+        const QString &known = fields[i].name;
+        if (known.size() == name.size() && known.compare(name, Qt::CaseInsensitive) == 0)
+            return int(i);
     }
+    return -1;
 }
 
 void TQueryRows::readAll()
@@ -248,7 +255,7 @@ TQueryRows::TPage *TQueryRows::page(int number)
     m_source.connection->beforeStatement(statement);
     const auto cursor = m_source.connection->engine().select(bound(statement));
     QHash<qlonglong, QVariantList> byKey;
-    const int keyIndex = m_columns.index.value(m_source.keyField.toLower(), -1);
+    const int keyIndex = m_columns.indexOf(m_source.keyField);
     while (cursor->next()) {
         const QVariantList row = readRow(*cursor, m_columns.fields.size());
         byKey.insert(keyIndex < 0 ? 0 : row[keyIndex].toLongLong(), row);
@@ -271,7 +278,7 @@ const QList<TFieldInfo> &TQueryRows::fields()
 int TQueryRows::fieldIndex(const QString &name)
 {
     fields();
-    return m_columns.index.value(name.toLower(), -1);
+    return m_columns.indexOf(name);
 }
 
 QVariantList TQueryRows::row(int row)

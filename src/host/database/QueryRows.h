@@ -13,8 +13,9 @@ class TQueryRows {
 public:
     struct TColumns {
         QList<TFieldInfo> fields;
-        QHash<QString, int> index; ///< lower-case name to position
         bool anyLarge = false;
+        /// Whatever the case; of two columns with one name the first one. -1: none.
+        int indexOf(const QString &name) const;
     };
     struct TSource {
         TConnection *connection = nullptr;
