@@ -3,7 +3,7 @@
 #include "host/Component_ZLM/AccessKeys.h"
 
 #include <QApplication>
-#include <QFontDatabase>
+#include <QHeaderView>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
@@ -125,6 +125,16 @@ public:
     QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
                            const QWidget *widget) const override
     {
+        // A header is measured in bold for the sections that it highlights; where it highlights none, the bold font
+        // would be loaded for nothing.
+        const auto *header = qobject_cast<const QHeaderView *>(widget);
+        const auto *section = qstyleoption_cast<const QStyleOptionHeader *>(option);
+        if (type == CT_HeaderSection && header && section && !header->highlightSections()) {
+            QStyleOptionHeader regular = *section;
+            regular.version = QStyleOptionHeader::Version;
+            regular.fontMetrics = header->fontMetrics();
+            return QProxyStyle::sizeFromContents(type, &regular, size, widget);
+        }
         const QSize normal = QProxyStyle::sizeFromContents(type, option, size, widget);
         // A screen's buttons are not a tool bar's.
         if (type == CT_ToolButton && widget && widget->inherits("TSmartButton_ZLM"))
