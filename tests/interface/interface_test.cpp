@@ -142,6 +142,16 @@ TEST_F(Interface, AScreenGoesBeforeItsDataModule)
     }
 }
 
+TEST_F(Interface, AScreenOpensWithoutTheLibraryThatWritesSpreadsheets)
+{
+    shown("Open_CalculatingMethods", escape);
+    QFile maps(QStringLiteral("/proc/self/maps"));
+    ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+    const QByteArray loaded = maps.readAll();
+    EXPECT_TRUE(loaded.contains("libKetebionpapHost"));
+    EXPECT_FALSE(loaded.contains("xlsxwriter")) << "its loading makes each start longer";
+}
+
 TEST_F(Interface, ASelectTakesUpTheDataModuleOfARefusedOpenAndFreesIt)
 {
     holdOnly({});

@@ -3,100 +3,31 @@
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/database/Query.h"
+#include "host/spreadsheet/Workbook.h"
 
 #include <QFile>
 #include <QFileDialog>
 #include <QProgressDialog>
 
-#include <xlsxwriter.h>
+#include <dlfcn.h>
 
-#include <cmath>
 #include <memory>
 
 namespace {
 
-constexpr double PixelsOfACharacter = 7; // of the spreadsheet's own font
-constexpr int ProgressEvery = 200;       // rows
-constexpr int LongestSheetName = 31;     // characters (Office Open XML)
+constexpr int ProgressEvery = 200; // rows
 const QString UnfinishedSuffix = QStringLiteral(".part");
 
-// A sheet's name may not hold these.
-QString sheetName(const QString &title)
+/// What makes workbooks, or null and why: a library of its own, loaded when the first list is written, since few
+/// starts of a program ever write one. It stands beside the host library.
+TNewWorkbook *workbookMaker(QString *reason = nullptr)
 {
-    QString name;
-    for (const QChar c : title.trimmed()) {
-        if (!QStringLiteral("[]:*?/\\'").contains(c))
-            name += c;
-    }
-    return name.left(LongestSheetName);
+    void *library = dlopen("KetebionpapSpreadsheet.so", RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    void *maker = library ? dlsym(library, "NewWorkbook") : nullptr;
+    if (!maker && reason)
+        *reason = QString::fromLocal8Bit(dlerror());
+    return reinterpret_cast<TNewWorkbook *>(maker);
 }
-
-class TWorkbook {
-public:
-    explicit TWorkbook(const QString &fileName)
-    {
-        const QByteArray file = QFile::encodeName(fileName);
-        // The rows go to a temporary file as they come, whatever their number.
-        lxw_workbook_options options{};
-        options.constant_memory = LXW_TRUE;
-        m_book = workbook_new_opt(file.constData(), &options);
-        if (!m_book)
-            return;
-        m_caption = workbook_add_format(m_book);
-        format_set_bold(m_caption);
-        format_set_bg_color(m_caption, 0xE6E6E6);
-        format_set_border(m_caption, LXW_BORDER_THIN);
-        m_amount = workbook_add_format(m_book);
-        format_set_num_format(m_amount, "#,##0");
-        m_fraction = workbook_add_format(m_book);
-        format_set_num_format(m_fraction, "#,##0.0########");
-    }
-    ~TWorkbook() { close(); }
-    Q_DISABLE_COPY_MOVE(TWorkbook)
-
-    bool addSheet(const QString &title)
-    {
-        if (m_book)
-            m_sheet = workbook_add_worksheet(m_book, sheetName(title).toUtf8().constData());
-        if (!m_sheet)
-            return false;
-        worksheet_right_to_left(m_sheet);
-        worksheet_freeze_panes(m_sheet, 1, 0);
-        return true;
-    }
-    bool setCaption(int column, const QString &caption, int width)
-    {
-        return worksheet_set_column(m_sheet, lxw_col_t(column), lxw_col_t(column), width / PixelsOfACharacter,
-                                    nullptr) == LXW_NO_ERROR &&
-               worksheet_write_string(m_sheet, 0, lxw_col_t(column), caption.trimmed().toUtf8().constData(),
-                                      m_caption) == LXW_NO_ERROR;
-    }
-    bool setText(int row, int column, const QString &text)
-    {
-        return text.isEmpty() || worksheet_write_string(m_sheet, lxw_row_t(row), lxw_col_t(column),
-                                                        text.toUtf8().constData(), nullptr) == LXW_NO_ERROR;
-    }
-    bool setNumber(int row, int column, double number, bool amount)
-    {
-        lxw_format *format = nullptr;
-        if (amount)
-            format = number == std::floor(number) ? m_amount : m_fraction;
-        return worksheet_write_number(m_sheet, lxw_row_t(row), lxw_col_t(column), number, format) ==
-               LXW_NO_ERROR;
-    }
-    bool close()
-    {
-        lxw_workbook *book = std::exchange(m_book, nullptr);
-        return book && workbook_close(book) == LXW_NO_ERROR;
-    }
-
-private:
-    lxw_workbook *m_book = nullptr;
-    lxw_worksheet *m_sheet = nullptr;
-    lxw_format *m_caption = nullptr;
-    lxw_format *m_amount = nullptr;
-    lxw_format *m_fraction = nullptr;
-};
 
 bool isNumber(const QVariant &value)
 {
@@ -199,10 +130,13 @@ bool WriteSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, const QS
                       const TProgress &progress)
 {
     const QString unfinished = fileName + UnfinishedSuffix;
+    TNewWorkbook *newWorkbook = workbookMaker();
+    if (!newWorkbook)
+        return false;
     bool written = false;
     try {
-        TWorkbook book(unfinished);
-        written = writeBook(book, grid, title, progress);
+        const std::unique_ptr<TWorkbook> book(newWorkbook(unfinished));
+        written = writeBook(*book, grid, title, progress);
     } catch (const TDatabaseError &) {
         QFile::remove(unfinished);
         throw;
@@ -225,6 +159,12 @@ void ExportSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, QWidget
             u"لیست بیش از %1 سطر دارد و در یک صفحه گسترده جا نمی شود. لیست را با جستجو کوتاه کنید."_qs.arg(
                 SpreadsheetRows),
             {}, miWarning);
+        return;
+    }
+    QString reason;
+    if (!workbookMaker(&reason)) {
+        ShowSmartMessage(u"برنامه کامل نصب نشده است و نمی تواند صفحه گسترده بسازد. آن را دوباره نصب کنید."_qs,
+                         reason, miError);
         return;
     }
     const bool written = RunWithProgress(parent, caption, rows, [&](const TProgress &progress) {
