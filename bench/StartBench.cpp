@@ -32,7 +32,14 @@ void StartToAnEmptyWindow(benchmark::State &state)
     startProgram(state, QStringLiteral(KETEBIONPAP_BIN "/ketebionpap_start_empty"), {});
 }
 
+void StartToQtsOwnTable(benchmark::State &state)
+{
+    startProgram(state, QStringLiteral(KETEBIONPAP_BIN "/ketebionpap_start_table"),
+                 {BenchData::database(1000)});
+}
+
 } // namespace
 
 BENCHMARK(StartToAnEmptyWindow)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(5);
+BENCHMARK(StartToQtsOwnTable)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(5);
 BENCHMARK(StartToTheListOf1000Methods)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(5);
