@@ -27,18 +27,17 @@ QString oneLine(const QString &text, int &caret)
     int newCaret = caret;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
+        const bool separator = c == u'\r' || c == u'\n' || c == u'\t' || c == QChar::LineSeparator ||
+                               c == QChar::ParagraphSeparator;
         const bool secondOfBreak = c == u'\n' && i > 0 && text[i - 1] == u'\r';
         const bool pair = c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
         if (pair) {
             result += c;
             result += text[++i];
-        } else if (secondOfBreak || c.isSurrogate()) {
-            newCaret -= i < caret ? 1 : 0;
-        } else if (c == u'\r' || c == u'\n' || c == u'\t' || c == QChar::LineSeparator ||
-                   c == QChar::ParagraphSeparator) {
+        } else if (separator && !secondOfBreak) {
             result += u' ';
-        } else if (c.category() == QChar::Other_Control) {
-            newCaret -= i < caret ? 1 : 0;
+        } else if (separator || c.isSurrogate() || c.category() == QChar::Other_Control) {
+            newCaret -= i < caret ? 1 : 0; // left out
         } else {
             result += c;
         }
