@@ -265,7 +265,7 @@ void TFiscalDeducation_List_FRM::takeCurrent()
     SelectedTitle = ListQuery()->asString(u"title"_qs);
 }
 
-/// The rows that are to be added together: ticked ones, else several that are highlighted; none for the current one.
+/// The ticked rows, listed or not; none: the current one is meant, whatever else is highlighted.
 QList<TFiscalDeducation_List_FRM::TRow> TFiscalDeducation_List_FRM::chosenRows() const
 {
     QList<TRow> rows;
@@ -279,9 +279,6 @@ QList<TFiscalDeducation_List_FRM::TRow> TFiscalDeducation_List_FRM::chosenRows()
             rows << TRow{item._code, found->asInteger(u"PayrollCode"_qs), item._CalcType,
                          found->value(u"Cost"_qs)};
     }
-    if (rows.isEmpty())
-        for (const int position : Grid()->SelectedRows())
-            rows << row(position);
     return rows;
 }
 

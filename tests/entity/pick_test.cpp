@@ -255,18 +255,6 @@ TEST_F(ItemPick, ANullCostCountsAsZeroAndIsTaken)
     EXPECT_EQ(earningsOf(10), "4|0");
 }
 
-TEST_F(ItemPick, SeveralHighlightedRowsAreTakenTogetherWhenNoneIsTicked)
-{
-    EXPECT_EQ(pick(u"1;2;12"_qs,
-                   [&](TFiscalDeducation_List_FRM &screen) {
-                       goTo(screen, 7);
-                       Keys::press(&screen, Qt::Key_Down, Qt::ShiftModifier);
-                       enter(screen);
-                   }),
-              QDialog::Accepted);
-    EXPECT_EQ(deductionsOf(12), "7|10\n8|300");
-}
-
 TEST_F(ItemPick, ItemsStayTickedWhileAnotherGroupIsShownAndALineTellsHowMany)
 {
     EXPECT_EQ(pick(u"0;2;10"_qs,
