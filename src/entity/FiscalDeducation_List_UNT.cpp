@@ -154,6 +154,8 @@ void TFiscalDeducation_List_FRM::AfterShow()
     }
     connect(Groups, &TGroup_Pane::groupMoved, ZelmoSearchManager1,
             &TZelmoSearchManager::ExecuteFilter_DataSet);
+    // The kept layout comes first: these two are shown at each opening, also when they were hidden in the last one.
+    Grid()->RestoreLayout();
     for (const auto &field : {u"InsuranceTitle"_qs, u"TaxTitle"_qs})
         Grid()->SetColumnOffered(field, !IsDeduction());
     SetTitle(IsDeduction() ? u" ليست کسورات"_qs : u" ليست مزايا "_qs);

@@ -142,6 +142,41 @@ TEST_F(ItemList, KeepsItsSizeItsStripAndItsGroupColumnsForTheNextOpening)
     });
 }
 
+TEST_F(ItemList, OfEarningsShowsInsuranceAndTaxEachTimeItOpens)
+{
+    const QString key = "TFiscalDeducation_List_FRM/FiscalDeducation_List_GRD";
+    const auto forget = qScopeGuard([&] { LayoutStore::setValue(key, {}); });
+    const auto choose = [](TFiscalDeducation_List_FRM &screen, const QString &caption) {
+        QMenu menu;
+        screen.Grid()->FillColumnMenu(&menu);
+        for (QAction *action : menu.actions())
+            if (action->text() == caption)
+                action->trigger();
+    };
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        for (const QString &caption : {u"بیمه"_qs, u"مالیات"_qs, u"مبنای محاسباتی"_qs})
+            choose(screen, caption);
+        EXPECT_FALSE(columnShown(screen, "InsuranceTitle"));
+        EXPECT_FALSE(columnShown(screen, "TaxTitle"));
+    });
+    list(0, [&](TFiscalDeducation_List_FRM &screen) {
+        EXPECT_TRUE(columnShown(screen, "InsuranceTitle"));
+        EXPECT_TRUE(columnShown(screen, "TaxTitle"));
+        EXPECT_FALSE(columnShown(screen, "CalcTitle")) << "the user's own choice is kept";
+        QMenu menu;
+        screen.Grid()->FillColumnMenu(&menu);
+        EXPECT_EQ(menu.actions().size(), 6);
+        EXPECT_TRUE(menu.actions()[4]->isChecked());
+        EXPECT_TRUE(menu.actions()[5]->isChecked());
+        choose(screen, u"مبنای محاسباتی"_qs);
+    });
+    list(1, [&](TFiscalDeducation_List_FRM &screen) {
+        EXPECT_FALSE(columnShown(screen, "InsuranceTitle"));
+        EXPECT_FALSE(columnShown(screen, "TaxTitle"));
+        EXPECT_TRUE(columnShown(screen, "CalcTitle"));
+    });
+}
+
 TEST_F(ItemList, MakesItsDataModuleAndFreesIt)
 {
     EXPECT_EQ(Entity_DM, nullptr);
