@@ -150,7 +150,7 @@ void TFiscalDeducation_List_FRM::AfterShow()
 {
     if (Mode() == fmSelect) {
         m_callType = Parameter(1).toInt();
-        m_target = Parameter(2, 3).toString();
+        m_target = Parameter(2).toString();
     }
     connect(Groups, &TGroup_Pane::groupMoved, ZelmoSearchManager1,
             &TZelmoSearchManager::ExecuteFilter_DataSet);

@@ -62,6 +62,28 @@ TEST_F(ItemPick, SpaceTicksAllHighlightedRowsAndThenTheyAreTakenTogether)
     EXPECT_EQ(deductionsOf(12), "7|10\n8|300");
 }
 
+TEST_F(ItemPick, WhatFollowsAnotherSemicolonIsNoPartOfTheTarget)
+{
+    EXPECT_EQ(pick(u"0;2;10;11"_qs,
+                   [&](TFiscalDeducation_List_FRM &screen) {
+                       EXPECT_EQ(screen.Parameter(2), QVariant("10"));
+                       EXPECT_EQ(screen.Parameter(3), QVariant("11"));
+                       goTo(screen, 3);
+                       enter(screen);
+                   }),
+              QDialog::Accepted);
+    EXPECT_EQ(earningsOf(10), "3|500.25");
+    EXPECT_EQ(earningsOf(11), "");
+    EXPECT_EQ(pick(u"1;3;21;"_qs,
+                   [&](TFiscalDeducation_List_FRM &screen) {
+                       goTo(screen, 8);
+                       enter(screen);
+                   }),
+              QDialog::Accepted);
+    EXPECT_EQ(outputs(), "21|8|1|0");
+    EXPECT_EQ(messages.take(), QStringList());
+}
+
 TEST_F(ItemPick, OfTwoReasonsAgainstARowTheOrderTellsTheFirst)
 {
     bind(1, 1);
