@@ -54,6 +54,24 @@ TEST_F(ItemEditor, ValidationsRunInTheirOrder)
     EXPECT_EQ(earning(10), u"1|2|تازه|61|1|2|0|0|0|"_qs);
 }
 
+TEST_F(ItemEditor, AnAmountThatIsEmptyWhileTheBasisIsPercentIsAskedForAsTheRate)
+{
+    editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
+        fill(editor, "e");
+        chooseBasis(editor, u"درصد"_qs);
+        editor.Cost_EDT->Clear(); // nobody can: it is hidden
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.last().control, editor.Cost_EDT);
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRequiredField(نرخ)"_qs});
+        EXPECT_TRUE(editor.isVisible());
+        chooseBasis(editor, u"مبلغ"_qs);
+        Keys::type(editor.Cost_EDT, "12");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_FALSE(editor.isVisible());
+    });
+    EXPECT_EQ(db.text("select Cost from Fiscal where Code=10"), "12");
+}
+
 TEST_F(ItemEditor, ARepeatedTitleOfADeductionIsToldWithTheWordOfTheEarnings)
 {
     editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
@@ -203,6 +221,45 @@ TEST_F(ItemEditor, AFaultAtAnyStatementOfASaveLosesNothing)
     }
 }
 
+TEST_F(ItemEditor, ASaveWhoseAnswerWasLostIsGoneOnWithUnderTheSameTitle)
+{
+    const int result = editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
+        fill(editor, "kept");
+        db.failStatement(3, TFault::ConnectionLost); // after the looks for the code and for the title
+        Keys::press(&editor, Qt::Key_F3);
+        db.failStatement(0);
+        EXPECT_EQ(messages.take().size(), 1);
+        EXPECT_EQ(deduction(10), "");
+        db.run("insert into Deduction(Code,GrpCode,CalcType,Title,Cost,Kol,Moin,Tafzili) "
+               "values(10,5,0,'kept',1500,61,2,1)"); // it was stored all the same
+        Keys::retype(editor.Cost_EDT, "1600");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList());
+        EXPECT_FALSE(editor.isVisible());
+    });
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(deduction(10), "5|0|kept|61|2|1|1600|");
+}
+
+TEST_F(ItemEditor, AnItemThatAnotherUserStoredWhileTheLineWasLostIsNotWrittenOver)
+{
+    editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
+        fill(editor, "mine");
+        db.failStatement(3, TFault::ConnectionLost);
+        Keys::press(&editor, Qt::Key_F3);
+        db.failStatement(0);
+        messages.take();
+        db.run("insert into Deduction(Code,GrpCode,CalcType,Title,Cost,Kol,Moin,Tafzili) "
+               "values(10,6,0,'theirs',7,61,2,1)");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(کد|)"_qs});
+        EXPECT_TRUE(editor.isVisible());
+        EXPECT_EQ(editor.Title_EDT->GetText(), "mine");
+        leave(editor);
+    });
+    EXPECT_EQ(db.text("select Title from Deduction where Code=10"), "theirs");
+}
+
 TEST_F(ItemEditor, SaveAndNewBeginsTheNextItemInTheSameGroup)
 {
     editNew(cspFiscal, "2", [&](TFiscalDeducation_Get_FRM &editor) {
@@ -248,6 +305,31 @@ TEST_F(ItemEditor, SaveAndStayEditsTheSavedItemOn)
     EXPECT_EQ(result, QDialog::Accepted);
     EXPECT_EQ(earning(10), "1|2|second|61|2|1|1500|0|0|");
     EXPECT_EQ(messages.take(), QStringList());
+}
+
+TEST_F(ItemEditor, SaveAndStaySavesAgainAndAgainUnderTheSameTitle)
+{
+    const auto twice = [&](TFiscalDeducation_Get_FRM &editor) {
+        for (const char *cost : {"21", "22"}) {
+            Keys::retype(editor.Cost_EDT, cost);
+            Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
+            EXPECT_EQ(messages.take(), QStringList());
+            EXPECT_TRUE(editor.IsSaved());
+            EXPECT_EQ(db.text("select count(*) from Deduction where Cost=" + QString(cost)), "1");
+        }
+        Keys::press(&editor, Qt::Key_Escape);
+        EXPECT_FALSE(editor.isVisible());
+    };
+    EXPECT_EQ(editNew(cspDeduction, "5",
+                      [&](TFiscalDeducation_Get_FRM &editor) {
+                          fill(editor, "kept");
+                          twice(editor);
+                      }),
+              QDialog::Accepted);
+    EXPECT_EQ(deduction(10), "5|0|kept|61|2|1|22|");
+    db.run("update Deduction set Cost=1 where Code=10");
+    EXPECT_EQ(edit(cspDeduction, 8, twice), QDialog::Accepted);
+    EXPECT_EQ(db.text("select Cost from Deduction where Code=8"), "22");
 }
 
 TEST_F(ItemEditor, ATypedChangeIsAskedAboutBeforeItIsLost)
