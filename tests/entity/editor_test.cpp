@@ -34,6 +34,13 @@ TEST_F(ItemEditor, ANewEarningOpensOnMonthlyWithTheNextCodeOfBothKinds)
     EXPECT_EQ(messages.take(), QStringList());
 }
 
+TEST_F(ItemEditor, BeforeItOpensItsAmountHasACaptionOfItsOwn)
+{
+    Entity_DM = new TEntity_DM(nullptr);
+    for (const TSoftwarePart part : {cspFiscal, cspDeduction})
+        EXPECT_EQ(TFiscalDeducation_Get_FRM(part, false, "1").Cost_LBL->text(), u"  مبل&غ :"_qs);
+}
+
 TEST_F(ItemEditor, ANewDeductionOffersAmountPercentAndFixed)
 {
     editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
@@ -49,6 +56,8 @@ TEST_F(ItemEditor, ANewDeductionOffersAmountPercentAndFixed)
         EXPECT_FALSE(editor.Tax_CHK->isVisible());
         EXPECT_FALSE(editor.Tax_LBL->isVisible());
         EXPECT_TRUE(editor.InstallmentWarning_LBL->isVisible());
+        EXPECT_EQ(editor.InstallmentWarning_LBL->text(),
+                  u"در صورتی که کسورات مورد نظر اقساط باشد ، حساب قسط در حکم کارگزینی ملاک خواهد بود"_qs);
         EXPECT_EQ(editor.InstallmentWarning_LBL->palette().color(QPalette::WindowText), QColor(0x80, 0, 0));
         Keys::picture(&editor, "deduction_new");
     });

@@ -162,6 +162,27 @@ TEST_F(ItemList, TheGroupMenuKeepsTheGroupsOfTheKind)
     EXPECT_EQ(events(), "816|3|renamed");
 }
 
+TEST_F(ItemList, ANewGroupThatIsLeftWithEscapeNeitherReadsNorMovesTheGroups)
+{
+    for (const int kind : {0, 1})
+        list(kind, [&](TFiscalDeducation_List_FRM &screen) {
+            const int first = kind == 0 ? 1 : 5;
+            goToGroup(screen, first);
+            db.run(QString("insert into %1(Code,Name) values(9,'of another workstation')")
+                       .arg(kind == 0 ? "FiscalGrp" : "DeductionGrp"));
+            Keys::runModal(
+                [&] {
+                    screen.Groups->GNew_PMI->trigger();
+                    return 0;
+                },
+                [](QWidget *editor) { Keys::press(editor, Qt::Key_Escape); });
+            EXPECT_EQ(Entity_DM->GroupList_QUR->recordCount(), 3);
+            EXPECT_EQ(screen.Groups->CurrentCode(), first);
+            EXPECT_EQ(codes(screen).size(), 2);
+        });
+    EXPECT_EQ(messages.take(), QStringList());
+}
+
 TEST_F(ItemList, AGroupOfDeductionsIsDeletedUnderThePartOfTheDeductions)
 {
     db.run("insert into DeductionGrp(Code,Name) values(7,'empty')");

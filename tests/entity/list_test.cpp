@@ -1,5 +1,7 @@
 #include "entity/ItemList.h"
 
+#include "support/PaintedText.h"
+
 #include "host/Component_ZLM/DetailStrip_ZLM.h"
 #include "host/Component_ZLM/LayoutStore.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
@@ -229,6 +231,8 @@ TEST_F(ItemList, AnEmptyGroupTableOpensAndAsksForAGroup)
     db.run("delete from FiscalGrp");
     list(0, [&](TFiscalDeducation_List_FRM &screen) {
         EXPECT_EQ(codes(screen), QStringList());
+        for (const TSmartGrid_ZLM *grid : {screen.Grid(), screen.Groups->Grid})
+            EXPECT_EQ(paintedText(grid->viewport()), u"<داده ای برای نمایش وجود ندارد>"_qs);
         Keys::press(&screen, Qt::Key_F4);
         EXPECT_EQ(messages.take(), QStringList{"MakeGroup()"});
     });
