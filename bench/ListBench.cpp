@@ -1,4 +1,5 @@
 #include "bench/BenchData.h"
+#include "bench/RawReading.h"
 #include "calcmethod/CalcMethod_DM_UNT.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 
@@ -7,7 +8,6 @@
 #include <QSqlTableModel>
 
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
 
 // Opening the list of calculation methods at its last row, beside the other ways to the same end.
 
@@ -33,26 +33,7 @@ void OpenListAtLastRow(benchmark::State &state)
 
 void RawReadsAll(benchmark::State &state)
 {
-    const QByteArray sql = BenchData::listStatement().toUtf8();
-    sqlite3 *db = BenchData::openRaw(BenchData::database(int(state.range(0))));
-    sqlite3_stmt *statement = nullptr;
-    if (sqlite3_prepare_v2(db, sql.constData(), -1, &statement, nullptr) != SQLITE_OK) {
-        state.SkipWithError(sqlite3_errmsg(db));
-        return;
-    }
-    for (auto _ : state) {
-        long bytes = 0;
-        while (sqlite3_step(statement) == SQLITE_ROW) {
-            for (int i = 0; i < sqlite3_column_count(statement); ++i) {
-                benchmark::DoNotOptimize(sqlite3_column_text(statement, i));
-                bytes += sqlite3_column_bytes(statement, i);
-            }
-        }
-        benchmark::DoNotOptimize(bytes);
-        sqlite3_reset(statement);
-    }
-    sqlite3_finalize(statement);
-    sqlite3_close(db);
+    ReadAllRaw(state, BenchData::database(int(state.range(0))), BenchData::listStatement());
 }
 
 QSqlDatabase qtDatabase(int methods)

@@ -1,5 +1,6 @@
 #include "bench/BenchData.h"
 #include "bench/QuietDesk.h"
+#include "bench/RawReading.h"
 #include "bench/StaffData.h"
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
@@ -99,25 +100,7 @@ void StaffOpenAtLastRow(benchmark::State &state)
 
 void StaffRawReadsAll(benchmark::State &state)
 {
-    sqlite3 *db = BenchData::openRaw(StaffData::database(int(state.range(0))));
-    sqlite3_stmt *statement = nullptr;
-    if (sqlite3_prepare_v2(db, "select * from staff_VW", -1, &statement, nullptr) != SQLITE_OK) {
-        state.SkipWithError(sqlite3_errmsg(db));
-        return;
-    }
-    for (auto _ : state) {
-        long bytes = 0;
-        while (sqlite3_step(statement) == SQLITE_ROW) {
-            for (int i = 0; i < sqlite3_column_count(statement); ++i) {
-                benchmark::DoNotOptimize(sqlite3_column_text(statement, i));
-                bytes += sqlite3_column_bytes(statement, i);
-            }
-        }
-        benchmark::DoNotOptimize(bytes);
-        sqlite3_reset(statement);
-    }
-    sqlite3_finalize(statement);
-    sqlite3_close(db);
+    ReadAllRaw(state, StaffData::database(int(state.range(0))), QStringLiteral("select * from staff_VW"));
 }
 
 void StaffTableModelToTheEnd(benchmark::State &state)

@@ -77,7 +77,8 @@ void release(Module *&variable)
     delete variable;
 }
 
-/// A screen in its variable, as long as it is shown.
+/// A screen in its variable, as long as it is shown. It is freed after an error, too, unlike the data modules: one that
+/// stayed visible would have no owner, and the next call would show a second one beside it.
 template <class Screen>
 class TShown {
 public:

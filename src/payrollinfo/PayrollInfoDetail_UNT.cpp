@@ -69,19 +69,23 @@ void TPayrollInfoDetail_FRM::ShowRecord()
 
 void TPayrollInfoDetail_FRM::codeExit()
 {
-    Guarded([this] {
-        const TLinked &target = linked[isDeduction() ? 1 : 0];
-        const QString code = FiscalDeducationCode_EDT->GetText();
-        const QString title = code.isEmpty()
-                                  ? QString()
-                                  : ScalerQuery(QString::fromLatin1(target.table), QStringLiteral("Title"),
-                                                QStringLiteral("Code"), code.toInt());
-        Code_LBL->setText(title);
-        if (code.isEmpty() || !title.isEmpty())
-            return;
-        FiscalDeducationCode_EDT->Clear();
-        MsgCodeNotAvailable(QString::fromUtf8(target.entity), FiscalDeducationCode_EDT, this);
-    });
+    Guarded([this] { lookUpCode(); });
+}
+
+void TPayrollInfoDetail_FRM::lookUpCode()
+{
+    Code_LBL->clear();
+    const QString code = FiscalDeducationCode_EDT->GetText();
+    if (code.isEmpty())
+        return;
+    const TLinked &target = linked[isDeduction() ? 1 : 0];
+    const QString title = ScalerQuery(QString::fromLatin1(target.table), QStringLiteral("Title"),
+                                      QStringLiteral("Code"), code.toInt());
+    Code_LBL->setText(title);
+    if (!title.isEmpty())
+        return;
+    FiscalDeducationCode_EDT->Clear();
+    MsgCodeNotAvailable(QString::fromUtf8(target.entity), FiscalDeducationCode_EDT, this);
 }
 
 void TPayrollInfoDetail_FRM::pickCode()
@@ -96,8 +100,10 @@ void TPayrollInfoDetail_FRM::pickCode()
 
 bool TPayrollInfoDetail_FRM::Validate()
 {
-    if (FiscalDeducationCode_EDT->hasFocus() && !FiscalDeducationCode_EDT->IsEmpty()) {
-        codeExit();
+    // A code without a title is one whose look-up failed when it was left.
+    const bool unchecked = FiscalDeducationCode_EDT->hasFocus() || Code_LBL->text().isEmpty();
+    if (unchecked && !FiscalDeducationCode_EDT->IsEmpty()) {
+        lookUpCode(); // not guarded: a save must not go on without it
         if (FiscalDeducationCode_EDT->IsEmpty())
             return false; // the user was told that there is no such code
     }

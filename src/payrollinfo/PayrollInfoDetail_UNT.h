@@ -21,10 +21,13 @@ protected:
     bool SaveRecord() override;
     void NewCode() override {}
     bool RecordExists() override;
-    void RecordSaved(bool wasNew) override; ///< the link is stored at once, so it has its line in the event log
+    bool MayStartNew() override { return false; } ///< "save and new" saves and closes
+    /// The link is stored at once, so it has its line in the event log.
+    void RecordSaved(bool wasNew) override;
 
 private:
     bool isDeduction() const { return Master().toInt() == 1; }
     void codeExit();
+    void lookUpCode(); ///< throws TDatabaseError: what was typed stays, its title is empty
     void pickCode();
 };

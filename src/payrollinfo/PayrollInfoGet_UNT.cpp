@@ -47,10 +47,11 @@ const QList<TGridColumn> &itemColumns()
     return columns;
 }
 
-// The settings' second page is the tax office's: who may not open it, is not asked for what stands there.
+// The settings' second page is the tax office's: who may not open it, is not asked for what stands there. An error
+// is no answer: it stops the save.
 bool mayFillTaxOfficePage()
 {
-    return HavePermission(UserInfo, cspPayrollInfo, cpPayrollSecondPage, false, false, {});
+    return HoldsPermission(UserInfo, cspPayrollInfo, cpPayrollSecondPage);
 }
 
 } // namespace
@@ -246,7 +247,7 @@ void TPayrollInfoGet_FRM::applyEmployerTitle()
 bool TPayrollInfoGet_FRM::require(const QList<TRequired> &inputs)
 {
     for (const TRequired &required : inputs) {
-        if (!(required.tested ? required.tested : required.input)->GetText().trimmed().isEmpty())
+        if (!(required.tested ? required.tested : required.input)->IsEmpty())
             continue;
         FocusInput(required.input);
         MsgRequiredField(required.caption, required.input, this);

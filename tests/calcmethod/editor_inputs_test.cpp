@@ -97,6 +97,19 @@ TEST_F(CalcMethodEditor, EveryInputHasItsCaption)
     EXPECT_EQ(editor->EXit_BTN->text(), u"خروج Esc"_qs);
 }
 
+TEST_F(CalcMethodEditor, EveryInputHasItsLimit)
+{
+    const auto editor = newEditor();
+    const std::pair<const TSmartEdit_ZLM *, int> limits[] = {
+        {editor->Code_EDT, 15},     {editor->Title_EDT, 50},    {editor->CalcMethodCode_EDT, 6},
+        {editor->Comment_EDT, 50},  {editor->StaffIns_EDT, 15}, {editor->EmployerIns_EDT, 15},
+        {editor->DailyIns_EDT, 15}, {editor->Entrance_EDT, 5},  {editor->Exit_EDT, 5},
+        {editor->OutPut_EDT, 15},   {editor->OverTime_EDT, 15},
+    };
+    for (const auto &[input, limit] : limits)
+        EXPECT_EQ(input->MaxLength(), limit) << input->objectName().toStdString();
+}
+
 TEST_F(CalcMethodEditor, EnterGoesThroughTheInputsInTheirOrder)
 {
     const auto editor = newEditor();

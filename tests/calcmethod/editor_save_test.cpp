@@ -289,6 +289,40 @@ TEST_F(CalcMethodEditor, SaveAndNewStartsTheNextMethodAndThreeBoxesKeepTheirStat
     EXPECT_EQ(titles(), "1|first\n2|second");
 }
 
+TEST_F(CalcMethodEditor, SaveAndNewBringsEveryOtherDefaultBack)
+{
+    const auto editor = newEditor();
+    open(*editor, [&] {
+        fill(*editor, "first");
+        check(editor->Insurance_CHK, true);
+        Keys::retype(editor->Comment_EDT, "c");
+        Keys::retype(editor->EmployerIns_EDT, "23");
+        Keys::retype(editor->DailyIns_EDT, "1234567");
+        Keys::press(editor.get(), Qt::Key_2, Qt::ControlModifier);
+        Keys::retype(editor->Entrance_EDT, "0730");
+        Keys::retype(editor->Exit_EDT, "1545");
+        editor->OverDis_CMB->setFocus();
+        Keys::press(editor.get(), Qt::Key_Down);
+        EXPECT_EQ(editor->OverDis_CMB->currentText(), u"ماهانه"_qs);
+        Keys::retype(editor->OutPut_EDT, "8");
+        Keys::retype(editor->LeaveCeil_EDT, "3");
+        Keys::press(editor.get(), Qt::Key_F3, Qt::ControlModifier);
+        EXPECT_EQ(messages.take(), QStringList(saved));
+        EXPECT_TRUE(editor->Comment_EDT->IsEmpty());
+        EXPECT_EQ(editor->EmployerIns_EDT->GetText(), "20");
+        EXPECT_TRUE(editor->DailyIns_EDT->IsEmpty());
+        EXPECT_EQ(editor->Entrance_EDT->GetText(), "08:00");
+        EXPECT_EQ(editor->Exit_EDT->GetText(), "16:00");
+        EXPECT_EQ(editor->OverDis_CMB->currentText(), u"روزانه"_qs);
+        EXPECT_EQ(editor->OutPut_EDT->text(), "7.33");
+        EXPECT_EQ(editor->LeaveCeil_EDT->text(), "2");
+        EXPECT_TRUE(editor->IsSaved());
+    });
+    EXPECT_EQ(messages.unansweredQuestions(), 0);
+    EXPECT_EQ(db.rows("select DailyIns, OverDis, LeaveCeil, OutPut, Entrance, [Exit] from CalcMethod"),
+              "1234567|1|3|8|07:30|15:45");
+}
+
 TEST_F(CalcMethodEditor, AFaultAtAnyStatementOfASaveLeavesAllThatWasTyped)
 {
     add(5, "five", ",OverTime,StaffIns", ",7,7");

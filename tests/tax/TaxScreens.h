@@ -54,3 +54,12 @@ protected:
     TestDatabase db;
     ScriptedMessages messages;
 };
+
+/// The editor of one tax table.
+class TaxEditor : public TaxScreens {
+protected:
+    static void expectFocus(QWidget *input)
+    {
+        EXPECT_TRUE(input->hasFocus()) << input->objectName().toStdString();
+    }
+};

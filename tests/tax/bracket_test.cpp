@@ -210,9 +210,12 @@ TEST_F(TaxBracket, SeveralBracketsAreEnteredOneAfterTheOther)
 {
     edit(0, [&](TTaxGet_FRM &editor) {
         inBracket(editor, Qt::Key_Plus, Qt::KeypadModifier, [&](TTax_GetDetail_FRM &screen) {
-            fill(screen, {"0", "1000", "0"});
+            fill(screen, {"0", "1000", "0", "x"});
             Keys::press(&screen, Qt::Key_F3, Qt::ControlModifier);
-            EXPECT_TRUE(screen.FromSalary_EDT->IsEmpty());
+            for (TSmartEdit_ZLM *input :
+                 {screen.FromSalary_EDT, screen.ToSalary_EDT, screen.Percent_EDT, screen.Comment_EDT})
+                EXPECT_TRUE(input->IsEmpty()) << input->objectName().toStdString();
+            EXPECT_TRUE(screen.IsSaved());
             EXPECT_TRUE(screen.FromSalary_EDT->hasFocus());
             fill(screen, {"1001", "2000", "10"});
             Keys::press(&screen, Qt::Key_F3, Qt::ShiftModifier);
@@ -256,6 +259,14 @@ TEST_F(TaxBracket, AFaultAtEveryStatementOfItsSaveKeepsWhatWasTyped)
         Keys::press(&editor, Qt::Key_Escape);
     });
     EXPECT_GT(fault, 2); // the overlap query and the insert
+}
+
+TEST_F(TaxBracket, ItsNumbersAreZeroUntilItOpens)
+{
+    const TTax_GetDetail_FRM screen(int(cspTax), 5);
+    for (const TSmartEdit_ZLM *input : {screen.FromSalary_EDT, screen.ToSalary_EDT, screen.Percent_EDT})
+        EXPECT_EQ(input->GetText(), "0") << input->objectName().toStdString();
+    EXPECT_EQ(screen.Comment_EDT->GetText(), "");
 }
 
 TEST_F(TaxBracket, ShowsItsTextsAsGiven)

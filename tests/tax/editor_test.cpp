@@ -16,11 +16,6 @@
 
 using enum TAnswer;
 
-class TaxEditor : public TaxScreens {
-protected:
-    void expectFocus(QWidget *input) { EXPECT_TRUE(input->hasFocus()) << input->objectName().toStdString(); }
-};
-
 TEST_F(TaxEditor, TheYearOf1403IsEnteredByKeysAndStored)
 {
     const int result = edit(0, [&](TTaxGet_FRM &editor) {

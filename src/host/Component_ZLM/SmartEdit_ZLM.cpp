@@ -355,6 +355,9 @@ void TSmartEdit_ZLM::PutText(const QString &text)
     d->byProgram = true;
     QLineEdit::setText(text);
     d->byProgram = false;
+    // Of a text that is longer than its input, the beginning is what tells most.
+    if (!hasFocus())
+        home(false);
 }
 
 bool TSmartEdit_ZLM::IsEmpty() const
@@ -423,6 +426,7 @@ void TSmartEdit_ZLM::focusOutEvent(QFocusEvent *event)
     if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason ||
         event->reason() == Qt::MenuBarFocusReason)
         return;
+    home(false);
     Settle();
     const QWidget *next = QApplication::focusWidget();
     if (next && next != this && next->window() == window() && !isAncestorOf(next) && window()->isVisible())

@@ -188,12 +188,7 @@ void TSmartGrid_ZLM::SetColumnOffered(const QString &field, bool offered)
 void TSmartGrid_ZLM::FillColumnMenu(QMenu *menu)
 {
     const auto &columns = d->model->columns();
-    const auto visible = [this] {
-        int count = 0;
-        for (int i = 0; i < d->shown.size(); ++i)
-            count += d->shown[i] && d->offered[i] ? 1 : 0;
-        return count;
-    };
+    const bool onlyOne = ShownColumns().size() == 1;
     for (int i = 0; i < columns.size(); ++i) {
         if (!d->offered[i])
             continue;
@@ -201,7 +196,7 @@ void TSmartGrid_ZLM::FillColumnMenu(QMenu *menu)
         action->setCheckable(true);
         action->setChecked(d->shown[i]);
         // One column must stay, and the ticks' one.
-        action->setEnabled(!(d->shown[i] && visible() == 1) && !(i == 0 && d->model->isCheckable()));
+        action->setEnabled(!(d->shown[i] && onlyOne) && !(i == 0 && d->model->isCheckable()));
         connect(action, &QAction::toggled, this, [this, i](bool on) {
             d->shown[i] = on;
             d->rearranged = true;

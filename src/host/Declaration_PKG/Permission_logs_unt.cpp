@@ -22,7 +22,9 @@ QString cut(const QString &text, int width)
     return result;
 }
 
-bool holds(const TUserInfo &user, TSoftwarePart part, TPermission right)
+} // namespace
+
+bool HoldsPermission(const TUserInfo &user, TSoftwarePart part, TPermission right)
 {
     if (!user.IsActive)
         return false;
@@ -38,13 +40,11 @@ bool holds(const TUserInfo &user, TSoftwarePart part, TPermission right)
                .toInt() > 0;
 }
 
-} // namespace
-
 bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right, bool, bool tellUser,
                     const QString &)
 {
     try {
-        if (holds(user, part, right))
+        if (HoldsPermission(user, part, right))
             return true;
         if (tellUser)
             MsgNoPermission(part, right);

@@ -20,6 +20,10 @@ extern TUserInfo UserInfo;
 bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right, bool wholeScreen,
                     bool tellUser, const QString &text);
 
+/// The same question for a rule that must not go on without an answer: nobody is told, and a database error is
+/// thrown (TDatabaseError).
+bool HoldsPermission(const TUserInfo &user, TSoftwarePart part, TPermission right);
+
 /// Writes a line to the event log (table UserEvent): who, when, where, what. The first flag marks an event of
 /// the system itself, the second one keeps an error from the caller (the host then tells the user).
 void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bool ofSystem, bool tellUser);

@@ -458,3 +458,17 @@ TEST_F(SmartEdit, APastedShareIsGuardedAsWell)
     paste(edit, QStringLiteral("9999"));
     EXPECT_EQ(edit->text(), QStringLiteral("99"));
 }
+
+TEST_F(SmartEdit, ALongTextShowsItsBeginningUntilItIsEdited)
+{
+    Edit *edit = input(Edit::Text, 200);
+    const QString address = u"تهران، جاده مخصوص کرج، کیلومتر 14، خیابان صنعت، پلاک 25 "_qs.repeated(3);
+    Keys::type(edit, address);
+    EXPECT_EQ(edit->cursorPosition(), address.size()) << "the end is where one types";
+    Keys::press(edit, Qt::Key_Tab);
+    EXPECT_EQ(edit->cursorPosition(), 0);
+    edit->SetText(address + address);
+    EXPECT_EQ(edit->cursorPosition(), 0);
+    edit->grab(); // painting scrolls
+    EXPECT_LE(edit->cursorPositionAt({edit->width() - 8, edit->height() / 2}), 1) << "on the right";
+}

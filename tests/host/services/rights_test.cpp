@@ -67,6 +67,16 @@ TEST_F(Rights, ADatabaseErrorRefuses)
     EXPECT_EQ(messages.take(), QStringList());
 }
 
+TEST_F(Rights, ARuleThatNeedsAnAnswerGetsTheErrorItself)
+{
+    EXPECT_FALSE(HoldsPermission(UserInfo, cspTax, cpDelete));
+    db.run("insert into UserRight(UserCode, SoftwarePart, Permission) values(5, 802, 3)");
+    EXPECT_TRUE(HoldsPermission(UserInfo, cspTax, cpDelete));
+    db.failStatement(1, TFault::ConnectionLost);
+    EXPECT_THROW(HoldsPermission(UserInfo, cspTax, cpDelete), TDatabaseError);
+    EXPECT_EQ(messages.take(), QStringList());
+}
+
 TEST_F(Rights, EveryRightThatIsOfferedHasAPartAndAName)
 {
     QStringList seen;
