@@ -182,15 +182,15 @@ void TStaffGet_FRM::ShowRecord()
 
     Picture_Get->ShowStored(Staff_DM->StaffGet_QUR->value("Picture"));
     FingerPrint_Get->ShowStored(Staff_DM->StaffGet_QUR->value("FingerPrint"));
-    showMarried(staff._IsMarried);
-    if (RecoveryTaken() && !m_rowsTaken) {
+    if (RecoveryTaken()) {
         Staff_DM->FillDataFamilyList(staff._Code);
     } else {
         // This editor holds the code's lock: rows that nobody holds would come in beside the saved ones.
         Staff_DM->ClearDataTMPFamily(staff._Code);
         Staff_DM->Family_GetByStaffCode(staff._Code);
     }
-    m_rowsTaken = true;
+    // Family rows that were taken up must be seen, and an employee who has them is married.
+    showMarried(staff._IsMarried || (RecoveryTaken() && !Staff_DM->Family_QUR->isEmpty()));
     SetIsSaved(true);
 }
 

@@ -132,6 +132,5 @@ private:
     TStaff_Mapper m_staff; ///< the record as it was loaded; empty for a new one
     TPerinf_Mapper m_person;
     bool m_showing = false;    ///< inputs are being filled by the program
-    bool m_rowsTaken = false;  ///< working rows left behind were taken up; later openings copy the saved ones
     bool m_saveFailed = false; ///< what StaffGet_QUR holds may be rolled back by now
 };

@@ -197,6 +197,104 @@ TEST_F(StaffRecovery, AnExistingEmployeeThrowsItsRowsAway)
     EXPECT_EQ(locks(), "");
 }
 
+// The save that stays reads the family again; what it reads is what the next save stores.
+TEST_F(StaffRecovery, RowsTakenUpByANewEmployeeAreStillThereAfterSavingAndStayingAndSavingAgain)
+{
+    killEditor("LeavesANewEmployeeOpen");
+    recovery.answers = {{TRecoveryChoice::TakeUp, {"1"}}};
+    const auto editor = newEditor();
+    open(*editor, [&] {
+        fill(*editor);
+        press(*editor, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_EQ(saved(), "1|2|first\n2|2|second");
+        EXPECT_EQ(working(), "1|2|first\n2|2|second");
+        EXPECT_EQ(Staff_DM->Family_QUR->recordCount(), 2);
+        press(*editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(messages.take(), QStringList({savedMessage, savedMessage}));
+    EXPECT_EQ(saved(), "1|2|first\n2|2|second");
+    EXPECT_EQ(working(), "");
+}
+
+TEST_F(StaffRecovery, RowsOfAnExistingEmployeeAreNotOfferedToANewOneButWaitForTheirOwn)
+{
+    add(5, "five", "five", "IsMarried=1");
+    addMember(1, 5, "saved");
+    killEditor("LeavesEmployeeFiveOpen");
+    const auto editor = newEditor();
+    open(*editor, [&] {
+        EXPECT_EQ(editor->Code_EDT->GetText(), "6");
+        EXPECT_TRUE(Staff_DM->Family_QUR->isEmpty());
+        fill(*editor);
+        press(*editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(messages.take(), QStringList(savedMessage));
+    EXPECT_EQ(recovery.asked.size(), 0);
+    EXPECT_EQ(working(), "1|5|saved\n2|5|typed");
+    EXPECT_EQ(locks(), "5|806|1");
+    recovery.answers = {{TRecoveryChoice::TakeUp, {"5"}}};
+    const auto own = editorOf(5);
+    open(*own, [&] { press(*own, Qt::Key_F3); });
+    ASSERT_EQ(recovery.asked.size(), 1);
+    EXPECT_EQ(recovery.asked[0].left[0].code, "5");
+    EXPECT_EQ(saved(), "1|5|saved\n2|5|typed");
+    EXPECT_EQ(working(), "");
+    EXPECT_EQ(locks(), "");
+}
+
+// The list of codes names the first row's code only, and that one is not offered.
+TEST_F(StaffRecovery, RowsOfAnExistingEmployeeDoNotHideThoseOfANewOne)
+{
+    add(5, "five", "five", "IsMarried=1");
+    addMember(1, 5, "saved");
+    killEditor("LeavesEmployeeFiveOpen");
+    killEditor("LeavesANewEmployeeOpen");
+    EXPECT_EQ(working(), "1|5|saved\n2|5|typed\n3|6|first\n4|6|second");
+    recovery.answers = {{TRecoveryChoice::TakeUp, {"6"}}};
+    const auto editor = newEditor();
+    open(*editor, [&] {
+        EXPECT_EQ(editor->Code_EDT->GetText(), "7");
+        EXPECT_EQ(working(), "1|5|saved\n2|5|typed\n3|7|first\n4|7|second");
+        fill(*editor);
+        press(*editor, Qt::Key_F3);
+    });
+    ASSERT_EQ(recovery.asked.size(), 1);
+    ASSERT_EQ(recovery.asked[0].left.size(), 1);
+    EXPECT_EQ(recovery.asked[0].left[0].code, "6");
+    EXPECT_FALSE(recovery.asked[0].allOffered) << "all would take employee 5's rows with it";
+    EXPECT_EQ(messages.take(), QStringList(savedMessage));
+    EXPECT_EQ(saved(), "1|5|saved\n3|7|first\n4|7|second");
+    EXPECT_EQ(locks(), "5|806|1");
+}
+
+TEST_F(StaffRecovery, AnEmployeeStoredAsSingleIsMarriedAgainWhenItsRowsAreTakenUp)
+{
+    add(5, "five", "five");
+    killEditor("LeavesEmployeeFiveOpen");
+    EXPECT_EQ(working(), "1|5|typed");
+    recovery.answers = {{TRecoveryChoice::TakeUp, {"5"}}};
+    const auto editor = editorOf(5);
+    open(*editor, [&] {
+        EXPECT_TRUE(editor->Staff_PC->isTabVisible(3));
+        EXPECT_EQ(editor->IsMarried_CMB->currentIndex(), 1);
+        press(*editor, Qt::Key_F3);
+    });
+    EXPECT_EQ(value("IsMarried", 5), "1");
+    EXPECT_EQ(saved(), "1|5|typed");
+}
+
+TEST_F(StaffRecovery, AnEmployeeStoredAsSingleStaysSingleWhenItsRowsAreThrownAway)
+{
+    add(5, "five", "five");
+    killEditor("LeavesEmployeeFiveOpen");
+    recovery.answers = {{TRecoveryChoice::Discard, {"5"}}};
+    const auto editor = editorOf(5);
+    open(*editor, [&] {
+        EXPECT_FALSE(editor->Staff_PC->isTabVisible(3));
+        EXPECT_EQ(editor->IsMarried_CMB->currentIndex(), 0);
+    });
+}
+
 // No code is offered twice and none is lost, whoever asks.
 TEST_F(StaffRecovery, EightProgramsAtOnceShareAThousandCodes)
 {

@@ -25,11 +25,17 @@ QString openKey(TSoftwarePart part, const QString &code)
     return QString::number(part) + u':' + code;
 }
 
-// The codes of a part that an editor of this workstation has open now, here or in another process. Their working
-// rows look like rows left behind, but somebody is at work on them.
-QSet<QString> codesAtWork(TSoftwarePart part)
+// The codes of a part that this workstation has locked.
+struct TLockedCodes {
+    /// Held by an editor that is open now, here or in another process: its working rows look like rows left behind, but
+    /// somebody is at work on them.
+    QSet<QString> atWork;
+    QStringList left; ///< the others
+};
+
+TLockedCodes lockedCodes(TSoftwarePart part)
 {
-    QSet<QString> codes;
+    TLockedCodes codes;
     TQuery query(DM.ADOConnection1, QStringLiteral("Locks_QUR"));
     query.setStatement(TStatement::format(
         QStringLiteral("Select Code, ProcessID From CodeLock_TBL Where (Status=%d) AND (Com_Index = %d)"),
@@ -40,7 +46,9 @@ QSet<QString> codesAtWork(TSoftwarePart part)
         const QString code = query.asString(QStringLiteral("Code"));
         if (openCodes().contains(openKey(part, code)) ||
             RunsHere(query.value(QStringLiteral("ProcessID")).toLongLong()))
-            codes.insert(code);
+            codes.atWork.insert(code);
+        else
+            codes.left.append(code);
     }
     return codes;
 }
@@ -169,7 +177,8 @@ bool TBaseGet_FRM::Start()
         return false;
     }
     const QString code = Identifier().toString();
-    const bool leftBehind = HasRecovery() && RecordHasRecovery(code) && !codesAtWork(m_part).contains(code);
+    const bool leftBehind =
+        HasRecovery() && RecordHasRecovery(code) && !lockedCodes(m_part).atWork.contains(code);
     if (const QString word = LockedEntityWord(); leftBehind || !word.isEmpty()) {
         if (!lockCode(code, m_part, otLock)) {
             MSGInUse(word);
@@ -195,8 +204,56 @@ bool TBaseGet_FRM::Start()
 
 void TBaseGet_FRM::RecordSaved(bool wasNew)
 {
+    m_recoveryTaken = false; // the stored rows are the working ones now
     // The record is stored: an event that cannot be written is told, and takes nothing back.
     SetUserEvent(m_part, wasNew ? cpNew : cpEdit, EventText(), false, true);
+}
+
+bool TBaseGet_FRM::isStored(const QString &code)
+{
+    const QVariant own = Identifier();
+    const auto ask = [&](const QVariant &identifier) {
+        SetIdentifier(identifier);
+        return RecordExists();
+    };
+    try {
+        const bool stored = ask(code.toInt());
+        ask(own); // what the record's query holds is where the new record is appended
+        return stored;
+    } catch (...) {
+        SetIdentifier(own);
+        throw;
+    }
+}
+
+QList<TLeftRows> TBaseGet_FRM::leftByNewRecords(const QStringList &codes, bool &storedWait)
+{
+    storedWait = false;
+    QStringList offered;
+    for (const QString &code : codes) {
+        if (!RecordHasRecovery(code))
+            continue;
+        if (isStored(code))
+            storedWait = true;
+        else
+            offered.append(code);
+    }
+    QList<TLeftRows> left;
+    for (const QString &code : RecoveryCodes()) {
+        if (!offered.contains(code))
+            continue;
+        auto found =
+            std::find_if(left.begin(), left.end(), [&](const TLeftRows &rows) { return rows.code == code; });
+        if (found == left.end())
+            left.append({code, 1});
+        else
+            ++found->rows;
+    }
+    // An editor may name one code only, and that may be one that is not offered.
+    if (left.isEmpty())
+        for (const QString &code : std::as_const(offered))
+            left.append({code, 0});
+    return left;
 }
 
 void TBaseGet_FRM::recoverIntoNew()
@@ -204,24 +261,15 @@ void TBaseGet_FRM::recoverIntoNew()
     bool taken = false;
     for (;;) {
         const QString newCode = Identifier().toString();
-        QSet<QString> atWork = codesAtWork(m_part);
-        atWork.remove(newCode);
+        TLockedCodes locked = lockedCodes(m_part);
+        locked.atWork.remove(newCode);
+        bool storedWait = false;
         TRecoveryRequest request;
         request.title = windowTitle();
         request.newCode = newCode;
-        // All at once would take the rows of open editors, and those just taken up, with it.
-        request.allOffered = atWork.isEmpty() && !taken;
-        const QStringList codes = RecoveryCodes();
-        for (const QString &code : codes) {
-            if (code == newCode || atWork.contains(code))
-                continue;
-            auto found = std::find_if(request.left.begin(), request.left.end(),
-                                      [&](const TLeftRows &left) { return left.code == code; });
-            if (found == request.left.end())
-                request.left.append({code, 1});
-            else
-                ++found->rows;
-        }
+        request.left = leftByNewRecords(locked.left, storedWait);
+        // All at once would take the rows of open editors and of stored records, and those just taken up, with it.
+        request.allOffered = locked.atWork.isEmpty() && !storedWait && !taken;
         if (request.left.isEmpty())
             return;
         const TRecoveryChoice choice = RecoveryChooser().choose(request, this);

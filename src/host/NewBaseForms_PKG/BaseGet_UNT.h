@@ -2,9 +2,12 @@
 
 #include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
+#include <QList>
 #include <QStringList>
 
 #include <functional>
+
+struct TLeftRows;
 
 /// The base of all record editors: rights, code locks, recovery on top of TBaseEditor.
 ///
@@ -47,13 +50,14 @@ protected:
 
     // Recovery of rows that an editor of this workstation left behind. Codes as text; the base asks the user.
     virtual bool HasRecovery() const { return false; } ///< whether the editor takes part in recovery
-    virtual QStringList RecoveryCodes() { return {}; } ///< one entry for each row; repeats count the rows
+    /// One entry for each row; repeats count the rows. One code at least, when there are any rows.
+    virtual QStringList RecoveryCodes() { return {}; }
     virtual bool RecordHasRecovery(const QString & /*code*/) { return false; }
     virtual void MoveRecovery(const QString & /*oldCode*/, const QString & /*newCode*/) {}
     virtual void DiscardRecovery(const QString & /*code*/) {}
     virtual void DiscardAllRecovery() {}
-    /// The record opened with rows that were left behind: its working rows are there already and must not be
-    /// copied in again by LoadRecord.
+    /// The record opened with rows that were left behind and was not saved since: its working rows are there already
+    /// and must not be copied in again by LoadRecord.
     bool RecoveryTaken() const { return m_recoveryTaken; }
     bool OpensUnsaved() const override { return m_recoveryTaken; }
 
@@ -69,6 +73,10 @@ private:
     void askRight(TPermission right);
     void allotFreeCode();
     void recoverIntoNew();
+    bool isStored(const QString &code);
+    /// Of the locked `codes`, those whose rows a new record may take up. The rows of a stored record wait until that
+    /// record is opened: taken up elsewhere, the copies of its stored rows would meet them again at the save.
+    QList<TLeftRows> leftByNewRecords(const QStringList &codes, bool &storedWait);
     bool recoverExisting();
     void keepForLater();
     TSoftwarePart m_part;

@@ -5,6 +5,7 @@
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 Things::Things()
@@ -150,12 +151,13 @@ QStringList TThingGet_FRM::RecoveryCodes()
     query.open();
     QStringList codes;
     for (int row = 0; row < query.recordCount(); ++row)
-        codes << query.valueAt(row, 0).toString();
+        codes << query.valueAt(namesOneCode ? 0 : row, 0).toString();
     return codes;
 }
 
 bool TThingGet_FRM::RecordHasRecovery(const QString &code)
 {
+    const QScopedValueRollback all(namesOneCode, false);
     return RecoveryCodes().contains(code);
 }
 

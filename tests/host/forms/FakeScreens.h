@@ -55,6 +55,7 @@ public:
     // What the tests turn and read.
     QStringList hooks;
     bool recovery = false;
+    bool namesOneCode = false; ///< the recovery's list names the first code only, as often as there are rows
     bool leaveTransactionOpen = false;
     bool refuseSave = false;
     QString lockedWord;

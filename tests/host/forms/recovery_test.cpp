@@ -228,6 +228,67 @@ TEST_F(Recovery, RowsTakenUpByAnExistingRecordThatFailsToLoadAreKept)
     EXPECT_EQ(locks(), "7|1");
 }
 
+// A stored record's rows would be the new record's beside the stored ones that they are copies of.
+TEST_F(Recovery, RowsOfAStoredRecordAreNotOfferedToANewOne)
+{
+    db.run("insert into Thing(Code, Title) values(7, 'seven')");
+    leave(7, 2);
+    TThingGet_FRM editor;
+    open(editor, [&] { EXPECT_FALSE(editor.RecoveryTaken()); });
+    EXPECT_EQ(script.asked.size(), 0);
+    EXPECT_EQ(working(), "7|2");
+    EXPECT_EQ(locks(), "7|1");
+    TThingGet_FRM own(7);
+    own.recovery = true;
+    own.exec(); // put off: it does not open
+    ASSERT_EQ(script.asked.size(), 1);
+    EXPECT_EQ(script.asked[0].left[0].code, "7");
+}
+
+TEST_F(Recovery, ThrowingAllAwayIsNotOfferedWhileAStoredRecordsRowsWait)
+{
+    db.run("insert into Thing(Code, Title) values(7, 'seven')");
+    leave(7, 2);
+    leave(12, 1);
+    TThingGet_FRM editor;
+    open(editor);
+    ASSERT_EQ(script.asked.size(), 1);
+    ASSERT_EQ(script.asked[0].left.size(), 1);
+    EXPECT_EQ(script.asked[0].left[0].code, "12");
+    EXPECT_FALSE(script.asked[0].allOffered);
+}
+
+// The dialog shows a dash for rows that nobody counted.
+TEST_F(Recovery, AnEditorThatNamesOneCodeOnlyOffersTheOthersWhenThatOneIsNotOffered)
+{
+    db.run("insert into Thing(Code, Title) values(7, 'seven')");
+    leave(7, 2);
+    leave(12, 1);
+    leave(15, 1);
+    TThingGet_FRM editor;
+    editor.namesOneCode = true;
+    open(editor);
+    ASSERT_EQ(script.asked.size(), 1);
+    QStringList offered;
+    for (const TLeftRows &left : script.asked[0].left)
+        offered << QStringLiteral("%1|%2").arg(left.code).arg(left.rows);
+    EXPECT_EQ(offered, QStringList({"12|0", "15|0"}));
+}
+
+TEST_F(Recovery, ASaveThatStaysEndsTheRecovery)
+{
+    leave(12, 2);
+    script.answers = {{TRecoveryChoice::TakeUp, {"12"}}};
+    TThingGet_FRM editor;
+    open(editor, [&] {
+        EXPECT_TRUE(editor.RecoveryTaken());
+        Keys::type(editor.Title_EDT, "twelve");
+        Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_FALSE(editor.RecoveryTaken()) << "from here on the stored rows are the working ones";
+    });
+    EXPECT_EQ(titles(), "1|twelve");
+}
+
 TEST_F(Recovery, GoingOnToANewRecordDoesNotAskAgain)
 {
     leave(12, 2);
