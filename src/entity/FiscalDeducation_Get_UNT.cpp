@@ -195,6 +195,15 @@ void TFiscalDeducation_Get_FRM::ClearRecord()
 void TFiscalDeducation_Get_FRM::LoadRecord()
 {
     Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), m_item);
+    m_loadedTitle = m_item._title;
+}
+
+// Titles are unique within their kind, so a title tells whose item stands under a code.
+bool TFiscalDeducation_Get_FRM::StoredIsOwn()
+{
+    TFiscalDeducation_Mapper stored;
+    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), stored);
+    return stored._title == m_sentTitle;
 }
 
 bool TFiscalDeducation_Get_FRM::RecordExists()
@@ -207,7 +216,6 @@ bool TFiscalDeducation_Get_FRM::RecordExists()
 void TFiscalDeducation_Get_FRM::ShowRecord()
 {
     showKind();
-    m_loadedTitle = m_item._title;
     Code_EDT->SetValue(Identifier());
     fillGroups(m_item._Grpcode);
     CalcType_CMB->setCurrentIndex(m_item._CalcType);
@@ -293,6 +301,7 @@ TFiscalDeducation_Mapper TFiscalDeducation_Get_FRM::typed()
 bool TFiscalDeducation_Get_FRM::SaveRecord()
 {
     const TFiscalDeducation_Mapper item = typed();
+    m_sentTitle = item._title;
     return Mode() == fmNew ? Entity_DM->FiscalDeducation_Insert(item, Part())
                            : Entity_DM->FiscalDeducation_Update(item, Part());
 }

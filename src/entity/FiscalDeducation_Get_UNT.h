@@ -39,6 +39,7 @@ protected:
     bool SaveRecord() override;
     void NewCode() override;
     bool RecordExists() override;
+    bool StoredIsOwn() override;
     QWidget *FirstInput() override { return Title_EDT; }
     bool BaseTellsFailure() const override { return true; }
 
@@ -53,6 +54,7 @@ private:
 
     TFiscalDeducation_Mapper m_item; ///< as it was loaded
     QString m_loadedTitle;
+    QString m_sentTitle; ///< of the last save
     bool m_percent = false;
     const bool m_openedNew;
 };

@@ -150,10 +150,12 @@ void TFiscalDeducation_List_FRM::AfterShow()
 {
     if (Mode() == fmSelect) {
         m_callType = Parameter(1).toInt();
-        m_target = Parameter(2, 3).toString();
+        m_target = Parameter(2).toString();
     }
     connect(Groups, &TGroup_Pane::groupMoved, ZelmoSearchManager1,
             &TZelmoSearchManager::ExecuteFilter_DataSet);
+    // The kept layout comes first: these two are shown at each opening, also when they were hidden in the last one.
+    Grid()->RestoreLayout();
     for (const auto &field : {u"InsuranceTitle"_qs, u"TaxTitle"_qs})
         Grid()->SetColumnOffered(field, !IsDeduction());
     SetTitle(IsDeduction() ? u" ليست کسورات"_qs : u" ليست مزايا "_qs);
@@ -265,7 +267,7 @@ void TFiscalDeducation_List_FRM::takeCurrent()
     SelectedTitle = ListQuery()->asString(u"title"_qs);
 }
 
-/// The rows that are to be added together: ticked ones, else several that are highlighted; none for the current one.
+/// The ticked rows, listed or not; none: the current one is meant, whatever else is highlighted.
 QList<TFiscalDeducation_List_FRM::TRow> TFiscalDeducation_List_FRM::chosenRows() const
 {
     QList<TRow> rows;
@@ -279,9 +281,6 @@ QList<TFiscalDeducation_List_FRM::TRow> TFiscalDeducation_List_FRM::chosenRows()
             rows << TRow{item._code, found->asInteger(u"PayrollCode"_qs), item._CalcType,
                          found->value(u"Cost"_qs)};
     }
-    if (rows.isEmpty())
-        for (const int position : Grid()->SelectedRows())
-            rows << row(position);
     return rows;
 }
 

@@ -44,6 +44,9 @@ protected:
     ScriptedMessages messages;
 };
 
+/// The editor of one item, new or stored.
+class ItemEditor : public EntityScreens {};
+
 /// The user is no administrator while this lives; he holds the rights given.
 class Clerk {
 public:

@@ -255,6 +255,15 @@ TEST_F(Interface, TheSelectTypeTellsWhatAChosenItemAnswers)
     EXPECT_EQ(messages.take(), QStringList());
 }
 
+TEST_F(Interface, WhatFollowsASemicolonInAFilterIsNoPartOfTheTarget)
+{
+    EXPECT_EQ(shown("Select_FiscalList", takeLast, 0, 2, u"7;8"), 406);
+    EXPECT_EQ(db.rows("select RecruitmentCode, ItemCode from tmpRecFiscal"), "7|22");
+    EXPECT_EQ(shown("Select_FiscalDeducation", takeLast, 1, 3, u"9;"), 406);
+    EXPECT_EQ(db.rows("select OutPutCode, ItemCode from tmpstaffOutPutDetail"), "9|32");
+    EXPECT_EQ(messages.take(), QStringList());
+}
+
 TEST_F(Interface, TheDeductionsAreChosenWithTheRightOnEarningsAndKeptWithTheirOwn)
 {
     holdOnly({{805, 6}});

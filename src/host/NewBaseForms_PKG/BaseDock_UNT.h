@@ -32,9 +32,8 @@ public:
     ~TBaseDock_FRM() override;
 
     TFormMode Mode() const { return m_mode; }
-    /// Part `index` (0-based) of the value; a null variant past the end. With `parts` the value is cut into that many
-    /// at most, so that the last one keeps its semicolons (a filter text may hold some).
-    QVariant Parameter(int index, int parts = 0) const { return ValuePart(m_value, index, parts); }
+    /// Part `index` (0-based) of the value; a null variant past the end.
+    QVariant Parameter(int index) const { return ValuePart(m_value, index); }
 
     TQuery *ListQuery() const { return m_listQuery; }
     TSmartGrid_ZLM *Grid() const { return m_grid; }

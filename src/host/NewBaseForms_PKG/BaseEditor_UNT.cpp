@@ -110,7 +110,8 @@ void TBaseEditor::noteLostLine()
 // more it would be refused, or be there twice.
 void TBaseEditor::settleLostSave()
 {
-    if (m_mode != fmNew || !m_unsure.isValid() || m_unsure != m_identifier || !RecordExists())
+    if (m_mode != fmNew || !m_unsure.isValid() || m_unsure != m_identifier || !RecordExists() ||
+        !StoredIsOwn())
         return;
     SetMode(fmEdit);
     m_savedOnce = true;

@@ -59,6 +59,9 @@ protected:
     virtual bool BaseTellsFailure() const { return false; }
     virtual void NewCode() = 0;      ///< computes and locks a new code, SetIdentifier
     virtual bool RecordExists() = 0; ///< whether Identifier() is stored
+    /// Whether a stored record is the one whose save got no answer; a screen that holds no lock on its code must look,
+    /// since another workstation may have stored its own under it meanwhile.
+    virtual bool StoredIsOwn() { return true; }
 
     /// Runs when a record is left: once on every way of closing, after the base's own handling (the code's lock is
     /// given up by then), and before the next record when saving goes on to a new one.

@@ -185,14 +185,10 @@ void TBaseForm::keyPressEvent(QKeyEvent *event)
         event->ignore();
 }
 
-QVariant TBaseForm::ValuePart(const QVariant &value, int index, int parts)
+QVariant TBaseForm::ValuePart(const QVariant &value, int index)
 {
     if (value.typeId() != QMetaType::QString)
         return index == 0 ? value : QVariant();
-    QStringList pieces = value.toString().split(u';');
-    if (parts > 0 && pieces.size() > parts) {
-        const QString rest = pieces.mid(parts - 1).join(u';');
-        pieces = pieces.mid(0, parts - 1) << rest;
-    }
+    const QStringList pieces = value.toString().split(u';');
     return index >= 0 && index < pieces.size() ? QVariant(pieces.at(index)) : QVariant();
 }

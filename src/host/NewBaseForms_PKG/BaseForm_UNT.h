@@ -48,8 +48,8 @@ protected:
     QTabWidget *Pages() const { return m_pages; }
 
     /// Part `index` (0-based) of a value whose parts are parted by semicolons; a value that is no text is its own
-    /// part 0. With `parts` the value is cut into that many at most, and the last one keeps its semicolons.
-    static QVariant ValuePart(const QVariant &value, int index, int parts = 0);
+    /// part 0.
+    static QVariant ValuePart(const QVariant &value, int index);
 
     void keyPressEvent(QKeyEvent *event) override;
 

@@ -302,10 +302,12 @@ TEST_F(BaseDock, TheContextMenuOffersTheButtonsThatAreEnabled)
     });
 }
 
-TEST_F(BaseDock, TheLastPartOfTheValueMayHoldSemicolons)
+TEST_F(BaseDock, EachSemicolonPartsTheValue)
 {
-    EXPECT_EQ(TThingList_FRM::ValuePart("0;1;a;b", 2, 3).toString(), "a;b");
     EXPECT_EQ(TThingList_FRM::ValuePart("0;1;a;b", 2).toString(), "a");
+    EXPECT_EQ(TThingList_FRM::ValuePart("0;1;a;b", 3).toString(), "b");
+    EXPECT_TRUE(TThingList_FRM::ValuePart("0;1;a;b", 4).isNull());
+    EXPECT_EQ(TThingList_FRM::ValuePart("0;;a", 1).toString(), "");
     EXPECT_EQ(TThingList_FRM::ValuePart(1, 0).toInt(), 1);
     EXPECT_TRUE(TThingList_FRM::ValuePart(1, 1).isNull());
 }
