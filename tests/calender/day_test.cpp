@@ -45,6 +45,12 @@ TEST_F(CalenderDay, ShowsTheDayAndItsTexts)
         EXPECT_EQ(caption("Date_EDT"), u"  تار&یخ :"_qs);
         EXPECT_EQ(caption("Title_EDT"), u"  &عنوان :"_qs);
         EXPECT_EQ(caption("Comment_EDT"), u"  &شرح :"_qs);
+        const auto labels = screen.findChildren<QLabel *>();
+        const auto day = std::find_if(labels.begin(), labels.end(),
+                                      [](const QLabel *label) { return label->text() == u"  روز :"_qs; });
+        ASSERT_NE(day, labels.end());
+        EXPECT_EQ((*day)->geometry().center().y(), screen.Day_LBL->geometry().center().y())
+            << "beside the day";
         EXPECT_EQ(screen.Save_BTN->text(), u"ذخیره F3"_qs);
         EXPECT_EQ(screen.Title_EDT->MaxLength(), 50);
         EXPECT_EQ(screen.Comment_EDT->MaxLength(), 50);

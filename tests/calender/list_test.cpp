@@ -205,6 +205,28 @@ TEST_F(CalenderList, DeletingThreeSelectedDaysRemovesExactlyThem)
     EXPECT_EQ(db.text("select count(*) from UserEvent"), "1");
 }
 
+TEST_F(CalenderList, ASelectionIsDeletedEvenWhenTheCurrentDayIsNotInIt)
+{
+    week();
+    TCalender_List_FRM list(fmBrowse, {});
+    open(list, [&] {
+        Keys::press(&list, Qt::Key_Home);
+        Keys::press(&list, Qt::Key_Down);
+        Keys::press(&list, Qt::Key_Down, Qt::ShiftModifier);
+        Keys::press(&list, Qt::Key_Down, Qt::ShiftModifier);
+        const QPoint fifth = list.Grid()->visualRect(list.Grid()->model()->index(5, 2)).center();
+        QTest::mouseClick(list.Grid()->viewport(), Qt::LeftButton, Qt::ControlModifier, fifth);
+        EXPECT_EQ(list.Grid()->SelectedRows(), (QList<int>{1, 2, 3, 5}));
+        QTest::mouseClick(list.Grid()->viewport(), Qt::LeftButton, Qt::ControlModifier, fifth);
+        EXPECT_EQ(list.Grid()->SelectedRows(), (QList<int>{1, 2, 3}));
+        EXPECT_EQ(list.ListQuery()->position(), 5);
+        messages.answer({Yes});
+        Keys::press(&list, Qt::Key_F7);
+    });
+    EXPECT_EQ(db.rows("select Date from Calender order by Date"),
+              "1402/05/07\n1402/05/11\n1402/05/12\n1402/05/13");
+}
+
 TEST_F(CalenderList, WithoutTheRightNothingIsAskedOrDeleted)
 {
     week();

@@ -153,6 +153,8 @@ TEST_F(StaffChecks, ALeaveDateBeforeTheEmploymentDateIsRefused)
         refused(editor, u"ShowTooltipMessage(تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد.)"_qs, 1,
                 editor.LeaveDate_EDT);
         EXPECT_EQ(messages.last().displayTime, 3000);
+        EXPECT_EQ(messages.last().icon, 4);
+        EXPECT_EQ(messages.last().color, QColor(192, 192, 192));
         EXPECT_EQ(messages.last().width, 250);
         EXPECT_EQ(messages.last().shape, TMessageShape::Balloon);
         EXPECT_EQ(messages.last().control, editor.LeaveDate_EDT);

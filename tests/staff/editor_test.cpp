@@ -137,31 +137,6 @@ TEST_F(StaffEditor, EveryInputHasItsCaptionAndItsWidth)
     EXPECT_EQ(editor->LeaveDate_LBL->objectName(), "LeaveDate_LBL");
 }
 
-TEST_F(StaffEditor, TheListsOfChoicesHaveTheirItems)
-{
-    const auto editor = newEditor();
-    const auto items = [](const TSmartComboBox_ZLM *choice) {
-        QStringList texts;
-        for (int i = 0; i < choice->count(); ++i)
-            texts << choice->itemText(i);
-        return texts;
-    };
-    EXPECT_EQ(items(editor->Sex_CMB), QStringList({u"مرد"_qs, u"زن"_qs}));
-    EXPECT_EQ(items(editor->IsMarried_CMB), QStringList({u"مجرد"_qs, u"متاهل"_qs}));
-    EXPECT_EQ(items(editor->National_CMB), QStringList({u"ایرانی"_qs, u"غیر ایرانی"_qs}));
-    EXPECT_EQ(items(editor->EmploymentTitle_CMB).size(), 11);
-    EXPECT_EQ(items(editor->EmploymentTitle_CMB).value(10), u"کارمزدی"_qs);
-    EXPECT_EQ(items(editor->FiscalExemption_CMB).size(), 9);
-    EXPECT_EQ(items(editor->FiscalExemption_CMB).value(8), u"بازنشسته ، وظیفه و مستمری بگیر"_qs);
-    EXPECT_EQ(items(editor->Insurance_CMB).value(3), u"بیمه نشده"_qs);
-    EXPECT_EQ(items(editor->Category_CMB).size(), 19);
-    EXPECT_EQ(items(editor->Category_CMB).value(18), u"اعضا هیئت علمی دانشگاهها و موسسات آموزش عالی"_qs);
-    EXPECT_EQ(items(editor->Degree_CMB).size(), 8);
-    EXPECT_EQ(items(editor->Degree_CMB).value(1), u"زیر دیپلم"_qs);
-    EXPECT_EQ(items(editor->Degree_CMB).value(2), u"ديپلم"_qs); // another yeh than the item before
-    EXPECT_EQ(items(editor->Military_CMB).size(), 7);
-}
-
 // Every column goes from the screen to the table and back.
 TEST_F(StaffEditor, EveryInputIsStoredAndShownAgain)
 {

@@ -1,57 +1,10 @@
-#include "staff/Screens.h"
-
-#include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
-#include "staff/StaffFamily_GetDetil_UNT.h"
+#include "staff/FamilyScreens.h"
 
 #include <QGroupBox>
 #include <QLabel>
 #include <QTest>
 
 using enum TAnswer;
-
-namespace {
-
-class StaffFamily : public StaffScreens {
-protected:
-    std::unique_ptr<TStaffFamily_GetDetil_FRM> newMember(int staff = 5)
-    {
-        return std::make_unique<TStaffFamily_GetDetil_FRM>(int(cspStaff), staff);
-    }
-    std::unique_ptr<TStaffFamily_GetDetil_FRM> member(int id, int staff = 5)
-    {
-        return std::make_unique<TStaffFamily_GetDetil_FRM>(int(cspStaff), staff, fmEdit, id);
-    }
-    QString row(int id)
-    {
-        return db.rows(
-            u"select StaffCode,ID,Name,Sex,BirthDate,Death,DeathDate,Comment,Type,InsuranceNumber from "
-            "tmpStaffFamily where ID=%1"_qs.arg(id));
-    }
-    static TDetail_Rows_Frame *frame(TStaffGet_FRM &editor)
-    {
-        return editor.findChild<TDetail_Rows_Frame *>();
-    }
-    /// Turns to the family page and puts the focus into its grid.
-    static void toFamily(TStaffGet_FRM &editor)
-    {
-        Keys::press(&editor, Qt::Key_4, Qt::ControlModifier);
-        frame(editor)->Grid()->setFocus();
-    }
-    /// Presses a key in the editor and works in the member's screen that it opens.
-    void inMember(TStaffGet_FRM &editor, Qt::Key key, Qt::KeyboardModifiers modifiers,
-                  const std::function<void(TStaffFamily_GetDetil_FRM &)> &work)
-    {
-        Keys::runModal(
-            [&] {
-                Keys::press(&editor, key, modifiers);
-                return 0;
-            },
-            [&](QWidget *screen) {
-                Keys::waitFor([&] { return screen->isActiveWindow(); });
-                work(dynamic_cast<TStaffFamily_GetDetil_FRM &>(*screen));
-            });
-    }
-};
 
 TEST_F(StaffFamily, ANewMemberHasItsDefaults)
 {
@@ -130,7 +83,12 @@ TEST_F(StaffFamily, ADeathTicksItsBoxAndEqualsTheBirthAtTheEarliest)
         press(*screen, Qt::Key_F3, Qt::ShiftModifier);
         EXPECT_EQ(messages.take(),
                   QStringList(u"ShowTooltipMessage(تاریخ فوت نمی تواند از تاریخ تولد کوچکتر باشد.)"_qs));
+        EXPECT_EQ(messages.last().shape, TMessageShape::Balloon);
+        EXPECT_EQ(messages.last().control, screen->DeathDate_EDT);
         EXPECT_EQ(messages.last().displayTime, 3000);
+        EXPECT_EQ(messages.last().icon, 4);
+        EXPECT_EQ(messages.last().color, QColor(192, 192, 192));
+        EXPECT_EQ(messages.last().width, 250);
         EXPECT_EQ(screen->focusWidget(), screen->DeathDate_EDT);
         Keys::retype(screen->DeathDate_EDT, "1390/01/05");
         press(*screen, Qt::Key_F3, Qt::ShiftModifier);
@@ -427,5 +385,3 @@ TEST_F(StaffFamily, RowsThatNobodyHoldsDoNotComeInBesideTheSavedOnes)
     const auto editor = editorOf(5);
     open(*editor, [&] { EXPECT_EQ(working(), "1|5|a"); });
 }
-
-} // namespace

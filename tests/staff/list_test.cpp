@@ -1,13 +1,10 @@
-#include "staff/Screens.h"
+#include "staff/ListScreens.h"
 
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
 #include "host/BaseFrame_PKG/Range_Date_Search_Frame.h"
 #include "host/BaseFrame_PKG/Tab_Search_Frame.h"
 #include "host/Component_ZLM/PictureBox_ZLM.h"
-#include "host/NewBaseForms_PKG/GroupPane_UNT.h"
-#include "host/NewBaseForms_PKG/Groups_UNT.h"
 #include "host/NewBaseForms_PKG/ListPrinter.h"
-#include "staff/StaffList_UNT.h"
 
 #include <QBuffer>
 #include <QMenu>
@@ -20,75 +17,28 @@ using enum TAnswer;
 
 namespace {
 
-class StaffList : public StaffScreens {
-protected:
-    StaffList()
-    {
-        add(1, u"علی"_qs, u"احمدی"_qs, "CoDate='1400/01/01', StaffGroup=1");
-        add(2, u"رضا"_qs, u"کریمی"_qs, "CoDate='1401/06/15', StaffGroup=2, LeaveDate='1403/01/01'");
-        add(3, u"مریم"_qs, u"يزدي"_qs, "CoDate='1402/03/20', StaffGroup=2, Sex=1, IsMarried=1, Degree=4");
+// The columns of a printed page, counted by the lines of its head.
+int columnsOnPage(const TListPrinter &printer, QPrinter &paper, int page)
+{
+    QImage image(paper.paperRect(QPrinter::DevicePixel).size().toSize(), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    printer.PaintPage(painter, paper, page);
+    painter.end();
+    const auto dark = [&](int x, int y) { return qGray(image.pixel(x, y)) < 100; };
+    for (int y = 0; y < image.height(); ++y) {
+        int line = 0;
+        for (int x = 0; x < image.width(); ++x)
+            line += dark(x, y) ? 1 : 0;
+        if (line < image.width() / 4)
+            continue;
+        int lines = 0; // below the head's upper edge, above its captions
+        for (int x = 1; x < image.width(); ++x)
+            lines += dark(x, y + 2) && !dark(x - 1, y + 2) ? 1 : 0;
+        return lines - 1;
     }
-    int with(TFormMode mode, const std::function<void(TStaffList_FRM &)> &work)
-    {
-        TStaffList_FRM list(mode, {});
-        return Keys::runModal([&] { return list.exec(); },
-                              [&](QWidget *screen) {
-                                  Keys::waitFor([&] { return screen->isActiveWindow(); });
-                                  work(list);
-                              });
-    }
-    static QString codes(TStaffList_FRM &list)
-    {
-        QStringList found;
-        TQuery *query = list.ListQuery();
-        for (int row = 0; row < query->recordCount(); ++row)
-            found << QString::number(query->keyAt(row));
-        return found.join(' ');
-    }
-    /// Presses a key and works in the screen of this kind that it opens.
-    template <class Screen>
-    void inScreen(QWidget &window, Qt::Key key, const std::function<void(Screen &)> &work)
-    {
-        Keys::runModal(
-            [&] {
-                Keys::press(&window, key);
-                return 0;
-            },
-            [&](QWidget *screen) {
-                Keys::waitFor([&] { return screen->isActiveWindow(); });
-                work(dynamic_cast<Screen &>(*screen));
-            });
-    }
-    /// The columns of a printed page, counted by the lines of its head.
-    static int columnsOnPage(const TListPrinter &printer, QPrinter &paper, int page)
-    {
-        QImage image(paper.paperRect(QPrinter::DevicePixel).size().toSize(), QImage::Format_RGB32);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        printer.PaintPage(painter, paper, page);
-        painter.end();
-        const auto dark = [&](int x, int y) { return qGray(image.pixel(x, y)) < 100; };
-        for (int y = 0; y < image.height(); ++y) {
-            int line = 0;
-            for (int x = 0; x < image.width(); ++x)
-                line += dark(x, y) ? 1 : 0;
-            if (line < image.width() / 4)
-                continue;
-            int lines = 0; // below the head's upper edge, above its captions
-            for (int x = 1; x < image.width(); ++x)
-                lines += dark(x, y + 2) && !dark(x - 1, y + 2) ? 1 : 0;
-            return lines - 1;
-        }
-        return 0;
-    }
-    static void toGroup(TStaffList_FRM &list, int row)
-    {
-        list.Groups->Grid->setFocus();
-        Keys::press(&list, Qt::Key_Home, Qt::ControlModifier);
-        for (int i = 0; i < row; ++i)
-            Keys::press(&list, Qt::Key_Down);
-    }
-};
+    return 0;
+}
 
 } // namespace
 
@@ -293,18 +243,6 @@ TEST_F(StaffList, ANewEmployeeOpensInTheCurrentGroupAndTheListMovesToItsLastRow)
     });
 }
 
-TEST_F(StaffList, WithoutAGroupOfItsOwnTheUserIsSentToTheGroups)
-{
-    db.run("delete from Staff");
-    db.run("delete from StaffGroup where Code>0");
-    with(fmBrowse, [&](TStaffList_FRM &list) {
-        inScreen<TGroupList_FRM>(list, Qt::Key_F4,
-                                 [&](TGroupList_FRM &groups) { press(groups, Qt::Key_Escape); });
-        EXPECT_EQ(messages.take(), QStringList("MakeGroup()"));
-        EXPECT_EQ(codes(list), "");
-    });
-}
-
 TEST_F(StaffList, AnEmployeeIsEditedAndTheListReadAnew)
 {
     with(fmBrowse, [&](TStaffList_FRM &list) {
@@ -381,6 +319,17 @@ TEST_F(StaffList, DeletingNeedsItsRightAndARow)
     });
 }
 
+TEST_F(StaffList, WithoutTheRightToDeleteNothingIsSaidOfAnOpenEditor)
+{
+    db.run("insert into CodeLock_TBL(Code,Status,Com_Index) values('3',806,2)");
+    UserInfo = TUserInfo{7, "other", "other", false, true};
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        press(list, Qt::Key_F7);
+        EXPECT_EQ(messages.take(), QStringList("MsgNoPermission()"));
+        EXPECT_EQ(codes(list), "1 2 3");
+    });
+}
+
 TEST_F(StaffList, SelectingKeepsTheEmployeeForTheCaller)
 {
     TStaffList_FRM list(fmSelect, {});
@@ -425,54 +374,6 @@ TEST_F(StaffList, ADoubleClickEditsWhenNothingIsToBeSelected)
             [&](QWidget *screen) {
                 EXPECT_EQ(dynamic_cast<TStaffGet_FRM &>(*screen).Code_EDT->GetText(), "1");
             });
-    });
-}
-
-TEST_F(StaffList, GroupsAreKeptThroughTheHost)
-{
-    messages.answer({Yes});
-    with(fmBrowse, [&](TStaffList_FRM &list) {
-        Keys::runModal(
-            [&] {
-                list.Groups->GNew_PMI->trigger();
-                return 0;
-            },
-            [&](QWidget *screen) {
-                auto &editor = dynamic_cast<TGroupGet_FRM &>(*screen);
-                Keys::type(editor.Name_EDT, u"فروش"_qs);
-                Keys::press(&editor, Qt::Key_F3);
-            });
-        EXPECT_EQ(list.Groups->CurrentCode(), 3); // the last row
-        EXPECT_EQ(codes(list), "");
-        messages.take();
-        Keys::runModal(
-            [&] {
-                list.Groups->GEdit_PMI->trigger();
-                return 0;
-            },
-            [&](QWidget *screen) {
-                auto &editor = dynamic_cast<TGroupGet_FRM &>(*screen);
-                EXPECT_EQ(editor.Name_EDT->GetText(), u"فروش"_qs);
-                Keys::retype(editor.Name_EDT, u"بازرگانی"_qs);
-                Keys::press(&editor, Qt::Key_F3);
-            });
-        EXPECT_EQ(Staff_DM->GroupList_QUR->asString("Name"), u"بازرگانی"_qs);
-        messages.take();
-        list.Groups->GDelete_PMI->trigger();
-        EXPECT_EQ(messages.take().value(0), "MsgDeleteRow()");
-    });
-    EXPECT_EQ(db.text("select count(*) from StaffGroup"), "3");
-}
-
-TEST_F(StaffList, F11OpensTheGroupsAndMovesToTheChosenOne)
-{
-    with(fmBrowse, [&](TStaffList_FRM &list) {
-        inScreen<TGroupList_FRM>(list, Qt::Key_F11, [&](TGroupList_FRM &groups) {
-            Keys::picture(&groups, "staff_groups");
-            press(groups, Qt::Key_Return);
-        });
-        EXPECT_EQ(list.Groups->CurrentCode(), 2);
-        EXPECT_EQ(codes(list), "2 3");
     });
 }
 
