@@ -44,7 +44,7 @@ QString FirstLineOf(const QString &fileName, QString *error)
         *error = QStringLiteral("cannot read %1: %2").arg(fileName, file.errorString());
         return {};
     }
-    QString line = QString::fromUtf8(file.readLine(64 * 1024));
+    QString line = QString::fromUtf8(file.readLine(qint64(64) * 1024));
     while (line.endsWith(u'\n') || line.endsWith(u'\r'))
         line.chop(1);
     if (line.isEmpty())

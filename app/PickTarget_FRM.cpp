@@ -80,7 +80,7 @@ TPickTarget_FRM::TPickTarget_FRM(TSession &session, Kind kind)
     connect(EXit_BTN, &QAbstractButton::clicked, this, &QDialog::reject);
     connect(list, &TQuery::currentChanged, this, &TPickTarget_FRM::showItems);
     connect(list, &TQuery::opened, this, &TPickTarget_FRM::showItems);
-    UpdateButtons();
+    TPickTarget_FRM::UpdateButtons();
 }
 
 TSmartButton_ZLM *TPickTarget_FRM::addPick(const QString &name, const QString &caption, const QString &key,

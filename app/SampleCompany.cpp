@@ -226,7 +226,7 @@ private:
             for (int i = 0; i < 9; ++i)
                 sum += nine[i].digitValue() * (10 - i);
             const int rest = sum % 11;
-            const QString code = nine + QString::number(rest < 2 ? rest : 11 - rest);
+            QString code = nine + QString::number(rest < 2 ? rest : 11 - rest);
             if (code.count(code[0]) < 10 && !m_nationalCodes.contains(code)) {
                 m_nationalCodes.insert(code);
                 return code;

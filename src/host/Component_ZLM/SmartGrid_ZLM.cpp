@@ -361,7 +361,7 @@ bool TSmartGrid_ZLM::extendSelection(QKeyEvent *event)
     const int last = d->model->rowCount() - 1;
     const int page =
         std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
-    int target = row;
+    int target;
     switch (event->key()) {
     case Qt::Key_Up:
         target = row - 1;

@@ -41,10 +41,10 @@ int pick(TSoftwarePart part, const QString &text)
 
 } // namespace
 
-void RegisterEntityPicker(TSoftwarePart part, TEntityPicker picker)
+void RegisterEntityPicker(TSoftwarePart part, const TEntityPicker &picker)
 {
     if (picker)
-        pickers().insert(part, std::move(picker));
+        pickers().insert(part, picker);
     else
         pickers().remove(part);
 }

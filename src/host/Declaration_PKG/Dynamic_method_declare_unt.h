@@ -21,4 +21,4 @@ bool Delete_Group(TSoftwarePart part, int code);
 /// The screens behind Select_Entity and Open_FiscalDeductionList live in modules that the host loads: the
 /// application registers how to reach them (by the module's exports); tests register their own.
 using TEntityPicker = std::function<int(const QString &text)>;
-void RegisterEntityPicker(TSoftwarePart part, TEntityPicker picker);
+void RegisterEntityPicker(TSoftwarePart part, const TEntityPicker &picker);

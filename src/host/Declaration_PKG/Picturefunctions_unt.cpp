@@ -19,7 +19,7 @@ TPictureRead refused(const QString &why)
 
 QString megabytes(qint64 bytes)
 {
-    return QString::number(bytes / (1024 * 1024));
+    return QString::number(bytes / (qint64(1024) * 1024));
 }
 
 TPictureRead tooLarge()

@@ -10,7 +10,7 @@ class TQuery;
 
 /// What pictures may be on their way in, and how large they are stored.
 namespace PictureLimits {
-constexpr qint64 FileBytes = 20 * 1024 * 1024;
+constexpr qint64 FileBytes = qint64(20) * 1024 * 1024;
 constexpr qint64 Dots = 50'000'000;
 constexpr int StoredSide = 800; ///< dots; a larger picture is scaled down to it
 constexpr int JpegQuality = 85; ///< percent

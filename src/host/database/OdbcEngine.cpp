@@ -29,7 +29,7 @@ TOdbcEngine::TOdbcEngine(const QString &connectionString) : m_string(connectionS
 
 TOdbcEngine::~TOdbcEngine()
 {
-    rollback();
+    TOdbcEngine::rollback();
     drop();
 }
 

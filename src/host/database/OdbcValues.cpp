@@ -55,7 +55,7 @@ QVariant readBytes(SQLHSTMT statement, SQLUSMALLINT column, SQLRETURN &code)
         first = false;
         const bool cut =
             code == SQL_SUCCESS_WITH_INFO && (length == SQL_NO_TOTAL || length > SQLLEN(sizeof(part)));
-        bytes.append(part, cut ? sizeof(part) : length);
+        bytes.append(part, cut ? qsizetype(sizeof(part)) : qsizetype(length));
         if (!cut) {
             code = SQL_SUCCESS;
             return bytes;

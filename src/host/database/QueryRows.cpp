@@ -220,7 +220,7 @@ QVariant TQueryRows::largeValue(int row, int field)
                                      .value(key);
     m_source.connection->beforeStatement(statement);
     const auto cursor = m_source.connection->engine().select(bound(statement));
-    const QVariant value = cursor->next() ? cursor->value(0) : QVariant();
+    QVariant value = cursor->next() ? cursor->value(0) : QVariant();
     m_large.insert(field, value);
     return value;
 }
