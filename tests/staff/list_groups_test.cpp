@@ -30,10 +30,12 @@ TEST_F(StaffList, WithoutAGroupOfItsOwnTheUserIsSentToTheGroups)
     db.run("delete from Staff");
     db.run("delete from StaffGroup where Code>0");
     with(fmBrowse, [&](TStaffList_FRM &list) {
+        TEditorsShown editors;
         inScreen<TGroupList_FRM>(list, Qt::Key_F4,
                                  [&](TGroupList_FRM &groups) { press(groups, Qt::Key_Escape); });
         EXPECT_EQ(messages.take(), QStringList("MakeGroup()"));
         EXPECT_EQ(codes(list), "");
+        EXPECT_EQ(editors.count, 0);
     });
 }
 

@@ -70,3 +70,21 @@ TEST_F(StaffUntouched, SavingAFullEmployeeThatNobodyTouchedChangesNothingButItsM
     EXPECT_EQ(value("ModifiedDate", 7), NowDate());
     EXPECT_EQ(value("UserModified", 7), u"clerk (مریم کاتب)"_qs);
 }
+
+// The columns were made wider than the inputs, and other programs fill them too.
+TEST_F(StaffUntouched, StoredTextsThatAreLongerThanTheirInputsStayWhole)
+{
+    add(7, "seven", QString(100, u'ک'),
+        u"PersonnelCode='%1', InsuranceNumber='%1', AccountNumber='%2', Comment=N'%3', JobGroup=N'%4'"_qs.arg(
+            QString(20, u'1'), QString(50, u'2'), QString(150, u'ش'), QString(100, u'گ')));
+    const auto texts = [this] {
+        return db.rows(
+            "select LastName,PersonnelCode,InsuranceNumber,AccountNumber,Comment,JobGroup from Staff");
+    };
+    const QString before = texts();
+    ASSERT_EQ(before.size(), 100 + 20 + 20 + 50 + 150 + 100 + 5);
+    const auto editor = editorOf(7);
+    open(*editor, [&] { press(*editor, Qt::Key_F3); });
+    EXPECT_EQ(messages.take(), QStringList(savedMessage));
+    EXPECT_EQ(texts(), before);
+}
