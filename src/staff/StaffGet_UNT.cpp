@@ -210,19 +210,23 @@ void TStaffGet_FRM::codeLeft()
 bool TStaffGet_FRM::takeTypedCode()
 {
     const int held = Identifier().toInt();
-    if (Mode() != fmNew || code() == held)
-        return true;
-    if (code() == 0) { // emptied: the code that was allotted stays
-        Code_EDT->SetValue(held);
-        return true;
-    }
     const int typed = code();
+    if (typed == held)
+        return true;
     const auto putBack = [&] {
         SetIdentifier(held);
         Code_EDT->SetValue(held);
         FocusInput(Code_EDT);
     };
     try {
+        SettleLostSave();
+        if (Mode() != fmNew)
+            Code_EDT->setReadOnly(true);
+        // Emptied, or stored by a save that got no answer: the code stays.
+        if (typed == 0 || Mode() != fmNew) {
+            Code_EDT->SetValue(held);
+            return true;
+        }
         SetIdentifier(typed);
         const bool stored = RecordExists();
         SetIdentifier(held);

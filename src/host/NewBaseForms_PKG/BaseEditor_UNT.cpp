@@ -101,21 +101,25 @@ void TBaseEditor::leaveRecord()
 void TBaseEditor::noteLostLine()
 {
     const auto *connection = DM.ADOConnection1;
-    if (m_mode == fmNew && m_identifier.toInt() != 0 && connection && connection->lastError() &&
+    if (m_identifier.toInt() != 0 && connection && connection->lastError() &&
         IsLineLost(connection->lastError()->fault()))
         m_unsure = m_identifier;
 }
 
-// A commit whose answer never came may have stored the new record. What is typed by now then changes it: entered once
-// more it would be refused, or be there twice.
-void TBaseEditor::settleLostSave()
+// A commit whose answer never came may have stored what was typed. A new record is a stored one then: entered once more
+// it would be refused, or be there twice. And a change may be the stored state: the checks that compare with the loaded
+// record would take the record's own title or number for another's.
+void TBaseEditor::SettleLostSave()
 {
-    if (m_mode != fmNew || !m_unsure.isValid() || m_unsure != m_identifier || !RecordExists() ||
-        !StoredIsOwn())
+    if (!m_unsure.isValid() || m_unsure != m_identifier || !RecordExists())
         return;
-    SetMode(fmEdit);
-    m_savedOnce = true;
-    m_savedIdentifier = Identifier();
+    if (m_mode == fmNew) {
+        if (!StoredIsOwn())
+            return;
+        SetMode(fmEdit);
+        m_savedOnce = true;
+        m_savedIdentifier = Identifier();
+    }
     LoadRecord();
 }
 
@@ -129,7 +133,7 @@ bool TBaseEditor::Save(TSaveMode way)
         if (DM.ADOConnection1)
             DM.ADOConnection1->clearLastError();
         const bool sound = Guarded([&] {
-            settleLostSave();
+            SettleLostSave();
             if (!Validate())
                 return;
             saved = SaveRecord();
