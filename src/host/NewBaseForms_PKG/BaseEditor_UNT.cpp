@@ -376,7 +376,7 @@ bool TBaseEditor::CheckInput(TSmartInput *input)
 
 bool TBaseEditor::RequireInput(TSmartInput *input, const QString &word)
 {
-    if (!input->GetText().trimmed().isEmpty())
+    if (!input->IsEmpty())
         return true;
     MsgRequiredField(word, input->Widget(), this);
     FocusInput(input->Widget());

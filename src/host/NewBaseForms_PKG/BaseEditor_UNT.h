@@ -115,7 +115,7 @@ protected:
     void FocusInput(QWidget *input);
     /// Whether an input holds a value of its kind; when it does not, its page, the focus, and the balloon beside it.
     bool CheckInput(TSmartInput *input);
-    /// Whether an input holds anything but blanks; when it does not, MsgRequiredField with this word, its page and the focus.
+    /// Whether an input holds anything; when it does not, MsgRequiredField with this word, its page and the focus.
     bool RequireInput(TSmartInput *input, const QString &word);
 
     void reject() override;
