@@ -76,6 +76,14 @@ bool TStaffGet_FRM::RecordExists()
     return !Staff_DM->StaffGet_QUR->isEmpty();
 }
 
+// The lock on the code does not tell: an administrator may have freed it while the line was lost. Full names do, since
+// no two employees share one.
+bool TStaffGet_FRM::StoredIsOwn()
+{
+    const TQuery *stored = Staff_DM->StaffGet_QUR;
+    return stored->asString("Name") == m_sent._Name && stored->asString("LastName") == m_sent._LastName;
+}
+
 void TStaffGet_FRM::fillGroups(int code)
 {
     const TNamedCodes groups = Staff_DM->StaffGroup_Fill();
@@ -90,6 +98,7 @@ void TStaffGet_FRM::ClearRecord()
 {
     const QScopedValueRollback showing(m_showing, true);
     m_staff = {};
+    m_sent = {};
     m_person = {};
     m_saveFailed = false;
     Staff_DM->Family_GetByStaffCode(Identifier());

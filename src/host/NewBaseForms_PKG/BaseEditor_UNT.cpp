@@ -101,8 +101,7 @@ void TBaseEditor::leaveRecord()
 void TBaseEditor::noteLostLine()
 {
     const auto *connection = DM.ADOConnection1;
-    if (m_identifier.toInt() != 0 && connection && connection->lastError() &&
-        IsLineLost(connection->lastError()->fault()))
+    if (connection && connection->lastError() && IsLineLost(connection->lastError()->fault()))
         m_unsure = m_identifier;
 }
 
@@ -111,14 +110,22 @@ void TBaseEditor::noteLostLine()
 // record would take the record's own title or number for another's.
 void TBaseEditor::SettleLostSave()
 {
-    if (!m_unsure.isValid() || m_unsure != m_identifier || !RecordExists())
+    if (!m_unsure.isValid() || m_unsure != m_identifier)
         return;
     if (m_mode == fmNew) {
-        if (!StoredIsOwn())
+        QVariant stored = m_identifier;
+        if (stored.toInt() == 0)
+            stored = StoredRow();
+        else if (!RecordExists() || !StoredIsOwn())
+            stored = {};
+        if (stored.isNull())
             return;
+        SetIdentifier(stored);
         SetMode(fmEdit);
         m_savedOnce = true;
         m_savedIdentifier = Identifier();
+    } else if (!RecordExists()) {
+        return;
     }
     LoadRecord();
 }
@@ -230,6 +237,12 @@ void TBaseEditor::done(int result)
         return;
     m_finished = true;
     rollBackLeftOpen();
+    try {
+        if (m_mode == fmNew)
+            SettleLostSave(); // the list behind must show what is stored
+    } catch (const TDatabaseError &) {
+        // The save told about the line already.
+    }
     Guarded([this] { ReleaseHeld(); });
     leaveRecord();
     TBaseForm::done(m_savedOnce ? int(Accepted) : result);
@@ -368,7 +381,7 @@ bool TBaseEditor::CheckInput(TSmartInput *input)
 
 bool TBaseEditor::RequireInput(TSmartInput *input, const QString &word)
 {
-    if (!input->GetText().trimmed().isEmpty())
+    if (!input->IsEmpty())
         return true;
     MsgRequiredField(word, input->Widget(), this);
     FocusInput(input->Widget());

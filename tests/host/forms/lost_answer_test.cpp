@@ -1,8 +1,9 @@
 #include "host/forms/FakeScreens.h"
+#include "support/LostAnswer.h"
 
 namespace {
 
-class LostAnswer : public Things {};
+class SaveWithoutAnswer : public Things {};
 
 int open(TBaseEditor &editor, const std::function<void()> &work)
 {
@@ -14,18 +15,22 @@ int open(TBaseEditor &editor, const std::function<void()> &work)
 }
 
 // Checks compare what is typed with the loaded record, which is not the stored one once a save got no answer.
-TEST_F(LostAnswer, AfterALostAnswerTheNextSaveLoadsWhatIsStoredAndKeepsWhatWasTyped)
+TEST_F(SaveWithoutAnswer, IsFollowedByOneThatLoadsWhatIsStoredAndKeepsWhatWasTyped)
 {
     TThingGet_FRM editor;
     const int result = open(editor, [&] {
         Keys::type(editor.Title_EDT, "first");
-        db.loseAnswer("insert into");
-        Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
+        {
+            const LostAnswer lost(db, "insert into Thing");
+            Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
+        }
         EXPECT_EQ(editor.Mode(), fmNew);
         Keys::retype(editor.Title_EDT, "second");
         editor.hooks.clear();
-        db.loseAnswer("update");
-        Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
+        {
+            const LostAnswer lost(db, "update Thing");
+            Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
+        }
         EXPECT_EQ(editor.hooks, (QStringList{"LoadRecord", "Validate", "SaveRecord"}));
         EXPECT_EQ(editor.Mode(), fmEdit);
         EXPECT_EQ(titles(), "1|second");
