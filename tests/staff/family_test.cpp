@@ -345,6 +345,30 @@ TEST_F(StaffFamily, SingleWithoutAFamilyHidesThePage)
     EXPECT_EQ(messages.take(), QStringList(savedMessage));
 }
 
+TEST_F(StaffFamily, GoingOnFromTheFamilyPageStartsASingleEmployeeOnTheFirstPage)
+{
+    add(5, "five", "five", "IsMarried=1");
+    addMember(1, 5, "a");
+    const auto editor = editorOf(5);
+    messages.answer({Yes, No});
+    open(*editor, [&] {
+        toFamily(*editor);
+        press(*editor, Qt::Key_Delete);
+        EXPECT_EQ(messages.take(), QStringList("MsgDeleteRow()"));
+        press(*editor, Qt::Key_F3, Qt::ControlModifier);
+        EXPECT_EQ(messages.take(), QStringList(savedMessage));
+        EXPECT_EQ(editor->Code_EDT->GetText(), "6");
+        EXPECT_EQ(editor->Staff_PC->currentIndex(), 0);
+        EXPECT_FALSE(editor->Staff_PC->isTabVisible(3));
+        EXPECT_TRUE(editor->Name_EDT->hasFocus());
+        choose(*editor, editor->IsMarried_CMB, 1);
+        press(*editor, Qt::Key_4, Qt::ControlModifier);
+        EXPECT_EQ(editor->Staff_PC->currentIndex(), 3);
+    });
+    EXPECT_EQ(saved(), "");
+    EXPECT_EQ(locks(), "");
+}
+
 TEST_F(StaffFamily, ThePageNeedsItsRight)
 {
     add(5, "five", "five", "IsMarried=1");

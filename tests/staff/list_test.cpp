@@ -273,6 +273,42 @@ TEST_F(StaffList, DeletingAsksLogsAndDeletes)
     EXPECT_EQ(working(), "");
 }
 
+// The look for the lock, the event, the delete: nobody goes without a line in the event log.
+TEST_F(StaffList, AFaultBeforeTheDeleteDeletesNobody)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        for (int n = 1; n <= 3; ++n) {
+            messages.answer({Yes});
+            db.failStatement(n, TFault::ConnectionLost);
+            press(list, Qt::Key_F7);
+            db.failStatement(0);
+            EXPECT_EQ(messages.take().last(), "MsgDatabaseError()") << n;
+            EXPECT_EQ(codes(list), "1 2 3") << n;
+            EXPECT_EQ(db.text("select count(*) from Staff"), "3") << n;
+            EXPECT_EQ(db.text("select count(*) from UserEvent"), n == 3 ? "1" : "0") << n;
+        }
+    });
+}
+
+TEST_F(StaffList, AListThatWasDeletedEmptyTakesANewEmployee)
+{
+    with(fmBrowse, [&](TStaffList_FRM &list) {
+        list.ShowPicture_BTN->click();
+        messages.answer({Yes, Yes, Yes});
+        for (int i = 0; i < 4; ++i)
+            press(list, Qt::Key_F7);
+        EXPECT_EQ(messages.take().size(), 3);
+        EXPECT_EQ(codes(list), "");
+        EXPECT_FALSE(list.EDit_BTN->isEnabled());
+        inScreen<TStaffGet_FRM>(list, Qt::Key_F4, [&](TStaffGet_FRM &editor) {
+            fill(editor);
+            press(editor, Qt::Key_F3);
+        });
+        EXPECT_EQ(codes(list), "1");
+        EXPECT_TRUE(list.Del_BTN->isEnabled());
+    });
+}
+
 TEST_F(StaffList, AnEmployeeThatIsGoneMeanwhileIsNotEditedAndTheListSaysSo)
 {
     with(fmBrowse, [&](TStaffList_FRM &list) {
