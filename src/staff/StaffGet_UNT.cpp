@@ -76,6 +76,14 @@ bool TStaffGet_FRM::RecordExists()
     return !Staff_DM->StaffGet_QUR->isEmpty();
 }
 
+// The lock on the code does not tell: an administrator may have freed it while the line was lost. Full names do, since
+// no two employees share one.
+bool TStaffGet_FRM::StoredIsOwn()
+{
+    const TQuery *stored = Staff_DM->StaffGet_QUR;
+    return stored->asString("Name") == m_sent._Name && stored->asString("LastName") == m_sent._LastName;
+}
+
 void TStaffGet_FRM::fillGroups(int code)
 {
     const TNamedCodes groups = Staff_DM->StaffGroup_Fill();
@@ -90,6 +98,7 @@ void TStaffGet_FRM::ClearRecord()
 {
     const QScopedValueRollback showing(m_showing, true);
     m_staff = {};
+    m_sent = {};
     m_person = {};
     m_saveFailed = false;
     Staff_DM->Family_GetByStaffCode(Identifier());
@@ -210,19 +219,23 @@ void TStaffGet_FRM::codeLeft()
 bool TStaffGet_FRM::takeTypedCode()
 {
     const int held = Identifier().toInt();
-    if (Mode() != fmNew || code() == held)
-        return true;
-    if (code() == 0) { // emptied: the code that was allotted stays
-        Code_EDT->SetValue(held);
-        return true;
-    }
     const int typed = code();
+    if (typed == held)
+        return true;
     const auto putBack = [&] {
         SetIdentifier(held);
         Code_EDT->SetValue(held);
         FocusInput(Code_EDT);
     };
     try {
+        SettleLostSave();
+        if (Mode() != fmNew)
+            Code_EDT->setReadOnly(true);
+        // Emptied, or stored by a save that got no answer: the code stays.
+        if (typed == 0 || Mode() != fmNew) {
+            Code_EDT->SetValue(held);
+            return true;
+        }
         SetIdentifier(typed);
         const bool stored = RecordExists();
         SetIdentifier(held);
