@@ -19,4 +19,6 @@ struct TFiscalDeducation_Mapper {
     bool _Insurance = false; ///< earnings only
     bool _Tax = false;       ///< earnings only
     QString _comment;        ///< at most 500 characters are stored
+
+    bool operator==(const TFiscalDeducation_Mapper &) const = default;
 };

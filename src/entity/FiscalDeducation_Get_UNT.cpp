@@ -188,6 +188,7 @@ void TFiscalDeducation_Get_FRM::ClearRecord()
     CalcType_CMB->setCurrentIndex(isEarning() ? monthlyBasis : 0);
     applyBasis();
     m_loadedTitle.clear();
+    m_sent.reset();
     Code_EDT->SetValue(Identifier());
     SetIsSaved(true);
 }
@@ -198,12 +199,15 @@ void TFiscalDeducation_Get_FRM::LoadRecord()
     m_loadedTitle = m_item._title;
 }
 
-// Titles are unique within their kind, so a title tells whose item stands under a code.
+// No lock tells whose item stands under a code that others were offered too.
 bool TFiscalDeducation_Get_FRM::StoredIsOwn()
 {
     TFiscalDeducation_Mapper stored;
     Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), stored);
-    return stored._title == m_sentTitle;
+    if (!m_sent || stored._cost.toDouble() != m_sent->_cost.toDouble())
+        return false;
+    stored._cost = m_sent->_cost; // one amount, written in two ways
+    return stored == *m_sent;
 }
 
 bool TFiscalDeducation_Get_FRM::RecordExists()
@@ -301,7 +305,7 @@ TFiscalDeducation_Mapper TFiscalDeducation_Get_FRM::typed()
 bool TFiscalDeducation_Get_FRM::SaveRecord()
 {
     const TFiscalDeducation_Mapper item = typed();
-    m_sentTitle = item._title;
+    m_sent = item;
     return Mode() == fmNew ? Entity_DM->FiscalDeducation_Insert(item, Part())
                            : Entity_DM->FiscalDeducation_Update(item, Part());
 }

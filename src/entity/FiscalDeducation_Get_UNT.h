@@ -3,6 +3,8 @@
 #include "entity/Entity_Mapper.h"
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
 
+#include <optional>
+
 class TSelect_AccountCode;
 
 /// The editor of one earning (part 804) or one deduction (part 805). Needs Entity_DM.
@@ -54,7 +56,7 @@ private:
 
     TFiscalDeducation_Mapper m_item; ///< as it was loaded
     QString m_loadedTitle;
-    QString m_sentTitle; ///< of the last save
+    std::optional<TFiscalDeducation_Mapper> m_sent; ///< by the last save of this item
     bool m_percent = false;
     const bool m_openedNew;
 };

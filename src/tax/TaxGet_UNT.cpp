@@ -35,6 +35,8 @@ const QList<TGridColumn> &detailFields()
     return fields;
 }
 
+const int titleWidth = 50; // characters of TaxMain.Title; the input takes more
+
 // Its spelling and its blanks are the ones that users know.
 const char *const notice =
     "توجه : جهت محاسبه صحیح مالیات لطفا بازه های مالیاتی را به ترتیب  و با دقت وارد نمایید. همچنین بازه معاف از "
@@ -120,6 +122,7 @@ void TTaxGet_FRM::ClearRecord()
     Tax_DM->Tax_GetByID(Identifier());
     Title_EDT->Clear();
     Comment_EDT->Clear();
+    m_sent.reset();
     SetIsSaved(true);
 }
 
@@ -142,6 +145,18 @@ bool TTaxGet_FRM::RecordExists()
 {
     Tax_DM->Tax_GetByID(Identifier());
     return !Tax_DM->Get_QUR->isEmpty();
+}
+
+// The lock on the code does not tell: an administrator may have freed it while the line was lost. A header whose insert
+// got no answer has no brackets yet, while nobody else stores one without.
+bool TTaxGet_FRM::StoredIsOwn()
+{
+    const TQuery *stored = Tax_DM->Get_QUR;
+    return m_sent && stored->asString(QStringLiteral("Title")) == m_sent->_Title.left(titleWidth) &&
+           stored->asString(QStringLiteral("Comment")) == m_sent->_Comment &&
+           ScalerQuery(QStringLiteral("Tax"), QStringLiteral("TaxMainCode"), QStringLiteral("TaxMainCode"),
+                       Identifier())
+               .isEmpty();
 }
 
 bool TTaxGet_FRM::codeTyped()
@@ -174,9 +189,14 @@ bool TTaxGet_FRM::moveTo(int code)
         Tax_DM->Tax_GetByID(held); // a row of the code that is saved: none
         return false;
     }
+    const bool hadRows = !Tax_DM->DetailList_QUR->isEmpty();
     try {
         Tax_DM->TmpTax_MoveToCode(held, code);
     } catch (...) {
+        if (hadRows && hasMoved(held, code)) {
+            Tax_DM->TmpTax_OpenList(code);
+            return true;
+        }
         Guarded([&] {
             TakeCode(held);
             Tax_DM->TmpTax_OpenList(held);
@@ -185,6 +205,15 @@ bool TTaxGet_FRM::moveTo(int code)
         throw;
     }
     return true;
+}
+
+bool TTaxGet_FRM::hasMoved(int from, int to)
+{
+    try {
+        return Tax_DM->TmpTax_Count(from) == 0 && Tax_DM->TmpTax_Count(to) > 0;
+    } catch (const TDatabaseError &) {
+        return false; // the line is still gone
+    }
 }
 
 void TTaxGet_FRM::addRow()
@@ -221,11 +250,21 @@ void TTaxGet_FRM::deleteRow()
 {
     if (!HavePermission(UserInfo, Part(), cpDelete, false, true, QString()) || !MsgDeleteRow())
         return;
-    Guarded([&] {
-        Tax_DM->TaxDetail_Del(Tax_DM->DetailList_QUR->asString(QStringLiteral("ID")));
-        SetIsSaved(false);
-        m_rows->Reread(QStringLiteral("ID"));
-    });
+    const QVariant id = Tax_DM->DetailList_QUR->value(QStringLiteral("ID"));
+    bool gone = Guarded([&] { Tax_DM->TaxDetail_Del(id.toString()); });
+    try {
+        // One that got no answer may have been done.
+        if (!gone) {
+            Tax_DM->TmpTax_GetById(id);
+            gone = Tax_DM->TmpGet_QUR->isEmpty();
+        }
+    } catch (const TDatabaseError &) {
+        return; // the line is still gone, and the user was told
+    }
+    if (!gone)
+        return;
+    SetIsSaved(false);
+    Guarded([&] { m_rows->Reread(QStringLiteral("ID")); });
 }
 
 bool TTaxGet_FRM::Validate()
@@ -267,6 +306,7 @@ bool TTaxGet_FRM::SaveRecord()
     record._Code = Code_EDT->asInteger();
     record._Title = Title_EDT->GetText();
     record._Comment = Comment_EDT->GetText();
+    m_sent = record;
     // Header and brackets are two steps without a transaction: the second one only after the first.
     const bool header = Mode() == fmNew ? Tax_DM->Tax_Insert(record) : Tax_DM->Tax_Update(record);
     const bool saved = header && Tax_DM->TaxDetail_Insert(record._Code);

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "tax/Tax_Mapper.h"
+
+#include <optional>
 
 class TDetail_Rows_Frame;
 
@@ -26,6 +29,7 @@ protected:
     bool SaveRecord() override;
     void NewCode() override;
     bool RecordExists() override;
+    bool StoredIsOwn() override;
     void BeforeClose() override;
     QWidget *FirstInput() override { return Title_EDT; }
 
@@ -40,6 +44,9 @@ private:
     bool codeTyped();
     /// False: the code is taken, by a stored table or by another editor.
     bool moveTo(int code);
+    /// Whether working rows went from one code to the other although the move got no answer.
+    static bool hasMoved(int from, int to);
 
+    std::optional<TTax_Mapper> m_sent; ///< by the last save of this record
     TDetail_Rows_Frame *m_rows = nullptr;
 };

@@ -54,6 +54,7 @@ void TTax_GetDetail_FRM::ClearRecord()
     Percent_EDT->Clear();
     Comment_EDT->Clear();
     Tax_DM->TmpTax_GetById(0);
+    m_sent.reset();
     SetIsSaved(true);
 }
 
@@ -66,6 +67,24 @@ bool TTax_GetDetail_FRM::RecordExists()
 void TTax_GetDetail_FRM::LoadRecord()
 {
     Tax_DM->TmpTax_GetById(Identifier());
+}
+
+// Its bounds overlapped nothing when it was sent, so at most one row has them now.
+QVariant TTax_GetDetail_FRM::StoredRow()
+{
+    if (!m_sent)
+        return {};
+    Tax_DM->TmpTax_GetID(Master().toInt(), 0, m_sent->_FromSalary, m_sent->_ToSalary);
+    if (Tax_DM->Temp_QUR->isEmpty())
+        return {};
+    const QVariant id = Tax_DM->Temp_QUR->value(QStringLiteral("ID"));
+    Tax_DM->TmpTax_GetById(id);
+    const TQuery *row = Tax_DM->TmpGet_QUR;
+    const bool own = row->asFloat(QStringLiteral("FromSalary")) == m_sent->_FromSalary &&
+                     row->asFloat(QStringLiteral("ToSalary")) == m_sent->_ToSalary &&
+                     row->asFloat(QStringLiteral("Percent")) == m_sent->_Percent &&
+                     row->asString(QStringLiteral("Comment")) == m_sent->_Comment;
+    return own ? id : QVariant();
 }
 
 void TTax_GetDetail_FRM::ShowRecord()
@@ -126,6 +145,7 @@ bool TTax_GetDetail_FRM::SaveRecord()
     row._ToSalary = ToSalary_EDT->asFloat();
     row._Percent = Percent_EDT->asFloat();
     row._Comment = Comment_EDT->GetText();
+    m_sent = row;
     const bool saved = Mode() == fmNew ? Tax_DM->TmpTax_Insert(row) : Tax_DM->TmpTax_Update(row);
     if (!saved)
         MSGFinishedNotSuccessfully(QStringLiteral("ذخيره سازي"));

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseGetDetail_UNT.h"
+#include "tax/Tax_Mapper.h"
+
+#include <optional>
 
 /// The screen of one salary bracket of the tax table that is open in the editor.
 class TTax_GetDetail_FRM : public TBaseGetDetail_FRM {
@@ -24,8 +27,11 @@ protected:
     bool SaveRecord() override;
     void NewCode() override {}
     bool RecordExists() override;
+    QVariant StoredRow() override;
     QWidget *FirstInput() override { return FromSalary_EDT; }
 
 private:
     void build();
+
+    std::optional<TTmpTax_Mapper> m_sent; ///< by the last save of this bracket
 };

@@ -1,4 +1,5 @@
 #include "entity/EntityScreens.h"
+#include "support/LostAnswer.h"
 
 #include <QLabel>
 
@@ -221,43 +222,51 @@ TEST_F(ItemEditor, AFaultAtAnyStatementOfASaveLosesNothing)
     }
 }
 
-TEST_F(ItemEditor, ASaveWhoseAnswerWasLostIsGoneOnWithUnderTheSameTitle)
+TEST_F(ItemEditor, ASaveWhoseAnswerWasLostIsGoneOnWith)
 {
-    const int result = editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
-        fill(editor, "kept");
-        db.failStatement(3, TFault::ConnectionLost); // after the looks for the code and for the title
-        Keys::press(&editor, Qt::Key_F3);
-        db.failStatement(0);
+    const int result = editNew(cspFiscal, "2", [&](TFiscalDeducation_Get_FRM &editor) {
+        fill(editor, u"  کلی'ي  "_qs);
+        chooseBasis(editor, u"درصد"_qs);
+        Keys::retype(editor.CostPercent_EDT, "9.50");
+        editor.Tax_CHK->setChecked(true);
+        Keys::retype(editor.Comment_EDT, "c");
+        {
+            const LostAnswer lost(db, "insert into [Fiscal]");
+            Keys::press(&editor, Qt::Key_F3);
+        }
         EXPECT_EQ(messages.take().size(), 1);
-        EXPECT_EQ(deduction(10), "");
-        db.run("insert into Deduction(Code,GrpCode,CalcType,Title,Cost,Kol,Moin,Tafzili) "
-               "values(10,5,0,'kept',1500,61,2,1)"); // it was stored all the same
-        Keys::retype(editor.Cost_EDT, "1600");
+        EXPECT_TRUE(editor.isVisible());
+        Keys::retype(editor.Title_EDT, "since");
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList());
         EXPECT_FALSE(editor.isVisible());
     });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(deduction(10), "5|0|kept|61|2|1|1600|");
+    EXPECT_EQ(earning(10), "2|1|since|61|2|1|9.5|0|1|c");
+    EXPECT_EQ(db.text("select count(*) from Fiscal"), "6");
 }
 
 TEST_F(ItemEditor, AnItemThatAnotherUserStoredWhileTheLineWasLostIsNotWrittenOver)
 {
-    editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
-        fill(editor, "mine");
-        db.failStatement(3, TFault::ConnectionLost);
-        Keys::press(&editor, Qt::Key_F3);
-        db.failStatement(0);
-        messages.take();
-        db.run("insert into Deduction(Code,GrpCode,CalcType,Title,Cost,Kol,Moin,Tafzili) "
-               "values(10,6,0,'theirs',7,61,2,1)");
-        Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(کد|)"_qs});
-        EXPECT_TRUE(editor.isVisible());
-        EXPECT_EQ(editor.Title_EDT->GetText(), "mine");
-        leave(editor);
-    });
-    EXPECT_EQ(db.text("select Title from Deduction where Code=10"), "theirs");
+    // By its title, and by its amount alone.
+    for (const char *theirs : {"6,0,'theirs',7,61,2,1", "5,0,'mine',1600,61,2,1"}) {
+        editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
+            fill(editor, "mine");
+            breakBefore(db, "insert into [Deduction]", [&] { Keys::press(&editor, Qt::Key_F3); });
+            messages.take();
+            db.run(
+                u"insert into Deduction(Code,GrpCode,CalcType,Title,Cost,Kol,Moin,Tafzili) values(10,%1)"_qs
+                    .arg(theirs));
+            Keys::press(&editor, Qt::Key_F3);
+            EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(کد|)"_qs});
+            EXPECT_TRUE(editor.isVisible());
+            EXPECT_EQ(editor.Title_EDT->GetText(), "mine");
+            leave(editor);
+        });
+        EXPECT_EQ(db.rows("select GrpCode,CalcType,Title,Cost,Kol,Moin,Tafzili from Deduction where Code=10"),
+                  QString(theirs).remove(u'\'').replace(u',', u'|'));
+        db.run("delete from Deduction where Code=10");
+    }
 }
 
 TEST_F(ItemEditor, SaveAndNewBeginsTheNextItemInTheSameGroup)

@@ -652,37 +652,6 @@ TEST_F(TaxEditor, AFaultBetweenHeaderAndBracketsLeavesTheHeaderWritten)
     EXPECT_EQ(result, QDialog::Accepted); // the list shows the new title
 }
 
-TEST_F(TaxEditor, ASaveThatGotNoAnswerButIsStoredKeepsTheBracketsAndIsFinishedByTheNextOne)
-{
-    const int result = edit(0, [&](TTaxGet_FRM &editor) {
-        Keys::type(editor.Title_EDT, "new");
-        add(editor, {"0", "1000", "0"});
-        add(editor, {"1001", "2000", "10"});
-        messages.take();
-        // The server has the header, the program has no answer.
-        bool answered = true;
-        db.connection().setStatementHook([&](const TStatement &statement) {
-            if (!answered || !statement.boundText().startsWith("insert into [TaxMain]"))
-                return;
-            answered = false;
-            db.run("insert into TaxMain(Code, Title) values(1, 'new')");
-            throw TDatabaseError(TFault::ConnectionLost, "played");
-        });
-        Keys::press(&editor, Qt::Key_F3);
-        db.connection().setStatementHook({});
-        EXPECT_FALSE(answered);
-        EXPECT_TRUE(editor.isVisible());
-        EXPECT_EQ(shown(editor), "0|1,000|0\n1,001|2,000|10");
-        messages.take();
-        Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs));
-        EXPECT_FALSE(editor.isVisible());
-    });
-    EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(headers(), "1|new|");
-    EXPECT_EQ(permanent(1), "0|1000|0\n1001|2000|10");
-}
-
 TEST_F(TaxEditor, AFaultAtEveryStatementOfOpeningIsToldAndLeavesNothingBehind)
 {
     table(5, "t");

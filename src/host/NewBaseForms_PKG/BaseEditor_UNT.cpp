@@ -101,7 +101,7 @@ void TBaseEditor::leaveRecord()
 void TBaseEditor::noteLostLine()
 {
     const auto *connection = DM.ADOConnection1;
-    if (m_mode == fmNew && m_identifier.toInt() != 0 && connection && connection->lastError() &&
+    if (m_mode == fmNew && connection && connection->lastError() &&
         IsLineLost(connection->lastError()->fault()))
         m_unsure = m_identifier;
 }
@@ -110,9 +110,16 @@ void TBaseEditor::noteLostLine()
 // more it would be refused, or be there twice.
 void TBaseEditor::settleLostSave()
 {
-    if (m_mode != fmNew || !m_unsure.isValid() || m_unsure != m_identifier || !RecordExists() ||
-        !StoredIsOwn())
+    if (m_mode != fmNew || !m_unsure.isValid() || m_unsure != m_identifier)
         return;
+    QVariant stored = m_identifier;
+    if (stored.toInt() == 0)
+        stored = StoredRow();
+    else if (!RecordExists() || !StoredIsOwn())
+        stored = {};
+    if (stored.isNull())
+        return;
+    SetIdentifier(stored);
     SetMode(fmEdit);
     m_savedOnce = true;
     m_savedIdentifier = Identifier();
@@ -226,6 +233,11 @@ void TBaseEditor::done(int result)
         return;
     m_finished = true;
     rollBackLeftOpen();
+    try {
+        settleLostSave(); // the list behind must show what is stored
+    } catch (const TDatabaseError &) {
+        // The save told about the line already.
+    }
     Guarded([this] { ReleaseHeld(); });
     leaveRecord();
     TBaseForm::done(m_savedOnce ? int(Accepted) : result);

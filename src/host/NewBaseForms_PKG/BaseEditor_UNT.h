@@ -62,6 +62,9 @@ protected:
     /// Whether a stored record is the one whose save got no answer; a screen that holds no lock on its code must look,
     /// since another workstation may have stored its own under it meanwhile.
     virtual bool StoredIsOwn() { return true; }
+    /// The same for rows that get their identifier from the database: the stored row that a save without an answer sent;
+    /// null when there is none.
+    virtual QVariant StoredRow() { return {}; }
 
     /// Runs when a record is left: once on every way of closing, after the base's own handling (the code's lock is
     /// given up by then), and before the next record when saving goes on to a new one.
