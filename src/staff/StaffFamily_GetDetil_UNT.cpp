@@ -108,6 +108,12 @@ bool TStaffFamily_GetDetil_FRM::RecordExists()
     return !Staff_DM->FamilyGet_QUR->isEmpty();
 }
 
+// A row's code is not locked: another workstation may have entered a member of its employee under it.
+bool TStaffFamily_GetDetil_FRM::StoredIsOwn()
+{
+    return Staff_DM->FamilyGet_QUR->asInteger("StaffCode") == Master().toInt();
+}
+
 void TStaffFamily_GetDetil_FRM::LoadRecord()
 {
     Staff_DM->Family_GetByID(Identifier());

@@ -32,6 +32,7 @@ protected:
     bool SaveRecord() override;
     void NewCode() override;
     bool RecordExists() override;
+    bool StoredIsOwn() override;
     QWidget *FirstInput() override { return Name_EDT; }
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -76,6 +76,14 @@ bool TStaffGet_FRM::RecordExists()
     return !Staff_DM->StaffGet_QUR->isEmpty();
 }
 
+// The lock on the code does not tell: an administrator may have freed it while the line was lost. Full names do, since
+// no two employees share one.
+bool TStaffGet_FRM::StoredIsOwn()
+{
+    const TQuery *stored = Staff_DM->StaffGet_QUR;
+    return stored->asString("Name") == m_sent._Name && stored->asString("LastName") == m_sent._LastName;
+}
+
 void TStaffGet_FRM::fillGroups(int code)
 {
     const TNamedCodes groups = Staff_DM->StaffGroup_Fill();
@@ -90,6 +98,7 @@ void TStaffGet_FRM::ClearRecord()
 {
     const QScopedValueRollback showing(m_showing, true);
     m_staff = {};
+    m_sent = {};
     m_person = {};
     m_saveFailed = false;
     Staff_DM->Family_GetByStaffCode(Identifier());
@@ -210,19 +219,24 @@ void TStaffGet_FRM::codeLeft()
 bool TStaffGet_FRM::takeTypedCode()
 {
     const int held = Identifier().toInt();
-    if (Mode() != fmNew || code() == held)
-        return true;
-    if (code() == 0) { // emptied: the code that was allotted stays
-        Code_EDT->SetValue(held);
-        return true;
-    }
     const int typed = code();
+    if (typed == held)
+        return true;
     const auto putBack = [&] {
         SetIdentifier(held);
         Code_EDT->SetValue(held);
         FocusInput(Code_EDT);
     };
+    bool taken = false;
     try {
+        SettleLostSave();
+        if (Mode() != fmNew)
+            Code_EDT->setReadOnly(true);
+        // Emptied, or stored by a save that got no answer: the code stays.
+        if (typed == 0 || Mode() != fmNew) {
+            Code_EDT->SetValue(held);
+            return true;
+        }
         SetIdentifier(typed);
         const bool stored = RecordExists();
         SetIdentifier(held);
@@ -232,12 +246,19 @@ bool TStaffGet_FRM::takeTypedCode()
         } else if (!TakeCode(typed)) {
             MSGInUse(LockedEntityWord());
         } else {
+            taken = true;
             Staff_DM->StaffFamily_UpdateTmp(held, typed);
             Staff_DM->FillDataFamilyList(typed);
             return true;
         }
     } catch (const TDatabaseError &) {
-        Guarded([&] { TakeCode(held); });
+        Guarded([&] {
+            if (taken) { // the rows may have moved, though no answer came
+                Staff_DM->StaffFamily_UpdateTmp(typed, held);
+                TakeCode(held);
+                Staff_DM->FillDataFamilyList(held);
+            }
+        });
         putBack();
         throw;
     }
@@ -303,13 +324,21 @@ void TStaffGet_FRM::deleteRow()
 {
     if (!MsgDeleteRow())
         return;
-    Guarded([&] {
-        const int position = Staff_DM->Family_QUR->position();
-        if (!Staff_DM->Family_Del(Staff_DM->Family_QUR->asString("ID"))) {
-            if (const auto &error = DM.ADOConnection1->lastError())
-                MsgDatabaseError(*error);
-            return;
+    const QVariant id = Staff_DM->Family_QUR->value("ID");
+    const int position = Staff_DM->Family_QUR->position();
+    if (!Staff_DM->Family_Del(id.toString())) {
+        if (const auto &error = DM.ADOConnection1->lastError())
+            MsgDatabaseError(*error);
+        try {
+            Staff_DM->Family_GetByID(id);
+            if (!Staff_DM->FamilyGet_QUR->isEmpty())
+                return;
+            // It is done, though no answer came.
+        } catch (const TDatabaseError &) {
+            return; // the line is still gone, and the user was told
         }
+    }
+    Guarded([&] {
         SetIsSaved(false);
         Staff_DM->FillDataFamilyList(code());
         Staff_DM->Family_QUR->moveTo(qMin(position, Staff_DM->Family_QUR->recordCount() - 1));

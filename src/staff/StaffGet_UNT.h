@@ -79,6 +79,7 @@ protected:
     bool SaveRecord() override;
     void NewCode() override;
     bool RecordExists() override;
+    bool StoredIsOwn() override;
     void BeforeClose() override;
     QWidget *FirstInput() override;
     QString LockedEntityWord() const override;
@@ -130,6 +131,7 @@ private:
 
     TDetail_Rows_Frame *m_family = nullptr;
     TStaff_Mapper m_staff; ///< the record as it was loaded; empty for a new one
+    TStaff_Mapper m_sent;  ///< by the last save of this record
     TPerinf_Mapper m_person;
     bool m_showing = false;    ///< inputs are being filled by the program
     bool m_saveFailed = false; ///< what StaffGet_QUR holds may be rolled back by now

@@ -129,8 +129,8 @@ bool TStaffGet_FRM::SaveRecord()
     if (!newRecord)
         Staff_DM->ClearDataFamily(staffCode);
     DM.ADOConnection1->BeginTrans();
-    const TStaff_Mapper staff = typedStaff(newRecord);
-    const bool written = newRecord ? Staff_DM->Staff_Insert(staff) : Staff_DM->Staff_Update(staff);
+    m_sent = typedStaff(newRecord);
+    const bool written = newRecord ? Staff_DM->Staff_Insert(m_sent) : Staff_DM->Staff_Update(m_sent);
     bool pictures = true;
     try {
         pictures = savePicture(Picture_Get, QStringLiteral("Picture")) &&

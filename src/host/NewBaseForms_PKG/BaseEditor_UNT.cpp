@@ -101,28 +101,32 @@ void TBaseEditor::leaveRecord()
 void TBaseEditor::noteLostLine()
 {
     const auto *connection = DM.ADOConnection1;
-    if (m_mode == fmNew && connection && connection->lastError() &&
-        IsLineLost(connection->lastError()->fault()))
+    if (connection && connection->lastError() && IsLineLost(connection->lastError()->fault()))
         m_unsure = m_identifier;
 }
 
-// A commit whose answer never came may have stored the new record. What is typed by now then changes it: entered once
-// more it would be refused, or be there twice.
-void TBaseEditor::settleLostSave()
+// A commit whose answer never came may have stored what was typed. A new record is a stored one then: entered once more
+// it would be refused, or be there twice. And a change may be the stored state: the checks that compare with the loaded
+// record would take the record's own title or number for another's.
+void TBaseEditor::SettleLostSave()
 {
-    if (m_mode != fmNew || !m_unsure.isValid() || m_unsure != m_identifier)
+    if (!m_unsure.isValid() || m_unsure != m_identifier)
         return;
-    QVariant stored = m_identifier;
-    if (stored.toInt() == 0)
-        stored = StoredRow();
-    else if (!RecordExists() || !StoredIsOwn())
-        stored = {};
-    if (stored.isNull())
+    if (m_mode == fmNew) {
+        QVariant stored = m_identifier;
+        if (stored.toInt() == 0)
+            stored = StoredRow();
+        else if (!RecordExists() || !StoredIsOwn())
+            stored = {};
+        if (stored.isNull())
+            return;
+        SetIdentifier(stored);
+        SetMode(fmEdit);
+        m_savedOnce = true;
+        m_savedIdentifier = Identifier();
+    } else if (!RecordExists()) {
         return;
-    SetIdentifier(stored);
-    SetMode(fmEdit);
-    m_savedOnce = true;
-    m_savedIdentifier = Identifier();
+    }
     LoadRecord();
 }
 
@@ -136,7 +140,7 @@ bool TBaseEditor::Save(TSaveMode way)
         if (DM.ADOConnection1)
             DM.ADOConnection1->clearLastError();
         const bool sound = Guarded([&] {
-            settleLostSave();
+            SettleLostSave();
             if (!Validate())
                 return;
             saved = SaveRecord();
@@ -234,7 +238,8 @@ void TBaseEditor::done(int result)
     m_finished = true;
     rollBackLeftOpen();
     try {
-        settleLostSave(); // the list behind must show what is stored
+        if (m_mode == fmNew)
+            SettleLostSave(); // the list behind must show what is stored
     } catch (const TDatabaseError &) {
         // The save told about the line already.
     }

@@ -46,8 +46,8 @@ protected:
     // The hooks, in the order of the editor's table of operations.
     virtual bool Validate() = 0; ///< true when all is well; otherwise it has told the user and set the focus
     virtual void ClearRecord() = 0; ///< inputs to the defaults of a new record
-    /// Loads the record, and leaves its working rows alone: it runs, too, when a record whose save got no answer turns
-    /// out to be stored.
+    /// Loads the record, and leaves its working rows and the inputs alone: it runs, too, when the save of a record got no
+    /// answer and the record is found stored.
     virtual void LoadRecord() = 0;
     virtual void ShowRecord() = 0; ///< shows the loaded record
     /// Insert or update, then the success or failure message. A screen whose code can be typed makes the saved
@@ -128,6 +128,10 @@ protected:
     virtual void ReleaseHeld() {}
     /// Whether the user may go on to a new record after a save.
     virtual bool MayStartNew() { return true; }
+    /// When the last save got no answer, finds out what is stored: a new record that is stored turns to mode 3, a stored
+    /// one is loaded anew, the inputs stay as typed. Every save begins with it; so must what else relies on whether
+    /// the record is stored.
+    void SettleLostSave();
     /// Runs work that may meet a database error and tells the user about it. False: there was one.
     bool Guarded(const std::function<void()> &work);
 
@@ -144,10 +148,9 @@ private:
     void focusFirst();
     void rollBackLeftOpen();
     void noteLostLine();
-    void settleLostSave();
     TFormMode m_mode;
     QVariant m_identifier = 0;
-    QVariant m_unsure; ///< the new record whose save lost the line to the server: it may be stored
+    QVariant m_unsure; ///< the record whose save lost the line to the server: what was typed may be stored
     QVariant m_savedIdentifier;
     bool m_isSaved = true;
     bool m_busy = false;     ///< a save or the question of closing is under way
