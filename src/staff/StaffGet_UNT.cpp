@@ -227,6 +227,7 @@ bool TStaffGet_FRM::takeTypedCode()
         Code_EDT->SetValue(held);
         FocusInput(Code_EDT);
     };
+    bool taken = false;
     try {
         SettleLostSave();
         if (Mode() != fmNew)
@@ -245,12 +246,19 @@ bool TStaffGet_FRM::takeTypedCode()
         } else if (!TakeCode(typed)) {
             MSGInUse(LockedEntityWord());
         } else {
+            taken = true;
             Staff_DM->StaffFamily_UpdateTmp(held, typed);
             Staff_DM->FillDataFamilyList(typed);
             return true;
         }
     } catch (const TDatabaseError &) {
-        Guarded([&] { TakeCode(held); });
+        Guarded([&] {
+            if (taken) { // the rows may have moved, though no answer came
+                Staff_DM->StaffFamily_UpdateTmp(typed, held);
+                TakeCode(held);
+                Staff_DM->FillDataFamilyList(held);
+            }
+        });
         putBack();
         throw;
     }
@@ -316,13 +324,21 @@ void TStaffGet_FRM::deleteRow()
 {
     if (!MsgDeleteRow())
         return;
-    Guarded([&] {
-        const int position = Staff_DM->Family_QUR->position();
-        if (!Staff_DM->Family_Del(Staff_DM->Family_QUR->asString("ID"))) {
-            if (const auto &error = DM.ADOConnection1->lastError())
-                MsgDatabaseError(*error);
-            return;
+    const QVariant id = Staff_DM->Family_QUR->value("ID");
+    const int position = Staff_DM->Family_QUR->position();
+    if (!Staff_DM->Family_Del(id.toString())) {
+        if (const auto &error = DM.ADOConnection1->lastError())
+            MsgDatabaseError(*error);
+        try {
+            Staff_DM->Family_GetByID(id);
+            if (!Staff_DM->FamilyGet_QUR->isEmpty())
+                return;
+            // It is done, though no answer came.
+        } catch (const TDatabaseError &) {
+            return; // the line is still gone, and the user was told
         }
+    }
+    Guarded([&] {
         SetIsSaved(false);
         Staff_DM->FillDataFamilyList(code());
         Staff_DM->Family_QUR->moveTo(qMin(position, Staff_DM->Family_QUR->recordCount() - 1));

@@ -118,6 +118,72 @@ TEST_F(StaffLostAnswer, ACodeTypedAfterwardsGivesWayToTheStoredOne)
     }
 }
 
+// Whatever fails while a typed code is taken, the old one comes back with its lock and its family.
+TEST_F(StaffLostAnswer, ATypedCodeThatCannotBeTakenLeavesTheFamilyUnderTheOldOne)
+{
+    const auto refusedTyping = [&](const std::function<void(TStaffGet_FRM &)> &leaveTheCode) {
+        for (const char *table : {"Staff", "tmpStaffFamily", "CodeLock_TBL"})
+            db.run(u"delete from %1"_qs.arg(QLatin1String(table)));
+        bool refusedOnce = false;
+        const auto editor = newEditor();
+        open(*editor, [&] {
+            fill(*editor, "n");
+            addMember(4, 1, "child", "tmpStaffFamily");
+            Staff_DM->FillDataFamilyList(1);
+            type(*editor, editor->Code_EDT, "9");
+            leaveTheCode(*editor);
+            refusedOnce = !messages.take().isEmpty();
+            const QString code = refusedOnce ? "1" : "9";
+            EXPECT_EQ(editor->Code_EDT->GetText(), code);
+            EXPECT_EQ(working(), u"4|%1|child"_qs.arg(code));
+            EXPECT_EQ(locks(), code + "|806|1");
+            EXPECT_EQ(Staff_DM->Family_QUR->recordCount(), 1);
+            stay(*editor);
+            EXPECT_EQ(saved(), u"4|%1|child"_qs.arg(code));
+        });
+        return refusedOnce;
+    };
+    const auto leave = [](TStaffGet_FRM &editor) { editor.Name_EDT->setFocus(); };
+    int faults = 0;
+    for (bool again = true; again && faults < 100;) {
+        again = refusedTyping([&](TStaffGet_FRM &editor) {
+            db.failStatement(++faults, TFault::Locked);
+            leave(editor);
+            db.failStatement(0);
+        });
+    }
+    EXPECT_GT(faults, 4); // the looks, the two locks, the rows, the grid
+    EXPECT_TRUE(refusedTyping([&](TStaffGet_FRM &editor) {
+        const LostAnswer lost(db, "Update tmpstafffamily");
+        leave(editor);
+    }));
+}
+
+TEST_F(StaffLostAnswer, ADeletedFamilyMemberLeavesTheGrid)
+{
+    add(5, "n", "five", "IsMarried=1");
+    addMember(1, 5, "first");
+    addMember(2, 5, "second");
+    const auto editor = editorOf(5);
+    open(*editor, [&] {
+        toFamily(*editor);
+        messages.answer({Yes, Yes});
+        breakBefore(db, "Delete tmpstafffamily", [&] { press(*editor, Qt::Key_Delete); });
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDatabaseError()"}));
+        EXPECT_EQ(Staff_DM->Family_QUR->recordCount(), 2);
+        EXPECT_TRUE(editor->IsSaved());
+        {
+            const LostAnswer lost(db, "Delete tmpstafffamily");
+            press(*editor, Qt::Key_Delete);
+        }
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDatabaseError()"}));
+        EXPECT_EQ(Staff_DM->Family_QUR->recordCount(), 1);
+        EXPECT_FALSE(editor->IsSaved());
+        stay(*editor);
+    });
+    EXPECT_EQ(saved().count(u'|'), 2);
+}
+
 TEST_F(StaffLostAnswer, AnEmployeeThatAnotherWorkstationStoredUnderTheCodeIsNotWrittenOver)
 {
     const auto editor = newEditor();
