@@ -337,6 +337,17 @@ bool TFiscalDeducation_List_FRM::addChosen()
     return taken;
 }
 
+void TFiscalDeducation_List_FRM::insert(const TRow &row, const std::function<void()> &work)
+{
+    try {
+        work();
+    } catch (const TDatabaseError &error) {
+        if (IsLineLost(error.fault()))
+            m_unsure.insert(row.code);
+        throw;
+    }
+}
+
 TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::refuse(const TRow &row, bool oneOfMany,
                                                                         int noteOfMany, int noteOfOne)
 {
@@ -350,6 +361,8 @@ TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::refuse(const TR
 TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::refuseRepeated(const TRow &row,
                                                                                 bool oneOfMany)
 {
+    if (m_unsure.contains(row.code))
+        return TOutcome::Taken;
     if (oneOfMany)
         ShowSmartMessage(ntRepeatedCode, Grid(), this, 0, {QString::number(row.code)});
     else
@@ -379,7 +392,7 @@ TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::addToOrder(cons
     default:
         break;
     }
-    Entity_DM->tmpRec_Insert(row.code, m_target, IsDeduction(), row.cost.toDouble());
+    insert(row, [&] { Entity_DM->tmpRec_Insert(row.code, m_target, IsDeduction(), row.cost.toDouble()); });
     return TOutcome::Taken;
 }
 
@@ -391,6 +404,6 @@ TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::addToOutput(con
     Entity_DM->tmpstaffOutPutDetail_Get(row.code, m_target);
     if (!Entity_DM->Temp_QUR->isEmpty())
         return refuseRepeated(row, oneOfMany);
-    Entity_DM->tmpstaffOutPutDetail_Insert(row.code, m_target, m_kind);
+    insert(row, [&] { Entity_DM->tmpstaffOutPutDetail_Insert(row.code, m_target, m_kind); });
     return TOutcome::Taken;
 }

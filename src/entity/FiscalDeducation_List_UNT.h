@@ -2,6 +2,8 @@
 
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 
+#include <QSet>
+
 /// The list of earnings or of deductions with their groups: to keep them, or to pick items for another editor.
 /// The value: the kind (0 earnings, 1 deductions) in mode 1; "kind;call type;target code" in mode 5.
 ///
@@ -51,6 +53,8 @@ private:
     void tellTicks();
     TOutcome addToOrder(const TRow &row, bool oneOfMany);
     TOutcome addToOutput(const TRow &row, bool oneOfMany);
+    /// Runs the insert of a row, and notes the row when it got no answer.
+    void insert(const TRow &row, const std::function<void()> &work);
     TOutcome refuse(const TRow &row, bool oneOfMany, int noteOfMany, int noteOfOne);
     TOutcome refuseRepeated(const TRow &row, bool oneOfMany);
 
@@ -58,5 +62,6 @@ private:
     const int m_kind;
     int m_callType = 0;
     QString m_target;
+    QSet<int> m_unsure; ///< items whose insert got no answer: found on the target, they are this list's own
 };
 extern TFiscalDeducation_List_FRM *FiscalDeducation_List_FRM;

@@ -79,10 +79,13 @@ void TPayrollInfoDetail_FRM::lookUpCode()
     if (code.isEmpty())
         return;
     const TLinked &target = linked[isDeduction() ? 1 : 0];
-    const QString title = ScalerQuery(QString::fromLatin1(target.table), QStringLiteral("Title"),
-                                      QStringLiteral("Code"), code.toInt());
+    const auto columnOf = [&](const QString &column) {
+        return ScalerQuery(QString::fromLatin1(target.table), column, QStringLiteral("Code"), code.toInt());
+    };
+    const QString title = columnOf(QStringLiteral("Title"));
     Code_LBL->setText(title);
-    if (!title.isEmpty())
+    if (!title.isEmpty() ||
+        !columnOf(QStringLiteral("Code")).isEmpty()) // stored without a title, it is still there
         return;
     FiscalDeducationCode_EDT->Clear();
     MsgCodeNotAvailable(QString::fromUtf8(target.entity), FiscalDeducationCode_EDT, this);

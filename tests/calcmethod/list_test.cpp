@@ -224,6 +224,62 @@ TEST_F(CalcMethodList, ADeleteThatFailsForAnotherReasonTellsItToo)
     });
 }
 
+TEST_F(CalcMethodList, MethodsAreDeletedOneAfterTheOtherUntilNoneIsLeft)
+{
+    add(3, "three");
+    add(4, "four");
+    db.run("insert into CodeLock_TBL(Code,Status,Com_Index) values('3',813,2)"); // no reason to keep it
+    TCalcMethodList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        list.Grid()->setCurrentIndex(list.Grid()->model()->index(2, 0));
+        messages.answer({No});
+        Keys::press(&list, Qt::Key_F7);
+        EXPECT_EQ(list.Grid()->currentIndex().row(), 2);
+        EXPECT_EQ(db.text("select count(*) from UserEvent"), "0");
+        db.run("delete from CalcMethod where Code=2"); // by another workstation
+        for (int left = 2; left >= 0; --left) {
+            messages.answer({Yes});
+            Keys::press(&list, Qt::Key_F7);
+            EXPECT_EQ(list.Grid()->model()->rowCount(), left);
+        }
+        EXPECT_FALSE(list.Del_BTN->isEnabled());
+        Keys::press(&list, Qt::Key_F7);
+        Keys::press(&list, Qt::Key_F5);
+        EXPECT_EQ(messages.take(), QStringList(4, u"MsgDeleteRow()"_qs));
+    });
+    EXPECT_EQ(db.rows("select EventText from UserEvent order by ID"), "3\n4\n1");
+}
+
+TEST_F(CalcMethodList, AFaultAtEachStatementOfADeleteIsToldAndTheNextTryWorks)
+{
+    holdOnly({3});
+    TCalcMethodList_FRM list(fmBrowse, {});
+    open(list, [&] {
+        const struct {
+            QStringList told;
+            const char *events;
+        } tries[] = {{{u"MsgDatabaseError()"_qs}, "0"},                           // the right
+                     {{u"MsgDeleteRow()"_qs, u"MsgDatabaseError()"_qs}, "0"},     // the event
+                     {{u"MsgDeleteRow()"_qs, u"MsgHasSubRecords(روش)"_qs}, "1"}}; // the delete
+        int n = 0;
+        for (const auto &one : tries) {
+            db.failStatement(++n);
+            if (one.told.size() > 1)
+                messages.answer({Yes});
+            Keys::press(&list, Qt::Key_F7);
+            EXPECT_EQ(messages.take(), one.told);
+            EXPECT_EQ(db.text("select count(*) from UserEvent"), one.events);
+            EXPECT_EQ(titles(), "1|one\n2|two");
+            EXPECT_EQ(list.Grid()->model()->rowCount(), 2);
+        }
+        db.failStatement(0);
+        messages.answer({Yes});
+        Keys::press(&list, Qt::Key_F7);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgDeleteRow()"_qs));
+    });
+    EXPECT_EQ(titles(), "1|one");
+}
+
 TEST_F(CalcMethodList, ChoosingGivesCodeAndTitle)
 {
     TCalcMethodList_FRM list(fmSelect, {});

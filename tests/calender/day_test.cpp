@@ -163,3 +163,38 @@ TEST_F(CalenderDay, AFaultAtEveryStatementOfASaveLosesNothing)
     EXPECT_GT(fault, 2); // reading and writing
     EXPECT_EQ(wholeDay(), "1402/05/10|3|3|new|c");
 }
+
+TEST_F(CalenderDay, ADayWithoutItsValuesOpensAsAWorkingDay)
+{
+    db.run("insert into Calender(Date,Day,Type) values('1399/01/05',9,7)");
+    db.run("insert into Calender(Date) values('1399/01/06')");
+    for (const char *date : {"1399/01/05", "1399/01/06"})
+        edit(date, [&](TCalender_Day_FRM &screen) {
+            EXPECT_EQ(screen.Day_LBL->text().trimmed(), "");
+            EXPECT_TRUE(screen.WorkDay_RB->isChecked());
+            EXPECT_TRUE(screen.IsSaved());
+            Keys::press(&screen, Qt::Key_F3);
+            EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_qs));
+            Keys::type(screen.Title_EDT, u"ي'ی"_qs);
+            Keys::press(&screen, Qt::Key_F3);
+            messages.take();
+        });
+    EXPECT_EQ(wholeDay(), u"1399/01/05|9|1|ي'ی|\n1399/01/06||1|ي'ی|"_qs);
+}
+
+TEST_F(CalenderDay, TheTypeThatWasChosenLastIsStored)
+{
+    day("1399/01/05", 2, 2);
+    edit("1399/01/05", [&](TCalender_Day_FRM &screen) {
+        screen.Holiday_RB->click();
+        EXPECT_FALSE(screen.WeekEnd_RB->isChecked());
+        Keys::press(&screen, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_EQ(db.text("select Type from Calender"), "3");
+        screen.WorkDay_RB->click();
+        screen.WeekEnd_RB->click();
+        screen.WorkDay_RB->click();
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(db.text("select Type from Calender"), "1");
+        messages.take();
+    });
+}

@@ -172,6 +172,35 @@ TEST_F(CalenderGenerator, ARangeAcrossTheEndOfAYearMayGenerateNothing)
     EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي |0 روز)"_qs));
 }
 
+TEST_F(CalenderGenerator, ARangeThatWasStoredAndStaysOpenIsRefusedUntilItIsAnotherOne)
+{
+    const int result = generate([&](TCalender_Set_FRM &screen) {
+        fill(screen, "1399/02/01", "1399/02/03");
+        Keys::press(&screen, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_TRUE(screen.IsSaved());
+        messages.take();
+        for (int again = 0; again < 2; ++again) {
+            Keys::press(&screen, Qt::Key_F3, Qt::ShiftModifier);
+            EXPECT_EQ(messages.take(), QStringList("ShowSmartMessage:10060()"));
+            EXPECT_TRUE(screen.Date1_EDT->hasFocus());
+            EXPECT_EQ(count(), 3);
+        }
+        Keys::retype(screen.Date1_EDT, "1399/02/04");
+        Keys::retype(screen.Date2_EDT, u"۱۳۹۹۰۲۰۵"_qs);
+        screen.StartDay_CMB->setCurrentIndex(6);
+        Keys::press(&screen, Qt::Key_F3, Qt::ControlModifier);
+        EXPECT_EQ(count(), 5);
+        EXPECT_TRUE(screen.Title_EDT->IsEmpty()) << "the next range starts from the beginning";
+        EXPECT_EQ(screen.Date1_EDT->GetText(), NowDate().left(4) + "/01/01");
+        EXPECT_EQ(screen.StartDay_CMB->currentIndex(), 0);
+        Keys::press(&screen, Qt::Key_Escape);
+        EXPECT_FALSE(screen.isVisible());
+    });
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(db.rows("select Date, Day, Type from Calender where ID>3 order by ID"),
+              "1399/02/04|6|2\n1399/02/05|0|1");
+}
+
 TEST_F(CalenderGenerator, OneStoredDayRefusesTheWholeRange)
 {
     day("1399/01/31");

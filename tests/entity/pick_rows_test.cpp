@@ -1,4 +1,5 @@
 #include "entity/ItemPick.h"
+#include "support/LostAnswer.h"
 
 // Which rows are picked, and which of several reasons against a row is told.
 
@@ -169,4 +170,46 @@ TEST_F(ItemPick, AnOutputTellsThatARowIsNotForItBeforeThatItIsRepeated)
     EXPECT_EQ(told({}, 2), QStringList{"ShowSmartMessage:10121()"});
     EXPECT_EQ(told({}, 5), QStringList{"ShowSmartMessage:10121()"});
     EXPECT_EQ(outputs(), "21|2|0|4\n21|5|0|4");
+}
+
+TEST_F(ItemPick, AnItemWhoseInsertGotNoAnswerIsTakenWhenItIsPickedAgain)
+{
+    const struct {
+        const char *value;
+        const char *insert;
+    } calls[] = {{"0;2;10", "insert into tmpRecFiscal"}, {"0;3;10", "insert into tmpstaffOutPutDetail"}};
+    for (const auto &call : calls) {
+        SCOPED_TRACE(call.value);
+        EXPECT_EQ(pick(call.value,
+                       [&](TFiscalDeducation_List_FRM &screen) {
+                           goTo(screen, 3);
+                           {
+                               const LostAnswer lost(db, call.insert);
+                               enter(screen);
+                           }
+                           EXPECT_EQ(messages.take(), QStringList("MsgDatabaseError()"));
+                           EXPECT_TRUE(screen.isVisible());
+                           enter(screen);
+                           EXPECT_EQ(messages.take(), QStringList());
+                       }),
+                  QDialog::Accepted);
+    }
+    EXPECT_EQ(earningsOf(10), "3|500.25");
+    EXPECT_EQ(outputs(), "10|3|0|0");
+}
+
+TEST_F(ItemPick, AnItemThatSomebodyElseAddedStaysRefusedAfterAFaultOfAnotherKind)
+{
+    EXPECT_EQ(pick("0;2;10",
+                   [&](TFiscalDeducation_List_FRM &screen) {
+                       goTo(screen, 3);
+                       db.failStatement(3, TFault::Locked); // after the looks for a repeat and for the method
+                       enter(screen);
+                       db.failStatement(0);
+                       db.run("insert into tmpRecFiscal(RecruitmentCode,ItemCode,Cost) values(10,3,1)");
+                       messages.take();
+                       enter(screen);
+                       EXPECT_EQ(messages.take(), QStringList{u"SelectBefore(سطر)"_qs});
+                   }),
+              QDialog::Rejected);
 }

@@ -42,6 +42,44 @@ TEST_F(PayrollItem, AnUnknownEarningIsNamedSo)
     });
 }
 
+TEST_F(PayrollItem, AnEarningWithoutATitleIsLinkedAllTheSame)
+{
+    db.run("insert into Fiscal(Code) values(903)");
+    for (int opening = 0; opening < 2; ++opening) {
+        const int result = show(earning, 0, [&](TPayrollInfoDetail_FRM &screen) {
+            Keys::retype(screen.FiscalDeducationCode_EDT, "903");
+            Keys::press(&screen, Qt::Key_F3);
+            EXPECT_FALSE(screen.isVisible());
+        });
+        EXPECT_EQ(result, 1);
+        EXPECT_EQ(messages.take(), QStringList());
+        EXPECT_EQ(linkOf(earning), "903");
+    }
+}
+
+TEST_F(PayrollItem, AWrongCodeIsToldOnceAndTheEmptyInputThenAskedFor)
+{
+    show(earning, 0, [&](TPayrollInfoDetail_FRM &screen) {
+        Keys::retype(screen.FiscalDeducationCode_EDT, "901");
+        Keys::press(&screen, Qt::Key_Tab);
+        EXPECT_EQ(screen.Code_LBL->text(), "earning");
+        Keys::retype(screen.FiscalDeducationCode_EDT, "");
+        Keys::press(&screen, Qt::Key_Tab);
+        EXPECT_EQ(screen.Code_LBL->text(), "");
+        EXPECT_EQ(messages.take(), QStringList());
+        Keys::retype(screen.FiscalDeducationCode_EDT, "902"); // a deduction's
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList{u("MsgCodeNotAvailable(مزايا)")});
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList{u("MsgRequiredField(کد)")});
+        EXPECT_TRUE(screen.FiscalDeducationCode_EDT->hasFocus());
+        Keys::type(screen.FiscalDeducationCode_EDT, u("۹۰۱"));
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_FALSE(screen.isVisible());
+    });
+    EXPECT_EQ(linkOf(earning), "901");
+}
+
 TEST_F(PayrollItem, TheSelectionButtonPutsTheChosenCodeIn)
 {
     RegisterEntityPicker(cspDeduction, [](const QString &) { return 902; });

@@ -167,3 +167,68 @@ TEST_F(PayrollInfoEditor, ARightThatCannotBeReadStopsTheSave)
         messages.answer({No});
     });
 }
+
+TEST_F(PayrollInfoEditor, WhatIsChangedAfterASaveIsSavedByTheNextOne)
+{
+    const int result = show([&](TPayrollInfoGet_FRM &screen) {
+        fillAll(screen);
+        Keys::press(&screen, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_TRUE(screen.IsSaved());
+        EXPECT_EQ(stored(15), "123456789012");
+        Keys::retype(screen.CaseNo_EDT, QString(25, '7'));
+        EXPECT_FALSE(screen.IsSaved());
+        Keys::press(&screen, Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_EQ(messages.take(), QStringList({saved, saved}));
+        Keys::retype(screen.CaseNo_EDT, "dropped");
+        messages.answer({TAnswer::Cancel, TAnswer::No});
+        Keys::press(&screen, Qt::Key_Escape);
+        EXPECT_TRUE(screen.isVisible());
+        EXPECT_EQ(screen.CaseNo_EDT->GetText(), "dropped");
+        Keys::press(&screen, Qt::Key_Escape);
+    });
+    EXPECT_EQ(result, 1) << "something was saved";
+    EXPECT_EQ(stored(15), QString(20, '7'));
+    EXPECT_EQ(db.text("select count(*) from PayrollInfo"), "25");
+}
+
+TEST_F(PayrollInfoEditor, TheHeadOfficesNameStaysWhenTheBranchNumberChangesAndComesBackWithIt)
+{
+    const QString head = u" دفتر مرکزي "_qs;
+    show([&](TPayrollInfoGet_FRM &screen) {
+        const auto leave = [&](const QString &number) {
+            Keys::retype(screen.BranchNo_EDT, number);
+            Keys::press(&screen, Qt::Key_Tab);
+        };
+        leave("1");
+        Keys::type(screen.BranchName_EDT, "x");
+        EXPECT_EQ(screen.BranchName_EDT->GetText(), head);
+        for (const char *other : {"11", "", "10"}) {
+            leave(other);
+            EXPECT_EQ(screen.BranchName_EDT->GetText(), head) << other;
+            EXPECT_FALSE(screen.BranchName_EDT->isReadOnly()) << other;
+        }
+        Keys::retype(screen.BranchName_EDT, "own name");
+        leave("1");
+        EXPECT_TRUE(screen.BranchName_EDT->isReadOnly());
+        fillAll(screen);
+        screen.BranchNo_EDT->SetText("1");
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList{saved});
+    });
+    EXPECT_EQ(stored(19), "1");
+    EXPECT_EQ(stored(20), head);
+}
+
+TEST_F(PayrollInfoEditor, ValuesThatAreNullOpenAsEmptyOnes)
+{
+    db.run("update PayrollInfo set Value=null");
+    show([&](TPayrollInfoGet_FRM &screen) {
+        EXPECT_TRUE(screen.IsSaved());
+        EXPECT_TRUE(screen.LeisureIns_EDT->IsEmpty());
+        EXPECT_FALSE(screen.LegalTitle_CMB->isVisible());
+        fillAll(screen);
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList{saved});
+    });
+    EXPECT_EQ(stored(15), "123456789012");
+}

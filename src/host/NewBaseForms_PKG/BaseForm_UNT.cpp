@@ -7,7 +7,9 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
+#include <QMouseEvent>
 #include <QRadioButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -33,22 +35,59 @@ bool isScreenKey(const QKeyEvent *event)
            event->key() <= Qt::Key_9;
 }
 
+// Ctrl+Tab and Ctrl+Shift+Tab: the next page, the one before.
+bool isPageStep(const QKeyEvent *event)
+{
+    return (event->modifiers() & Qt::ControlModifier) &&
+           (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab);
+}
+
 } // namespace
 
-// Sees the keys of a screen's inputs before they do.
+// Sees the keys of a screen's inputs before they do, and the clicks on its pages' tabs.
 class TBaseForm::TKeyFilter : public QObject {
 public:
     explicit TKeyFilter(TBaseForm *form) : QObject(form), m_form(form) { qApp->installEventFilter(this); }
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() != QEvent::KeyPress || !watched->isWidgetType() || !m_form->isVisible() ||
-            static_cast<QWidget *>(watched)->window() != m_form)
+        switch (event->type()) {
+        case QEvent::KeyPress:
+            return isOwn(watched) && keyPress(static_cast<QKeyEvent *>(event));
+        case QEvent::MouseButtonPress:
+            return isTabBar(watched) && clickTab(static_cast<QMouseEvent *>(event));
+        case QEvent::Wheel: // a passing wheel does not turn the page
+            return isTabBar(watched);
+        default:
             return false;
-        auto *key = static_cast<QKeyEvent *>(event);
-        return isScreenKey(key) && (m_form->HandleKey(key) || m_form->pressButton(key));
+        }
     }
 
 private:
+    bool isOwn(QObject *watched) const
+    {
+        return watched->isWidgetType() && m_form->isVisible() &&
+               static_cast<QWidget *>(watched)->window() == m_form;
+    }
+    bool isTabBar(QObject *watched) const { return m_form->m_pages && watched == m_form->m_pages->tabBar(); }
+    bool keyPress(QKeyEvent *key)
+    {
+        if (isPageStep(key) && m_form->m_pages) {
+            m_form->stepPage(key->key() == Qt::Key_Backtab || (key->modifiers() & Qt::ShiftModifier) ? -1
+                                                                                                     : 1);
+            return true;
+        }
+        return isScreenKey(key) && (m_form->HandleKey(key) || m_form->pressButton(key));
+    }
+    // True: the page did not turn, so the tab bar must not turn it either.
+    bool clickTab(const QMouseEvent *click)
+    {
+        QTabWidget *pages = m_form->m_pages;
+        const int page = pages->tabBar()->tabAt(click->position().toPoint());
+        if (click->button() != Qt::LeftButton || page < 0)
+            return false;
+        m_form->turnPage(page, false);
+        return pages->currentIndex() != page;
+    }
     TBaseForm *m_form;
 };
 
@@ -124,21 +163,52 @@ bool TBaseForm::HandleKey(QKeyEvent *event)
     const int page = event->key() - Qt::Key_1;
     if (page < 0 || page >= m_pages->count() || page > 8)
         return false;
-    if (m_pages->isTabVisible(page) && m_pages->isTabEnabled(page) && page != m_pages->currentIndex()) {
-        m_pages->setCurrentIndex(page);
-        // A page that its guard refuses has turned back by now; the focus follows the page that is shown.
-        QWidget *shown = m_pages->currentWidget();
-        if (QWidget *focus = focusWidget(); shown && (!focus || !shown->isAncestorOf(focus))) {
-            for (QWidget *next = shown->nextInFocusChain(); next && shown->isAncestorOf(next);
-                 next = next->nextInFocusChain()) {
-                if ((next->focusPolicy() & Qt::TabFocus) && next->isEnabled() && next->isVisibleTo(this)) {
-                    next->setFocus(Qt::TabFocusReason);
-                    break;
-                }
-            }
-        }
-    }
+    turnPage(page, true);
     return true;
+}
+
+void TBaseForm::stepPage(int step)
+{
+    const int count = m_pages->count();
+    int page = m_pages->currentIndex();
+    do
+        page = (page + step + count) % count;
+    while (page != m_pages->currentIndex() && !(m_pages->isTabVisible(page) && m_pages->isTabEnabled(page)));
+    turnPage(page, true);
+}
+
+// The input is left before the page turns: what leaving it checks may give it the focus back, and in the middle of a turn
+// Qt would put the focus on a page that is hidden again.
+void TBaseForm::turnPage(int page, bool focusFollows)
+{
+    if (page == m_pages->currentIndex() || !m_pages->isTabVisible(page) || !m_pages->isTabEnabled(page))
+        return;
+    const auto holdsFocus = [this](const QWidget *shown) {
+        const QWidget *focus = focusWidget();
+        return shown && focus && shown->isAncestorOf(focus);
+    };
+    if (const QWidget *left = m_pages->currentWidget(); holdsFocus(left)) {
+        m_pages->tabBar()->setFocus(Qt::OtherFocusReason);
+        if (holdsFocus(left))
+            return;
+        focusFollows = true;
+    }
+    m_pages->setCurrentIndex(page);
+    // A page that its guard refuses has turned back by now; the focus follows the page that is shown.
+    QWidget *shown = m_pages->currentWidget();
+    if (!focusFollows || holdsFocus(shown))
+        return;
+    QWidget *next = shown->focusWidget();
+    const auto takesFocus = [&] {
+        return shown->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) && next->isEnabled() &&
+               next->isVisibleTo(this);
+    };
+    if (!next || !takesFocus())
+        for (next = shown->nextInFocusChain(); next != shown && !takesFocus();
+             next = next->nextInFocusChain())
+            ;
+    if (next != shown)
+        next->setFocus(Qt::TabFocusReason);
 }
 
 bool TBaseForm::pressButton(QKeyEvent *event)

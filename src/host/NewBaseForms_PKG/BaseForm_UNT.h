@@ -43,7 +43,8 @@ protected:
     /// Enter, when no button has it or the focus: the next input.
     virtual void EnterKey();
 
-    /// Ctrl+1, Ctrl+2... turn to the pages (not to hidden or disabled ones).
+    /// Ctrl+1, Ctrl+2... turn to the pages (not to hidden or disabled ones), and Ctrl+Tab to the next one. An input
+    /// that takes the focus back when it is left keeps its page.
     void SetPages(QTabWidget *pages) { m_pages = pages; }
     QTabWidget *Pages() const { return m_pages; }
 
@@ -56,6 +57,8 @@ protected:
 private:
     class TKeyFilter;
     bool pressButton(QKeyEvent *event);
+    void turnPage(int page, bool focusFollows);
+    void stepPage(int step);
     void nameItself();
     QVBoxLayout *m_body;
     QHBoxLayout *m_footer;
