@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QProgressDialog>
 
 #include <dlfcn.h>
@@ -22,7 +23,12 @@ const QString UnfinishedSuffix = QStringLiteral(".part");
 /// starts of a program ever write one. It stands beside the host library.
 TNewWorkbook *workbookMaker(QString *reason = nullptr)
 {
-    void *library = dlopen("KetebionpapSpreadsheet.so", RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    Dl_info host{};
+    if (dladdr(reinterpret_cast<void *>(&WriteSpreadsheet), &host) == 0)
+        return nullptr;
+    const QString file = QFileInfo(QFile::decodeName(host.dli_fname)).absolutePath() +
+                         QStringLiteral("/KetebionpapSpreadsheet.so");
+    void *library = dlopen(QFile::encodeName(file).constData(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     void *maker = library ? dlsym(library, "NewWorkbook") : nullptr;
     if (!maker && reason)
         *reason = QString::fromLocal8Bit(dlerror());
