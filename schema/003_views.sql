@@ -36,7 +36,8 @@ SELECT
         WHEN 5 THEN N'غيره'
         WHEN 6 THEN N'مشخص نشده'
     END AS MilitaryTitle,
-    CASE s.Degree
+    -- As a whole of its width: there are servers that give a CASE the narrow type of their code page, which has no ی.
+    CAST(CASE s.Degree
         WHEN 0 THEN N'بي سواد و کم سواد'
         WHEN 1 THEN N'زیر دیپلم'
         WHEN 2 THEN N'ديپلم'
@@ -45,7 +46,7 @@ SELECT
         WHEN 5 THEN N'فوق ليسانس'
         WHEN 6 THEN N'دکترا'
         WHEN 7 THEN N'فوق دکترا'
-    END AS DegreeTitle,
+    END AS NVARCHAR(20)) AS DegreeTitle,
     CAST(CAST(s.Code AS NVARCHAR(30)) + N' ' + ISNULL(s.Name, N'') + N' ' + ISNULL(s.LastName, N'')
         AS NVARCHAR(181)) AS CodeFullName,
     s.CreatedDate + N' ' + s.CreatedTime AS CreatedDateTime,

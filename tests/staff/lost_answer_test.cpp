@@ -41,7 +41,8 @@ protected:
     QString numbers()
     {
         return db.rows(
-            "select Code, Name, NationalID, PersonnelCode, CardNumber, InsuranceNumber, Job from Staff");
+            "select Code, Name, NationalID, PersonnelCode, CardNumber, InsuranceNumber, Job from Staff "
+            "order by Code");
     }
 };
 

@@ -28,7 +28,7 @@ protected:
             "BirthDate,IssueDate,IsMarried,CoDate,Employment,FiscalExemption,PersonnelCode,Job,BankTitle,"
             "Insurance,Comment,LeaveDate,Category,[National],CardNumber,Department,AccountNumber,"
             "InsuranceNumber,JobCode,JobGroup,Tel1,Tel2,Fax,Mob,Add1,Add2,PostCode,Degree,Military,Major,"
-            "Email,CreatedTime,CreatedDate,UserCreated,hex(Picture),hex(FingerPrint) from Staff");
+            "Email,CreatedTime,CreatedDate,UserCreated,Picture,FingerPrint from Staff");
     }
 };
 

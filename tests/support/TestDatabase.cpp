@@ -102,6 +102,8 @@ namespace {
 // An amount with all its digits, as the program writes it.
 QString shown(const QVariant &value)
 {
+    if (value.typeId() == QMetaType::QByteArray)
+        return QString::fromLatin1(value.toByteArray().toHex());
     return value.typeId() == QMetaType::Double ? FloatToStr_ZLM(value.toDouble()) : value.toString();
 }
 

@@ -21,7 +21,7 @@ public:
     void run(const QString &sql);
     /// The first value of a query of the test, as text.
     QString text(const QString &sql);
-    /// All rows of a query, columns joined by "|", rows by a line break.
+    /// All rows of a query, columns joined by "|", rows by a line break; bytes as hexadecimal digits.
     QString rows(const QString &sql);
     /// Makes the n-th statement from now on (1-based) fail with this fault; 0 makes none fail.
     void failStatement(int n, TFault fault = TFault::Refused);
