@@ -44,6 +44,8 @@ for file in "$results"/*.xml; do
     failed=$((failed + bad))
     skipped=$((skipped + out))
 done
+[ -n "${KETEBIONPAP_TEST_ODBC:-}" ] ||
+    say "the tests that need a server were skipped: KETEBIONPAP_TEST_ODBC names none"
 echo "$passed passed, $failed failed, $skipped skipped"
 if [ "$status" -ne 0 ]; then
     programs=$(sed -n 's/^[[:space:]]*[0-9]* - \([^ ]*\) (\(.*\))$/\1/p' "$log" | sort -u | tr '\n' ' ')
