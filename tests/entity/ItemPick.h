@@ -37,6 +37,20 @@ protected:
         screen.Grid()->setFocus();
         Keys::press(&screen, Qt::Key_Return);
     }
+    /// What a pick of these rows tells that leaves the list open.
+    QStringList toldBy(const QVariant &value, std::initializer_list<int> ticked, int current)
+    {
+        QStringList list;
+        pick(value, [&](TFiscalDeducation_List_FRM &screen) {
+            tick(screen, ticked);
+            goTo(screen, current);
+            enter(screen);
+            EXPECT_TRUE(screen.isVisible());
+            list = messages.take();
+            Keys::press(&screen, Qt::Key_Escape);
+        });
+        return list;
+    }
     QString earningsOf(int order)
     {
         return db.rows(QString("select ItemCode,Cost from tmpRecFiscal where RecruitmentCode=%1 order by ID")

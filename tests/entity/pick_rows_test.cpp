@@ -93,16 +93,7 @@ TEST_F(ItemPick, OfTwoReasonsAgainstARowTheOrderTellsTheFirst)
     db.run("insert into tmpRecFiscal(RecruitmentCode,ItemCode,Cost) values(10,3,7)");
     db.run("update Fiscal set Cost=0 where Code=3");
     const auto told = [&](std::initializer_list<int> ticked, int current) {
-        QStringList list;
-        pick(u"0;2;10"_qs, [&](TFiscalDeducation_List_FRM &screen) {
-            tick(screen, ticked);
-            goTo(screen, current);
-            enter(screen);
-            EXPECT_TRUE(screen.isVisible());
-            list = messages.take();
-            Keys::press(&screen, Qt::Key_Escape);
-        });
-        return list;
+        return toldBy(u"0;2;10"_qs, ticked, current);
     };
     // Reserved before repeated, reserved before worth nothing, repeated before worth nothing.
     EXPECT_EQ(told({1, 3, 4}, 1), (QStringList{"ShowSmartMessage:10249(1)", "ShowSmartMessage:10250(3)",
@@ -155,16 +146,7 @@ TEST_F(ItemPick, AnOutputTellsThatARowIsNotForItBeforeThatItIsRepeated)
         db.run(QString("insert into tmpstaffOutPutDetail(OutPutCode,Amount,Type,ItemCode) values(21,4,0,%1)")
                    .arg(item));
     const auto told = [&](std::initializer_list<int> ticked, int current) {
-        QStringList list;
-        pick(u"0;3;21"_qs, [&](TFiscalDeducation_List_FRM &screen) {
-            tick(screen, ticked);
-            goTo(screen, current);
-            enter(screen);
-            EXPECT_TRUE(screen.isVisible());
-            list = messages.take();
-            Keys::press(&screen, Qt::Key_Escape);
-        });
-        return list;
+        return toldBy(u"0;3;21"_qs, ticked, current);
     };
     EXPECT_EQ(told({2, 5}, 2), (QStringList{"ShowSmartMessage:10120(2)", "ShowSmartMessage:10120(5)"}));
     EXPECT_EQ(told({}, 2), QStringList{"ShowSmartMessage:10121()"});

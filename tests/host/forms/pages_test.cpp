@@ -27,6 +27,11 @@ protected:
         QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(page).center());
     }
     TThingGet_FRM editor;
+    const std::function<void()> waysToTheSecond[3] = {
+        [this] { click(1); },
+        [this] { Keys::press(&editor, Qt::Key_Tab, Qt::ControlModifier); },
+        [this] { Keys::press(&editor, Qt::Key_2, Qt::ControlModifier); },
+    };
 };
 
 TEST_F(EditorPages, AClickTurnsThePageAndTheFocusGoesAlong)
@@ -68,12 +73,7 @@ TEST_F(EditorPages, AGuardedPageIsRefusedOnceAndTheInputKeepsTheFocus)
     open([&] {
         UserInfo.IsAdmin = false;
         editor.Title_EDT->setFocus();
-        const std::function<void()> ways[] = {
-            [&] { click(1); },
-            [&] { Keys::press(&editor, Qt::Key_Tab, Qt::ControlModifier); },
-            [&] { Keys::press(&editor, Qt::Key_2, Qt::ControlModifier); },
-        };
-        for (const auto &turn : ways) {
+        for (const auto &turn : waysToTheSecond) {
             turn();
             EXPECT_EQ(editor.Thing_PC->currentIndex(), 0);
             EXPECT_EQ(messages.take().size(), 1);
@@ -89,12 +89,7 @@ TEST_F(EditorPages, AnInputThatTakesTheFocusBackKeepsItsPage)
                      [&] { editor.FocusInput(editor.Title_EDT); });
     open([&] {
         editor.Title_EDT->setFocus();
-        const std::function<void()> ways[] = {
-            [&] { click(1); },
-            [&] { Keys::press(&editor, Qt::Key_Tab, Qt::ControlModifier); },
-            [&] { Keys::press(&editor, Qt::Key_2, Qt::ControlModifier); },
-        };
-        for (const auto &turn : ways) {
+        for (const auto &turn : waysToTheSecond) {
             turn();
             EXPECT_EQ(editor.Thing_PC->currentIndex(), 0);
             EXPECT_TRUE(editor.Title_EDT->hasFocus());
