@@ -78,5 +78,4 @@ void TSession::registerPickers()
     RegisterEntityPicker(cspTax, reachedBy("Select_TaxInfo", {}));
     RegisterEntityPicker(cspFiscal, reachedBy("Select_FiscalList", {"4", ""}));
     RegisterEntityPicker(cspDeduction, reachedBy("Select_DeductionList", {"4", ""}));
-    RegisterEntityPicker(cspPerson, [](const QString &text) { return Select_GroupList(cspPerson, text); });
 }

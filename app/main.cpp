@@ -1,6 +1,7 @@
 #include "app/Program.h"
 #include "host/Component_ZLM/Appearance.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/NewBaseForms_PKG/HostWindows_UNT.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -107,5 +108,6 @@ int main(int argc, char **argv)
     if (words.load(QStringLiteral("qtbase_fa"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&words);
     SetUpAppearance(application);
+    SetUpHostWindows();
     return RunProgram(line, out, err);
 }

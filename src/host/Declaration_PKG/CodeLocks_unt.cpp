@@ -1,7 +1,8 @@
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
-#include "host/Declaration_PKG/Login_unt.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/Rights_unt.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Query.h"
 

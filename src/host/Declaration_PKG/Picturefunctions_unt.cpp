@@ -1,6 +1,5 @@
 #include "host/Declaration_PKG/Picturefunctions_unt.h"
 
-#include "host/Component_ZLM/PictureBox_ZLM.h"
 #include "host/database/Query.h"
 
 #include <QBuffer>
@@ -146,12 +145,6 @@ QByteArray JpegOf(const QImage &picture)
     QImageWriter writer(&buffer, "jpeg");
     writer.setQuality(PictureLimits::JpegQuality);
     return writer.write(picture) ? bytes : QByteArray();
-}
-
-void ShowPicture(const QVariant &picture, TPictureBox_ZLM *image)
-{
-    const QByteArray bytes = picture.toByteArray();
-    image->setPicture(bytes.isEmpty() ? QImage() : ReadPicture(bytes).image);
 }
 
 bool SaveJpegToTable(TQuery *dataset, const QString &column, const QString &fileName)

@@ -1,5 +1,6 @@
+#include "host/Declaration_PKG/Rights_unt.h"
+
 #include "host/Declaration_PKG/DM_UNT.h"
-#include "host/Declaration_PKG/Login_unt.h"
 #include "host/database/Query.h"
 
 #include <algorithm>

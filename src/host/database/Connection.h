@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/database/DatabaseError.h"
+#include "host/database/Field.h"
 #include "host/database/Statement.h"
 
 #include <QObject>
@@ -17,7 +18,7 @@ class TEngine;
 class TConnection : public QObject {
     Q_OBJECT
 public:
-    enum class Kind { Embedded, SqlServer };
+    using Kind = TEngineKind;
 
     explicit TConnection(QObject *parent = nullptr);
     ~TConnection() override;

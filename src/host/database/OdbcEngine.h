@@ -21,7 +21,7 @@ public:
     explicit TOdbcEngine(const QString &connectionString);
     ~TOdbcEngine() override;
 
-    TConnection::Kind kind() const override { return TConnection::Kind::SqlServer; }
+    TEngineKind kind() const override { return TEngineKind::SqlServer; }
     QString displayName() const override { return m_string.displayName(); }
     void begin() override;
     /// A commit whose answer is lost is looked after: when the rows are there, it has succeeded.

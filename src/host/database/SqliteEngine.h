@@ -15,7 +15,7 @@ public:
     explicit TSqliteEngine(const QString &path);
     ~TSqliteEngine() override;
 
-    TConnection::Kind kind() const override { return TConnection::Kind::Embedded; }
+    TEngineKind kind() const override { return TEngineKind::Embedded; }
     QString displayName() const override { return m_path; }
     void begin() override;
     void commit() override;

@@ -1,6 +1,6 @@
 #include "host/database/Statement.h"
 
-#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Utility_ZLM/Decimal.h"
 
 namespace {
 
