@@ -39,9 +39,8 @@ QString TestServer::connectionString(const QString &database)
 
 void TestServer::runOnServer(const QString &sql, const QString &database)
 {
-    Odbc::TEnvironment environment(SQL_NULL_HANDLE);
-    SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-    const Odbc::THandle<SQL_HANDLE_DBC> connection{SQLHANDLE(environment)};
+    const Odbc::TEnvironment environment;
+    const Odbc::TConnectionHandle connection{SQLHANDLE(environment)};
     const TOdbcConnectionString string(connectionString(database));
     const QString text = string.forDriver();
     const auto check = [&](SQLRETURN code, SQLSMALLINT type, SQLHANDLE handle) {
@@ -53,17 +52,11 @@ void TestServer::runOnServer(const QString &sql, const QString &database)
     check(SQLDriverConnectW(connection, nullptr, Odbc::wide(text), SQLSMALLINT(text.size()), nullptr, 0,
                             nullptr, SQL_DRIVER_NOPROMPT),
           SQL_HANDLE_DBC, connection);
-    try {
-        const Odbc::TStatementHandle statement{SQLHANDLE(connection)};
-        SQLRETURN code = SQLExecDirectW(statement, Odbc::wide(sql), SQL_NTS);
+    const Odbc::TStatementHandle statement{SQLHANDLE(connection)};
+    SQLRETURN code = SQLExecDirectW(statement, Odbc::wide(sql), SQL_NTS);
+    check(code, SQL_HANDLE_STMT, statement);
+    while ((code = SQLMoreResults(statement)) != SQL_NO_DATA)
         check(code, SQL_HANDLE_STMT, statement);
-        while ((code = SQLMoreResults(statement)) != SQL_NO_DATA)
-            check(code, SQL_HANDLE_STMT, statement);
-    } catch (...) {
-        SQLDisconnect(connection);
-        throw;
-    }
-    SQLDisconnect(connection);
 }
 
 TestServer::Database::Database(const QString &options)
