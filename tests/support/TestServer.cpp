@@ -4,9 +4,9 @@
 #include "host/database/OdbcConnectionString.h"
 #include "host/database/OdbcHandles.h"
 #include "host/database/Schema.h"
+#include "host/database/SqlText.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 
 #include <cstdio>
 #include <memory>
@@ -24,12 +24,7 @@ bool TestServer::available()
 
 QString TestServer::with(const QString &connectionString, const QString &word, const QString &value)
 {
-    QString text = connectionString;
-    text.remove(QRegularExpression(QStringLiteral("(?<=^|;)\\s*%1\\s*=[^;]*;?").arg(word),
-                                   QRegularExpression::CaseInsensitiveOption));
-    if (!text.isEmpty() && !text.endsWith(u';'))
-        text += u';';
-    return text + word + u'=' + value + u';';
+    return TOdbcConnectionString(connectionString).with(word, value).text();
 }
 
 QString TestServer::connectionString(const QString &database)
@@ -121,9 +116,7 @@ QString firstRows()
     QString text;
     for (const Schema::TStep &step : Schema::steps()) {
         for (const QString &batch : Schema::batches(step.script, TConnection::Kind::SqlServer)) {
-            QString plain = batch;
-            plain.remove(QRegularExpression(QStringLiteral("^--.*$"), QRegularExpression::MultilineOption));
-            if (plain.trimmed().startsWith(QLatin1String("insert"), Qt::CaseInsensitive))
+            if (ReadSql(batch).verb == TSqlText::Insert)
                 text += batch + u'\n';
         }
     }
