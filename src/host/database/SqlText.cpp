@@ -243,7 +243,7 @@ TSqlText readTokens(const QString &text)
 
 const TSqlText &ReadSql(const QString &text)
 {
-    static TByText<TSqlText> remembered;
+    thread_local TByText<TSqlText> remembered; // engines of a server may work in threads of their own
     return remembered.get(text, readTokens);
 }
 

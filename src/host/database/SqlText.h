@@ -23,7 +23,7 @@ struct TSqlText {
 };
 
 /// Reads a text on its tokens, whatever its case, blanks, comments and quotes. Remembered by text; the answer is good
-/// until the next call. User-interface thread only.
+/// until the thread's next call.
 const TSqlText &ReadSql(const QString &text);
 
 /// The statements of a text, parted by ";", by blanks only, or by line breaks. Empty for a text that does not begin as

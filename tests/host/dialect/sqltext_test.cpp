@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace {
 
 // A second reading, by patterns. It is right for texts without comments, whose quotes hold no keywords.
@@ -309,6 +311,25 @@ TEST(SqlText, TheWidthOfATextColumnIsReadFromItsType)
          {"NVARCHAR(50)", "nvarchar (50)", "CHAR( 7 )", "char(8)", "varchar\t(4000)", "NVARCHAR(MAX)", "INT",
           "DECIMAL(18, 2)", "VARBINARY(MAX)", "FLOAT(53)", "", "NVARCHAR", "NVARCHAR(50) COLLATE ZELMO"})
         EXPECT_EQ(TextWidthOf(type), type == QString("CHAR( 7 )") ? 7 : ByPattern::textWidth(type)) << type;
+}
+
+// The engines of two servers may be at work in two threads.
+TEST(SqlText, TwoThreadsReadAtOnce)
+{
+    const auto readMany = [](int first) {
+        int right = 0;
+        for (int i = first; i < first + 10000; ++i) {
+            const TSqlText &read = ReadSql(QStringLiteral("select ? from T%1").arg(i));
+            right += read.table == QStringLiteral("T%1").arg(i) && read.places.size() == 1 ? 1 : 0;
+        }
+        return right;
+    };
+    int other = 0;
+    std::thread thread([&] { other = readMany(5000); });
+    const int own = readMany(0);
+    thread.join();
+    EXPECT_EQ(own, 10000);
+    EXPECT_EQ(other, 10000);
 }
 
 // What a person half-wrote, or a program cut, is read without harm.
