@@ -1,7 +1,7 @@
 #include "app/CommandLine.h"
 
-#include "app/ConnectionText.h"
 #include "app/EntryPoints.h"
+#include "host/database/OdbcConnectionString.h"
 
 #include <QFile>
 
@@ -84,7 +84,7 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
         if (argument == QLatin1String("--database")) {
             line.databaseFile = value;
         } else if (argument == QLatin1String("--odbc")) {
-            if (ConnectionText::hasPassword(value))
+            if (TOdbcConnectionString(value).hasPassword())
                 return wrong(
                     QStringLiteral("a password does not belong on the command line, where everybody can "
                                    "read it: put the connection string into a file (--odbc-file) or into "

@@ -1,7 +1,7 @@
 #include "app/DatabaseChoice.h"
 
-#include "app/ConnectionText.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/database/OdbcConnectionString.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -46,7 +46,7 @@ bool TDatabaseChoice::store() const
     settingsOnDisk.close();
     QSettings settings(name, QSettings::IniFormat);
     settings.setValue(fileKey, file == ordinaryFile() ? QString() : file);
-    settings.setValue(odbcKey, ConnectionText::withoutPassword(odbc));
+    settings.setValue(odbcKey, TOdbcConnectionString(odbc).withoutPassword().text());
     settings.sync();
     return settings.status() == QSettings::NoError && QFile::setPermissions(name, userOnly);
 }

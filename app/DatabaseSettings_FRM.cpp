@@ -1,9 +1,9 @@
 #include "app/DatabaseSettings_FRM.h"
 
 #include "app/Ask.h"
-#include "app/ConnectionText.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/database/Engine.h"
+#include "host/database/OdbcConnectionString.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -73,17 +73,15 @@ TDatabaseSettings_FRM::TDatabaseSettings_FRM(const TDatabaseChoice &choice)
     TSmartButton_ZLM *exit = AddButton(QStringLiteral("EXit_BTN"), u"خروج Esc"_qs, QStringLiteral("Esc"));
     connect(exit, &QAbstractButton::clicked, this, &TDatabaseSettings_FRM::reject);
 
-    const auto partOf = [&choice](const char *name) {
-        return ConnectionText::part(choice.odbc, QLatin1String(name));
-    };
+    const TOdbcConnectionString odbc(choice.odbc);
+    const auto partOf = [&odbc](const char *name) { return odbc.value(QLatin1String(name)); };
     File_EDT->setText(choice.file.isEmpty() ? TDatabaseChoice::ordinaryFile() : choice.file);
     Driver_EDT->setText(choice.onServer() ? partOf("Driver") : QStringLiteral("FreeTDS"));
     Server_EDT->setText(partOf("Server"));
     Port_EDT->setText(choice.onServer() ? partOf("Port") : QStringLiteral("1433"));
     Database_EDT->setText(partOf("Database"));
     User_EDT->setText(partOf("UID"));
-    m_otherParts = ConnectionText::without(
-        choice.odbc, {"Driver", "Server", "Port", "Database", "UID", "PWD", "Password"});
+    m_otherParts = odbc.without({"Driver", "Server", "Port", "Database", "UID", "PWD", "Password"}).text();
     if (m_otherParts.isEmpty())
         m_otherParts = QStringLiteral("TDS_Version=7.4;ClientCharset=UTF-8");
     (choice.onServer() ? Server_RB : File_RB)->setChecked(true);
@@ -109,13 +107,15 @@ TDatabaseChoice TDatabaseSettings_FRM::Choice() const
                                                       {"Port", Port_EDT->text()},
                                                       {"Database", Database_EDT->text()},
                                                       {"UID", User_EDT->text()}};
+    TOdbcConnectionString odbc({});
     for (const auto &[name, value] : given) {
         if (!value.trimmed().isEmpty())
-            choice.odbc = ConnectionText::with(choice.odbc, name, value.trimmed());
+            odbc = odbc.with(name, value.trimmed());
     }
-    choice.odbc += u';' + m_otherParts;
+    odbc = TOdbcConnectionString(odbc.text() + u';' + m_otherParts);
     if (!Password_EDT->text().isEmpty())
-        choice.odbc = ConnectionText::with(choice.odbc, QStringLiteral("PWD"), Password_EDT->text());
+        odbc = odbc.with(QStringLiteral("PWD"), Password_EDT->text());
+    choice.odbc = odbc.text();
     return choice;
 }
 

@@ -1,7 +1,6 @@
 #include "app/Program.h"
 
 #include "app/Ask.h"
-#include "app/ConnectionText.h"
 #include "app/DatabaseSettings_FRM.h"
 #include "app/Login_FRM.h"
 #include "app/MainWindow.h"
@@ -9,6 +8,7 @@
 #include "app/Tour.h"
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/database/OdbcConnectionString.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -106,19 +106,20 @@ bool TProgram::chooseDatabase()
 
 TProgram::TStep TProgram::askServerPassword(TDatabaseChoice &choice)
 {
-    if (!choice.onServer() || !ConnectionText::needsPassword(choice.odbc))
+    const TOdbcConnectionString odbc(choice.odbc);
+    if (!choice.onServer() || !odbc.needsPassword())
         return TStep::Done;
     QString password;
     if (isatty(STDIN_FILENO) && !interactive()) {
         const char *typed = getpass("Password of the database server: ");
         password = QString::fromLocal8Bit(typed ? typed : "");
     } else {
-        TServerPassword_FRM dialog(ConnectionText::part(choice.odbc, QStringLiteral("Server")));
+        TServerPassword_FRM dialog(odbc.value(QStringLiteral("Server")));
         if (const TStep step = ask(dialog); step != TStep::Done)
             return step;
         password = dialog.Password_EDT->text();
     }
-    choice.odbc = ConnectionText::with(choice.odbc, QStringLiteral("PWD"), password);
+    choice.odbc = odbc.with(QStringLiteral("PWD"), password).text();
     return TStep::Done;
 }
 

@@ -1,5 +1,4 @@
 #include "app/CommandLine.h"
-#include "app/ConnectionText.h"
 #include "app/EntryPoints.h"
 
 #include <QFile>
@@ -152,42 +151,6 @@ TEST(EntryPoint, TheMenuCallsEachWithArgumentsThatItTakes)
 {
     for (const TEntryPoint &entry : EntryPoints::all())
         EXPECT_EQ(EntryPoints::check(QLatin1String(entry.name), entry.usualArguments), "") << entry.name;
-}
-
-TEST(ConnectionText, ReadsPartsInBraces)
-{
-    const QString text = "Driver={Free;TDS}; Server=s,1433 ;UID=u;PWD={a;b}}c};Database=d";
-    EXPECT_EQ(ConnectionText::part(text, "driver"), "Free;TDS");
-    EXPECT_EQ(ConnectionText::part(text, "SERVER"), "s,1433");
-    EXPECT_EQ(ConnectionText::part(text, "pwd"), "a;b}c");
-    EXPECT_EQ(ConnectionText::part(text, "Database"), "d");
-    EXPECT_TRUE(ConnectionText::part(text, "Port").isNull());
-}
-
-TEST(ConnectionText, FindsAndRemovesAPasswordHoweverItIsWritten)
-{
-    for (const char *text : {"PWD=x", "Server=s; pwd = x", "password={x;y};UID=u", "A={;PWD=no};PWD=x"})
-        EXPECT_TRUE(ConnectionText::hasPassword(text)) << text;
-    EXPECT_FALSE(ConnectionText::hasPassword("A={;PWD=no};UID=u"));
-    EXPECT_EQ(ConnectionText::withoutPassword("Server=s;PWD={a;b};Database=d"), "Server=s;Database=d");
-    EXPECT_EQ(ConnectionText::withoutPassword("Server=s;Password=a"), "Server=s");
-}
-
-TEST(ConnectionText, AsksForAPasswordOnlyWhereAUserIsNamed)
-{
-    EXPECT_TRUE(ConnectionText::needsPassword("Server=s;UID=u"));
-    EXPECT_FALSE(ConnectionText::needsPassword("Server=s;UID=u;PWD="));
-    EXPECT_FALSE(ConnectionText::needsPassword("Server=s;Trusted_Connection=yes"));
-}
-
-TEST(ConnectionText, AnyPasswordComesBackAsItWasTyped)
-{
-    for (const char *password : {"simple", "a;b", "a}b", "{", "}", "گذر واژه", " x ", "a=b", "'\"--"}) {
-        const QString text = ConnectionText::with("Server=s;PWD=old", "PWD", password);
-        EXPECT_EQ(ConnectionText::part(text, "PWD"), QString(password)) << password;
-        EXPECT_EQ(ConnectionText::part(text, "Server"), "s");
-        EXPECT_EQ(text.count("PWD"), 1);
-    }
 }
 
 } // namespace

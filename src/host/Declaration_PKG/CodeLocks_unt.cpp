@@ -5,6 +5,7 @@
 #include "host/Declaration_PKG/Rights_unt.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Query.h"
+#include "host/database/Transaction.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -163,15 +164,10 @@ QList<int> FreeWorkstationIndexes(int count)
 void RemoveWorkstation(int comIndex)
 {
     TConnection &connection = *DM.ADOConnection1;
-    connection.BeginTrans();
-    try {
-        connection.execute(TStatement("delete from CodeLock_TBL where Com_Index=").integer(comIndex));
-        connection.execute(TStatement("delete from Workstation where Com_Index=").integer(comIndex));
-        connection.CommitTrans();
-    } catch (...) {
-        connection.RollbackTrans();
-        throw;
-    }
+    TTransaction transaction(connection);
+    connection.execute(TStatement("delete from CodeLock_TBL where Com_Index=").integer(comIndex));
+    connection.execute(TStatement("delete from Workstation where Com_Index=").integer(comIndex));
+    transaction.commit();
 }
 
 QString ThisMachineName()

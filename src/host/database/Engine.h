@@ -45,7 +45,7 @@ public:
     /// A table's columns and key, remembered; null when there is no such table.
     virtual const TTableInfo *table(const QString &name) = 0;
 
-    /// Runs a schema script's step, written for this engine.
+    /// Runs a batch of a schema script, written for this engine.
     virtual void runScript(const QString &sql) = 0;
 };
 

@@ -1,14 +1,12 @@
 #include "host/database/SqliteEngine.h"
 
 #include "host/database/Dialect.h"
+#include "host/database/SqlText.h"
 #include "host/database/SqliteFile.h"
 #include "host/database/SqliteFunctions.h"
 #include "host/database/SqliteSort.h"
 
-#include <QRegularExpression>
-
 #include <chrono>
-#include <sqlite3.h>
 #include <thread>
 
 namespace {
@@ -42,15 +40,6 @@ TFault faultOf(int code)
     default:
         return TFault::Other;
     }
-}
-
-// "NVARCHAR(50)": 50; "NVARCHAR(MAX)" and all other types: 0.
-int widthOf(const QString &declaredType)
-{
-    static const QRegularExpression text(QStringLiteral("CHAR\\s*\\((\\d+)\\)"),
-                                         QRegularExpression::CaseInsensitiveOption);
-    const auto match = text.match(declaredType);
-    return match.hasMatch() ? match.captured(1).toInt() : 0;
 }
 
 bool isLarge(const QString &declaredType)
@@ -107,14 +96,29 @@ void bindValue(sqlite3_stmt *statement, int place, const QVariant &value)
     }
 }
 
+/// A statement in use.
+class TTaken {
+public:
+    TTaken(TSqliteEngine &engine, const QString &sql) : m_engine(engine), m_prepared(engine.take(sql)) {}
+    ~TTaken() { m_engine.giveBack(std::move(m_prepared)); }
+    TTaken(const TTaken &) = delete;
+    TTaken &operator=(const TTaken &) = delete;
+
+    operator sqlite3_stmt *() const { return m_prepared.statement; }
+    TSqlitePrepared &prepared() { return m_prepared; }
+
+private:
+    TSqliteEngine &m_engine;
+    TSqlitePrepared m_prepared;
+};
+
 class TSqliteCursor : public TCursor {
 public:
     TSqliteCursor(TSqliteEngine &engine, const QString &sql, const TBoundStatement &bound)
-        : m_engine(engine), m_sql(sql), m_statement(engine.take(sql))
+        : m_engine(engine), m_statement(engine, sql)
     {
         m_engine.bind(m_statement, bound, 0);
     }
-    ~TSqliteCursor() override { m_engine.giveBack(m_sql, m_statement); }
 
     bool next() override
     {
@@ -122,13 +126,13 @@ public:
         if (code == SQLITE_ROW)
             return true;
         if (code != SQLITE_DONE)
-            m_engine.fail(m_sql);
+            m_engine.fail(m_statement.prepared().sql);
         return false;
     }
     const QList<TFieldInfo> &fields() const override
     {
         if (m_fields.isEmpty())
-            m_fields = m_engine.describe(m_statement);
+            m_fields = m_engine.describe(m_statement.prepared());
         return m_fields;
     }
     QVariant value(int column) override { return columnValue(m_statement, column); }
@@ -136,8 +140,7 @@ public:
 
 private:
     TSqliteEngine &m_engine;
-    QString m_sql;
-    sqlite3_stmt *m_statement;
+    mutable TTaken m_statement;
     mutable QList<TFieldInfo> m_fields;
 };
 
@@ -151,26 +154,15 @@ std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path)
 TSqliteEngine::TSqliteEngine(const QString &path) : m_path(path)
 {
     SqliteFile::prepare(path);
-    try {
-        open();
-    } catch (...) {
-        sqlite3_close(m_db);
-        throw;
-    }
+    open();
 }
 
-TSqliteEngine::~TSqliteEngine()
-{
-    for (const TKept &kept : m_kept)
-        sqlite3_finalize(kept.statement);
-    sqlite3_close_v2(m_db);
-}
+TSqliteEngine::~TSqliteEngine() = default;
 
 void TSqliteEngine::open()
 {
     // One thread works with a connection, so that no call needs a lock.
-    if (sqlite3_open_v2(m_path.toUtf8().constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
-                        nullptr) != SQLITE_OK)
+    if (m_db.open(m_path.toUtf8().constData(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX) != SQLITE_OK)
         fail({});
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_handler(m_db, &TSqliteEngine::waitForWriter, this);
@@ -232,45 +224,36 @@ bool TSqliteEngine::inTransaction() const
     return sqlite3_get_autocommit(m_db) == 0;
 }
 
-sqlite3_stmt *TSqliteEngine::take(const QString &sql)
+TSqlitePrepared TSqliteEngine::take(const QString &sql)
 {
     if (const auto found = m_keptBySql.constFind(sql); found != m_keptBySql.constEnd()) {
-        sqlite3_stmt *statement = (*found)->statement;
+        TSqlitePrepared kept = std::move(**found);
         m_kept.erase(*found);
         m_keptBySql.erase(found);
-        return statement;
+        return kept;
     }
-    sqlite3_stmt *statement = nullptr;
+    TSqlitePrepared prepared{sql, {}, {}, 0};
     const QByteArray text = sql.toUtf8();
-    if (sqlite3_prepare_v3(m_db, text.constData(), int(text.size()), SQLITE_PREPARE_PERSISTENT, &statement,
-                           nullptr) != SQLITE_OK)
+    if (prepared.statement.prepare(m_db, text.constData(), int(text.size()), SQLITE_PREPARE_PERSISTENT) !=
+        SQLITE_OK)
         fail(sql);
-    if (!statement)
+    if (!prepared.statement)
         throw TDatabaseError(TFault::BadStatement, QStringLiteral("empty statement"), sql);
-    return statement;
+    return prepared;
 }
 
-void TSqliteEngine::giveBack(const QString &sql, sqlite3_stmt *statement)
+void TSqliteEngine::giveBack(TSqlitePrepared prepared)
 {
-    sqlite3_reset(statement);
-    sqlite3_clear_bindings(statement);
-    if (m_keptBySql.contains(sql)) {
-        finalize(statement);
+    sqlite3_reset(prepared.statement);
+    sqlite3_clear_bindings(prepared.statement);
+    if (m_keptBySql.contains(prepared.sql))
         return;
-    }
-    m_kept.push_front({sql, statement});
-    m_keptBySql.insert(sql, m_kept.begin());
+    m_kept.push_front(std::move(prepared));
+    m_keptBySql.insert(m_kept.front().sql, m_kept.begin());
     if (m_kept.size() > keptStatements) {
         m_keptBySql.remove(m_kept.back().sql);
-        finalize(m_kept.back().statement);
         m_kept.pop_back();
     }
-}
-
-void TSqliteEngine::finalize(sqlite3_stmt *statement)
-{
-    m_described.remove(statement);
-    sqlite3_finalize(statement);
 }
 
 int TSqliteEngine::bind(sqlite3_stmt *statement, const TBoundStatement &bound, int first)
@@ -289,18 +272,13 @@ int TSqliteEngine::bind(sqlite3_stmt *statement, const TBoundStatement &bound, i
 
 void TSqliteEngine::runOne(const QString &sql, const TBoundStatement &bound, int first)
 {
-    sqlite3_stmt *statement = take(sql);
+    const TTaken statement(*this, sql);
     bind(statement, bound, first);
     int code = sqlite3_step(statement);
     while (code == SQLITE_ROW)
         code = sqlite3_step(statement);
-    if (code != SQLITE_DONE) {
-        const TDatabaseError error(faultOf(sqlite3_extended_errcode(m_db)),
-                                   QString::fromUtf8(sqlite3_errmsg(m_db)), sql);
-        giveBack(sql, statement);
-        throw error;
-    }
-    giveBack(sql, statement);
+    if (code != SQLITE_DONE)
+        fail(sql);
 }
 
 int TSqliteEngine::execute(const TBoundStatement &statement)
@@ -347,17 +325,18 @@ qlonglong TSqliteEngine::insert(const TBoundStatement &statement)
     return sqlite3_last_insert_rowid(m_db);
 }
 
-QList<TFieldInfo> TSqliteEngine::describe(sqlite3_stmt *statement)
+const QList<TFieldInfo> &TSqliteEngine::describe(TSqlitePrepared &prepared)
 {
     // Prepared again: the tables have changed.
-    const int prepared = sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
-    TDescribed &known = m_described[statement];
-    if (known.fields.isEmpty() || known.prepared != prepared) {
-        known = {prepared, {}};
+    sqlite3_stmt *statement = prepared.statement;
+    const int times = sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
+    if (prepared.fields.isEmpty() || prepared.describedAfter != times) {
+        prepared.describedAfter = times;
+        prepared.fields.clear();
         for (int i = 0; i < sqlite3_column_count(statement); ++i)
-            known.fields.append(describeColumn(statement, i));
+            prepared.fields.append(describeColumn(statement, i));
     }
-    return known.fields;
+    return prepared.fields;
 }
 
 TFieldInfo TSqliteEngine::describeColumn(sqlite3_stmt *statement, int column)
@@ -367,7 +346,7 @@ TFieldInfo TSqliteEngine::describeColumn(sqlite3_stmt *statement, int column)
     field.baseTable = QString::fromUtf8(sqlite3_column_table_name(statement, column));
     field.baseColumn = QString::fromUtf8(sqlite3_column_origin_name(statement, column));
     const QString type = QString::fromUtf8(sqlite3_column_decltype(statement, column));
-    field.width = widthOf(type);
+    field.width = TextWidthOf(type);
     field.large = isLarge(type);
     field.readOnly = field.baseTable.isEmpty();
     if (!field.readOnly) {
@@ -395,7 +374,7 @@ const TTableInfo *TSqliteEngine::table(const QString &name)
         TFieldInfo field;
         field.name = field.baseColumn = cursor->value(0).toString();
         field.baseTable = name;
-        field.width = widthOf(cursor->value(1).toString());
+        field.width = TextWidthOf(cursor->value(1).toString());
         int autoIncrement = 0;
         sqlite3_table_column_metadata(m_db, "main", name.toUtf8().constData(),
                                       field.name.toUtf8().constData(), nullptr, nullptr, nullptr, nullptr,

@@ -1,13 +1,19 @@
 #pragma once
 
 #include "host/database/Engine.h"
+#include "host/database/SqliteHandles.h"
 
 #include <QElapsedTimer>
 #include <QHash>
 #include <list>
 
-struct sqlite3;
-struct sqlite3_stmt;
+/// A prepared statement, and its columns once they were asked for.
+struct TSqlitePrepared {
+    QString sql;
+    Sqlite::TStatement statement;
+    QList<TFieldInfo> fields;
+    int describedAfter = 0; ///< how often it was prepared again by then
+};
 
 /// The embedded engine: one file in WAL mode, every commit on the disk before it returns.
 class TSqliteEngine : public TEngine {
@@ -30,13 +36,13 @@ public:
     sqlite3 *handle() const { return m_db; }
 
     /// A prepared statement; finished ones are kept for the next use of the same text.
-    sqlite3_stmt *take(const QString &sql);
-    void giveBack(const QString &sql, sqlite3_stmt *statement);
+    TSqlitePrepared take(const QString &sql);
+    void giveBack(TSqlitePrepared prepared);
     /// Binds the values from `first` on; answers how many "?" places the statement has.
     int bind(sqlite3_stmt *statement, const TBoundStatement &bound, int first);
     [[noreturn]] void fail(const QString &text) const;
     /// The columns of a prepared statement; known ones cost nothing.
-    QList<TFieldInfo> describe(sqlite3_stmt *statement);
+    const QList<TFieldInfo> &describe(TSqlitePrepared &prepared);
 
 private:
     void open();
@@ -44,21 +50,11 @@ private:
     void runOne(const QString &sql, const TBoundStatement &bound, int first);
     void exec(const char *sql);
     TFieldInfo describeColumn(sqlite3_stmt *statement, int column);
-    void finalize(sqlite3_stmt *statement);
 
     QString m_path;
-    sqlite3 *m_db = nullptr;
-    QElapsedTimer m_waited; ///< for another writer
-    struct TKept {
-        QString sql;
-        sqlite3_stmt *statement;
-    };
-    std::list<TKept> m_kept; // most recently used first
-    QHash<QString, std::list<TKept>::iterator> m_keptBySql;
-    struct TDescribed {
-        int prepared = 0; ///< how often it was prepared again by then
-        QList<TFieldInfo> fields;
-    };
-    QHash<sqlite3_stmt *, TDescribed> m_described;
+    Sqlite::TDatabase m_db;
+    QElapsedTimer m_waited;            ///< for another writer
+    std::list<TSqlitePrepared> m_kept; // most recently used first
+    QHash<QString, std::list<TSqlitePrepared>::iterator> m_keptBySql;
     QHash<QString, TTableInfo> m_tables;
 };
