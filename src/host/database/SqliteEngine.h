@@ -1,6 +1,8 @@
 #pragma once
 
 #include "host/database/Engine.h"
+#include "host/database/SqliteFile.h"
+#include "host/database/WriterQueue.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -12,7 +14,7 @@ struct sqlite3_stmt;
 /// The embedded engine: one file in WAL mode, every commit on the disk before it returns.
 class TSqliteEngine : public TEngine {
 public:
-    explicit TSqliteEngine(const QString &path);
+    explicit TSqliteEngine(const QString &path, TConnection::Missing missing = TConnection::Missing::Create);
     ~TSqliteEngine() override;
 
     TConnection::Kind kind() const override { return TConnection::Kind::Embedded; }
@@ -43,12 +45,20 @@ private:
     static int waitForWriter(void *engine, int attempt);
     void runOne(const QString &sql, const TBoundStatement &bound, int first);
     void exec(const char *sql);
+    void startWriting();
+    void endWriting();
+    bool isInPlace() const;
+    void mustBeInPlace() const;
     TFieldInfo describeColumn(sqlite3_stmt *statement, int column);
     void finalize(sqlite3_stmt *statement);
 
     QString m_path;
     sqlite3 *m_db = nullptr;
     QElapsedTimer m_waited; ///< for another writer
+    std::unique_ptr<TWriterQueue> m_queue;
+    QString m_realPath; ///< as SQLite has it, links followed
+    SqliteFile::TIdentity m_file;
+    SqliteFile::TIdentity m_log;
     struct TKept {
         QString sql;
         sqlite3_stmt *statement;
