@@ -32,6 +32,8 @@ TDatabaseChoice TDatabaseChoice::stored()
     TDatabaseChoice choice{settings.value(fileKey).toString(), settings.value(odbcKey).toString()};
     if (choice.file.isEmpty())
         choice.file = ordinaryFile();
+    if (choice.file == ordinaryFile())
+        choice.missing = TConnection::Missing::Create;
     return choice;
 }
 

@@ -1,11 +1,11 @@
 #include "app/DatabaseSettings_FRM.h"
 
 #include "app/Ask.h"
+#include "host/Component_ZLM/FileDialogs.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/database/Engine.h"
 #include "host/database/OdbcConnectionString.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
@@ -100,6 +100,8 @@ TDatabaseChoice TDatabaseSettings_FRM::Choice() const
 {
     TDatabaseChoice choice;
     choice.file = File_EDT->text().trimmed();
+    if (choice.file == TDatabaseChoice::ordinaryFile())
+        choice.missing = TConnection::Missing::Create;
     if (!Server_RB->isChecked())
         return choice;
     const QList<std::pair<QString, QString>> given = {{"Driver", Driver_EDT->text()},
@@ -141,7 +143,7 @@ void TDatabaseSettings_FRM::test()
         return;
     const TDatabaseChoice choice = Choice();
     if (!choice.onServer() && !QFileInfo::exists(choice.file)) {
-        Tell(u"چنین پرونده ای هنوز نیست و هنگام شروع ساخته می شود."_qs);
+        Tell(u"چنین پرونده ای هنوز نیست؛ هنگام شروع پرسیده می شود که ساخته شود یا نه."_qs);
         return;
     }
     // An engine alone leaves the schema as it is.
@@ -167,9 +169,10 @@ void TDatabaseSettings_FRM::save()
 
 void TDatabaseSettings_FRM::pickFile()
 {
-    const QString file = QFileDialog::getSaveFileName(
-        this, u"پرونده پایگاه داده"_qs, File_EDT->text(), u"پایگاه داده (*.db)"_qs, nullptr,
-        QFileDialog::DontConfirmOverwrite | QFileDialog::DontUseNativeDialog);
+    // The file may be the one that is open, and it may be none yet.
+    const QString file = FileDialogs::AskForName(
+        this,
+        {.caption = u"پرونده پایگاه داده"_qs, .filter = u"پایگاه داده (*.db)"_qs, .name = File_EDT->text()});
     if (!file.isEmpty())
         File_EDT->setText(file);
 }

@@ -139,6 +139,22 @@ bool TProgram::openDatabase()
             m_session.open(choice);
             return true;
         } catch (const TDatabaseError &error) {
+            if (error.fault() == TFault::NoSuchFile) {
+                // A mistyped name, a disk that is not mounted: no new database without a word.
+                if (interactive() &&
+                    Ask(u"پرونده پایگاه داده ای به این نشانی نیست:\n\u2066%1\u2069\nپایگاه داده تازه و خالی در آن ساخته شود؟"_qs
+                            .arg(choice.file),
+                        TAnswer::No)) {
+                    m_choice.missing = TConnection::Missing::Create;
+                    continue;
+                }
+                if (namedDatabase() || !interactive()) {
+                    fail(QString::fromUtf8(error.what()) +
+                         (interactive() ? QString()
+                                        : QStringLiteral(" (add --create to make a new database)")));
+                    return false;
+                }
+            }
             // A database that was named by hand is answered where it was named.
             if (namedDatabase() || !interactive()) {
                 if (interactive())
@@ -299,6 +315,8 @@ int TProgram::run()
         m_choice.file = m_throwAway.filePath(QStringLiteral("sample.db"));
     else if (!namedDatabase())
         m_choice = TDatabaseChoice::stored();
+    if (sample() || m_line.create)
+        m_choice.missing = TConnection::Missing::Create;
     try {
         for (;;) {
             const TStep step = start();

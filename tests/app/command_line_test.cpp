@@ -39,9 +39,10 @@ TEST(CommandLine, NothingMeansTheWindowOnTheOrdinaryDatabase)
 TEST(CommandLine, ReadsEveryOption)
 {
     const TCommandLine line =
-        parse({"--database", "a b.db", "--demo", "--user", "مریم", "--password-file", "p"});
+        parse({"--database", "a b.db", "--create", "--demo", "--user", "مریم", "--password-file", "p"});
     EXPECT_EQ(line.error, "");
     EXPECT_EQ(line.databaseFile, "a b.db");
+    EXPECT_TRUE(line.create);
     EXPECT_TRUE(line.demo);
     EXPECT_EQ(line.user, QString("مریم"));
     EXPECT_EQ(line.passwordFile, "p");
@@ -122,6 +123,14 @@ TEST(CommandLine, TheEnvironmentCountsWhenNoDatabaseIsNamed)
     EXPECT_EQ(tour.odbc, "");
 }
 
+TEST(CommandLine, OnlyANamedFileIsMade)
+{
+    EXPECT_EQ(errorOf({"--create"}), "--create needs --database: the file to be made");
+    EXPECT_EQ(errorOf({"--create", "--odbc", "Driver=FreeTDS"}),
+              "--create needs --database: the file to be made");
+    EXPECT_FALSE(parse({"--database", "x.db"}).create);
+}
+
 TEST(CommandLine, OneDatabaseOnly)
 {
     EXPECT_EQ(errorOf({"--database", "x.db", "--odbc", "Driver=FreeTDS"}),
@@ -139,8 +148,8 @@ TEST(CommandLine, TheTourNeverWritesToADatabaseOfTheUser)
 TEST(CommandLine, HelpNamesEveryOptionAndEveryEntry)
 {
     const QString help = TCommandLine::help();
-    for (const char *option : {"--database", "--odbc", "--odbc-file", "--demo", "--user", "--password-file",
-                               "--call", "--tour", "--help", "--version"})
+    for (const char *option : {"--database", "--create", "--odbc", "--odbc-file", "--demo", "--user",
+                               "--password-file", "--call", "--tour", "--help", "--version"})
         EXPECT_TRUE(help.contains(QLatin1String(option))) << option;
     EXPECT_EQ(EntryPoints::all().size(), 14);
     for (const TEntryPoint &entry : EntryPoints::all())

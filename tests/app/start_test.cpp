@@ -395,11 +395,16 @@ TEST_F(InProcess, EachDialogOfTheStartLeadsToTheDatabaseSettings)
         IniOptions.load();
         ASSERT_TRUE((TDatabaseChoice{first, {}}.store()));
         QFile::remove(other);
+        // Neither file is there yet: the user is asked before one is made.
+        if (where == QLatin1String("TLogin_FRM"))
+            messages.answer({TAnswer::Yes});
+        else
+            messages.answer({TAnswer::Yes, TAnswer::Yes});
         QStringList shown;
         bool turned = false;
         if (where == QLatin1String("TLogin_FRM")) {
             TSession session;
-            session.open({first, {}});
+            session.open({first, {}, TConnection::Missing::Create});
             ASSERT_EQ(CreateFirstAdministrator("boss", "boss", "x1y2z3"), TLoginResult::Ok);
         }
         const auto answer = [&](QWidget *screen) {
@@ -453,10 +458,46 @@ TEST_F(InProcess, ADatabaseThatWasNamedIsTheOneToWorkOn)
     };
     EXPECT_EQ(runWithWindow(
                   [&] {
-                      return run({"--database", home.filePath("named.db")});
+                      return run({"--database", home.filePath("named.db"), "--create"});
                   },
                   answer, [](QWidget *window) { window->close(); }),
               1);
+}
+
+TEST_F(InProcess, ANamedFileThatIsNotThereIsMadeAfterTheQuestionOnly)
+{
+    const QString file = home.filePath("folder/named.db");
+    const auto start = [&] {
+        return runWithWindow(
+            [&] {
+                return run({"--database", file});
+            },
+            [](QWidget *screen) { Keys::press(screen, Qt::Key_Escape); },
+            [](QWidget *window) { window->close(); });
+    };
+    ScriptedMessages messages;
+    messages.answer({TAnswer::No});
+    EXPECT_EQ(start(), 1);
+    EXPECT_TRUE(messages.last().text.contains(file));
+    EXPECT_FALSE(QFile::exists(home.filePath("folder")));
+    messages.answer({TAnswer::Yes});
+    EXPECT_EQ(start(), 1);
+    EXPECT_TRUE(QFile::exists(file));
+    EXPECT_EQ(messages.all().size(), 2);
+}
+
+TEST_F(InProcess, AFileOfTheSettingsThatIsGoneIsNotMadeWithoutAWord)
+{
+    const QString file = home.filePath("disk/company.db"); // a disk that is not there today
+    IniOptions.load();
+    ASSERT_TRUE((TDatabaseChoice{file, {}}.store()));
+    ScriptedMessages messages;
+    messages.answer({TAnswer::No, TAnswer::No});
+    EXPECT_EQ(run({}), 1);
+    ASSERT_EQ(messages.all().size(), 2);
+    EXPECT_TRUE(messages.all()[0].text.contains(file));
+    EXPECT_TRUE(messages.all()[1].text.contains(u"تنظیمات"_qs)) << "and the settings are offered";
+    EXPECT_FALSE(QFile::exists(home.filePath("disk")));
 }
 
 TEST_F(InProcess, AShutOutUserAndAUserWithoutRightsGetNoScreen)
@@ -464,7 +505,7 @@ TEST_F(InProcess, AShutOutUserAndAUserWithoutRightsGetNoScreen)
     const QString file = home.filePath("suite.db");
     {
         TSession session;
-        session.open({file, {}});
+        session.open({file, {}, TConnection::Missing::Create});
         for (const bool active : {true, false}) {
             TUserInfo user{0, active ? "clerk" : "gone", {}, false, active};
             ASSERT_EQ(SaveUser(user, "secret-1"), TLoginResult::Ok);
@@ -503,7 +544,7 @@ TEST_F(InProcess, ADatabaseOfTheSettingsThatCannotBeOpenedIsAskedAbout)
     ASSERT_EQ(messages.all().size(), 1);
     EXPECT_TRUE(messages.last().text.contains(u"پایگاه داده نیست"_qs)) << messages.last().text.toStdString();
 
-    messages.answer({TAnswer::Yes});
+    messages.answer({TAnswer::Yes, TAnswer::Yes}); // to the settings, and to a new file
     QStringList shown;
     EXPECT_EQ(runWithWindow([&] { return run({}); },
                             [&](QWidget *screen) {

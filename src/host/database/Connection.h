@@ -19,12 +19,14 @@ class TConnection : public QObject {
     Q_OBJECT
 public:
     using Kind = TEngineKind;
+    using Missing = TMissingFile;
 
     explicit TConnection(QObject *parent = nullptr);
     ~TConnection() override;
 
-    /// Opens (and creates, private to the user) the database file and brings its schema up to date.
-    void openFile(const QString &path);
+    /// Opens the database file and brings its schema up to date. One that is not there is created, private to the
+    /// user, with the folders on the way to it, or refused with TFault::NoSuchFile.
+    void openFile(const QString &path, Missing missing = Missing::Create);
     /// Opens SQL Server through ODBC and brings its schema up to date. The text may hold a password: it is
     /// never logged and never part of an error.
     void openOdbc(const QString &connectionString);

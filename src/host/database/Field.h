@@ -9,6 +9,8 @@
 /// What an engine and the dataset on it tell each other.
 
 enum class TEngineKind { Embedded, SqlServer };
+/// What becomes of a database file that is not there.
+enum class TMissingFile { Create, Refuse };
 
 /// One column of an open query.
 struct TFieldInfo {

@@ -81,12 +81,15 @@ void lockSchema(TEngine &engine)
     }
 }
 
+QString versionTable()
+{
+    return QStringLiteral("CREATE TABLE SchemaVersion_TBL (Suite NVARCHAR(50) NOT NULL CONSTRAINT "
+                          "PK_SchemaVersion_TBL PRIMARY KEY, Version INT NOT NULL)");
+}
+
 void createVersionTable(TEngine &engine)
 {
-    const QString table =
-        QStringLiteral("CREATE TABLE SchemaVersion_TBL (Suite NVARCHAR(50) NOT NULL CONSTRAINT "
-                       "PK_SchemaVersion_TBL PRIMARY KEY, Version INT NOT NULL)");
-    for (const QString &batch : batches(table, engine.kind()))
+    for (const QString &batch : batches(versionTable(), engine.kind()))
         engine.runScript(batch);
     engine.execute(
         {QStringLiteral("insert into SchemaVersion_TBL (Suite, Version) values (?, 0)"), {suite()}, {}});
@@ -181,6 +184,15 @@ QStringList batches(const QString &script, TEngineKind kind)
             batch += line + u'\n';
     }
     finish();
+    return list;
+}
+
+QStringList batchesUpTo(int version, TConnection::Kind kind)
+{
+    QStringList list = batches(versionTable(), kind);
+    for (const TStep &step : steps())
+        if (step.number <= version)
+            list += batches(step.script, kind);
     return list;
 }
 

@@ -34,6 +34,9 @@ void bringUpToDate(TEngine &engine, const QList<TStep> &steps);
 /// The batches of a script for one engine, ready to run there.
 QStringList batches(const QString &script, TEngineKind kind);
 
+/// All batches that lead from an empty database to a version, but for the row that says which one it is.
+QStringList batchesUpTo(int version, TConnection::Kind kind);
+
 /// The table behind a view's columns, for a server that does not tell: "StaffView" -> "Staff". Any other name is
 /// answered as it is.
 QString baseTable(const QString &tableOrView);

@@ -1,10 +1,13 @@
 #include "host/database/SqliteEngine.h"
 
 #include "host/database/Dialect.h"
+#include "host/database/Faults.h"
 #include "host/database/SqlText.h"
 #include "host/database/SqliteFile.h"
 #include "host/database/SqliteFunctions.h"
 #include "host/database/SqliteSort.h"
+
+#include <QRandomGenerator>
 
 #include <chrono>
 #include <thread>
@@ -13,34 +16,6 @@ namespace {
 
 const int busyMilliseconds = 5000;
 const std::size_t keptStatements = 100;
-
-TFault faultOf(int code)
-{
-    switch (code & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-        return TFault::Locked;
-    case SQLITE_CONSTRAINT:
-        return TFault::Refused;
-    case SQLITE_FULL:
-        return TFault::DiskFull;
-    case SQLITE_READONLY:
-    case SQLITE_PERM:
-    case SQLITE_AUTH:
-        return TFault::ReadOnly;
-    case SQLITE_CANTOPEN:
-        return TFault::CannotOpen;
-    case SQLITE_NOTADB:
-    case SQLITE_CORRUPT:
-        return TFault::NotADatabase;
-    case SQLITE_TOOBIG:
-        return TFault::TooLong;
-    case SQLITE_ERROR:
-        return TFault::BadStatement;
-    default:
-        return TFault::Other;
-    }
-}
 
 bool isLarge(const QString &declaredType)
 {
@@ -112,6 +87,11 @@ private:
     TSqlitePrepared m_prepared;
 };
 
+QString logOf(const QString &path)
+{
+    return path + QStringLiteral("-wal");
+}
+
 class TSqliteCursor : public TCursor {
 public:
     TSqliteCursor(TSqliteEngine &engine, const QString &sql, const TBoundStatement &bound)
@@ -146,18 +126,24 @@ private:
 
 } // namespace
 
-std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path)
+std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path, TMissingFile missing)
 {
-    return std::make_unique<TSqliteEngine>(path);
+    return std::make_unique<TSqliteEngine>(path, missing);
 }
 
-TSqliteEngine::TSqliteEngine(const QString &path) : m_path(path)
+TSqliteEngine::TSqliteEngine(const QString &path, TMissingFile missing) : m_path(path)
 {
-    SqliteFile::prepare(path);
+    SqliteFile::prepare(path, missing == TMissingFile::Create);
+    SqliteFile::mustNotBeForeign(path);
     open();
 }
 
-TSqliteEngine::~TSqliteEngine() = default;
+TSqliteEngine::~TSqliteEngine()
+{
+    // The log that lies there now may be another database's.
+    if (m_db && !isInPlace())
+        sqlite3_db_config(m_db, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+}
 
 void TSqliteEngine::open()
 {
@@ -174,10 +160,15 @@ void TSqliteEngine::open()
     exec("pragma temp_store=MEMORY");
     registerSqliteFunctions(m_db);
     registerSqliteSort(m_db);
+    m_realPath = QString::fromUtf8(sqlite3_db_filename(m_db, "main"));
+    m_queue = std::make_unique<TWriterQueue>(m_realPath);
+    m_file = SqliteFile::identityOf(m_realPath);
+    exec("select count(*) from sqlite_master"); // lays the log
+    m_log = SqliteFile::identityOf(logOf(m_realPath));
 }
 
-// SQLite's own wait looks ever more rarely, and then one of eight busy workstations may find the file held each time
-// that it looks: it is looked for every millisecond instead.
+// Here only those meet who stand first in the queue and who know no queue, such as another tool. SQLite's own wait looks
+// ever more rarely; the pauses are random, so that two of a kind do not meet again and again.
 int TSqliteEngine::waitForWriter(void *engine, int attempt)
 {
     QElapsedTimer &waited = static_cast<TSqliteEngine *>(engine)->m_waited;
@@ -185,14 +176,13 @@ int TSqliteEngine::waitForWriter(void *engine, int attempt)
         waited.start();
     if (waited.hasExpired(busyMilliseconds))
         return 0;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    std::this_thread::sleep_for(std::chrono::microseconds(QRandomGenerator::global()->bounded(200, 1500)));
     return 1;
 }
 
 void TSqliteEngine::fail(const QString &text) const
 {
-    const int code = m_db ? sqlite3_extended_errcode(m_db) : SQLITE_NOMEM;
-    throw TDatabaseError(faultOf(code),
+    throw TDatabaseError(Faults::lastOf(m_db),
                          m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QStringLiteral("out of memory"),
                          text);
 }
@@ -203,20 +193,56 @@ void TSqliteEngine::exec(const char *sql)
         fail(QString::fromUtf8(sql));
 }
 
+bool TSqliteEngine::isInPlace() const
+{
+    return SqliteFile::identityOf(m_realPath) == m_file &&
+           (m_log.number == 0 || SqliteFile::identityOf(logOf(m_realPath)) == m_log);
+}
+
+// What is written into a file that no longer stands under its name is lost with the program's end.
+void TSqliteEngine::mustBeInPlace() const
+{
+    if (!isInPlace())
+        throw TDatabaseError(TFault::FileGone, m_path);
+}
+
+void TSqliteEngine::startWriting()
+{
+    mustBeInPlace();
+    if (!m_queue->enter())
+        throw TDatabaseError(TFault::Locked, QStringLiteral("the writers ahead do not finish"));
+}
+
+/// After each end of a transaction, whether it was asked for or came with a fault.
+void TSqliteEngine::endWriting()
+{
+    if (!inTransaction())
+        m_queue->leave();
+}
+
 void TSqliteEngine::begin()
 {
-    // The write lock is taken now, so that waiting for another writer happens here and not amid a save.
-    exec("begin immediate");
+    startWriting();
+    try {
+        // The write lock is taken now, so that waiting for another writer happens here and not amid a save.
+        exec("begin immediate");
+    } catch (...) {
+        endWriting();
+        throw;
+    }
 }
 
 void TSqliteEngine::commit()
 {
+    mustBeInPlace();
     exec("commit");
+    endWriting();
 }
 
 void TSqliteEngine::rollback()
 {
     sqlite3_exec(m_db, "rollback", nullptr, nullptr, nullptr);
+    endWriting();
 }
 
 bool TSqliteEngine::inTransaction() const
@@ -274,11 +300,21 @@ void TSqliteEngine::runOne(const QString &sql, const TBoundStatement &bound, int
 {
     const TTaken statement(*this, sql);
     bind(statement, bound, first);
-    int code = sqlite3_step(statement);
-    while (code == SQLITE_ROW)
-        code = sqlite3_step(statement);
-    if (code != SQLITE_DONE)
-        fail(sql);
+    try {
+        if (!inTransaction() && sqlite3_stmt_readonly(statement) == 0)
+            startWriting();
+        int code = sqlite3_step(statement);
+        while (code == SQLITE_ROW)
+            code = sqlite3_step(statement);
+        if (code != SQLITE_DONE)
+            fail(sql);
+    } catch (...) {
+        sqlite3_reset(statement); // it holds the file's lock for as long as it runs
+        endWriting();
+        throw;
+    }
+    sqlite3_reset(statement);
+    endWriting();
 }
 
 int TSqliteEngine::execute(const TBoundStatement &statement)
@@ -296,16 +332,23 @@ int TSqliteEngine::execute(const TBoundStatement &statement)
         return int(sqlite3_changes64(m_db));
     }
     const bool nested = inTransaction();
-    exec(nested ? "savepoint batch" : "begin immediate");
+    if (nested)
+        exec("savepoint batch");
+    else
+        begin();
     int affected = 0;
     try {
         runAll();
         affected = int(sqlite3_changes64(m_db));
-        exec(nested ? "release batch" : "commit");
+        if (nested)
+            exec("release batch");
+        else
+            commit();
     } catch (...) {
-        if (inTransaction())
-            sqlite3_exec(m_db, nested ? "rollback to batch; release batch" : "rollback", nullptr, nullptr,
-                         nullptr);
+        if (nested && inTransaction())
+            sqlite3_exec(m_db, "rollback to batch; release batch", nullptr, nullptr, nullptr);
+        else if (inTransaction())
+            rollback();
         throw;
     }
     return affected;
@@ -392,5 +435,14 @@ const TTableInfo *TSqliteEngine::table(const QString &name)
 
 void TSqliteEngine::runScript(const QString &sql)
 {
-    exec(sql.toUtf8().constData());
+    const bool alone = !inTransaction();
+    if (alone)
+        startWriting();
+    try {
+        exec(sql.toUtf8().constData());
+    } catch (...) {
+        endWriting();
+        throw;
+    }
+    endWriting();
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "host/database/Engine.h"
+#include "host/database/SqliteFile.h"
 #include "host/database/SqliteHandles.h"
+#include "host/database/WriterQueue.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -18,7 +20,7 @@ struct TSqlitePrepared {
 /// The embedded engine: one file in WAL mode, every commit on the disk before it returns.
 class TSqliteEngine : public TEngine {
 public:
-    explicit TSqliteEngine(const QString &path);
+    explicit TSqliteEngine(const QString &path, TMissingFile missing = TMissingFile::Create);
     ~TSqliteEngine() override;
 
     TEngineKind kind() const override { return TEngineKind::Embedded; }
@@ -49,11 +51,19 @@ private:
     static int waitForWriter(void *engine, int attempt);
     void runOne(const QString &sql, const TBoundStatement &bound, int first);
     void exec(const char *sql);
+    void startWriting();
+    void endWriting();
+    bool isInPlace() const;
+    void mustBeInPlace() const;
     TFieldInfo describeColumn(sqlite3_stmt *statement, int column);
 
     QString m_path;
     Sqlite::TDatabase m_db;
-    QElapsedTimer m_waited;            ///< for another writer
+    QElapsedTimer m_waited; ///< for another writer
+    std::unique_ptr<TWriterQueue> m_queue;
+    QString m_realPath; ///< as SQLite has it, links followed
+    SqliteFile::TIdentity m_file;
+    SqliteFile::TIdentity m_log;
     std::list<TSqlitePrepared> m_kept; // most recently used first
     QHash<QString, std::list<TSqlitePrepared>::iterator> m_keptBySql;
     QHash<QString, TTableInfo> m_tables;
