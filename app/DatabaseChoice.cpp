@@ -1,11 +1,11 @@
 #include "app/DatabaseChoice.h"
 
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Utility_ZLM/PlainIni.h"
 #include "host/database/OdbcConnectionString.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSettings>
 #include <QStandardPaths>
 
 namespace {
@@ -28,7 +28,7 @@ QString TDatabaseChoice::ordinaryFile()
 
 TDatabaseChoice TDatabaseChoice::stored()
 {
-    const QSettings settings(settingsFile(), QSettings::IniFormat);
+    const QSettings settings(settingsFile(), PlainIni::format());
     TDatabaseChoice choice{settings.value(fileKey).toString(), settings.value(odbcKey).toString()};
     if (choice.file.isEmpty())
         choice.file = ordinaryFile();
@@ -46,7 +46,7 @@ bool TDatabaseChoice::store() const
     if (!settingsOnDisk.open(QIODevice::ReadWrite) || !settingsOnDisk.setPermissions(userOnly))
         return false;
     settingsOnDisk.close();
-    QSettings settings(name, QSettings::IniFormat);
+    QSettings settings(name, PlainIni::format());
     settings.setValue(fileKey, file == ordinaryFile() ? QString() : file);
     settings.setValue(odbcKey, TOdbcConnectionString(odbc).withoutPassword().text());
     settings.sync();

@@ -13,7 +13,6 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QLineEdit>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -21,16 +20,6 @@
 #include <unistd.h>
 
 namespace {
-
-const QString workstationNameKey = QStringLiteral("Workstation/Name");
-
-/// A machine may serve several people, each with options of their own: to the locks each of them is a workstation.
-QString thisWorkstation()
-{
-    const struct passwd *user = getpwuid(geteuid());
-    return user ? QStringLiteral("%1 (%2)").arg(ThisMachineName(), QString::fromLocal8Bit(user->pw_name))
-                : ThisMachineName();
-}
 
 QString loginText(const TLogin &login)
 {
@@ -192,30 +181,19 @@ TProgram::TStep TProgram::registerWorkstation()
 {
     if (sample()) {
         IniOptions.Com_Index = 1;
-        return stepOf(RegisterWorkstation(1, touring() ? u"حسابداری"_qs : thisWorkstation()));
+        return stepOf(RegisterWorkstation(1, touring() ? u"حسابداری"_qs : OwnWorkstationName()));
     }
-    QString name = QSettings(IniOptions.FileName, QSettings::IniFormat).value(workstationNameKey).toString();
-    if (name.isEmpty())
-        name = thisWorkstation();
-    if (!IniOptions.IsNew && RegisterWorkstation(IniOptions.Com_Index, name))
-        return TStep::Done;
-    if (interactive()) {
-        TWorkstation_FRM dialog(name);
+    bool saved = true;
+    if (!interactive()) {
+        saved = RegisterOwnWorkstation();
+    } else if (IniOptions.IsNew || !RegisterWorkstation(IniOptions.Com_Index, OwnWorkstationName())) {
+        TWorkstation_FRM dialog(OwnWorkstationName());
         if (const TStep step = ask(dialog); step != TStep::Done)
             return step;
         IniOptions.Com_Index = dialog.ComIndex();
-        name = dialog.Name_EDT->text().trimmed();
-    } else {
-        // Nobody to ask: the next free number, and the next one where another workstation was faster.
-        do
-            IniOptions.Com_Index = FreeWorkstationIndexes(1).value(0, 1);
-        while (!RegisterWorkstation(IniOptions.Com_Index, name));
+        saved = IniOptions.save() && KeepWorkstationName(dialog.Name_EDT->text().trimmed());
     }
-    const bool saved = IniOptions.save();
-    QSettings settings(IniOptions.FileName, QSettings::IniFormat);
-    settings.setValue(workstationNameKey, name);
-    settings.sync();
-    if (!saved || settings.status() != QSettings::NoError) {
+    if (!saved) {
         fail(QStringLiteral("the workstation's options cannot be written: %1").arg(IniOptions.FileName));
         return TStep::Failed;
     }

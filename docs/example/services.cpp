@@ -19,8 +19,8 @@ struct TServices {
     int argc = 1;
     char name[5] = "host";
     char *argv[2] = {name, nullptr};
+    TConnection connection; // outlives the data modules, which go with the application
     QApplication application{argc, argv};
-    TConnection connection;
 };
 std::unique_ptr<TServices> services;
 
@@ -40,10 +40,15 @@ int services_start(const char *database, const char *user, const char *password_
     try {
         services->connection.openFile(QString::fromLocal8Bit(database)); // or openOdbc
         DM.ADOConnection1 = &services->connection;
-        if (!RegisterWorkstation(IniOptions.Com_Index, ThisMachineName())) {
-            std::fprintf(stderr, "another workstation has the number %d\n", IniOptions.Com_Index);
-        } else if (const TLogin login = LogIn(QString::fromUtf8(user), firstLine(password_file));
-                   login.result != TLoginResult::Ok) {
+        const QString name = QString::fromUtf8(user);
+        const QString password = firstLine(password_file);
+        if (!RegisterOwnWorkstation()) {
+            std::fprintf(stderr, "cannot write %s\n", qUtf8Printable(IniOptions.FileName));
+        } else if (NoUserYet() && CreateFirstAdministrator(name, name, password) != TLoginResult::Ok) {
+            std::fprintf(stderr,
+                         "cannot make %s the first administrator: a password has %d characters at least\n",
+                         user, MinimalPasswordLength);
+        } else if (const TLogin login = LogIn(name, password); login.result != TLoginResult::Ok) {
             std::fprintf(stderr, "cannot log in as %s\n", user);
         } else {
             UserInfo = login.user;

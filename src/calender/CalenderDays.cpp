@@ -1,6 +1,9 @@
 #include "calender/CalenderDays.h"
 
 #include "host/Declaration_PKG/Method_declare_unt.h"
+#include "host/Utility_ZLM/PersianCalendar.h"
+
+#include <QSet>
 
 namespace {
 
@@ -36,6 +39,36 @@ int lastDay(const CalenderDays::Range &range, int year, int month)
     return month <= 6 ? 31 : 30;
 }
 
+QString dateText(int year, int month, int day)
+{
+    return QStringLiteral("%1/%2/%3").arg(year).arg(month, 2, 10, QChar(u'0')).arg(day, 2, 10, QChar(u'0'));
+}
+
+QString weekdayDoubt(const CalenderDays::Range &range, const QList<TCalenderMapper> &days)
+{
+    qsizetype wrong = 0;
+    QString first;
+    for (const TCalenderMapper &day : days) {
+        const auto date = TPersianDate::parse(day._Date);
+        if (!date || date->weekday() == day._Day)
+            continue;
+        if (wrong++ == 0)
+            first = day._Date;
+    }
+    const auto from = TPersianDate::parse(days.constFirst()._Date);
+    if (from && from->weekday() != range.startDay) {
+        const QStringList &names = CalenderDays::weekdays();
+        return u"%1 %2 است، ولی روز شروع «%3» انتخاب شده است: %4 روز با روز هفته نادرست ثبت می شود."_qs.arg(
+            days.constFirst()._Date, names.at(from->weekday()), names.value(range.startDay),
+            QString::number(wrong));
+    }
+    return wrong == 0
+               ? QString()
+               : u"از %1 به بعد %2 روز با روز هفته نادرست ثبت می شود، چون روزهای پیش از آن پشت سر هم نیستند. هر سال را جداگانه بسازید."_qs
+                     .arg(first)
+                     .arg(wrong);
+}
+
 } // namespace
 
 const QStringList &CalenderDays::weekdays()
@@ -62,10 +95,7 @@ QList<TCalenderMapper> CalenderDays::of(const Range &range)
             const int last = lastDay(range, year, month);
             for (int day = month == range.fromMonth ? range.fromDay : 1; day <= last; ++day) {
                 TCalenderMapper row;
-                row._Date = QStringLiteral("%1/%2/%3")
-                                .arg(year)
-                                .arg(month, 2, 10, QChar(u'0'))
-                                .arg(day, 2, 10, QChar(u'0'));
+                row._Date = dateText(year, month, day);
                 row._Day = weekday;
                 row._Type = weekday == range.weekEnd ? 2 : 1;
                 row._Title = range.title;
@@ -80,4 +110,57 @@ QList<TCalenderMapper> CalenderDays::of(const Range &range)
         }
     }
     return days;
+}
+
+QStringList CalenderDays::doubts(const Range &range, const QList<TCalenderMapper> &days)
+{
+    QStringList found;
+    if (days.isEmpty())
+        return found;
+    if (const QString weekday = weekdayDoubt(range, days); !weekday.isEmpty())
+        found << weekday;
+    QSet<QString> dates;
+    for (const TCalenderMapper &day : days) {
+        dates.insert(day._Date);
+        if (!TPersianDate::parse(day._Date))
+            found << u"%1 در تقویم نیست (اسفند این سال 29 روز دارد)، ولی ساخته می شود."_qs.arg(day._Date);
+    }
+    const TPersianDate to{range.toYear, range.toMonth, range.toDay};
+    int leftOut = 0;
+    QString first;
+    for (TPersianDate date{range.fromYear, range.fromMonth, range.fromDay}; date.toText() <= to.toText();
+         date = date.addDays(1)) {
+        if (dates.contains(date.toText()))
+            continue;
+        if (leftOut++ == 0)
+            first = date.toText();
+    }
+    if (leftOut > 0)
+        found
+            << u"%1 روز این بازه ساخته نمی شود (نخستین آنها %2)، چون در هر سال تنها از ماه و روز شروع تا ماه و روز پایان ساخته می شود. هر سال را جداگانه بسازید."_qs
+                   .arg(leftOut)
+                   .arg(first);
+    return found;
+}
+
+CalenderDays::Rest CalenderDays::rest(const Range &range, const QList<TCalenderMapper> &days,
+                                      qsizetype stored)
+{
+    // A date that the calendar does not have could not be entered again.
+    const auto inCalendar = [&](qsizetype i) { return TPersianDate::parse(days.at(i)._Date).has_value(); };
+    qsizetype next = stored;
+    while (next + 1 < days.size() && !inCalendar(next))
+        ++next;
+    Rest rest;
+    rest.from = rest.to = days.at(next)._Date;
+    rest.startDay = days.at(next)._Day;
+    const int year = rest.from.left(4).toInt();
+    for (qsizetype i = next; i < days.size() && days.at(i)._Date.left(4).toInt() == year; ++i)
+        if (inCalendar(i))
+            rest.to = days.at(i)._Date;
+    if (year < range.toYear) {
+        rest.laterFrom = dateText(year + 1, range.fromMonth, range.fromDay);
+        rest.laterTo = dateText(range.toYear, range.toMonth, range.toDay);
+    }
+    return rest;
 }

@@ -29,4 +29,18 @@ struct Range {
 /// its from-month has no days; month 12 ends on 29 in leap years and on 30 in the others.
 QList<TCalenderMapper> of(const Range &range);
 
+/// What a user would hardly want of these days of the range, each as a Persian sentence: weekdays that are not the
+/// calendar's, days that the calendar does not have, days of the range that are left out. Empty when all is well.
+QStringList doubts(const Range &range, const QList<TCalenderMapper> &days);
+
+/// What is left of a generation that ended after `stored` of its days. The month bounds hold in every year, so the next
+/// range ends with its year; the years behind it are a range of their own.
+struct Rest {
+    QString from, to;           ///< the next range
+    int startDay = 0;           ///< the weekday of its first day, counted on
+    QString laterFrom, laterTo; ///< the range after that; empty when there is none
+};
+/// `stored` is less than the number of days.
+Rest rest(const Range &range, const QList<TCalenderMapper> &days, qsizetype stored);
+
 } // namespace CalenderDays

@@ -72,7 +72,8 @@ bool TCalender_Day_FRM::Validate()
         FocusInput(Title_EDT);
         return false;
     }
-    if (!Date_EDT->IsDate()) {
+    // A stored day keeps its date, also one that the calendar does not have (12/30 of a common year).
+    if (Date_EDT->GetText() != m_day._Date && !Date_EDT->IsDate()) {
         FocusInput(Date_EDT);
         return false;
     }

@@ -1,7 +1,10 @@
 #include "calender/Calender_Set_UNT.h"
 
-#include "calender/CalenderDays.h"
 #include "calender/Calender_DM_UNT.h"
+#include "host/Declaration_PKG/CodeLocks_unt.h"
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Doubts_unt.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
@@ -17,6 +20,7 @@ constexpr int rangeHoldsDays = 10060;
 constexpr int rangeReversed = 10061;
 constexpr int shownFor = 3000;     // milliseconds
 constexpr int showProgressAt = 30; // milliseconds
+constexpr int generationCode = 0;  // what the generating workstation locks: no stored day has this ID
 } // namespace
 
 TCalender_Set_FRM::TCalender_Set_FRM(TSoftwarePart part, bool flag, const QString &text)
@@ -39,11 +43,15 @@ TCalender_Set_FRM::TCalender_Set_FRM(TSoftwarePart part, bool flag, const QStrin
     Date2_EDT = AddInput(inputs, 2, 1, u"  تا ت&اریخ :"_qs, u"Date2_EDT"_qs, new TSmartDateEdit_ZLM(this));
     StartDayHint_LBL = new QLabel(this);
     StartDayHint_LBL->setObjectName(u"StartDayHint_LBL"_qs);
+    Date2Hint_LBL = new QLabel(this);
+    Date2Hint_LBL->setObjectName(u"Date2Hint_LBL"_qs);
     Body()->addLayout(inputs);
     AddBeside(StartDay_CMB, StartDayHint_LBL);
+    AddBeside(Date2_EDT, Date2Hint_LBL);
     Body()->addStretch(1);
     connect(Date1_EDT, &TSmartDateEdit_ZLM::changed, this, &TCalender_Set_FRM::showStartDayHint);
     connect(StartDay_CMB, &TSmartComboBox_ZLM::changed, this, &TCalender_Set_FRM::showStartDayHint);
+    connect(Date2_EDT, &TSmartDateEdit_ZLM::changed, this, &TCalender_Set_FRM::showDate2Hint);
 
     auto *progress = new QHBoxLayout;
     Progress_PB = new QProgressBar(this);
@@ -75,6 +83,7 @@ void TCalender_Set_FRM::ClearRecord()
     WeekEnd_CMB->SetValue(6);
     Date2_EDT->SetText(year + u"/12/30"_qs); // in every year: the user shortens it where the year is shorter
     showStartDayHint();
+    showDate2Hint();
     SetIsSaved(true);
 }
 
@@ -84,6 +93,37 @@ void TCalender_Set_FRM::showStartDayHint()
     const bool differs = date && date->weekday() != StartDay_CMB->currentIndex();
     StartDayHint_LBL->setText(
         differs ? u"این تاریخ %1 است"_qs.arg(CalenderDays::weekdays().at(date->weekday())) : QString());
+}
+
+void TCalender_Set_FRM::showDate2Hint()
+{
+    Date2Hint_LBL->setText(TPersianDate::monthNote(Date2_EDT->text()));
+}
+
+CalenderDays::Range TCalender_Set_FRM::range() const
+{
+    const auto from = TPersianDate::parse(Date1_EDT->GetText());
+    const auto to = TPersianDate::parse(Date2_EDT->GetText());
+    return {from->year,
+            from->month,
+            from->day,
+            to->year,
+            to->month,
+            to->day,
+            StartDay_CMB->currentIndex(),
+            WeekEnd_CMB->currentIndex(),
+            Title_EDT->GetText(),
+            Comment_EDT->GetText()};
+}
+
+bool TCalender_Set_FRM::rangeIsFree()
+{
+    Calender_DM->Calender_GetWithDates(Date1_EDT->GetText(), Date2_EDT->GetText());
+    if (Calender_DM->Temp_QUR->recordCount() == 0)
+        return true;
+    ShowSmartMessage(rangeHoldsDays, Date1_EDT, this, shownFor);
+    FocusInput(Date1_EDT);
+    return false;
 }
 
 bool TCalender_Set_FRM::Validate()
@@ -101,12 +141,8 @@ bool TCalender_Set_FRM::Validate()
     }
     const QString from = Date1_EDT->GetText();
     const QString to = Date2_EDT->GetText();
-    Calender_DM->Calender_GetWithDates(from, to);
-    if (Calender_DM->Temp_QUR->recordCount() > 0) {
-        ShowSmartMessage(rangeHoldsDays, Date1_EDT, this, shownFor);
-        FocusInput(Date1_EDT);
+    if (!rangeIsFree())
         return false;
-    }
     if (from > to) {
         ShowSmartMessage(rangeReversed, Date2_EDT, this, shownFor);
         FocusInput(Date2_EDT);
@@ -115,6 +151,11 @@ bool TCalender_Set_FRM::Validate()
     if (to.left(4).toInt() - from.left(4).toInt() >= 2) {
         ShowSmartMessage(u"بازه انتخاب تاریخ نباید بیش از یک سال باشد"_qs, QString(), miWarning);
         FocusInput(Date2_EDT);
+        return false;
+    }
+    const QStringList doubts = CalenderDays::doubts(range(), CalenderDays::of(range()));
+    if (!doubts.isEmpty() && !MsgGoOnAnyway(doubts, u"آیا روزها همین گونه ساخته شوند؟"_qs)) {
+        FocusInput(StartDayHint_LBL->text().isEmpty() ? static_cast<QWidget *>(Date2_EDT) : StartDay_CMB);
         return false;
     }
     return true;
@@ -137,60 +178,112 @@ QString TCalender_Set_FRM::EventText() const
     return u"%1 ... %2"_qs.arg(Date1_EDT->GetText(), Date2_EDT->GetText());
 }
 
-bool TCalender_Set_FRM::SaveRecord()
+bool TCalender_Set_FRM::takeCalendar()
 {
-    const auto from = TPersianDate::parse(Date1_EDT->GetText());
-    const auto to = TPersianDate::parse(Date2_EDT->GetText());
-    const QList<TCalenderMapper> days = CalenderDays::of(
-        {from->year, from->month, from->day, to->year, to->month, to->day, StartDay_CMB->currentIndex(),
-         WeekEnd_CMB->currentIndex(), Title_EDT->GetText(), Comment_EDT->GetText()});
-    m_stopped = false;
+    if (TakeCode(generationCode))
+        return true;
+    QString holder;
+    for (const TCodeLock &lock : ListCodeLocks())
+        if (lock.part == Part() && lock.code == QString::number(generationCode))
+            holder = u"ایستگاه کاری %1، کاربر %2"_qs.arg(
+                lock.workstation.isEmpty() ? QString::number(lock.comIndex) : lock.workstation,
+                lock.userName);
+    ShowSmartMessage(
+        u"روزهای تقویم هم اکنون در جای دیگری ساخته می شود و تا پایان آن نمی توان روز دیگری ساخت. پس از آن دوباره ذخیره کنید."_qs,
+        holder, miWarning);
+    return false;
+}
+
+qsizetype TCalender_Set_FRM::store(const QList<TCalenderMapper> &days)
+{
+    m_stopped = m_failed = false;
     qsizetype stored = 0;
-    bool failed = false;
-    {
-        const QPointer<QWidget> focus = focusWidget();
-        const auto progressText = [&](qsizetype count) {
-            return count == 0 ? QString()
-                              : u"%1 روز از %2 روز، تا %3"_qs.arg(count)
-                                    .arg(days.size())
-                                    .arg(days.at(count - 1)._Date);
-        };
-        Progress_LBL->setText(progressText(days.size()));
-        Progress_LBL->setMinimumWidth(Progress_LBL->sizeHint().width()); // the bar does not jump
-        Progress_PB->setRange(0, int(days.size()));
-        Progress_PB->setValue(0);
-        showGenerating(true);
-        const auto back = qScopeGuard([&] {
-            showGenerating(false);
-            if (focus)
-                focus->setFocus();
-        });
-        QElapsedTimer shown;
-        while (stored < days.size() && !m_stopped) {
-            if (!Calender_DM->Calender_Insert(days.at(stored))) {
-                failed = true;
-                break;
-            }
-            ++stored;
-            if (!shown.isValid() || shown.elapsed() >= showProgressAt) {
-                Progress_PB->setValue(int(stored));
-                Progress_LBL->setText(progressText(stored));
-                QCoreApplication::processEvents();
-                shown.start();
-            }
+    const QPointer<QWidget> focus = focusWidget();
+    const auto progressText = [&](qsizetype count) {
+        return count == 0
+                   ? QString()
+                   : u"%1 روز از %2 روز، تا %3"_qs.arg(count).arg(days.size()).arg(days.at(count - 1)._Date);
+    };
+    Progress_LBL->setText(progressText(days.size()));
+    Progress_LBL->setMinimumWidth(Progress_LBL->sizeHint().width()); // the bar does not jump
+    Progress_PB->setRange(0, int(days.size()));
+    Progress_PB->setValue(0);
+    showGenerating(true);
+    const auto back = qScopeGuard([&] {
+        showGenerating(false);
+        if (focus)
+            focus->setFocus();
+    });
+    QElapsedTimer shown;
+    while (stored < days.size() && !m_stopped) {
+        if (!Calender_DM->Calender_Insert(days.at(stored))) {
+            m_failed = true;
+            break;
+        }
+        ++stored;
+        if (!shown.isValid() || shown.elapsed() >= showProgressAt) {
+            Progress_PB->setValue(int(stored));
+            Progress_LBL->setText(progressText(stored));
+            QCoreApplication::processEvents();
+            shown.start();
         }
     }
-    // What was stored before a failure or a cancel must be in the list afterwards.
-    if (stored > 0)
-        m_savedOnce = true;
-    if (failed) {
+    return stored;
+}
+
+// The days that are stored stay and are told of; what is left stands in the inputs, ready to be saved.
+void TCalender_Set_FRM::tellHowFar(const QList<TCalenderMapper> &days, qsizetype stored, const QString &title)
+{
+    const QString first = days.constFirst()._Date;
+    const QString last = days.at(stored - 1)._Date;
+    SetUserEvent(Part(), cpNew, u"%1 ... %2"_qs.arg(first, last), false, true);
+    const CalenderDays::Rest rest = CalenderDays::rest(range(), days, stored);
+    Date1_EDT->SetText(rest.from);
+    StartDay_CMB->SetValue(rest.startDay);
+    Date2_EDT->SetText(rest.to);
+    showStartDayHint();
+    showDate2Hint();
+    QString detail =
+        u"از %1 تا %2 ثبت شده است و می ماند (%3 روز). برای ادامه، بازه %4 تا %5 در فرم گذاشته شد؛ آن را ذخیره کنید."_qs
+            .arg(first, last, QString::number(stored), rest.from, rest.to);
+    if (!rest.laterFrom.isEmpty())
+        detail += u" سپس بازه %1 تا %2 را بسازید."_qs.arg(rest.laterFrom, rest.laterTo);
+    ShowSmartMessage(title, detail, miInformation);
+}
+
+bool TCalender_Set_FRM::SaveRecord()
+{
+    const QList<TCalenderMapper> days = CalenderDays::of(range());
+    if (days.isEmpty()) {
+        ShowSmartMessage(
+            u"هیچ روزی ساخته نشد."_qs,
+            u"در هر سال تنها از ماه و روز شروع تا ماه و روز پایان ساخته می شود، و پایان این بازه در سال پیش از شروع آن است. هر سال را جداگانه بسازید: نخست تا پایان سال %1، سپس از آغاز سال %2."_qs
+                .arg(Date1_EDT->GetText().left(4), Date2_EDT->GetText().left(4)),
+            miWarning);
+        FocusInput(Date2_EDT);
+        return false;
+    }
+    try {
+        // Another workstation may have stored days since the range was looked at.
+        if (!takeCalendar() || !rangeIsFree())
+            return false;
+    } catch (const TDatabaseError &error) {
+        DM.ADOConnection1->noteError(error);
         MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
         return false;
     }
+    const qsizetype stored = store(days);
+    if (stored > 0)
+        m_savedOnce = true; // the list behind must show them, also after a failure or a cancel
+    if (m_failed) {
+        MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+        if (stored > 0)
+            tellHowFar(days, stored, u"ساخت روزها ناتمام ماند"_qs);
+        return false; // the lock stays until the rest is stored or the screen is left
+    }
+    Guarded([this] { ReleaseCode(); });
     if (stored < days.size()) {
-        ShowSmartMessage(u"ساخت روزها متوقف شد"_qs,
-                         u"تا تاریخ %1 ثبت شده است و می ماند."_qs.arg(days.at(stored - 1)._Date),
-                         miInformation);
+        tellHowFar(days, stored, u"ساخت روزها متوقف شد"_qs);
         SetIsSaved(true);
         return false;
     }

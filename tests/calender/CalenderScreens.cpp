@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Utility_ZLM/PersianCalendar.h"
 
 CalenderScreens::CalenderScreens()
 {
@@ -33,7 +34,8 @@ void CalenderScreens::fill(TCalender_Set_FRM &screen, const QString &from, const
 {
     Keys::retype(screen.Title_EDT, title);
     Keys::retype(screen.Date1_EDT, from);
-    screen.StartDay_CMB->setCurrentIndex(startDay);
+    const auto date = TPersianDate::parse(from);
+    screen.StartDay_CMB->setCurrentIndex(startDay < 0 && date ? date->weekday() : startDay);
     screen.WeekEnd_CMB->setCurrentIndex(weekEnd);
     Keys::retype(screen.Date2_EDT, to);
 }

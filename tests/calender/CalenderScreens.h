@@ -23,8 +23,8 @@ protected:
 
     /// Opens the generator and works in it.
     int generate(const std::function<void(TCalender_Set_FRM &)> &work);
-    /// Types a range and a title into the generator.
-    static void fill(TCalender_Set_FRM &screen, const QString &from, const QString &to, int startDay = 0,
+    /// Types a range and a title into the generator; without a start day the from-date's own.
+    static void fill(TCalender_Set_FRM &screen, const QString &from, const QString &to, int startDay = -1,
                      int weekEnd = 6, const QString &title = QStringLiteral("روز"));
     /// Stores a day.
     void day(const QString &date, int weekday = 0, int type = 1,

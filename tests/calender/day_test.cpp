@@ -108,6 +108,27 @@ TEST_F(CalenderDay, NeedsATitleAndADate)
     EXPECT_EQ(wholeDay(), u"1402/05/10|3|1|روز|c"_qs);
 }
 
+TEST_F(CalenderDay, ADayThatTheCalendarDoesNotHaveKeepsItsDateAndIsSaved)
+{
+    day("1402/12/30", 3, 1); // a generated one: the to-date's day holds in every year
+    edit("1402/12/30", [&](TCalender_Day_FRM &screen) {
+        Keys::retype(screen.Title_EDT, "t");
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_FALSE(screen.isVisible());
+    });
+    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs));
+    EXPECT_EQ(wholeDay(), "1402/12/30|3|1|t|c");
+    edit("1402/12/30", [&](TCalender_Day_FRM &screen) {
+        Keys::retype(screen.Date_EDT, "1402/12/31"); // another date that is none
+        messages.take();
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList("ShowSmartMessage:10()"));
+        EXPECT_TRUE(screen.Date_EDT->hasFocus());
+        messages.answer({No});
+        Keys::press(&screen, Qt::Key_Escape);
+    });
+}
+
 TEST_F(CalenderDay, SavingAndStayingShowsWhatIsStored)
 {
     day("1402/05/10", 3, 1);

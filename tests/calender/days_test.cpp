@@ -117,3 +117,42 @@ TEST(CalenderDays, TheNamesStandInTheOrderOfTheColumn)
     EXPECT_EQ(weekdays(), (QStringList{u"شنبه"_qs, u"يکشنبه"_qs, u"دوشنبه"_qs, u"سه شنبه"_qs, u"چهار شنبه"_qs,
                                        u"پنجشنبه"_qs, u"جمعه"_qs}));
 }
+
+TEST(CalenderDays, AWholeYearWithItsRealWeekdaysRaisesNoDoubt)
+{
+    for (int year = 1395; year <= 1420; ++year) {
+        const int last = TPersianDate::daysInMonth(year, 12);
+        const Range range{year, 1, 1, year, 12, last, TPersianDate{year, 1, 1}.weekday(), 6, "t", "c"};
+        EXPECT_EQ(doubts(range, of(range)).join(u'|').toStdString(), "") << year;
+    }
+    EXPECT_TRUE(doubts({1399, 10, 1, 1400, 3, 1, 0, 6, "t", "c"}, {}).isEmpty());
+}
+
+TEST(CalenderDays, DoubtsTellWeekdaysDatesAndGaps)
+{
+    const auto count = [](const Range &range) { return doubts(range, of(range)).size(); };
+    EXPECT_EQ(count({1404, 1, 1, 1404, 1, 7, 0, 6, "t", "c"}), 1) << "the weekday";
+    // The whole of two years, the first one leap: its last day is left out, and the weekdays behind it are one off.
+    EXPECT_EQ(count({1399, 1, 1, 1400, 12, 29, 6, 6, "t", "c"}), 2);
+    // A day that is none, and the weekdays behind it one off.
+    EXPECT_EQ(count({1402, 1, 1, 1403, 12, 30, 3, 6, "t", "c"}), 2);
+}
+
+TEST(CalenderDays, TheRestBeginsWithTheDayThatIsMissingAndItsWeekday)
+{
+    const Range range{1402, 3, 5, 1402, 8, 20, 0, 6, "t", "c"};
+    const auto days = of(range);
+    for (qsizetype stored = 1; stored < days.size(); ++stored) {
+        const Rest left = rest(range, days, stored);
+        EXPECT_EQ(left.from, days[stored]._Date);
+        EXPECT_EQ(left.to, "1402/08/20");
+        EXPECT_TRUE(left.laterFrom.isEmpty());
+        const auto from = TPersianDate::parse(left.from);
+        const auto again = of({from->year, from->month, from->day, 1402, 8, 20, left.startDay, 6, "t", "c"});
+        ASSERT_EQ(again.size(), days.size() - stored);
+        for (qsizetype i = 0; i < again.size(); ++i) {
+            EXPECT_EQ(again[i]._Date, days[stored + i]._Date);
+            EXPECT_EQ(again[i]._Day, days[stored + i]._Day);
+        }
+    }
+}

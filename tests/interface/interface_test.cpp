@@ -1,11 +1,13 @@
 #include "interface/Host.h"
 
+#include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/Login_unt.h"
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 #include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
 #include <QFile>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 #include <cstring>
@@ -393,6 +395,25 @@ TEST_F(Interface, TheDocumentQuotesTheExampleAsItIsBuilt)
             << name;
 }
 
+/// Runs the documents' example with settings of its own; its exit code and what it printed.
+std::pair<int, QByteArray> runExample(const QTemporaryDir &home, const QString &database, const QString &user,
+                                      const QByteArray &password)
+{
+    QFile file(home.filePath("password"));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(password + '\n');
+    file.close();
+    QProcess host;
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    variables.insert("XDG_CONFIG_HOME", home.path());
+    host.setProcessEnvironment(variables);
+    host.start(KETEBIONPAP_BIN "/example_host",
+               {KETEBIONPAP_BIN "/Ketebionpap_ZLM.so", database, user, file.fileName()});
+    EXPECT_TRUE(host.waitForFinished());
+    EXPECT_EQ(host.exitStatus(), QProcess::NormalExit) << host.readAllStandardError().toStdString();
+    return {host.exitCode(), host.readAllStandardOutput()};
+}
+
 TEST_F(Interface, TheExampleOfAHostLogsInOpensAndChooses)
 {
     TUserInfo clerk{0, "ali", {}, false, true};
@@ -401,22 +422,56 @@ TEST_F(Interface, TheExampleOfAHostLogsInOpensAndChooses)
     if (db.connection().kind() != TConnection::Kind::Embedded)
         GTEST_SKIP() << "the example works on a file";
     const QTemporaryDir home;
-    const auto run = [&](const QByteArray &password) {
-        QFile file(home.filePath("password"));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(password + '\n');
-        file.close();
-        QProcess host;
-        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-        variables.insert("XDG_CONFIG_HOME", home.path());
-        host.setProcessEnvironment(variables);
-        host.start(KETEBIONPAP_BIN "/example_host",
-                   {KETEBIONPAP_BIN "/Ketebionpap_ZLM.so", db.path(), "ali", file.fileName()});
-        EXPECT_TRUE(host.waitForFinished());
-        return std::pair(host.exitCode(), host.readAllStandardOutput());
-    };
-    EXPECT_EQ(run("secret-1"), std::pair(0, QByteArray("tax table 4\nearning 22\n")));
-    EXPECT_EQ(run("secret-2"), std::pair(1, QByteArray()));
+    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-1"),
+              std::pair(0, QByteArray("tax table 4\nearning 22\n")));
+    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-2"), std::pair(1, QByteArray()));
+}
+
+TEST_F(Interface, TheExampleMakesAWorkstationAndAnAdministratorInANewDatabase)
+{
+    const QTemporaryDir home;
+    const QString file = home.filePath("new.db");
+    EXPECT_EQ(runExample(home, file, "sara", "short"), std::pair(1, QByteArray()));
+    EXPECT_EQ(runExample(home, file, "sara", "secret-1"),
+              std::pair(0, QByteArray("tax table 0\nearning 0\n")));
+    TConnection made;
+    made.openFile(file);
+    EXPECT_EQ(
+        made.scalar(TStatement("select count(*) from UserAccount where Name='sara' and IsAdmin=1")).toInt(),
+        1);
+    EXPECT_EQ(made.scalar(TStatement("select count(*) from Workstation")).toInt(), 1);
+    // The next start is the same workstation and the same user.
+    EXPECT_EQ(runExample(home, file, "sara", "secret-1").first, 0);
+    EXPECT_EQ(made.scalar(TStatement("select count(*) from Workstation")).toInt(), 1);
+    EXPECT_EQ(runExample(home, file, "reza", "secret-1").first, 1) << "there is a user now";
+}
+
+TEST_F(Interface, TheExampleWorksWhereTheProgramRegisteredTheWorkstation)
+{
+    if (db.connection().kind() != TConnection::Kind::Embedded)
+        GTEST_SKIP() << "the example works on a file";
+    TUserInfo clerk{0, "ali", {}, true, true};
+    ASSERT_EQ(SaveUser(clerk, "secret-1"), TLoginResult::Ok);
+    const QTemporaryDir home;
+    // What the program does at its first start, with nobody to ask.
+    const TIniOptions before = IniOptions;
+    const auto back = qScopeGuard([&] { IniOptions = before; });
+    IniOptions.load(home.filePath("ketebionpap/ketebionpap.ini"));
+    ASSERT_TRUE(IniOptions.IsNew);
+    ASSERT_TRUE(RegisterOwnWorkstation());
+    EXPECT_EQ(db.rows("select Com_Index, Name from Workstation"), "1|" + OwnWorkstationName());
+    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-1").first, 0);
+    EXPECT_EQ(db.text("select count(*) from Workstation"), "1");
+    // And where the user gave it a name.
+    db.run("update Workstation set Name='desk one'");
+    ASSERT_TRUE(KeepWorkstationName("desk one"));
+    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-1").first, 0);
+    EXPECT_EQ(db.text("select count(*) from Workstation"), "1");
+    // And where another one has its number: the next free one.
+    db.run("update Workstation set Name='someone else'");
+    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-1").first, 0);
+    EXPECT_EQ(db.rows("select Com_Index, Name from Workstation order by Com_Index"),
+              "1|someone else\n2|desk one");
 }
 
 TEST_F(Interface, TenThousandCallsFromPlainCInAnyOrderLeaveNothingBehind)

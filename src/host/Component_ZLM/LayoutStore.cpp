@@ -1,9 +1,10 @@
 #include "host/Component_ZLM/LayoutStore.h"
 
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Utility_ZLM/PlainIni.h"
 
 #include <QFileInfo>
-#include <QSettings>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QWidget>
 
@@ -15,7 +16,16 @@ QSettings file()
                                ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
                                      QStringLiteral("/ketebionpap")
                                : QFileInfo(IniOptions.FileName).absolutePath();
-    return QSettings(folder + QStringLiteral("/layout.ini"), QSettings::IniFormat);
+    return QSettings(folder + QStringLiteral("/layout.ini"), PlainIni::format());
+}
+
+// A window's dots are memory: a size far beyond the screens is none that the user arranged.
+bool isShowable(const QSize &window, const QSize &screens)
+{
+    constexpr int longestSide = 16384; // dots
+    constexpr qint64 timesTheScreens = 8;
+    return window.width() <= longestSide && window.height() <= longestSide &&
+           qint64(window.width()) * window.height() <= timesTheScreens * screens.width() * screens.height();
 }
 
 QString geometryKey(const QWidget *window)
@@ -51,5 +61,12 @@ void LayoutStore::saveWindow(const QWidget *window)
 bool LayoutStore::restoreWindow(QWidget *window)
 {
     const QByteArray geometry = value(geometryKey(window)).toByteArray();
-    return !geometry.isEmpty() && window->restoreGeometry(geometry);
+    const QRect before = window->geometry();
+    if (geometry.isEmpty() || !window->restoreGeometry(geometry))
+        return false;
+    if (isShowable(window->size(), window->screen()->virtualSize()))
+        return true;
+    window->setWindowState(Qt::WindowNoState);
+    window->setGeometry(before);
+    return false;
 }

@@ -12,7 +12,7 @@ QVariant value(const QString &key);
 void setValue(const QString &key, const QVariant &value);
 /// Remembers a window's place and size under its class name.
 void saveWindow(const QWidget *window);
-/// Gives a window its remembered place and size. False: none remembered.
+/// Gives a window its remembered place and size. False: none remembered, or none that a screen could show.
 bool restoreWindow(QWidget *window);
 /// The name under which a window is remembered.
 QString windowKey(const QWidget *window);

@@ -5,8 +5,6 @@
 #include <QScreen>
 #include <QWheelEvent>
 
-#include <array>
-
 namespace {
 
 const int firstYear = 1300;
@@ -14,16 +12,6 @@ const int lastYear = 1500;
 const int margin = 6;
 const int headRows = 2; // the month's name, the weekdays
 const int weekRows = 6;
-
-const std::array<QString, 12> &monthNames()
-{
-    static const std::array<QString, 12> names{
-        QStringLiteral("فروردین"), QStringLiteral("اردیبهشت"), QStringLiteral("خرداد"),
-        QStringLiteral("تیر"),     QStringLiteral("مرداد"),    QStringLiteral("شهریور"),
-        QStringLiteral("مهر"),     QStringLiteral("آبان"),     QStringLiteral("آذر"),
-        QStringLiteral("دی"),      QStringLiteral("بهمن"),     QStringLiteral("اسفند")};
-    return names;
-}
 
 const QString weekdayLetters = QStringLiteral("شیدسچپج");
 
@@ -131,7 +119,7 @@ void TPersianCalendarPopup::paintHead(QPainter &painter)
     bold.setBold(true);
     painter.setFont(bold);
     painter.drawText(headRect(), Qt::AlignCenter,
-                     monthNames()[size_t(m_day.month - 1)] + u' ' + QString::number(m_day.year));
+                     TPersianDate::monthName(m_day.month) + u' ' + QString::number(m_day.year));
     painter.drawText(previousMonthRect(), Qt::AlignCenter, QStringLiteral("‹"));
     painter.drawText(nextMonthRect(), Qt::AlignCenter, QStringLiteral("›"));
     painter.setFont(font());

@@ -1,8 +1,10 @@
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Rights_unt.h"
+#include "host/Utility_ZLM/PlainIni.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Query.h"
 #include "host/database/Transaction.h"
@@ -13,8 +15,12 @@
 
 #include <algorithm>
 
+#include <pwd.h>
+#include <unistd.h>
+
 namespace {
 
+const QString nameKey = QStringLiteral("Workstation/Name");
 const int nameWidth = 100; // characters of Workstation.Name
 
 TStatement lockRow(const char *beginning, const TCodeLock &lock)
@@ -148,6 +154,18 @@ bool RegisterWorkstation(int comIndex, const QString &name)
     return seen();
 }
 
+bool RegisterOwnWorkstation()
+{
+    const QString name = OwnWorkstationName();
+    if (!IniOptions.IsNew && RegisterWorkstation(IniOptions.Com_Index, name))
+        return true;
+    // The next one where another workstation was faster.
+    do
+        IniOptions.Com_Index = FreeWorkstationIndexes(1).value(0, 1);
+    while (!RegisterWorkstation(IniOptions.Com_Index, name));
+    return IniOptions.save() && KeepWorkstationName(name);
+}
+
 QList<int> FreeWorkstationIndexes(int count)
 {
     QList<int> taken;
@@ -174,4 +192,24 @@ QString ThisMachineName()
 {
     const QString name = QSysInfo::machineHostName();
     return name.isEmpty() ? QStringLiteral("localhost") : name;
+}
+
+QString OwnWorkstationName()
+{
+    const QString kept = IniOptions.FileName.isEmpty()
+                             ? QString()
+                             : QSettings(IniOptions.FileName, PlainIni::format()).value(nameKey).toString();
+    if (!kept.isEmpty())
+        return kept;
+    const struct passwd *user = getpwuid(geteuid());
+    return user ? QStringLiteral("%1 (%2)").arg(ThisMachineName(), QString::fromLocal8Bit(user->pw_name))
+                : ThisMachineName();
+}
+
+bool KeepWorkstationName(const QString &name)
+{
+    QSettings settings(IniOptions.FileName, PlainIni::format());
+    settings.setValue(nameKey, name);
+    settings.sync();
+    return settings.status() == QSettings::NoError;
 }

@@ -42,9 +42,18 @@ QList<TWorkstation> ListWorkstations();
 /// Registers this workstation under an index; registers it again under the same name. False when another
 /// workstation (another name) has the index.
 bool RegisterWorkstation(int comIndex, const QString &name);
+/// Registers this workstation under IniOptions.Com_Index and OwnWorkstationName(). Where the options are new, or another
+/// workstation has their index, it is the next free one, which is kept in the options: for hosts that ask nobody. False:
+/// the options could not be written.
+bool RegisterOwnWorkstation();
 /// The first `count` indexes that no workstation has.
 QList<int> FreeWorkstationIndexes(int count = 10);
 /// Frees the index of a workstation that is gone, with the locks it holds.
 void RemoveWorkstation(int comIndex);
-/// The machine's name, to be offered as the workstation's.
+/// The machine's name.
 QString ThisMachineName();
+/// The workstation's name that the options keep; where they keep none, the machine with its user, since one machine may
+/// serve several people with options of their own. Throws nothing.
+QString OwnWorkstationName();
+/// Keeps a name in the options. False: they could not be written. Throws nothing.
+bool KeepWorkstationName(const QString &name);

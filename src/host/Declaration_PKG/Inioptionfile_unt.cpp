@@ -1,9 +1,10 @@
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 
+#include "host/Utility_ZLM/PlainIni.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSettings>
 #include <QStandardPaths>
 
 TIniOptions IniOptions;
@@ -29,8 +30,7 @@ void TIniOptions::load(const QString &fileName)
 {
     FileName = fileName.isEmpty() ? ordinaryFile() : fileName;
     bool isNumber = false;
-    const int stored =
-        QSettings(FileName, QSettings::IniFormat).value(indexKey()).toString().toInt(&isNumber);
+    const int stored = QSettings(FileName, PlainIni::format()).value(indexKey()).toString().toInt(&isNumber);
     IsNew = !isNumber || stored < 1;
     Com_Index = IsNew ? 1 : stored;
 }
@@ -49,7 +49,7 @@ bool TIniOptions::save() const
     if (!file.open(QIODevice::ReadWrite) || !file.setPermissions(userOnly))
         return false;
     file.close();
-    QSettings settings(name, QSettings::IniFormat);
+    QSettings settings(name, PlainIni::format());
     settings.setValue(indexKey(), Com_Index);
     settings.sync();
     return settings.status() == QSettings::NoError && QFile::setPermissions(name, userOnly);

@@ -1,5 +1,6 @@
 #include "host/Declaration_PKG/Picturefunctions_unt.h"
 
+#include "host/Declaration_PKG/PictureFile_unt.h"
 #include "host/database/Query.h"
 #include "host/database/SqliteFile.h"
 
@@ -38,24 +39,28 @@ TPictureRead broken()
     return refused(u"فایل تصویر خراب یا ناقص است و خوانده نشد."_qs);
 }
 
-// A JPEG that was cut off would be read with a grey rest. It is whole when its end mark follows its image data; the
-// small picture that a camera puts before them has an end mark of its own.
-bool isWholeJpeg(const QByteArray &bytes)
+TPictureRead tooMuchWork()
 {
-    qsizetype at = 2;
-    while (at + 4 <= bytes.size() && quint8(bytes[at]) == 0xff) {
-        const quint8 mark = quint8(bytes[at + 1]);
-        if (mark == 0xff) { // a fill byte
-            ++at;
-            continue;
-        }
-        const qsizetype length = quint8(bytes[at + 2]) << 8 | quint8(bytes[at + 3]);
-        if (mark == 0xda)
-            return bytes.indexOf(QByteArrayLiteral("\xff\xd9"), at + 2 + length) >= 0;
-        at += 2 + length;
-    }
-    return false;
+    return refused(
+        u"این فایل تصویر ساختاری غیر عادی دارد و خواندن آن بیش از اندازه طول می کشد. آن را در یک برنامه تصویر باز کنید، دوباره ذخیره کنید و فایل تازه را برگزینید."_qs);
 }
+
+/// Lets a picture of so many dots be decoded while this lives: Qt's own limit is below that of the suite.
+class TRoomToDecode {
+public:
+    explicit TRoomToDecode(qint64 dots) : m_before(QImageReader::allocationLimit())
+    {
+        constexpr qint64 bytesOfDot = 8; // four colours of 16 bits
+        const int needed = int(dots * bytesOfDot / (qint64(1024) * 1024)) + 1;
+        if (m_before != 0 && m_before < needed)
+            QImageReader::setAllocationLimit(needed);
+    }
+    ~TRoomToDecode() { QImageReader::setAllocationLimit(m_before); }
+    Q_DISABLE_COPY_MOVE(TRoomToDecode)
+
+private:
+    int m_before;
+};
 
 QSize fitting(const QSize &size)
 {
@@ -108,23 +113,32 @@ TPictureRead ReadPicture(const QByteArray &bytes)
 {
     if (bytes.size() > PictureLimits::FileBytes)
         return tooLarge();
-    QBuffer buffer;
-    buffer.setData(bytes);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer);
-    reader.setDecideFormatFromContent(true);
-    const QByteArray format = reader.format();
-    if (format != "jpeg" && format != "png")
+    const PictureFile::TKind kind = PictureFile::kindOf(bytes);
+    if (kind == PictureFile::TKind::Other)
         return refused(u"تنها تصویرهای JPEG و PNG پذیرفته می شوند."_qs);
-    const QSize size = reader.size();
-    if (!size.isValid() || (format == "jpeg" && !isWholeJpeg(bytes)))
+    const bool isJpeg = kind == PictureFile::TKind::Jpeg;
+    const PictureFile::TJpegParts parts = isJpeg ? PictureFile::jpegParts(bytes) : PictureFile::TJpegParts();
+    if (parts.segments > PictureLimits::JpegSegments || parts.scans > PictureLimits::JpegScans)
+        return tooMuchWork();
+    const QByteArray picture = isJpeg ? bytes : PictureFile::plainPng(bytes, PictureLimits::PngChunks);
+    if (isJpeg ? !parts.whole : picture.isEmpty())
         return broken();
-    if (qint64(size.width()) * size.height() > PictureLimits::Dots)
+    TTimedBytes device(picture, PictureLimits::ReadTime);
+    QImageReader reader(&device, isJpeg ? "jpeg" : "png");
+    const QSize size = reader.size();
+    if (!size.isValid())
+        return broken();
+    const qint64 dots = qint64(size.width()) * size.height();
+    if (dots > PictureLimits::Dots)
         return tooManyDots();
+    if (dots * parts.scans > PictureLimits::JpegScannedDots)
+        return tooMuchWork();
+    const TRoomToDecode room(dots);
     // A camera's picture is scaled while it is read: a twentieth of the time and of the memory.
     reader.setScaledSize(fitting(size));
     reader.setAutoTransform(true);
-    return FitPicture(reader.read());
+    const QImage read = reader.read();
+    return device.ranOut() ? tooMuchWork() : FitPicture(read);
 }
 
 TPictureRead ReadPictureFile(const QString &fileName)

@@ -11,6 +11,11 @@ class TQuery;
 namespace PictureLimits {
 constexpr qint64 FileBytes = qint64(20) * 1024 * 1024;
 constexpr qint64 Dots = 50'000'000;
+constexpr int JpegScans = 100;
+constexpr qint64 JpegScannedDots = 1'000'000'000; ///< dots times scans: each scan goes through all of them
+constexpr int JpegSegments = 1000;
+constexpr int PngChunks = 50'000;
+constexpr int ReadTime = 8000;  ///< milliseconds of the thread's own work
 constexpr int StoredSide = 800; ///< dots; a larger picture is scaled down to it
 constexpr int JpegQuality = 85; ///< percent
 } // namespace PictureLimits
@@ -22,7 +27,8 @@ struct TPictureRead {
 };
 
 /// Reads a JPEG or PNG file, whatever its name ends with: turned as its camera says, scaled down to the stored size,
-/// on white where it is transparent. Files that are too large, cut off or of another kind are refused.
+/// on white where it is transparent. Files that are too large, cut off or of another kind are refused, and so are those
+/// that would keep the window waiting out of all proportion to their size.
 TPictureRead ReadPictureFile(const QString &fileName);
 /// The same from memory.
 TPictureRead ReadPicture(const QByteArray &bytes);

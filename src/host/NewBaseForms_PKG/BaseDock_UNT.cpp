@@ -154,9 +154,18 @@ void TBaseDock_FRM::setVisible(bool visible)
     if (visible && !m_started) {
         m_started = true;
         start();
-        m_center->restoreState(LayoutStore::value(splitterKey()).toByteArray());
+        restorePanes();
     }
     TBaseForm::setVisible(visible);
+}
+
+void TBaseDock_FRM::restorePanes()
+{
+    QList<int> sizes;
+    for (const QString &size : LayoutStore::value(splitterKey()).toStringList())
+        sizes << qBound(0, size.toInt(), QWIDGETSIZE_MAX);
+    if (sizes.size() == m_center->count())
+        m_center->setSizes(sizes);
 }
 
 QString TBaseDock_FRM::splitterKey() const
@@ -166,7 +175,10 @@ QString TBaseDock_FRM::splitterKey() const
 
 void TBaseDock_FRM::done(int result)
 {
-    LayoutStore::setValue(splitterKey(), m_center->saveState());
+    QStringList sizes;
+    for (const int size : m_center->sizes())
+        sizes << QString::number(size);
+    LayoutStore::setValue(splitterKey(), sizes);
     TBaseForm::done(result);
 }
 

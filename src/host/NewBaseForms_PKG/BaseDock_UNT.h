@@ -115,6 +115,7 @@ protected:
 
 private:
     void start();
+    void restorePanes();
     QString splitterKey() const;
     void activateRow();
     TFormMode m_mode;

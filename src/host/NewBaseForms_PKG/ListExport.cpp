@@ -129,7 +129,7 @@ bool ReplaceFile(const QString &unfinished, const QString &fileName)
 }
 
 bool WriteSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, const QString &fileName,
-                      const TProgress &progress)
+                      const TProgress &progress, int *altered)
 {
     const QString unfinished = fileName + UnfinishedSuffix;
     TNewWorkbook *newWorkbook = workbookMaker();
@@ -139,6 +139,8 @@ bool WriteSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, const QS
     try {
         const std::unique_ptr<TWorkbook> book(newWorkbook(unfinished));
         written = writeBook(*book, grid, title, progress);
+        if (altered)
+            *altered = book->alteredTexts();
     } catch (const TDatabaseError &) {
         QFile::remove(unfinished);
         throw;
@@ -169,9 +171,15 @@ void ExportSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, QWidget
                          reason, miError);
         return;
     }
+    int altered = 0;
     const bool written = RunWithProgress(parent, caption, rows, [&](const TProgress &progress) {
-        return WriteSpreadsheet(grid, title, fileName, progress);
+        return WriteSpreadsheet(grid, title, fileName, progress, &altered);
     });
+    if (written && altered > 0)
+        ShowSmartMessage(
+            u"%1 متن همان گونه که هست در صفحه گسترده جا نمی شد: از متن بلندتر از 32767 نویسه تنها آغاز آن نوشته شد، و به جای نویسه هایی که صفحه گسترده نمی پذیرد نشانه � آمد."_qs
+                .arg(altered),
+            {}, miWarning);
     if (written)
         MSGCompeletedSuccessfully(caption, fileName, const_cast<TSmartGrid_ZLM *>(grid));
     else

@@ -24,9 +24,10 @@ bool ReplaceFile(const QString &unfinished, const QString &fileName);
 /// Writes the whole list as a spreadsheet (.xlsx): the visible columns in the order on the screen, captions in the first
 /// row, right to left; amounts and integers as numbers, all else as text. Rows are read and written one after the other.
 /// A file that is there is replaced only by a complete one. False: the file could not be written, or it was stopped.
-/// Throws TDatabaseError when a row cannot be read. At most SpreadsheetRows rows.
+/// Throws TDatabaseError when a row cannot be read. At most SpreadsheetRows rows. `altered` gets the number of texts that a
+/// cell could not hold as they are.
 bool WriteSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, const QString &fileName,
-                      const TProgress &progress = {});
+                      const TProgress &progress = {}, int *altered = nullptr);
 
 /// Rows that a sheet holds below its captions (Office Open XML).
 constexpr int SpreadsheetRows = 1048575;

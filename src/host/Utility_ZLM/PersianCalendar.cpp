@@ -2,6 +2,8 @@
 
 #include "host/Utility_ZLM/PersianText.h"
 
+#include <QStringList>
+
 namespace {
 
 const int firstYear = 1300;
@@ -34,6 +36,23 @@ int number(QStringView digits, int most)
     return value;
 }
 
+/// The parts of a typed date, whatever the calendar says to them; zeros when the text has another form.
+TPersianDate parts(const QString &text)
+{
+    QString plain;
+    for (const QChar c : PersianText::latinDigits(text.trimmed())) {
+        // Direction marks come along when a date is copied.
+        if (c.category() != QChar::Other_Format)
+            plain += c == u'-' || c == u'.' ? QChar(u'/') : c;
+    }
+    QList<QStringView> parts = QStringView(plain).split(u'/');
+    if (parts.size() == 1 && plain.size() == 8)
+        parts = {QStringView(plain).left(4), QStringView(plain).mid(4, 2), QStringView(plain).mid(6)};
+    if (parts.size() != 3 || parts[0].size() != 4)
+        return {};
+    return {number(parts[0], 4), number(parts[1], 2), number(parts[2], 2)};
+}
+
 } // namespace
 
 bool TPersianDate::isLeap(int year)
@@ -46,6 +65,16 @@ int TPersianDate::daysInMonth(int year, int month)
     if (month <= 6)
         return 31;
     return month < 12 || isLeap(year) ? 30 : 29;
+}
+
+QString TPersianDate::monthName(int month)
+{
+    static const QStringList names{
+        QStringLiteral("فروردین"), QStringLiteral("اردیبهشت"), QStringLiteral("خرداد"),
+        QStringLiteral("تیر"),     QStringLiteral("مرداد"),    QStringLiteral("شهریور"),
+        QStringLiteral("مهر"),     QStringLiteral("آبان"),     QStringLiteral("آذر"),
+        QStringLiteral("دی"),      QStringLiteral("بهمن"),     QStringLiteral("اسفند")};
+    return names.value(month - 1);
 }
 
 bool TPersianDate::isValid(int year, int month, int day)
@@ -74,21 +103,22 @@ TPersianDate TPersianDate::today()
 
 std::optional<TPersianDate> TPersianDate::parse(const QString &text)
 {
-    QString plain;
-    for (const QChar c : PersianText::latinDigits(text.trimmed())) {
-        // Direction marks come along when a date is copied.
-        if (c.category() != QChar::Other_Format)
-            plain += c == u'-' || c == u'.' ? QChar(u'/') : c;
-    }
-    QList<QStringView> parts = QStringView(plain).split(u'/');
-    if (parts.size() == 1 && plain.size() == 8)
-        parts = {QStringView(plain).left(4), QStringView(plain).mid(4, 2), QStringView(plain).mid(6)};
-    if (parts.size() != 3 || parts[0].size() != 4)
-        return std::nullopt;
-    const TPersianDate date{number(parts[0], 4), number(parts[1], 2), number(parts[2], 2)};
+    const TPersianDate date = parts(text);
     if (!isValid(date.year, date.month, date.day))
         return std::nullopt;
     return date;
+}
+
+QString TPersianDate::monthNote(const QString &text)
+{
+    const TPersianDate date = parts(text);
+    const bool onlyDayIsWrong =
+        isValid(date.year, date.month, 1) && date.day <= 31 && date.day > daysInMonth(date.year, date.month);
+    return onlyDayIsWrong ? QStringLiteral("%1 %2 تنها %3 روز دارد")
+                                .arg(monthName(date.month))
+                                .arg(date.year)
+                                .arg(daysInMonth(date.year, date.month))
+                          : QString();
 }
 
 QDate TPersianDate::toGregorian() const

@@ -13,12 +13,16 @@ struct TPersianDate {
 
     static bool isLeap(int year);
     static int daysInMonth(int year, int month);
+    static QString monthName(int month); ///< "فروردین" for 1
     static bool isValid(int year, int month, int day);
     static TPersianDate fromGregorian(const QDate &date);
     static TPersianDate today();
     /// A date as typed: "1404/1/5", "14040105", "04/01/05" is refused; Persian and Arabic digits, "/", "-" or "."
     /// between the parts. Empty when it is no date of the calendar.
     static std::optional<TPersianDate> parse(const QString &text);
+    /// For a text that would be a date if its month had more days: how many it has, as a Persian sentence. Empty for
+    /// every other text.
+    static QString monthNote(const QString &text);
 
     QDate toGregorian() const;
     /// 0 = Saturday to 6 = Friday.

@@ -14,6 +14,9 @@ public:
     virtual bool setText(int row, int column, const QString &text) = 0;
     /// An amount is shown in groups of three digits.
     virtual bool setNumber(int row, int column, double number, bool amount) = 0;
+    /// How many texts could not be written as they are: cut to the longest that a cell holds, or with signs replaced that
+    /// the format forbids.
+    virtual int alteredTexts() const = 0;
     /// The file is complete only after this.
     virtual bool close() = 0;
 };

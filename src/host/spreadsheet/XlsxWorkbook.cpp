@@ -12,6 +12,37 @@ namespace {
 constexpr double PixelsOfACharacter = 7; // of the spreadsheet's own font
 constexpr int LongestSheetName = 31;     // characters (Office Open XML)
 
+constexpr qsizetype LongestText = 32767; // UTF-16 units in a cell (Office Open XML)
+const QString CutNote = QStringLiteral(" … (متن بریده شد)");
+
+/// Whether XML may hold the sign. A surrogate is judged with its neighbour.
+bool isForbidden(char32_t sign)
+{
+    if (sign < U' ')
+        return sign != U'\t' && sign != U'\n' && sign != U'\r';
+    return QChar::isSurrogate(sign) || sign == 0xfffe || sign == 0xffff;
+}
+
+/// The text as a cell can hold it.
+QString fitting(const QString &text)
+{
+    QString fit;
+    fit.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar sign = text[i];
+        if (sign.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            fit.append(sign).append(text[++i]);
+        else
+            fit += isForbidden(sign.unicode()) ? QChar(QChar::ReplacementCharacter) : sign;
+    }
+    if (fit.size() <= LongestText)
+        return fit;
+    qsizetype length = LongestText - CutNote.size();
+    if (fit[length - 1].isHighSurrogate())
+        --length;
+    return fit.left(length) + CutNote;
+}
+
 // A sheet's name may not hold these.
 QString sheetName(const QString &title)
 {
@@ -20,7 +51,9 @@ QString sheetName(const QString &title)
         if (!QStringLiteral("[]:*?/\\'").contains(c))
             name += c;
     }
-    return name.left(LongestSheetName);
+    if (name.size() > LongestSheetName)
+        name.truncate(name[LongestSheetName - 1].isHighSurrogate() ? LongestSheetName - 1 : LongestSheetName);
+    return fitting(name);
 }
 
 class TXlsxWorkbook : public TWorkbook {
@@ -60,13 +93,18 @@ public:
     {
         return worksheet_set_column(m_sheet, lxw_col_t(column), lxw_col_t(column), width / PixelsOfACharacter,
                                     nullptr) == LXW_NO_ERROR &&
-               worksheet_write_string(m_sheet, 0, lxw_col_t(column), caption.trimmed().toUtf8().constData(),
+               worksheet_write_string(m_sheet, 0, lxw_col_t(column),
+                                      fitting(caption.trimmed()).toUtf8().constData(),
                                       m_caption) == LXW_NO_ERROR;
     }
     bool setText(int row, int column, const QString &text) override
     {
-        return text.isEmpty() || worksheet_write_string(m_sheet, lxw_row_t(row), lxw_col_t(column),
-                                                        text.toUtf8().constData(), nullptr) == LXW_NO_ERROR;
+        if (text.isEmpty())
+            return true;
+        const QString fit = fitting(text);
+        m_altered += fit == text ? 0 : 1;
+        return worksheet_write_string(m_sheet, lxw_row_t(row), lxw_col_t(column), fit.toUtf8().constData(),
+                                      nullptr) == LXW_NO_ERROR;
     }
     bool setNumber(int row, int column, double number, bool amount) override
     {
@@ -76,6 +114,7 @@ public:
         return worksheet_write_number(m_sheet, lxw_row_t(row), lxw_col_t(column), number, format) ==
                LXW_NO_ERROR;
     }
+    int alteredTexts() const override { return m_altered; }
     bool close() override { return finish(); }
 
 private:
@@ -87,6 +126,7 @@ private:
 
     lxw_workbook *m_book = nullptr;
     lxw_worksheet *m_sheet = nullptr;
+    int m_altered = 0;
     lxw_format *m_caption = nullptr;
     lxw_format *m_amount = nullptr;
     lxw_format *m_fraction = nullptr;

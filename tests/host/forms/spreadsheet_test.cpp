@@ -1,10 +1,12 @@
 #include "host/forms/FakeScreens.h"
 
 #include "host/NewBaseForms_PKG/ListExport.h"
+#include "host/spreadsheet/Workbook.h"
 
 #include <QDir>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QLibrary>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
@@ -114,6 +116,67 @@ TEST_F(Spreadsheet, AFileThatIsThereStaysWhenTheNewOneIsStoppedOrCannotBeWritten
         EXPECT_EQ(cells(file), before);
         EXPECT_FALSE(WriteSpreadsheet(screen.Grid(), "x", folder.filePath("none/such/x.xlsx")));
         EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList("x.xlsx"));
+    });
+}
+
+TEST_F(Spreadsheet, TextsThatNoCellHoldsAreCutOrReplacedAndCounted)
+{
+    const QString loneHigh = u"a"_qs + QChar(0xd83d) + u"b"_qs;
+    const QString loneLow = u"a"_qs + QChar(0xde00) + u"b"_qs;
+    const QString whole = u"a"_qs + QChar(0xd83d) + QChar(0xde00) + u"b"_qs;
+    const QString mark = QString(QChar(QChar::ReplacementCharacter));
+    const QList<std::pair<QString, QString>> texts = {
+        {QString(32767, u'ک'), QString(32767, u'ک')},
+        {u"a"_qs + QChar(0xfffe) + u"b"_qs, u"a"_qs + mark + u"b"_qs},
+        {u"a"_qs + QChar(0xffff) + u"b"_qs, u"a"_qs + mark + u"b"_qs},
+        {u"a"_qs + QChar(0) + QChar(7) + QChar(0x1f) + u"b"_qs, u"a"_qs + mark + mark + mark + u"b"_qs},
+        {loneHigh, u"a"_qs + mark + u"b"_qs},
+        {loneLow, u"a"_qs + mark + u"b"_qs},
+        {whole, whole},
+        {u"a\tb"_qs, u"a\tb"_qs},
+    };
+    TNewWorkbook *newWorkbook = reinterpret_cast<TNewWorkbook *>(
+        QLibrary::resolve(KETEBIONPAP_BIN "/KetebionpapSpreadsheet.so", "NewWorkbook"));
+    ASSERT_TRUE(newWorkbook);
+    const QString file = folder.filePath("x.xlsx");
+    {
+        const std::unique_ptr<TWorkbook> book(newWorkbook(file));
+        ASSERT_TRUE(book->addSheet("x"));
+        ASSERT_TRUE(book->setCaption(0, u"c"_qs + QChar(0xffff), 100));
+        for (int row = 0; row < texts.size(); ++row)
+            ASSERT_TRUE(book->setText(row + 1, 0, texts[row].first)) << row;
+        ASSERT_TRUE(book->setText(int(texts.size()) + 1, 0, QString(100'000, u'ک')));
+        // The cut would part the two halves of a sign.
+        QString smiles;
+        for (int i = 0; i < 20'000; ++i)
+            smiles += whole.mid(1, 2);
+        ASSERT_TRUE(book->setText(int(texts.size()) + 2, 0, u"a"_qs + smiles));
+        ASSERT_TRUE(book->setText(int(texts.size()) + 3, 0, smiles));
+        EXPECT_EQ(book->alteredTexts(), 8);
+        ASSERT_TRUE(book->close());
+    }
+    const QList<QStringList> rows = cells(file); // well-formed, or the test fails there
+    ASSERT_EQ(rows.size(), texts.size() + 4);
+    EXPECT_EQ(rows[0], QStringList(u"c"_qs + mark));
+    for (int row = 0; row < texts.size(); ++row)
+        EXPECT_EQ(rows[row + 1].value(0), texts[row].second) << row;
+    for (qsizetype row = texts.size() + 1; row < rows.size(); ++row) {
+        const QString text = rows[row].value(0);
+        EXPECT_LE(text.size(), 32767);
+        EXPECT_GT(text.size(), 32740);
+        EXPECT_TRUE(text.endsWith(u"(متن بریده شد)"_qs));
+        EXPECT_FALSE(text.contains(mark));
+    }
+}
+
+TEST_F(Spreadsheet, TheUserIsToldOfTextsThatCouldNotBeWrittenAsTheyAre)
+{
+    db.connection().execute(
+        TStatement("update Thing set Title=").text(u"a"_qs + QChar(0xffff)).sql(" where Code=2"));
+    inList([&](TThingList_FRM &screen) {
+        int altered = 0;
+        ASSERT_TRUE(WriteSpreadsheet(screen.Grid(), "x", folder.filePath("x.xlsx"), {}, &altered));
+        EXPECT_EQ(altered, 1);
     });
 }
 
