@@ -1,5 +1,6 @@
 #include "host/database/BackupCheck.h"
 
+#include "host/database/DatabaseError.h"
 #include "host/database/Schema.h"
 #include "host/database/SqliteHandle.h"
 
@@ -31,7 +32,7 @@ QMap<QString, TObject> structureOf(TSqliteHandle &database)
 QMap<QString, TObject> structureOfVersion(int version)
 {
     TSqliteHandle memory({}, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY);
-    for (const QString &batch : Schema::batchesUpTo(version, TConnection::Kind::Embedded))
+    for (const QString &batch : Schema::batchesUpTo(version, TEngineKind::Embedded))
         memory.run(batch);
     return structureOf(memory);
 }

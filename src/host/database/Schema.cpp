@@ -187,7 +187,7 @@ QStringList batches(const QString &script, TEngineKind kind)
     return list;
 }
 
-QStringList batchesUpTo(int version, TConnection::Kind kind)
+QStringList batchesUpTo(int version, TEngineKind kind)
 {
     QStringList list = batches(versionTable(), kind);
     for (const TStep &step : steps())

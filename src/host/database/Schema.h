@@ -35,7 +35,7 @@ void bringUpToDate(TEngine &engine, const QList<TStep> &steps);
 QStringList batches(const QString &script, TEngineKind kind);
 
 /// All batches that lead from an empty database to a version, but for the row that says which one it is.
-QStringList batchesUpTo(int version, TConnection::Kind kind);
+QStringList batchesUpTo(int version, TEngineKind kind);
 
 /// The table behind a view's columns, for a server that does not tell: "StaffView" -> "Staff". Any other name is
 /// answered as it is.
