@@ -4,6 +4,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/NewBaseForms_PKG/OpenCodes.h"
 
 TSession::TSession()
 {
@@ -13,6 +14,7 @@ TSession::TSession()
 
 TSession::~TSession()
 {
+    OpenCodes::giveUpNow();
     DM.ADOConnection1 = nullptr;
 }
 
