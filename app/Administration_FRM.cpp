@@ -6,6 +6,9 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Login_unt.h"
+#include "host/Declaration_PKG/WorkingRows_unt.h"
+
+#include <optional>
 
 namespace {
 
@@ -34,6 +37,24 @@ QString partName(int part)
 QString moment(const QString &text)
 {
     return text.isEmpty() ? text : QStringLiteral("\u2066%1\u2069").arg(text);
+}
+
+/// What is to become of rows that are not saved yet, under a code that is given up; none: nothing is to be done.
+std::optional<TRowsFate> askFate(int rows)
+{
+    if (rows == 0)
+        return TRowsFate::Discard;
+    switch (ShowSmartMessage(
+        u"%1 سطر ثبت نشده (خانواده یا بازه مالیاتی) زیر این قفل مانده است. برای بازیابی در همین ایستگاه نگه داشته شود؟ با «خیر» دور ریخته می شود."_qs
+            .arg(rows),
+        TMessageButtons::YesNoCancel, TAnswer::Yes)) {
+    case TAnswer::Yes:
+        return TRowsFate::Keep;
+    case TAnswer::No:
+        return TRowsFate::Discard;
+    default:
+        return {};
+    }
 }
 
 QString rightName(int right)
@@ -77,7 +98,10 @@ void TLockList_FRM::release()
                 .arg(lock.comIndex),
             TAnswer::No))
         return;
-    if (!ReleaseCodeLock(lock))
+    const std::optional<TRowsFate> fate = askFate(CountWorkingRows(lock.part, lock.code));
+    if (!fate)
+        return;
+    if (!ReleaseCodeLock(lock, *fate))
         Tell(u"این قفل دیگر برقرار نیست."_qs);
     Refresh();
 }
@@ -113,7 +137,10 @@ void TWorkstationList_FRM::remove()
                  .arg(workstation.name),
              TAnswer::No))
         return;
-    RemoveWorkstation(workstation.comIndex);
+    const std::optional<TRowsFate> fate = askFate(CountWorkingRowsOf(workstation.comIndex));
+    if (!fate)
+        return;
+    RemoveWorkstation(workstation.comIndex, *fate);
     Refresh();
 }
 

@@ -261,6 +261,17 @@ bool TCalcMethodGet_FRM::isMissing(TSmartEdit_ZLM *input, const QString &caption
     return true;
 }
 
+// A code that was not allotted must be free of other editors, too: the new record of another station may have it.
+bool TCalcMethodGet_FRM::takeTypedCode()
+{
+    const int typed = Code_EDT->asInteger();
+    if (typed == Identifier().toInt() || (Mode() == fmNew ? TakeCode(typed) : HoldCode(typed)))
+        return true;
+    MSGInUse(u"روش محاسباتی"_qs);
+    FocusInput(Code_EDT);
+    return false;
+}
+
 bool TCalcMethodGet_FRM::Validate()
 {
     Code_EDT->IsValid(); // brings a code that is still being typed into its range
@@ -272,6 +283,8 @@ bool TCalcMethodGet_FRM::Validate()
         FocusInput(Code_EDT);
         return false;
     }
+    if (!takeTypedCode())
+        return false;
     if (isMissing(Title_EDT, u"عنوان"_qs))
         return false;
     if (Tax_CHK->isChecked() && isMissing(CalcMethodCode_EDT, u"کد جدول مالياتي"_qs))

@@ -101,6 +101,7 @@ void TStaffGet_FRM::ClearRecord()
     m_sent = {};
     m_person = {};
     m_saveFailed = false;
+    m_savedMembers = 0;
     Staff_DM->Family_GetByStaffCode(Identifier());
     for (int page = 0; page < Staff_PC->count(); ++page) {
         for (auto *edit : Staff_PC->widget(page)->findChildren<TSmartEdit_ZLM *>())
@@ -143,6 +144,7 @@ void TStaffGet_FRM::ShowRecord()
 {
     const QScopedValueRollback showing(m_showing, true);
     const TStaff_Mapper &staff = m_staff;
+    m_savedMembers = 0;
     fillGroups(staff._StaffGroup);
     Code_EDT->setReadOnly(true);
     Code_EDT->SetValue(staff._Code);
@@ -205,6 +207,8 @@ void TStaffGet_FRM::ShowRecord()
 
 void TStaffGet_FRM::BeforeClose()
 {
+    if (CodeWasLost())
+        return;
     // The code in its input, but for one that was typed and not taken: its rows are somebody else's.
     Staff_DM->ClearDataTMPFamily(Identifier());
 }
@@ -229,6 +233,8 @@ bool TStaffGet_FRM::takeTypedCode()
     };
     bool taken = false;
     try {
+        // Once the lock is somebody else's, so are the rows under it.
+        const bool own = HoldsCode() && !WorkingRowsChanged();
         SettleLostSave();
         if (Mode() != fmNew)
             Code_EDT->setReadOnly(true);
@@ -247,7 +253,10 @@ bool TStaffGet_FRM::takeTypedCode()
             MSGInUse(LockedEntityWord());
         } else {
             taken = true;
-            Staff_DM->StaffFamily_UpdateTmp(held, typed);
+            if (own)
+                Staff_DM->StaffFamily_UpdateTmp(held, typed);
+            else
+                Staff_DM->TmpFamily_PutBack(typed);
             Staff_DM->FillDataFamilyList(typed);
             return true;
         }
@@ -255,7 +264,7 @@ bool TStaffGet_FRM::takeTypedCode()
         Guarded([&] {
             if (taken) { // the rows may have moved, though no answer came
                 Staff_DM->StaffFamily_UpdateTmp(typed, held);
-                TakeCode(held);
+                TakeCodeBack(held);
                 Staff_DM->FillDataFamilyList(held);
             }
         });
@@ -304,6 +313,8 @@ void TStaffGet_FRM::rereadFamily(const QVariant &id)
 
 void TStaffGet_FRM::addRow()
 {
+    if (!RowsAreOwn())
+        return;
     TStaffFamily_GetDetil_FRM member(int(Part()), code());
     if (member.exec() != QDialog::Accepted)
         return;
@@ -313,6 +324,8 @@ void TStaffGet_FRM::addRow()
 
 void TStaffGet_FRM::editRow()
 {
+    if (!RowsAreOwn())
+        return;
     const QVariant id = Staff_DM->Family_QUR->value("ID");
     TStaffFamily_GetDetil_FRM member(int(Part()), code(), fmEdit, id);
     if (member.exec() == QDialog::Accepted)
@@ -322,7 +335,7 @@ void TStaffGet_FRM::editRow()
 
 void TStaffGet_FRM::deleteRow()
 {
-    if (!MsgDeleteRow())
+    if (!RowsAreOwn() || !MsgDeleteRow())
         return;
     const QVariant id = Staff_DM->Family_QUR->value("ID");
     const int position = Staff_DM->Family_QUR->position();
@@ -348,6 +361,21 @@ void TStaffGet_FRM::deleteRow()
 QStringList TStaffGet_FRM::RecoveryCodes()
 {
     return Staff_DM->StaffFamily_GetRecoverysCode(cspStaff, IniOptions.Com_Index);
+}
+
+int TStaffGet_FRM::RecoveryRows(const QString &code)
+{
+    return Staff_DM->TmpFamily_Count(code);
+}
+
+bool TStaffGet_FRM::WorkingRowsChanged()
+{
+    return Staff_DM->Family_QUR->active() && Staff_DM->TmpFamily_Changed(Identifier());
+}
+
+void TStaffGet_FRM::PutWorkingRowsBack()
+{
+    Staff_DM->TmpFamily_PutBack(Identifier());
 }
 
 bool TStaffGet_FRM::RecordHasRecovery(const QString &code)

@@ -271,6 +271,7 @@ TEST_F(StaffEditor, ATypedCodeTakesItsLockAndTheWorkingRowsAlong)
     messages.answer({No});
     open(*editor, [&] {
         addMember(1, 1, "child", "tmpStaffFamily");
+        Staff_DM->FillDataFamilyList(1);
         type(*editor, editor->Code_EDT, "40");
         press(*editor, Qt::Key_Tab);
         EXPECT_EQ(locks(), "40|806|1");

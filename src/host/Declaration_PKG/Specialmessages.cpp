@@ -226,6 +226,14 @@ void ShowSmartMessage(const QString &text, const QString &detail, TMessageIconTy
     MessageService().show(result);
 }
 
+TAnswer ShowSmartMessage(const QString &text, TMessageButtons buttons, TAnswer defaultAnswer)
+{
+    TMessage result = message("ShowSmartMessage", miQuestion, {}, {text});
+    result.text = text;
+    asQuestion(result, buttons, defaultAnswer);
+    return MessageService().show(result);
+}
+
 void ShowSmartMessage(int number, QObject *control, QObject *form, int displayTime,
                       const QStringList &arguments)
 {

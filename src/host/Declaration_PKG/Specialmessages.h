@@ -73,6 +73,8 @@ void MSGCompeletedSuccessfully(const QString &action, const QString &text = {}, 
 void MSGFinishedNotSuccessfully(const QString &action, const QString &text = {});
 /// A free warning. An empty detail is no word of the message.
 void ShowSmartMessage(const QString &text, const QString &detail, TMessageIconType icon);
+/// A free question.
+TAnswer ShowSmartMessage(const QString &text, TMessageButtons buttons, TAnswer defaultAnswer);
 /// A catalogued notification: a balloon for `displayTime` ms, a dialog when it is 0. `arguments` fill "%1"...
 void ShowSmartMessage(int number, QObject *control, QObject *form, int displayTime,
                       const QStringList &arguments = {});

@@ -95,7 +95,14 @@ void TBaseEditor::leaveRecord()
     if (!m_touched)
         return;
     m_touched = false;
-    Guarded([this] { BeforeClose(); });
+    Guarded([this] {
+        try {
+            BeforeClose();
+        } catch (const TDatabaseError &error) {
+            CloseFailed(error);
+            throw;
+        }
+    });
 }
 
 void TBaseEditor::noteLostLine()
@@ -135,14 +142,16 @@ bool TBaseEditor::Save(TSaveMode way)
     if (m_busy || m_finished)
         return false;
     bool saved = false;
+    bool tried = false;
     {
         const QScopedValueRollback busy(m_busy, true);
         if (DM.ADOConnection1)
             DM.ADOConnection1->clearLastError();
         const bool sound = Guarded([&] {
             SettleLostSave();
-            if (!Validate())
+            if (!Validate() || !ReadyToSave())
                 return;
+            tried = true;
             saved = SaveRecord();
             if (!saved && BaseTellsFailure())
                 MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
@@ -151,6 +160,11 @@ bool TBaseEditor::Save(TSaveMode way)
         rollBackLeftOpen();
         if (!saved)
             noteLostLine();
+        if (tried && !saved) {
+            // A part of it may be stored: closing asks, also where nothing was typed.
+            SetIsSaved(false);
+            Guarded([this] { SaveFailed(); });
+        }
         if (!sound || !saved)
             return false;
         RecordSaved(m_mode == fmNew);
@@ -208,7 +222,18 @@ void TBaseEditor::startNext()
         return;
     }
     SetIsSaved(true);
+    forgetPagesFocus();
     focusFirst();
+}
+
+// A page that is turned to gives the focus to the input that had it last: in a new record that is where the record before
+// ended, and what is typed for the page's first input would land there.
+void TBaseEditor::forgetPagesFocus()
+{
+    for (const QTabWidget *pages : findChildren<QTabWidget *>())
+        for (int i = 0; i < pages->count(); ++i)
+            if (QWidget *last = pages->widget(i)->focusWidget(); last && !last->hasFocus())
+                last->clearFocus();
 }
 
 bool TBaseEditor::confirmClose()
@@ -222,7 +247,7 @@ bool TBaseEditor::confirmClose()
     }
     if (answer == TAnswer::Yes)
         Save(svSaveClose); // closes by itself when it succeeds
-    return answer == TAnswer::No;
+    return answer == TAnswer::No && MayDiscard();
 }
 
 void TBaseEditor::reject()

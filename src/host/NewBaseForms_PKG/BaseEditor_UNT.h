@@ -3,6 +3,7 @@
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
+#include "host/database/DatabaseError.h"
 
 #include <QGridLayout>
 #include <QHash>
@@ -53,6 +54,13 @@ protected:
     /// Insert or update, then the success or failure message. A screen whose code can be typed makes the saved
     /// code its identifier.
     virtual bool SaveRecord() = 0;
+    /// Whether what the save relies on is still the editor's own; false: the user was told, nothing is saved.
+    virtual bool ReadyToSave() { return true; }
+    /// Runs after a save that failed, when the user was told so and what was left open is rolled back: says what is
+    /// stored now, where that is not what was stored before.
+    virtual void SaveFailed() {}
+    /// Runs when the user does not want to save on closing. False: the screen stays open.
+    virtual bool MayDiscard() { return true; }
     /// Runs after every successful save, before the screen goes on.
     virtual void RecordSaved(bool /*wasNew*/) {}
     /// Whether the base tells the user that SaveRecord answered false, because the screen leaves it to it.
@@ -69,6 +77,8 @@ protected:
     /// Runs when a record is left: once on every way of closing, after the base's own handling (the code's lock is
     /// given up by then), and before the next record when saving goes on to a new one.
     virtual void BeforeClose() {}
+    /// BeforeClose met a database error, which the user was told.
+    virtual void CloseFailed(const TDatabaseError & /*error*/) {}
     virtual QWidget *FirstInput()
     {
         return nullptr;
@@ -146,6 +156,7 @@ private:
     void startNext();
     void leaveRecord();
     void focusFirst();
+    void forgetPagesFocus();
     void rollBackLeftOpen();
     void noteLostLine();
     TFormMode m_mode;
