@@ -85,8 +85,7 @@ void TCalcMethodGet_FRM::buildGeneralPage()
 
     connect(Tax_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyTaxRule);
     connect(Maskok_SPNEDT, &TSmartSpinEdit_ZLM::changed, this, &TCalcMethodGet_FRM::showRoundingUnit);
-    connect(CalcMethodCode_EDT, &TSmartEdit_ZLM::exited, this,
-            [this] { Guarded([this] { checkTaxCode(); }); });
+    CheckOnLeaving(CalcMethodCode_EDT, [this] { checkTaxCode(); });
     connect(CalcMethodCode_EDT, &TSmartPickEdit_ZLM::pick, this,
             [this] { Guarded([this] { pickTaxCode(); }); });
 }
@@ -254,11 +253,7 @@ void TCalcMethodGet_FRM::ShowRecord()
 
 bool TCalcMethodGet_FRM::isMissing(TSmartEdit_ZLM *input, const QString &caption)
 {
-    if (!input->IsEmpty())
-        return false;
-    MsgRequiredField(caption, input, this);
-    FocusInput(input);
-    return true;
+    return !RequireInput(input, caption);
 }
 
 // A code that was not allotted must be free of other editors, too: the new record of another station may have it.
@@ -289,11 +284,8 @@ bool TCalcMethodGet_FRM::Validate()
         return false;
     if (Tax_CHK->isChecked() && isMissing(CalcMethodCode_EDT, u"کد جدول مالياتي"_qs))
         return false;
-    if (CalcMethodCode_EDT->hasFocus()) {
-        checkTaxCode();
-        if (CalcMethodCode_LBL->text().isEmpty())
-            return false;
-    }
+    if (CheckTyped(CalcMethodCode_EDT) && CalcMethodCode_LBL->text().isEmpty())
+        return false;
     if (Insurance_CHK->isChecked() &&
         (isMissing(StaffIns_EDT, u"حق بيمه کارمند"_qs) || isMissing(EmployerIns_EDT, u"حق بيمه کارفرما"_qs)))
         return false;

@@ -361,6 +361,26 @@ TEST_F(CalcMethodEditor, AnUnknownTaxCodeIsClearedWithAHintAndKeepsTheFocus)
     EXPECT_EQ(messages.all().size(), 2); // the hint, and the question about the changes
 }
 
+TEST_F(CalcMethodEditor, AnUnknownTaxCodeIsToldToo_WhenTheQuestionOfClosingIsAnsweredWithYes)
+{
+    const auto editor = newEditor();
+    open(*editor, [&] {
+        fill(*editor);
+        check(editor->Tax_CHK, true);
+        Keys::retype(editor->CalcMethodCode_EDT, "99");
+        messages.take();
+        messages.standInFront();
+        messages.answer({Yes});
+        Keys::press(editor.get(), Qt::Key_Escape);
+        EXPECT_EQ(
+            messages.take(),
+            (QStringList{"MsgNotSaved()", u"ShowTooltipMessage(جدول مالیاتی با این کد ثبت نشده است)"_qs}));
+        EXPECT_TRUE(editor->isVisible());
+        EXPECT_EQ(editor->CalcMethodCode_EDT->GetText(), "");
+    });
+    EXPECT_EQ(titles(), "");
+}
+
 TEST_F(CalcMethodEditor, ATaxTableWithoutATitleIsNotAvailable)
 {
     db.run("insert into TaxMain(Code) values(8)");

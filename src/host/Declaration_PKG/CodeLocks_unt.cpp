@@ -58,15 +58,9 @@ bool isLeft(const TCodeLock &lock, int comIndex)
 template <class Work>
 void inOne(Work work)
 {
-    TConnection &connection = *DM.ADOConnection1;
-    connection.BeginTrans();
-    try {
-        work();
-        connection.CommitTrans();
-    } catch (...) {
-        connection.RollbackTrans();
-        throw;
-    }
+    TTransaction transaction(*DM.ADOConnection1);
+    work();
+    transaction.commit();
 }
 
 /// Takes a lock away from its holder, with what becomes of the rows under it. False when it is held no more.

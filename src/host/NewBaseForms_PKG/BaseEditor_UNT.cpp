@@ -3,6 +3,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Utility_ZLM/PersianText.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -149,7 +150,9 @@ bool TBaseEditor::Save(TSaveMode way)
             DM.ADOConnection1->clearLastError();
         const bool sound = Guarded([&] {
             SettleLostSave();
-            if (!Validate() || !ReadyToSave())
+            finishTyping();
+            m_blanks.clear();
+            if (!Validate() || blanksRefused() || !ReadyToSave())
                 return;
             tried = true;
             saved = SaveRecord();
@@ -396,6 +399,36 @@ void TBaseEditor::GuardPage(int page, TSoftwarePart part, TPermission right)
     m_guards.append({page, part, right});
 }
 
+void TBaseEditor::finishTyping()
+{
+    for (const auto &input : std::as_const(m_inputs))
+        if (auto *edit = qobject_cast<TSmartEdit_ZLM *>(input.data()))
+            edit->FinishTyping();
+}
+
+void TBaseEditor::CheckOnLeaving(TSmartEdit_ZLM *input, const std::function<void()> &check)
+{
+    m_leavingChecks.insert(input, {check, {}});
+    connect(input, &TSmartEdit_ZLM::exited, this,
+            [this, input] { Guarded([&] { runLeavingCheck(input); }); });
+}
+
+void TBaseEditor::runLeavingCheck(TSmartEdit_ZLM *input)
+{
+    m_leavingChecks.value(input).run();
+    m_leavingChecks[input].seen = input->GetText(); // a check that failed has seen nothing
+}
+
+bool TBaseEditor::CheckTyped(TSmartEdit_ZLM *input)
+{
+    // Not hasFocus(): after a question it is false until the window manager has made the screen active again.
+    const bool atWork = focusWidget() == input;
+    if (!atWork && (!input->WasTyped() || input->GetText() == m_leavingChecks.value(input).seen))
+        return false;
+    runLeavingCheck(input);
+    return true;
+}
+
 bool TBaseEditor::CheckInput(TSmartInput *input)
 {
     // The balloon stands at the input, which may be on a page that is not shown.
@@ -406,11 +439,31 @@ bool TBaseEditor::CheckInput(TSmartInput *input)
 
 bool TBaseEditor::RequireInput(TSmartInput *input, const QString &word)
 {
-    if (!input->IsEmpty())
+    if (!input->IsEmpty()) {
+        RefuseBlanks(input, word);
         return true;
+    }
     MsgRequiredField(word, input->Widget(), this);
     FocusInput(input->Widget());
     return false;
+}
+
+void TBaseEditor::RefuseBlanks(TSmartInput *input, const QString &word)
+{
+    const auto *edit = qobject_cast<TSmartEdit_ZLM *>(input->Widget());
+    if (edit && edit->WasTyped() && PersianText::isBlank(edit->GetText()))
+        m_blanks.append({input, word});
+}
+
+bool TBaseEditor::blanksRefused()
+{
+    if (m_blanks.isEmpty())
+        return false;
+    QWidget *input = m_blanks.first().input->Widget();
+    FocusInput(input);
+    MsgRequiredField(m_blanks.first().word, input, this);
+    FocusInput(input);
+    return true;
 }
 
 void TBaseEditor::FocusInput(QWidget *input)

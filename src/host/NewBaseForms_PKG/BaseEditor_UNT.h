@@ -126,7 +126,17 @@ protected:
     /// Whether an input holds a value of its kind; when it does not, its page, the focus, and the balloon beside it.
     bool CheckInput(TSmartInput *input);
     /// Whether an input holds anything; when it does not, MsgRequiredField with this word, its page and the focus.
+    /// Blanks are a text, and stored ones stay; but typed ones alone are refused with the same message behind all
+    /// that Validate checks.
     bool RequireInput(TSmartInput *input, const QString &word);
+    /// The latter, for a screen that asks for the input in its own way.
+    void RefuseBlanks(TSmartInput *input, const QString &word);
+
+    /// Registers the check that runs when an input is left; the user is told about its errors.
+    void CheckOnLeaving(TSmartEdit_ZLM *input, const std::function<void()> &check);
+    /// Runs that check before a save, unless it ran for what stands there now; errors pass. An input that the user is
+    /// at is checked in any case, whether the screen is the active window or a question was in front of it. True: it ran.
+    bool CheckTyped(TSmartEdit_ZLM *input);
 
     void reject() override;
     void done(int result) override;
@@ -159,6 +169,9 @@ private:
     void forgetPagesFocus();
     void rollBackLeftOpen();
     void noteLostLine();
+    void finishTyping();
+    bool blanksRefused();
+    void runLeavingCheck(TSmartEdit_ZLM *input);
     TFormMode m_mode;
     QVariant m_identifier = 0;
     QVariant m_unsure; ///< the record whose save lost the line to the server: what was typed may be stored
@@ -168,6 +181,16 @@ private:
     bool m_finished = false; ///< done() ran
     QList<QPointer<QWidget>> m_inputs;
     QHash<QWidget *, QLabel *> m_captions;
+    struct TBlank {
+        TSmartInput *input;
+        QString word;
+    };
+    QList<TBlank> m_blanks; ///< what the validation under way found
+    struct TLeavingCheck {
+        std::function<void()> run;
+        QString seen; ///< the text that it ran for last
+    };
+    QHash<TSmartEdit_ZLM *, TLeavingCheck> m_leavingChecks;
     struct TPageGuard {
         int page;
         TSoftwarePart part;

@@ -12,6 +12,10 @@ QString fold(const QString &text);
 QString oneForm(const QString &text);
 /// Persian and Arabic-Indic digits to Latin; nothing else changes.
 QString latinDigits(const QString &text);
+/// A typed code to plain form: Latin digits, no blanks and no direction marks or half-spaces at its ends.
+QString plainCode(const QString &text);
+/// Whether a text has nothing that can be seen: no characters, or blanks and such marks only.
+bool isBlank(const QString &text);
 /// A typed number to plain form: Latin digits, "-" first, one ".", separators and blanks gone. Null when the text
 /// is no number. Empty stays empty.
 QString plainNumber(const QString &text);
