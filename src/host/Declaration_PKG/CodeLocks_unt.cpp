@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Login_unt.h"
+#include "host/Utility_ZLM/PersianText.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Query.h"
 
@@ -113,7 +114,7 @@ QList<TWorkstation> ListWorkstations()
 
 bool RegisterWorkstation(int comIndex, const QString &name)
 {
-    const QString shortName = name.left(nameWidth);
+    const QString shortName = PersianText::cut(name, nameWidth);
     const auto seen = [&] {
         return DM.ADOConnection1->execute(TStatement("update Workstation set LastSeen=")
                                               .text(now())

@@ -143,6 +143,10 @@ bool TBaseEditor::Save(TSaveMode way)
             SettleLostSave();
             if (!Validate())
                 return;
+            if (TSmartEdit_ZLM *tooLong = m_keptTexts.Refused()) {
+                FocusInput(tooLong);
+                return;
+            }
             saved = SaveRecord();
             if (!saved && BaseTellsFailure())
                 MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
@@ -296,6 +300,13 @@ void TBaseEditor::Place(QGridLayout *layout, int row, int column, const QString 
     layout->addLayout(cell, row, column * 2 + 1);
     // What stands in an input decides how wide its column may grow; captions keep to their text.
     layout->setColumnStretch(column * 2 + 1, 1);
+}
+
+void TBaseEditor::KeepIn(const QString &table,
+                         std::initializer_list<std::pair<TSmartEdit_ZLM *, const char *>> inputsAndColumns)
+{
+    for (const auto &[input, column] : inputsAndColumns)
+        m_keptTexts.Add(input, table, QString::fromLatin1(column));
 }
 
 TSmartCheckBox_ZLM *TBaseEditor::AddTickBox(QWidget *input, const QString &objectName)
