@@ -1,7 +1,6 @@
 #include "app/Administration_FRM.h"
 
 #include "app/Ask.h"
-#include "host/Component_ZLM/GridCellDelegate.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
@@ -11,22 +10,6 @@
 #include <optional>
 
 namespace {
-
-/// Shows the names behind the numbers that the event log holds.
-class TNameDelegate : public GridCellDelegate {
-public:
-    TNameDelegate(QObject *parent, const QList<TGridColumn> &columns, QString (*name)(int))
-        : GridCellDelegate(parent, columns), m_name(name)
-    {
-    }
-    QString displayText(const QVariant &value, const QLocale &) const override
-    {
-        return m_name(value.toInt());
-    }
-
-private:
-    QString (*m_name)(int);
-};
 
 QString partName(int part)
 {
@@ -66,7 +49,7 @@ QString rightName(int right)
 
 TLockList_FRM::TLockList_FRM()
     : TSmallList_FRM(u"قفل رکوردها"_qs, QStringLiteral("Lock_List_GRD"),
-                     {u"بخش"_qs, u"کد"_qs, u"ایستگاه"_qs, u"نام ایستگاه"_qs, u"کاربر"_qs, u"از زمان"_qs})
+                     {u"بخش"_qs, u"کد"_qs, u"ایستگاه"_qs, u"نام ایستگاه"_qs, u"کاربر"_qs, u"از زمان"_qs}, 3)
 {
     AddFreeButton(QStringLiteral("Refresh_BTN"), u"بازخوانی F5"_qs, QStringLiteral("F5"),
                   [this] { Refresh(); });
@@ -149,8 +132,12 @@ TEventLog_FRM::TEventLog_FRM()
 {
     m_query.setKeyField(QStringLiteral("ID"));
     const QList<TGridColumn> columns = {
-        {"EventDate", u"تاریخ"_qs, 90},   {"EventTime", u"ساعت"_qs, 70},    {"UserName", u"کاربر"_qs, 120},
-        {"Com_Index", u"ایستگاه"_qs, 70}, {"SoftwarePart", u"بخش"_qs, 140}, {"Permission", u"عمل"_qs, 90},
+        {"EventDate", u"تاریخ"_qs, 90},
+        {"EventTime", u"ساعت"_qs, 70},
+        {"UserName", u"کاربر"_qs, 120},
+        {"Com_Index", u"ایستگاه"_qs, 70},
+        {"SoftwarePart", u"بخش"_qs, 140, true, TGridColumn::Plain, partName},
+        {"Permission", u"عمل"_qs, 90, true, TGridColumn::Plain, rightName},
         {"EventText", u"شرح"_qs, 250},
     };
     BuildList(&m_query, QStringLiteral("Event_List_GRD"), columns,
@@ -161,8 +148,6 @@ TEventLog_FRM::TEventLog_FRM()
     BuildButtons(false, true);
     for (TSmartButton_ZLM *button : {New_BTN, EDit_BTN, Del_BTN})
         button->hide();
-    Grid()->setItemDelegateForColumn(4, new TNameDelegate(this, columns, partName));
-    Grid()->setItemDelegateForColumn(5, new TNameDelegate(this, columns, rightName));
 }
 
 void TEventLog_FRM::SetListText()

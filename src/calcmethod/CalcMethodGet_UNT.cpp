@@ -48,6 +48,7 @@ void TCalcMethodGet_FRM::build()
     buildGeneralPage();
     buildAttendancePage();
     Body()->addWidget(CalcMethod_PC);
+    KeepIn(u"CalcMethod"_qs, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs);
     applyTaxRule();
     applyInsuranceRule();

@@ -85,6 +85,7 @@ TSmartEdit_ZLM *TPayrollInfoGet_FRM::addText(QGridLayout *into, int row, int col
     auto *input =
         AddInput(into, row, column, caption, name, new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, maxLength));
     m_bound.append({input, field});
+    KeepIn(QStringLiteral("PayrollInfo"), {{input, "Value"}});
     return input;
 }
 

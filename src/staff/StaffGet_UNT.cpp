@@ -1,8 +1,11 @@
 #include "staff/StaffGet_UNT.h"
 
+#include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
 #include "host/BaseFrame_PKG/Pic_Get.h"
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/database/ListPlace.h"
 #include "staff/StaffFamily_GetDetil_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 
@@ -81,7 +84,8 @@ bool TStaffGet_FRM::RecordExists()
 bool TStaffGet_FRM::StoredIsOwn()
 {
     const TQuery *stored = Staff_DM->StaffGet_QUR;
-    return stored->asString("Name") == m_sent._Name && stored->asString("LastName") == m_sent._LastName;
+    return stored->asString("Name") == AsStored(u"Staff"_qs, u"Name"_qs, m_sent._Name) &&
+           stored->asString("LastName") == AsStored(u"Staff"_qs, u"LastName"_qs, m_sent._LastName);
 }
 
 void TStaffGet_FRM::fillGroups(int code)
@@ -306,9 +310,10 @@ void TStaffGet_FRM::leaveDateChanged()
 
 void TStaffGet_FRM::rereadFamily(const QVariant &id)
 {
+    const TListPlace place(*Staff_DM->Family_QUR, QStringLiteral("ID"));
     Staff_DM->FillDataFamilyList(code());
-    if (!Staff_DM->Family_QUR->isEmpty() && !Staff_DM->Family_QUR->locate("ID", id))
-        Staff_DM->Family_QUR->last();
+    if (id.isNull() || !Staff_DM->Family_QUR->locate("ID", id))
+        place.restore(*Staff_DM->Family_QUR);
 }
 
 void TStaffGet_FRM::addRow()
@@ -335,10 +340,10 @@ void TStaffGet_FRM::editRow()
 
 void TStaffGet_FRM::deleteRow()
 {
-    if (!RowsAreOwn() || !MsgDeleteRow())
+    if (!RowsAreOwn() ||
+        !MsgDeleteRow(m_family->Grid()->NameOfRow(Staff_DM->Family_QUR->position())))
         return;
     const QVariant id = Staff_DM->Family_QUR->value("ID");
-    const int position = Staff_DM->Family_QUR->position();
     if (!Staff_DM->Family_Del(id.toString())) {
         if (const auto &error = DM.ADOConnection1->lastError())
             MsgDatabaseError(*error);
@@ -353,8 +358,7 @@ void TStaffGet_FRM::deleteRow()
     }
     Guarded([&] {
         SetIsSaved(false);
-        Staff_DM->FillDataFamilyList(code());
-        Staff_DM->Family_QUR->moveTo(qMin(position, Staff_DM->Family_QUR->recordCount() - 1));
+        rereadFamily({});
     });
 }
 

@@ -39,8 +39,6 @@ const QList<TGridColumn> &detailFields()
     return fields;
 }
 
-const int titleWidth = 50; // characters of TaxMain.Title; the input takes more
-
 // Its spelling and its blanks are the ones that users know.
 const char *const notice =
     "توجه : جهت محاسبه صحیح مالیات لطفا بازه های مالیاتی را به ترتیب  و با دقت وارد نمایید. همچنین بازه معاف از "
@@ -104,6 +102,7 @@ void TTaxGet_FRM::build()
     connect(m_rows, &TDetail_Rows_Frame::editRow, this, &TTaxGet_FRM::editRow);
     connect(m_rows, &TDetail_Rows_Frame::deleteRow, this, &TTaxGet_FRM::deleteRow);
 
+    KeepIn(QStringLiteral("TaxMain"), {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(QStringLiteral("ذخيره F3"), QStringLiteral("خروج Esc"));
 }
 
@@ -162,8 +161,11 @@ bool TTaxGet_FRM::RecordExists()
 bool TTaxGet_FRM::StoredIsOwn()
 {
     const TQuery *stored = Tax_DM->Get_QUR;
-    return m_sent && stored->asString(QStringLiteral("Title")) == m_sent->_Title.left(titleWidth) &&
-           stored->asString(QStringLiteral("Comment")) == m_sent->_Comment &&
+    const auto same = [&](const QString &column, const QString &sent) {
+        return stored->asString(column) == AsStored(QStringLiteral("TaxMain"), column, sent);
+    };
+    return m_sent && same(QStringLiteral("Title"), m_sent->_Title) &&
+           same(QStringLiteral("Comment"), m_sent->_Comment) &&
            ScalerQuery(QStringLiteral("Tax"), QStringLiteral("TaxMainCode"), QStringLiteral("TaxMainCode"),
                        Identifier())
                .isEmpty();
@@ -269,8 +271,11 @@ void TTaxGet_FRM::editRow()
 
 void TTaxGet_FRM::deleteRow()
 {
+    const QString bracket = m_rows->Grid()->NameOfRow(
+        Tax_DM->DetailList_QUR->position(),
+        {QStringLiteral("FromSalary"), QStringLiteral("ToSalary"), QStringLiteral("Percent")});
     if (!HavePermission(UserInfo, Part(), cpDelete, false, true, QString()) || !RowsAreOwn() ||
-        !MsgDeleteRow())
+        !MsgDeleteRow(bracket))
         return;
     const QVariant id = Tax_DM->DetailList_QUR->value(QStringLiteral("ID"));
     bool gone = Guarded([&] { Tax_DM->TaxDetail_Del(id.toString()); });

@@ -427,6 +427,7 @@ TEST_F(StaffEditor, LongTextsAreCutAtTheInputsWidths)
         EXPECT_EQ(editor->Comment_EDT->GetText().size(), 50);
         type(*editor, editor->Job_EDT, QString(50, u'ج'));
         EXPECT_EQ(editor->Job_EDT->GetText().size(), 50);
+        messages.answer({Yes});
         press(*editor, Qt::Key_F3);
     });
     EXPECT_EQ(value("Comment", 1), QString(50, u'ش'));

@@ -445,6 +445,7 @@ TEST_F(TaxEditor, TitlesKeepTheirOwnLimitsAndAreCutToTheirColumns)
         Keys::press(&editor, Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(editor.Comment_EDT->GetText().size(), 50);
         add(editor, {"0", "1000", "0"});
+        messages.answer({Yes});
         Keys::press(&editor, Qt::Key_F3);
     });
     EXPECT_EQ(db.text("select Title from TaxMain").size(), 50);

@@ -6,6 +6,7 @@
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Rights_unt.h"
 #include "host/Declaration_PKG/WorkingRows_unt.h"
+#include "host/Utility_ZLM/PersianText.h"
 #include "host/Utility_ZLM/PlainIni.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Query.h"
@@ -166,7 +167,7 @@ QList<TWorkstation> ListWorkstations()
 
 bool RegisterWorkstation(int comIndex, const QString &name)
 {
-    const QString shortName = name.left(nameWidth);
+    const QString shortName = PersianText::cut(name, nameWidth);
     const auto seen = [&] {
         return DM.ADOConnection1->execute(TStatement("update Workstation set LastSeen=")
                                               .text(now())

@@ -161,6 +161,11 @@ QString ScalerQuery(const QString &table, const QString &resultColumn, const QSt
         .toString();
 }
 
+QString AsStored(const QString &table, const QString &column, const QString &text)
+{
+    return PersianText::cut(text, DM.ADOConnection1->columnWidth(table, column));
+}
+
 void ResetDataset(TQuery *query)
 {
     query->close();

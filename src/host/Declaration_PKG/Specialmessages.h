@@ -59,7 +59,8 @@ void SetUsualMessageService(TMessageService *service);
 void MsgRequiredField(const QString &caption, QObject *control, QObject *form);
 void MsgRepeatedField(const QString &caption, const QString &entity, QObject *control, QObject *form);
 void MsgCodeNotAvailable(const QString &entity, QObject *control, QObject *form);
-bool MsgDeleteRow();
+/// `record` names what goes, such as its code and title, below the question; `count`: when that is more than one row.
+bool MsgDeleteRow(const QString &record = {}, int count = 1);
 void MsgHasSubRecords(const QString &entity);
 void MSGInUse(const QString &entity);
 void MsgNotEntered(const QString &caption);
@@ -86,5 +87,16 @@ TAnswer MsgNotSaved();
 void MsgDatabaseError(const TDatabaseError &error);
 /// The user lacks a right.
 void MsgNoPermission(TSoftwarePart part, TPermission right);
-/// A record that was to be opened is no longer there.
-void MsgRecordGone();
+/// A record that was to be opened, picked or deleted is no longer there. `record` names it where more than one may be
+/// meant.
+void MsgRecordGone(const QString &record = {});
+/// A text that its column does not keep whole.
+struct TCutText {
+    QString caption;
+    int kept = 0; ///< characters
+    QString lost; ///< what comes after them
+};
+/// Texts are longer than their columns. True: save them cut.
+bool MsgTextsCut(const QList<TCutText> &cuts);
+/// What was just saved is not in the list behind, since a search or a group leaves it out; a balloon.
+void MsgSavedOutOfSight(const QString &record, QWidget *form);

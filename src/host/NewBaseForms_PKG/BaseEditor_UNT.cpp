@@ -152,7 +152,13 @@ bool TBaseEditor::Save(TSaveMode way)
             SettleLostSave();
             finishTyping();
             m_blanks.clear();
-            if (!Validate() || blanksRefused() || !ReadyToSave())
+            if (!Validate() || blanksRefused())
+                return;
+            if (TSmartEdit_ZLM *tooLong = m_keptTexts.Refused()) {
+                FocusInput(tooLong);
+                return;
+            }
+            if (!ReadyToSave())
                 return;
             tried = true;
             saved = SaveRecord();
@@ -324,6 +330,13 @@ void TBaseEditor::Place(QGridLayout *layout, int row, int column, const QString 
     layout->addLayout(cell, row, column * 2 + 1);
     // What stands in an input decides how wide its column may grow; captions keep to their text.
     layout->setColumnStretch(column * 2 + 1, 1);
+}
+
+void TBaseEditor::KeepIn(const QString &table,
+                         std::initializer_list<std::pair<TSmartEdit_ZLM *, const char *>> inputsAndColumns)
+{
+    for (const auto &[input, column] : inputsAndColumns)
+        m_keptTexts.Add(input, table, QString::fromLatin1(column));
 }
 
 TSmartCheckBox_ZLM *TBaseEditor::AddTickBox(QWidget *input, const QString &objectName)

@@ -3,6 +3,7 @@
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
+#include "host/NewBaseForms_PKG/KeptTexts_UNT.h"
 #include "host/database/DatabaseError.h"
 
 #include <QGridLayout>
@@ -105,6 +106,10 @@ protected:
         connect(input, &Input::changed, this, [this] { SetIsSaved(false); });
         return input;
     }
+    /// Names the table's columns that keep what is typed into these inputs. A text that is longer than its column is told
+    /// after Validate, before SaveRecord, and the user may go back to it.
+    void KeepIn(const QString &table,
+                std::initializer_list<std::pair<TSmartEdit_ZLM *, const char *>> inputsAndColumns);
     /// The label that AddInput put beside an input; null when its caption is empty.
     QLabel *CaptionOf(QWidget *input) const { return m_captions.value(input); }
     /// Gives a widget that AddInput does not know (a grid, a selector) its place in the tab order: behind all inputs
@@ -191,6 +196,7 @@ private:
         QString seen; ///< the text that it ran for last
     };
     QHash<TSmartEdit_ZLM *, TLeavingCheck> m_leavingChecks;
+    TKeptTexts m_keptTexts;
     struct TPageGuard {
         int page;
         TSoftwarePart part;

@@ -166,6 +166,13 @@ QString PersianText::grouped(const QString &plainNumber)
     return result;
 }
 
+QString PersianText::cut(const QString &text, int width)
+{
+    if (width <= 0 || text.size() <= width)
+        return text;
+    return text.left(text[width - 1].isHighSurrogate() ? width - 1 : width);
+}
+
 int PersianText::compare(const QString &a, const QString &b)
 {
     static const QCollator collator = [] {

@@ -21,6 +21,9 @@ bool isBlank(const QString &text);
 QString plainNumber(const QString &text);
 /// "1234567.5" to "1,234,567.5"; a text that is no number comes back unchanged.
 QString grouped(const QString &plainNumber);
+/// At most `width` characters of a column, which counts a letter beyond the basic plane as two; never half of one. 0: no
+/// limit. What a column keeps of a text is this, wherever it is cut.
+QString cut(const QString &text, int width);
 /// Compares in the order of the Persian alphabet, for lists that the program sorts itself.
 int compare(const QString &a, const QString &b);
 
