@@ -340,8 +340,7 @@ void TStaffGet_FRM::editRow()
 
 void TStaffGet_FRM::deleteRow()
 {
-    if (!RowsAreOwn() ||
-        !MsgDeleteRow(m_family->Grid()->NameOfRow(Staff_DM->Family_QUR->position())))
+    if (!RowsAreOwn() || !MsgDeleteRow(m_family->Grid()->NameOfRow(Staff_DM->Family_QUR->position())))
         return;
     const QVariant id = Staff_DM->Family_QUR->value("ID");
     if (!Staff_DM->Family_Del(id.toString())) {

@@ -9,7 +9,8 @@ namespace Keys {
 /// Types a text character by character into the widget (Persian too).
 void type(QWidget *widget, const QString &text);
 /// Presses a key combination in the widget that has the focus in `window`, or in `window` itself.
-void press(QWidget *window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString &text = {});
+void press(QWidget *window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+           const QString &text = {});
 /// Selects what the input holds and types `text` over it.
 void retype(QWidget *input, const QString &text);
 /// Shows a modal screen and runs `work` once it is shown; closes whatever is left open after `work`. Fails the
@@ -17,7 +18,8 @@ void retype(QWidget *input, const QString &text);
 int runModal(const std::function<int()> &show, const std::function<void(QWidget *screen)> &work);
 /// The child with this object name; fails the test and aborts it when there is none.
 QWidget *child(QWidget *screen, const QString &objectName);
-template <class T> T *find(QWidget *screen, const QString &objectName)
+template <class T>
+T *find(QWidget *screen, const QString &objectName)
 {
     return qobject_cast<T *>(child(screen, objectName));
 }

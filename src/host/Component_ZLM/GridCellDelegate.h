@@ -10,7 +10,8 @@ class GridCellDelegate : public QStyledItemDelegate {
     Q_OBJECT
 public:
     GridCellDelegate(QObject *parent, const QList<TGridColumn> &columns);
-    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;

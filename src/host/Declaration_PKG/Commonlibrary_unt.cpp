@@ -3,6 +3,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Process_unt.h"
+#include "host/Utility_ZLM/PersianText.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Query.h"
 

@@ -312,7 +312,7 @@ bool MsgTextsCut(const QList<TCutText> &cuts)
     return MessageService().show(result) == TAnswer::Yes;
 }
 
-void MsgSavedOutOfSight(const QString &record, QWidget *form)
+void MsgSavedOutOfSight(const QString &record, QObject *form)
 {
     TMessage result =
         message("MsgSavedOutOfSight", miInformation,

@@ -99,4 +99,4 @@ struct TCutText {
 /// Texts are longer than their columns. True: save them cut.
 bool MsgTextsCut(const QList<TCutText> &cuts);
 /// What was just saved is not in the list behind, since a search or a group leaves it out; a balloon.
-void MsgSavedOutOfSight(const QString &record, QWidget *form);
+void MsgSavedOutOfSight(const QString &record, QObject *form);

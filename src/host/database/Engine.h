@@ -49,6 +49,5 @@ public:
     virtual void runScript(const QString &sql) = 0;
 };
 
-std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path,
-                                          TMissingFile missing = TMissingFile::Create);
+std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path, TMissingFile missing = TMissingFile::Create);
 std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString);
