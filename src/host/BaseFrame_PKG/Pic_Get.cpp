@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Picturefunctions_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/database/SqliteFile.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -61,6 +62,8 @@ void TPic_Get::PicDelete()
 
 bool TPic_Get::TakeFile(const QString &fileName)
 {
+    if (SqliteFile::isHeldOpen(fileName)) // the database itself: closing it again would drop its locks
+        return take({}, u"تنها تصویرهای JPEG و PNG پذیرفته می شوند."_qs);
     const TPictureRead read = ReadPictureFile(fileName);
     return take(read.image, read.refusal);
 }

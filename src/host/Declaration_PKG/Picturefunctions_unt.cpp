@@ -2,7 +2,6 @@
 
 #include "host/Declaration_PKG/PictureFile_unt.h"
 #include "host/database/Query.h"
-#include "host/database/SqliteFile.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -144,8 +143,6 @@ TPictureRead ReadPicture(const QByteArray &bytes)
 TPictureRead ReadPictureFile(const QString &fileName)
 {
     QFile file(fileName);
-    if (SqliteFile::isHeldOpen(fileName)) // the database itself: closing it again would drop its locks
-        return refused(u"تنها تصویرهای JPEG و PNG پذیرفته می شوند."_qs);
     // A named pipe or a device would never end.
     if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly))
         return refused(u"فایل تصویر باز نشد."_qs);
