@@ -67,11 +67,8 @@ void TCalender_Day_FRM::ShowRecord()
 
 bool TCalender_Day_FRM::Validate()
 {
-    if (Title_EDT->IsEmpty()) {
-        MsgRequiredField(u"عنوان"_qs, Title_EDT, this);
-        FocusInput(Title_EDT);
+    if (!RequireInput(Title_EDT, u"عنوان"_qs))
         return false;
-    }
     if (!Date_EDT->IsDate()) {
         FocusInput(Date_EDT);
         return false;

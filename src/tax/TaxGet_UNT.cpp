@@ -281,11 +281,8 @@ bool TTaxGet_FRM::Validate()
     }
     if (!codeTyped())
         return false;
-    if (Title_EDT->IsEmpty()) {
-        MsgRequiredField(QStringLiteral("عنوان"), Title_EDT, this);
-        FocusInput(Title_EDT);
+    if (!RequireInput(Title_EDT, QStringLiteral("عنوان")))
         return false;
-    }
     if (!Tax_DM->DetailList_QUR->active()) // a reading that failed closed it
         Tax_DM->TmpTax_OpenList(Identifier());
     // The working rows are everybody's: an editor of this table elsewhere may have cleared them, and saving none would

@@ -47,7 +47,9 @@ TMessageService &MessageService();
 void SetMessageService(TMessageService *service);
 
 void MsgRequiredField(const QString &caption, QWidget *control, QWidget *form);
-void MsgRepeatedField(const QString &caption, const QString &entity, QWidget *control, QWidget *form);
+/// `holder`: a sentence that names the record which has it, shown beside the message's own; no word of it.
+void MsgRepeatedField(const QString &caption, const QString &entity, QWidget *control, QWidget *form,
+                      const QString &holder = {});
 void MsgCodeNotAvailable(const QString &entity, QWidget *control, QWidget *form);
 bool MsgDeleteRow();
 void MsgHasSubRecords(const QString &entity);
