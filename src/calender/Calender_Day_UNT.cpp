@@ -68,11 +68,8 @@ void TCalender_Day_FRM::ShowRecord()
 
 bool TCalender_Day_FRM::Validate()
 {
-    if (Title_EDT->IsEmpty()) {
-        MsgRequiredField(u"عنوان"_qs, Title_EDT, this);
-        FocusInput(Title_EDT);
+    if (!RequireInput(Title_EDT, u"عنوان"_qs))
         return false;
-    }
     // A stored day keeps its date, also one that the calendar does not have (12/30 of a common year).
     if (Date_EDT->GetText() != m_day._Date && !Date_EDT->IsDate()) {
         FocusInput(Date_EDT);

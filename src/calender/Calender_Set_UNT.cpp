@@ -129,11 +129,8 @@ bool TCalender_Set_FRM::rangeIsFree()
 
 bool TCalender_Set_FRM::Validate()
 {
-    if (Title_EDT->IsEmpty()) {
-        MsgRequiredField(u"عنوان"_qs, Title_EDT, this);
-        FocusInput(Title_EDT);
+    if (!RequireInput(Title_EDT, u"عنوان"_qs))
         return false;
-    }
     for (TSmartDateEdit_ZLM *date : {Date1_EDT, Date2_EDT}) {
         if (!date->IsDate()) {
             FocusInput(date);

@@ -1,6 +1,7 @@
 #include "entity/Entity_DM_UNT.h"
 
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/DM_UNT.h"
 
 #include <limits>
 
@@ -132,6 +133,12 @@ void TEntity_DM::FiscalGet_ByTitle(const QString &title)
 void TEntity_DM::DeducationGet_ByTitle(const QString &title)
 {
     open(Temp_QUR, TStatement("select code from Deduction where Title=").text(title));
+}
+
+std::optional<TTwin> TEntity_DM::Title_Twin(const QString &title, TSoftwarePart part, int own)
+{
+    return FindTwin(*DM.ADOConnection1, part == cspDeduction ? "Deduction" : "Fiscal", {{"Title", title}},
+                    own, {"Title"});
 }
 
 void TEntity_DM::FiscalDeducation_GetByID(const QVariant &code, TSoftwarePart part,

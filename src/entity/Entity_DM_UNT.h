@@ -4,6 +4,7 @@
 #include "common/QueryTools.h"
 #include "entity/Entity_Mapper.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/ZelmoSearch/FoldedTwin.h"
 
 /// The database work of earnings (Fiscal) and deductions (Deduction), their groups, and the picking of items into
 /// a personnel order or a staff output. Both kinds draw their codes from one sequence.
@@ -46,6 +47,8 @@ public:
     void Deducation_GetCode(const QVariant &code);
     void FiscalGet_ByTitle(const QString &title);
     void DeducationGet_ByTitle(const QString &title);
+    /// Another item of the kind than `own` that has the title, however it is written.
+    std::optional<TTwin> Title_Twin(const QString &title, TSoftwarePart part, int own);
     /// Opens an item and copies it into the record; an unknown code gives an empty record, and Get_QUR stays open on
     /// no row, ready for FiscalDeducation_Insert.
     void FiscalDeducation_GetByID(const QVariant &code, TSoftwarePart part, TFiscalDeducation_Mapper &item);

@@ -271,10 +271,14 @@ bool TFiscalDeducation_Get_FRM::Validate()
         Entity_DM->FiscalGet_ByTitle(Title_EDT->GetText());
     else
         Entity_DM->DeducationGet_ByTitle(Title_EDT->GetText());
-    if (!Entity_DM->Temp_QUR->isEmpty() && Title_EDT->GetText() != m_loadedTitle) {
-        // Users know this sentence with the word of the earnings, for deductions too.
-        MsgRepeatedField(u"عنوان"_qs, u"مزايا"_qs, Title_EDT, this);
-        return refuseAt(Title_EDT);
+    const bool found = !Entity_DM->Temp_QUR->isEmpty();
+    if (Title_EDT->GetText() != m_loadedTitle) {
+        const auto twin = Entity_DM->Title_Twin(Title_EDT->GetText(), Part(), Code_EDT->asInteger());
+        if (found || twin) {
+            // Users know this sentence with the word of the earnings, for deductions too.
+            MsgRepeatedField(u"عنوان"_qs, u"مزايا"_qs, Title_EDT, this, twin ? TwinText(*twin) : QString());
+            return refuseAt(Title_EDT);
+        }
     }
     if (TSelect_AccountCode1->TotalCode() == 0 || TSelect_AccountCode1->AssistantCode() == 0 ||
         TSelect_AccountCode1->DetailCode() == 0) {

@@ -53,6 +53,7 @@ void TStaffFamily_GetDetil_FRM::build()
     Comment_EDT = text(u"  شرح& :"_qs, "Comment_EDT", 50);
     Type_CMB = choice(u"  &نسبت :"_qs, "Type_CMB", {u"فرزند"_qs, u"همسر"_qs});
     InsuranceNumber_EDT = text(u"  کد بیم&ه :"_qs, "InsuranceNumber_EDT", 20);
+    InsuranceNumber_EDT->SetCodeForm(TSmartEdit_ZLM::PlainCode);
     DeathDate_EDT = date(u"  تاریخ &فوت :"_qs, "DeathDate_EDT");
     DeathDate_EDT->setEnabled(false);
     Death_CHK = AddTickBox(DeathDate_EDT, QStringLiteral("Death_CHK"));
@@ -172,7 +173,9 @@ bool TStaffFamily_GetDetil_FRM::Validate()
 {
     return RequireInput(Code_EDT, u"کد"_qs) && codeIsFree() &&
            RequireInput(Name_EDT, u"نام و نام خانوادگي"_qs) && CheckInput(BirthDate_EDT) &&
-           CheckInput(DeathDate_EDT) && deathAfterBirth();
+           CheckInput(DeathDate_EDT) && deathAfterBirth() &&
+           // Without a date the row would be read back as of a living member.
+           (!Death_CHK->isChecked() || RequireInput(DeathDate_EDT, u"تاریخ فوت"_qs));
 }
 
 bool TStaffFamily_GetDetil_FRM::SaveRecord()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "host/ZelmoSearch/FoldedTwin.h"
 #include "staff/Staff_Mapper.h"
 
 class QFileDialog;
@@ -128,7 +129,12 @@ private:
     bool checkGroupCode();
     bool checkPersonnelCode();
     bool checkRepeated(TSmartEdit_ZLM *input, const QString &word, const QString &loaded);
+    /// Tells that another employee has what the inputs hold, however it is written there. `found`: one who has exactly
+    /// that was found before. False: told.
+    bool checkTwin(const QList<TUniqueText> &texts, bool found, TSmartEdit_ZLM *input, const QString &word,
+                   const QString &entity);
     bool checkOrders();
+    bool checkLeaveDateGiven();
 
     TStaff_Mapper typedStaff(bool newRecord) const;
     bool familyIsGone();

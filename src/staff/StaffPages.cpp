@@ -190,6 +190,9 @@ void TStaffGet_FRM::buildPersonnel()
     Comment_EDT = text(7, 0, u"  &شرح :"_qs, "Comment_EDT", 50);
     JobCode_EDT = text(7, 1, u"  کد شغ&ل :"_qs, "JobCode_EDT", 6);
     JobGroup_EDT = text(8, 1, u"  &گروه شغل :"_qs, "JobGroup_EDT", 50);
+    for (TSmartEdit_ZLM *number :
+         {PersonnelCode_EDT, CardNumber_EDT, AccountNumber_EDT, InsuranceNumber_EDT, JobCode_EDT})
+        number->SetCodeForm(TSmartEdit_ZLM::PlainCode);
     PersonnelCode_EDT->SetText(QStringLiteral("0"));
     InsuranceNumber_EDT->SetText(QStringLiteral("0"));
     connect(LeaveDate_CHK, &TSmartCheckBox_ZLM::changed, this, &TStaffGet_FRM::leaveDateChanged);
@@ -223,6 +226,8 @@ void TStaffGet_FRM::buildSupplementary()
     Addr1_EDT = text(4, 0, u"  آدر&س1 :"_qs, "Addr1_EDT", 300);
     Email_EDT = masked(4, 1, u"  پست الکترونی&کی :"_qs, "Email_EDT", TSmartMaskEdit_ZLM::Email, 50);
     Addr2_EDT = text(5, 0, u"  آد&رس2 :"_qs, "Addr2_EDT", 300);
+    for (TSmartEdit_ZLM *number : {Fax_EDT, Mobile_EDT})
+        number->SetCodeForm(TSmartEdit_ZLM::PlainCode);
 }
 
 void TStaffGet_FRM::buildFamily()

@@ -26,7 +26,7 @@ bool TStaffGet_FRM::Validate()
            checkRepeated(CardNumber_EDT, u"شماره کارت"_qs, m_staff._CardNumber) &&
            checkRepeated(InsuranceNumber_EDT, u"کد بيمه"_qs, m_staff._InsuranceNumber) &&
            checkRepeated(NationalCode_EDT, u"کد ملي"_qs, m_staff._NationalID) && CheckInput(Email_EDT) &&
-           checkOrders();
+           checkOrders() && checkLeaveDateGiven() && CheckInput(IssueDate_EDT);
 }
 
 bool TStaffGet_FRM::checkGroupChosen()
@@ -41,10 +41,21 @@ bool TStaffGet_FRM::checkGroupChosen()
 bool TStaffGet_FRM::checkFullName()
 {
     Staff_DM->Staff_GetCode(Name_EDT->GetText(), LastName_EDT->GetText(), code());
-    if (Staff_DM->Temp_QUR->isEmpty())
+    const bool found = !Staff_DM->Temp_QUR->isEmpty();
+    if (!found && Name_EDT->GetText() == m_staff._Name && LastName_EDT->GetText() == m_staff._LastName)
         return true;
-    MsgRepeatedField(u"نام"_qs, u"نام خانوادگي"_qs, Name_EDT, this);
-    FocusInput(Name_EDT);
+    return checkTwin({{"Name", Name_EDT->GetText()}, {"LastName", LastName_EDT->GetText()}}, found, Name_EDT,
+                     u"نام"_qs, u"نام خانوادگي"_qs);
+}
+
+bool TStaffGet_FRM::checkTwin(const QList<TUniqueText> &texts, bool found, TSmartEdit_ZLM *input,
+                              const QString &word, const QString &entity)
+{
+    const auto twin = Staff_DM->Staff_Twin(texts, code());
+    if (!found && !twin)
+        return true;
+    MsgRepeatedField(word, entity, input, this, twin ? TwinText(*twin) : QString());
+    FocusInput(input);
     return false;
 }
 
@@ -74,11 +85,10 @@ bool TStaffGet_FRM::checkPersonnelCode()
         return true;
     QueryTools::open(Staff_DM->Temp_QUR,
                      TStatement("select PersonnelCode from Staff where PersonnelCode=").text(typed));
-    if (Staff_DM->Temp_QUR->isEmpty() || typed == QLatin1String("0") || typed == m_staff._PersonnelCode)
+    if (typed == QLatin1String("0") || typed == m_staff._PersonnelCode)
         return true;
-    MsgRepeatedField(u"کد پرسنلي"_qs, u"کارمندان"_qs, PersonnelCode_EDT, this);
-    FocusInput(PersonnelCode_EDT);
-    return false;
+    return checkTwin({{"PersonnelCode", typed}}, !Staff_DM->Temp_QUR->isEmpty(), PersonnelCode_EDT,
+                     u"کد پرسنلي"_qs, u"کارمندان"_qs);
 }
 
 bool TStaffGet_FRM::checkRepeated(TSmartEdit_ZLM *input, const QString &word, const QString &loaded)
@@ -86,17 +96,24 @@ bool TStaffGet_FRM::checkRepeated(TSmartEdit_ZLM *input, const QString &word, co
     const QString typed = input->GetText();
     if (typed.isEmpty())
         return true;
-    if (input == CardNumber_EDT)
+    const char *column = "NationalID";
+    if (input == CardNumber_EDT) {
         Staff_DM->Staff_GetCardNumber(typed);
-    else if (input == InsuranceNumber_EDT)
+        column = "CardNumber";
+    } else if (input == InsuranceNumber_EDT) {
         Staff_DM->Staff_GetInsuranceNumbber(typed);
-    else
+        column = "InsuranceNumber";
+    } else {
         Staff_DM->Staff_GetNationallID(typed);
-    if (Staff_DM->Temp_QUR->isEmpty() || typed == loaded)
-        return true;
-    MsgRepeatedField(word, u"کارمندان"_qs, input, this);
-    FocusInput(input);
-    return false;
+    }
+    return typed == loaded || checkTwin({{QString::fromLatin1(column), typed}},
+                                        !Staff_DM->Temp_QUR->isEmpty(), input, word, u"کارمندان"_qs);
+}
+
+// Without a date nothing would be stored of the box.
+bool TStaffGet_FRM::checkLeaveDateGiven()
+{
+    return !LeaveDate_CHK->isChecked() || RequireInput(LeaveDate_EDT, u"تاریخ ترک کار"_qs);
 }
 
 bool TStaffGet_FRM::checkOrders()

@@ -1,6 +1,7 @@
 #include "staff/Staff_DM_UNT.h"
 
 #include "host/Declaration_PKG/Confirmation_unt.h"
+#include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "staff/StaffFields.h"
 
@@ -95,6 +96,11 @@ void TStaff_DM::Staff_GetInsuranceNumbber(const QString &insuranceNumber)
 void TStaff_DM::Staff_GetNationallID(const QString &nationalId)
 {
     find("select NationalID from Staff where NationalID=", nationalId);
+}
+
+std::optional<TTwin> TStaff_DM::Staff_Twin(const QList<TUniqueText> &texts, int own)
+{
+    return FindTwin(*DM.ADOConnection1, "Staff", texts, own, {"Name", "LastName"});
 }
 
 int TStaff_DM::Staff_GetNewCode()

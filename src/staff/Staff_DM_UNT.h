@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/QueryTools.h"
+#include "host/ZelmoSearch/FoldedTwin.h"
 #include "staff/StaffFamily_DM_UNT.h"
 #include "staff/Staff_Mapper.h"
 
@@ -35,6 +36,8 @@ public:
     void Staff_GetCardNumber(const QString &cardNumber);
     void Staff_GetInsuranceNumbber(const QString &insuranceNumber);
     void Staff_GetNationallID(const QString &nationalId);
+    /// Another employee than `own` whose columns hold the same, however it is written.
+    std::optional<TTwin> Staff_Twin(const QList<TUniqueText> &texts, int own);
     /// One more than the highest code of an employee or of a lock on a staff code, whoever holds it.
     int Staff_GetNewCode();
     bool Staff_Insert(const TStaff_Mapper &staff);

@@ -308,11 +308,8 @@ bool TTaxGet_FRM::Validate()
     }
     if (!codeTyped())
         return false;
-    if (Title_EDT->IsEmpty()) {
-        MsgRequiredField(QStringLiteral("عنوان"), Title_EDT, this);
-        FocusInput(Title_EDT);
+    if (!RequireInput(Title_EDT, QStringLiteral("عنوان")))
         return false;
-    }
     if (!Tax_DM->DetailList_QUR->active()) // a reading that failed closed it
         Tax_DM->TmpTax_OpenList(Identifier());
     if (Tax_DM->DetailList_QUR->isEmpty()) {

@@ -83,6 +83,31 @@ TEST_F(ItemEditor, ARepeatedTitleOfADeductionIsToldWithTheWordOfTheEarnings)
     });
 }
 
+TEST_F(ItemEditor, ATitleIsRepeatedHoweverItIsWrittenAndTheItemIsNamed)
+{
+    db.run(u"update Fiscal set Title=N' كار عيدي' where Code=4"_qs);
+    editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
+        fill(editor, u"کار عیدی"_qs);
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(عنوان|مزايا)"_qs});
+        EXPECT_TRUE(messages.last().text.endsWith(u"كار عيدي (کد 4)"_qs))
+            << messages.last().text.toStdString();
+        EXPECT_TRUE(editor.Title_EDT->hasFocus());
+        Keys::retype(editor.Title_EDT, "   ");
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRequiredField(عنوان)"_qs});
+        leave(editor);
+    });
+    edit(cspFiscal, 4, [&](TFiscalDeducation_Get_FRM &editor) { // its own title in another form is no other's
+        messages.take();
+        Keys::retype(editor.Title_EDT, u"کار عیدی"_qs);
+        Keys::press(&editor, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList());
+        EXPECT_FALSE(editor.isVisible());
+    });
+    EXPECT_EQ(db.text("select Title from Fiscal where Code=4"), u"کار عیدی"_qs);
+}
+
 TEST_F(ItemEditor, TitlesAreUniqueWithinTheirKindOnly)
 {
     editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {

@@ -52,6 +52,32 @@ TEST_F(PayrollInfoEditor, ABlankIsATextWhereOneIsAskedFor)
     EXPECT_EQ(stored(21), " ");
 }
 
+TEST_F(PayrollInfoEditor, TypedBlanksAreNoTextAndTypedCodesAreStoredInLatinDigits)
+{
+    show([&](TPayrollInfoGet_FRM &screen) {
+        fillAll(screen);
+        Keys::retype(screen.OrganCode_EDT, "  ");
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد سازمان)"_qs));
+        Keys::retype(screen.OrganCode_EDT, u" ۷۷ "_qs);
+        screen.Payroll_PC->setCurrentIndex(1);
+        Keys::retype(screen.PayerName_EDT, "  ");
+        screen.SignaturPositionFirst_EDT->Clear();
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(سمت صاحب امضا اول)"_qs))
+            << "the others first";
+        screen.SignaturPositionFirst_EDT->SetText("p");
+        screen.Payroll_PC->setCurrentIndex(0);
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(نام پرداخت کننده)"_qs));
+        EXPECT_TRUE(screen.PayerName_EDT->hasFocus());
+        Keys::retype(screen.PayerName_EDT, u"مریم"_qs);
+        Keys::press(&screen, Qt::Key_F3);
+        EXPECT_EQ(messages.take(), QStringList(saved));
+    });
+    EXPECT_EQ(stored(14), "77");
+}
+
 TEST_F(PayrollInfoEditor, ACaseNumberThatIsTooShortIsToldInGreyWhenItsPageIsShown)
 {
     show([&](TPayrollInfoGet_FRM &screen) {

@@ -133,13 +133,19 @@ void MsgRequiredField(const QString &caption, QObject *control, QObject *form)
     MessageService().show(result);
 }
 
-void MsgRepeatedField(const QString &caption, const QString &entity, QObject *control, QObject *form)
+void MsgRepeatedField(const QString &caption, const QString &entity, QObject *control, QObject *form,
+                      const QString &holder)
 {
     // The second word names now the entity, now a second field: the sentence must bear both.
-    warn("MsgRepeatedField",
-         entity.trimmed().isEmpty() ? QStringLiteral("این %1 قبلا ثبت شده است و نمی تواند تکراری باشد.")
-                                    : QStringLiteral("تکراری است و قبلا ثبت شده است: %1 - %2"),
-         {caption, entity}, control, form);
+    TMessage result = message("MsgRepeatedField", miWarning,
+                              entity.trimmed().isEmpty()
+                                  ? QStringLiteral("این %1 قبلا ثبت شده است و نمی تواند تکراری باشد.")
+                                  : QStringLiteral("تکراری است و قبلا ثبت شده است: %1 - %2"),
+                              {caption, entity});
+    if (!holder.isEmpty())
+        result.text += u'\n' + holder;
+    at(result, control, form);
+    MessageService().show(result);
 }
 
 void MsgCodeNotAvailable(const QString &entity, QObject *control, QObject *form)

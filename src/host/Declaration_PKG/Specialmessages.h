@@ -57,7 +57,9 @@ void SetMessageService(TMessageService *service);
 void SetUsualMessageService(TMessageService *service);
 
 void MsgRequiredField(const QString &caption, QObject *control, QObject *form);
-void MsgRepeatedField(const QString &caption, const QString &entity, QObject *control, QObject *form);
+/// `holder`: a sentence that names the record which has it, shown beside the message's own; no word of it.
+void MsgRepeatedField(const QString &caption, const QString &entity, QObject *control, QObject *form,
+                      const QString &holder = {});
 void MsgCodeNotAvailable(const QString &entity, QObject *control, QObject *form);
 /// `record` names what goes, such as its code and title, below the question; `count`: when that is more than one row.
 bool MsgDeleteRow(const QString &record = {}, int count = 1);

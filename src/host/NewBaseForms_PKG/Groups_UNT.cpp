@@ -4,6 +4,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/ZelmoSearch/FoldedTwin.h"
 
 #include <QGridLayout>
 #include <QVBoxLayout>
@@ -110,8 +111,13 @@ bool TGroupGet_FRM::Validate()
             .text(AsStored(m_kind.table, QStringLiteral("Name"), Name_EDT->GetText().trimmed()))
             .sql(" and Code<>")
             .integer(Identifier()));
-    if (other.toInt() > 0) {
-        MsgRepeatedField(QStringLiteral("نام"), m_kind.listTitle, Name_EDT, this);
+    std::optional<TTwin> twin;
+    if (other.toInt() > 0 || Mode() == fmNew || Name_EDT->GetText() != m_loadedName)
+        twin = FindTwin(*DM.ADOConnection1, m_kind.table, {{QStringLiteral("Name"), Name_EDT->GetText()}},
+                        Identifier().toInt(), {QStringLiteral("Name")});
+    if (other.toInt() > 0 || twin) {
+        MsgRepeatedField(QStringLiteral("نام"), m_kind.listTitle, Name_EDT, this,
+                         twin ? TwinText(*twin) : QString());
         FocusInput(Name_EDT);
         return false;
     }

@@ -247,6 +247,19 @@ void finds(sqlite3_context *context, int count, sqlite3_value **values)
     sqlite3_result_int(context, found == TFoldTable::Found::Yes ? 1 : 0);
 }
 
+// zelmo_same(what, text): 1 when the folded text, without blanks at its ends, is what, which is such a text already.
+void same(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (anyNull(count, values))
+        return sqlite3_result_null(context);
+    static const TFoldTable table;
+    const TBytes what = bytes(values[0]);
+    // Nearly all rows end here: what is not there at all is not the same.
+    if (what.size > 0 && table.find(what, bytes(values[1])) == TFoldTable::Found::No)
+        return sqlite3_result_int(context, 0);
+    sqlite3_result_int(context, PersianText::fold(string(values[1])).trimmed() == string(values[0]) ? 1 : 0);
+}
+
 // The next unique code of a detail, whatever its kind (the server has it as a function in the schema).
 void uniqueCode(sqlite3_context *context, int, sqlite3_value **)
 {
@@ -278,6 +291,7 @@ void registerSqliteFunctions(sqlite3 *db)
                                    {"zelmo_left", 2, pure, left},
                                    {"zelmo_right", 2, pure, right},
                                    {"zelmo_finds", 2, pure, finds},
+                                   {"zelmo_same", 2, pure, same},
                                    {"getdate", 0, SQLITE_UTF8, getdate},
                                    {"GetUinqueCode_FNC", 1, SQLITE_UTF8, uniqueCode}};
     for (const TFunction &function : functions)

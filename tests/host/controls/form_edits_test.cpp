@@ -312,3 +312,24 @@ TEST_F(TimeEdit, NoTimeIsValid)
     leave();
     EXPECT_TRUE(edit->IsEmpty());
 }
+
+TEST(CodeForm, TypedCodesTurnIntoLatinDigitsWhenTheyAreLeftAndStoredOnesStay)
+{
+    Form form;
+    auto *code = form.add(new TSmartEdit_ZLM);
+    auto *digits = form.add(new TSmartEdit_ZLM);
+    code->SetCodeForm(TSmartEdit_ZLM::PlainCode);
+    digits->SetCodeForm(TSmartEdit_ZLM::LatinDigits);
+    form.open();
+    code->SetText(QStringLiteral(" ۱۲ "));
+    code->setFocus();
+    digits->setFocus();
+    EXPECT_EQ(code->GetText(), QStringLiteral(" ۱۲ "));
+    Keys::retype(code, QStringLiteral(" ک۱٢\u200C "));
+    EXPECT_EQ(code->GetText(), QStringLiteral(" ک۱٢\u200C ")) << "while the user is at it";
+    Keys::retype(digits, QStringLiteral(" ۱ "));
+    EXPECT_EQ(code->GetText(), QStringLiteral("ک12"));
+    EXPECT_TRUE(code->WasTyped());
+    digits->FinishTyping();
+    EXPECT_EQ(digits->GetText(), " 1 ");
+}

@@ -57,6 +57,10 @@ TEST_F(GroupsOfEmployees, AGroupWithoutANameOrWithATakenOneIsNotSaved)
                           type(screen, " اداری ");
                           Keys::press(screen, Qt::Key_F3);
                           EXPECT_TRUE(messages.take().last().startsWith("MsgRepeatedField("));
+                          type(screen, "اداري");
+                          Keys::press(screen, Qt::Key_F3);
+                          EXPECT_TRUE(messages.take().last().startsWith("MsgRepeatedField("));
+                          EXPECT_TRUE(messages.last().text.endsWith(QString::fromUtf8("اداری (کد 1)")));
                           EXPECT_TRUE(screen->isVisible());
                           messages.answer({No});
                           Keys::press(screen, Qt::Key_Escape);
