@@ -21,12 +21,12 @@ TEST_F(ItemPick, OfTickedItemsTheOnesThatAreGoneAreNamedAndTheOthersTaken)
 {
     EXPECT_EQ(pick(u"1;2;12"_qs,
                    [&](TFiscalDeducation_List_FRM &screen) {
-                       tick(screen, {7, 8});
-                       db.run("delete from Deduction where Code=7");
+                       tick(screen, {8, 9});
+                       db.run("delete from Deduction where Code=9");
                        enter(screen);
                    }),
               QDialog::Accepted);
-    EXPECT_EQ(messages.take(), QStringList{u"MsgRecordGone(کد: 7)"_qs});
+    EXPECT_EQ(messages.take(), QStringList{u"MsgRecordGone(کد: 9)"_qs});
     EXPECT_EQ(deductionsOf(12), "8|300");
 }
 
