@@ -5,6 +5,7 @@
 #include "calender/Calender_List_UNT.h"
 #include "entity/FiscalDeducation_List_UNT.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "payrollinfo/PayrollInfoGet_UNT.h"
@@ -47,6 +48,8 @@ int enter(Work work) noexcept
         return work();
     } catch (const TDatabaseError &error) {
         tell(error);
+    } catch (const std::bad_alloc &) {
+        TellLowMemory();
     } catch (const std::exception &error) {
         tell(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
     } catch (...) {

@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 
 #include <chrono>
+#include <new>
 #include <sqlite3.h>
 #include <thread>
 
@@ -200,9 +201,9 @@ int TSqliteEngine::waitForWriter(void *engine, int attempt)
 void TSqliteEngine::fail(const QString &text) const
 {
     const int code = m_db ? sqlite3_extended_errcode(m_db) : SQLITE_NOMEM;
-    throw TDatabaseError(faultOf(code),
-                         m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QStringLiteral("out of memory"),
-                         text);
+    if ((code & 0xff) == SQLITE_NOMEM)
+        throw std::bad_alloc(); // as everywhere else: no fault of the database
+    throw TDatabaseError(faultOf(code), QString::fromUtf8(sqlite3_errmsg(m_db)), text);
 }
 
 void TSqliteEngine::exec(const char *sql)
