@@ -1,7 +1,8 @@
 #include "app/CommandLine.h"
 
-#include "app/ConnectionText.h"
 #include "app/EntryPoints.h"
+#include "host/database/OdbcConnectionString.h"
+#include "host/database/SqliteFile.h"
 
 #include <QFile>
 
@@ -14,7 +15,8 @@ struct TOption {
 };
 
 const TOption options[] = {
-    {"--database", "FILE", "work on this database file (created when it is not there)"},
+    {"--database", "FILE", "work on this database file"},
+    {"--create", nullptr, "make the file of --database, and its folder, when it is not there"},
     {"--odbc", "TEXT", "work on SQL Server through ODBC; the connection string without its password"},
     {"--odbc-file", "FILE", "the same, the connection string in the first line of a file"},
     {"--demo", nullptr, "fill a new database with a sample company and log its administrator in"},
@@ -40,7 +42,8 @@ const TOption *optionOf(const QString &argument)
 QString FirstLineOf(const QString &fileName, QString *error)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
+    // Opening the database's own file beside SQLite would cost its locks.
+    if (SqliteFile::isHeldOpen(fileName) || !file.open(QIODevice::ReadOnly)) {
         *error = QStringLiteral("cannot read %1: %2").arg(fileName, file.errorString());
         return {};
     }
@@ -84,7 +87,7 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
         if (argument == QLatin1String("--database")) {
             line.databaseFile = value;
         } else if (argument == QLatin1String("--odbc")) {
-            if (ConnectionText::hasPassword(value))
+            if (TOdbcConnectionString(value).hasPassword())
                 return wrong(
                     QStringLiteral("a password does not belong on the command line, where everybody can "
                                    "read it: put the connection string into a file (--odbc-file) or into "
@@ -98,6 +101,8 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
             if (!error.isEmpty())
                 return wrong(error);
             odbcGiven = true;
+        } else if (argument == QLatin1String("--create")) {
+            line.create = true;
         } else if (argument == QLatin1String("--demo")) {
             line.demo = true;
         } else if (argument == QLatin1String("--user")) {
@@ -125,6 +130,8 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
 
     if (!line.databaseFile.isEmpty() && odbcGiven)
         return wrong(QStringLiteral("name one database: a file or a server"));
+    if (line.create && line.databaseFile.isEmpty())
+        return wrong(QStringLiteral("--create needs --database: the file to be made"));
     const bool named = !line.databaseFile.isEmpty() || odbcGiven;
     const bool sample = line.demo || line.task == Task::Tour;
     if (named && line.task == Task::Tour && !line.demo)

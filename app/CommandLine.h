@@ -9,6 +9,7 @@ struct TCommandLine {
     Task task = Task::Run;
     QString databaseFile; ///< --database
     QString odbc;         ///< the whole connection string, from --odbc, --odbc-file or the environment
+    bool create = false;  ///< the file of --database may be made
     bool demo = false;
     QString user;
     QString passwordFile;

@@ -1,8 +1,8 @@
 #include "app/DatabaseChoice.h"
 
-#include "app/ConnectionText.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Utility_ZLM/PlainIni.h"
+#include "host/database/OdbcConnectionString.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -32,6 +32,8 @@ TDatabaseChoice TDatabaseChoice::stored()
     TDatabaseChoice choice{settings.value(fileKey).toString(), settings.value(odbcKey).toString()};
     if (choice.file.isEmpty())
         choice.file = ordinaryFile();
+    if (choice.file == ordinaryFile())
+        choice.missing = TConnection::Missing::Create;
     return choice;
 }
 
@@ -46,7 +48,7 @@ bool TDatabaseChoice::store() const
     settingsOnDisk.close();
     QSettings settings(name, PlainIni::format());
     settings.setValue(fileKey, file == ordinaryFile() ? QString() : file);
-    settings.setValue(odbcKey, ConnectionText::withoutPassword(odbc));
+    settings.setValue(odbcKey, TOdbcConnectionString(odbc).withoutPassword().text());
     settings.sync();
     return settings.status() == QSettings::NoError && QFile::setPermissions(name, userOnly);
 }

@@ -1,11 +1,11 @@
 #include "app/DatabaseSettings_FRM.h"
 
 #include "app/Ask.h"
-#include "app/ConnectionText.h"
+#include "host/Component_ZLM/FileDialogs.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/database/Engine.h"
+#include "host/database/OdbcConnectionString.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
@@ -73,17 +73,15 @@ TDatabaseSettings_FRM::TDatabaseSettings_FRM(const TDatabaseChoice &choice)
     TSmartButton_ZLM *exit = AddButton(QStringLiteral("EXit_BTN"), u"خروج Esc"_qs, QStringLiteral("Esc"));
     connect(exit, &QAbstractButton::clicked, this, &TDatabaseSettings_FRM::reject);
 
-    const auto partOf = [&choice](const char *name) {
-        return ConnectionText::part(choice.odbc, QLatin1String(name));
-    };
+    const TOdbcConnectionString odbc(choice.odbc);
+    const auto partOf = [&odbc](const char *name) { return odbc.value(QLatin1String(name)); };
     File_EDT->setText(choice.file.isEmpty() ? TDatabaseChoice::ordinaryFile() : choice.file);
     Driver_EDT->setText(choice.onServer() ? partOf("Driver") : QStringLiteral("FreeTDS"));
     Server_EDT->setText(partOf("Server"));
     Port_EDT->setText(choice.onServer() ? partOf("Port") : QStringLiteral("1433"));
     Database_EDT->setText(partOf("Database"));
     User_EDT->setText(partOf("UID"));
-    m_otherParts = ConnectionText::without(
-        choice.odbc, {"Driver", "Server", "Port", "Database", "UID", "PWD", "Password"});
+    m_otherParts = odbc.without({"Driver", "Server", "Port", "Database", "UID", "PWD", "Password"}).text();
     if (m_otherParts.isEmpty())
         m_otherParts = QStringLiteral("TDS_Version=7.4;ClientCharset=UTF-8");
     (choice.onServer() ? Server_RB : File_RB)->setChecked(true);
@@ -102,6 +100,8 @@ TDatabaseChoice TDatabaseSettings_FRM::Choice() const
 {
     TDatabaseChoice choice;
     choice.file = File_EDT->text().trimmed();
+    if (choice.file == TDatabaseChoice::ordinaryFile())
+        choice.missing = TConnection::Missing::Create;
     if (!Server_RB->isChecked())
         return choice;
     const QList<std::pair<QString, QString>> given = {{"Driver", Driver_EDT->text()},
@@ -109,13 +109,15 @@ TDatabaseChoice TDatabaseSettings_FRM::Choice() const
                                                       {"Port", Port_EDT->text()},
                                                       {"Database", Database_EDT->text()},
                                                       {"UID", User_EDT->text()}};
+    TOdbcConnectionString odbc({});
     for (const auto &[name, value] : given) {
         if (!value.trimmed().isEmpty())
-            choice.odbc = ConnectionText::with(choice.odbc, name, value.trimmed());
+            odbc = odbc.with(name, value.trimmed());
     }
-    choice.odbc += u';' + m_otherParts;
+    odbc = TOdbcConnectionString(odbc.text() + u';' + m_otherParts);
     if (!Password_EDT->text().isEmpty())
-        choice.odbc = ConnectionText::with(choice.odbc, QStringLiteral("PWD"), Password_EDT->text());
+        odbc = odbc.with(QStringLiteral("PWD"), Password_EDT->text());
+    choice.odbc = odbc.text();
     return choice;
 }
 
@@ -141,7 +143,7 @@ void TDatabaseSettings_FRM::test()
         return;
     const TDatabaseChoice choice = Choice();
     if (!choice.onServer() && !QFileInfo::exists(choice.file)) {
-        Tell(u"چنین پرونده ای هنوز نیست و هنگام شروع ساخته می شود."_qs);
+        Tell(u"چنین پرونده ای هنوز نیست؛ هنگام شروع پرسیده می شود که ساخته شود یا نه."_qs);
         return;
     }
     // An engine alone leaves the schema as it is.
@@ -167,9 +169,10 @@ void TDatabaseSettings_FRM::save()
 
 void TDatabaseSettings_FRM::pickFile()
 {
-    const QString file = QFileDialog::getSaveFileName(
-        this, u"پرونده پایگاه داده"_qs, File_EDT->text(), u"پایگاه داده (*.db)"_qs, nullptr,
-        QFileDialog::DontConfirmOverwrite | QFileDialog::DontUseNativeDialog);
+    // The file may be the one that is open, and it may be none yet.
+    const QString file = FileDialogs::AskForName(
+        this,
+        {.caption = u"پرونده پایگاه داده"_qs, .filter = u"پایگاه داده (*.db)"_qs, .name = File_EDT->text()});
     if (!file.isEmpty())
         File_EDT->setText(file);
 }

@@ -6,14 +6,15 @@
 #include "app/Login_FRM.h"
 #include "app/PickTarget_FRM.h"
 #include "app/Users_FRM.h"
+#include "host/Component_ZLM/FileDialogs.h"
 #include "host/Component_ZLM/LayoutStore.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Utility_ZLM/PersianCalendar.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Backup.h"
 
 #include <QApplication>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -45,6 +46,25 @@ QString freeName(const QString &name)
     for (int number = 2; QFile::exists(free); ++number)
         free = QStringLiteral("%1-%2").arg(name).arg(number);
     return free;
+}
+
+/// What the user knows a backup by.
+QString contentsText(const Backup::TContents &contents)
+{
+    static const std::pair<const char *, QString> tables[] = {{"Staff", u"پرسنل"_qs},
+                                                              {"CalcMethod", u"روش محاسبه"_qs},
+                                                              {"TaxMain", u"جدول مالیات"_qs},
+                                                              {"Calender", u"روز تقویم"_qs},
+                                                              {"Fiscal", u"مزایا"_qs},
+                                                              {"Deduction", u"کسور"_qs},
+                                                              {"UserAccount", u"کاربر برنامه"_qs}};
+    QStringList counts;
+    for (const auto &[table, caption] : tables)
+        counts += u"%1 : %2"_qs.arg(caption).arg(contents.rows.value(QLatin1String(table)));
+    const QString written = TPersianDate::fromGregorian(contents.fileTime.date()).toText() + u' ' +
+                            contents.fileTime.time().toString(QStringLiteral("HH:mm"));
+    return u"تاریخ پرونده پشتیبان : \u2066%1\u2069\nآخرین رویداد آن : \u2066%2\u2069\n%3"_qs.arg(
+        written, contents.lastEvent.isEmpty() ? u"-"_qs : contents.lastEvent, counts.join(u'\n'));
 }
 
 struct TBusy {
@@ -278,9 +298,9 @@ void TMain_FRM::databaseSettings()
 void TMain_FRM::backUp()
 {
     const QString name = u"ketebionpap-%1.db"_qs.arg(stamp());
-    QString target =
-        QFileDialog::getSaveFileName(this, u"پشتیبان گیری"_qs, name, backupFilter(), nullptr,
-                                     QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
+    QString target = FileDialogs::AskToSave(
+        this,
+        {.caption = u"پشتیبان گیری"_qs, .filter = backupFilter(), .name = name, .confirmReplace = false});
     if (target.isEmpty())
         return;
     if (QFileInfo(target).suffix().isEmpty())
@@ -298,30 +318,30 @@ void TMain_FRM::backUp()
 
 void TMain_FRM::restore()
 {
-    const QString source = QFileDialog::getOpenFileName(this, u"بازیابی پشتیبان"_qs, {}, backupFilter(),
-                                                        nullptr, QFileDialog::DontUseNativeDialog);
+    const QString source =
+        FileDialogs::AskToOpen(this, {.caption = u"بازیابی پشتیبان"_qs, .filter = backupFilter()});
     if (source.isEmpty())
         return;
     if (!ListCodeLocks().isEmpty()) {
-        Tell(u"رکوردهایی در حال ویرایش است. نخست همه پنجره های ویرایش را در همه ایستگاه ها ببندید."_qs,
-             miWarning);
+        Tell(TDatabaseError(TFault::BeingEdited, {}).userText(), miWarning);
         return;
     }
+    const QString file = m_session.choice().file;
+    std::unique_ptr<Backup::TRestore> restoring;
+    {
+        const TBusy busy;
+        restoring = std::make_unique<Backup::TRestore>(file, source);
+    }
     if (!Ask(
-            u"همه اطلاعات کنونی با اطلاعات پشتیبان جایگزین می شود. پیش از آن از اطلاعات کنونی پشتیبان گرفته می شود. ادامه می دهید؟"_qs,
+            contentsText(restoring->contents()) +
+                u"\n\nهمه اطلاعات کنونی با اطلاعات پشتیبان جایگزین می شود. پیش از آن از اطلاعات کنونی پشتیبان گرفته می شود. ادامه می دهید؟"_qs,
             TAnswer::No))
         return;
-    const QString file = m_session.choice().file;
     const QString before = freeName(u"%1.before-restore-%2"_qs.arg(file, stamp()));
     {
         const TBusy busy;
-        Backup::save(file, before);
-        try {
-            Backup::restore(file, source);
-        } catch (...) {
-            QFile::remove(before); // the data are as they were
-            throw;
-        }
+        restoring->run(before);
+        restoring.reset();
         m_session.reconnect();
     }
     SetUserEvent(TSoftwarePart(0), cpEdit, u"بازیابی پشتیبان از %1"_qs.arg(source), true, true);

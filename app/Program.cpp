@@ -1,7 +1,6 @@
 #include "app/Program.h"
 
 #include "app/Ask.h"
-#include "app/ConnectionText.h"
 #include "app/DatabaseSettings_FRM.h"
 #include "app/Login_FRM.h"
 #include "app/MainWindow.h"
@@ -9,6 +8,7 @@
 #include "app/Tour.h"
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/database/OdbcConnectionString.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -95,19 +95,20 @@ bool TProgram::chooseDatabase()
 
 TProgram::TStep TProgram::askServerPassword(TDatabaseChoice &choice)
 {
-    if (!choice.onServer() || !ConnectionText::needsPassword(choice.odbc))
+    const TOdbcConnectionString odbc(choice.odbc);
+    if (!choice.onServer() || !odbc.needsPassword())
         return TStep::Done;
     QString password;
     if (isatty(STDIN_FILENO) && !interactive()) {
         const char *typed = getpass("Password of the database server: ");
         password = QString::fromLocal8Bit(typed ? typed : "");
     } else {
-        TServerPassword_FRM dialog(ConnectionText::part(choice.odbc, QStringLiteral("Server")));
+        TServerPassword_FRM dialog(odbc.value(QStringLiteral("Server")));
         if (const TStep step = ask(dialog); step != TStep::Done)
             return step;
         password = dialog.Password_EDT->text();
     }
-    choice.odbc = ConnectionText::with(choice.odbc, QStringLiteral("PWD"), password);
+    choice.odbc = odbc.with(QStringLiteral("PWD"), password).text();
     return TStep::Done;
 }
 
@@ -127,6 +128,22 @@ bool TProgram::openDatabase()
             m_session.open(choice);
             return true;
         } catch (const TDatabaseError &error) {
+            if (error.fault() == TFault::NoSuchFile) {
+                // A mistyped name, a disk that is not mounted: no new database without a word.
+                if (interactive() &&
+                    Ask(u"پرونده پایگاه داده ای به این نشانی نیست:\n\u2066%1\u2069\nپایگاه داده تازه و خالی در آن ساخته شود؟"_qs
+                            .arg(choice.file),
+                        TAnswer::No)) {
+                    m_choice.missing = TConnection::Missing::Create;
+                    continue;
+                }
+                if (namedDatabase() || !interactive()) {
+                    fail(QString::fromUtf8(error.what()) +
+                         (interactive() ? QString()
+                                        : QStringLiteral(" (add --create to make a new database)")));
+                    return false;
+                }
+            }
             // A database that was named by hand is answered where it was named.
             if (namedDatabase() || !interactive()) {
                 if (interactive())
@@ -276,6 +293,8 @@ int TProgram::run()
         m_choice.file = m_throwAway.filePath(QStringLiteral("sample.db"));
     else if (!namedDatabase())
         m_choice = TDatabaseChoice::stored();
+    if (sample() || m_line.create)
+        m_choice.missing = TConnection::Missing::Create;
     try {
         for (;;) {
             const TStep step = start();

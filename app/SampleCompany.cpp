@@ -4,6 +4,7 @@
 #include "calender/CalenderDays.h"
 #include "calender/Calender_DM_UNT.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
+#include "host/database/Transaction.h"
 #include "tax/Tax_DM_UNT.h"
 
 #include <QBuffer>
@@ -431,12 +432,7 @@ private:
 
 void FillSampleCompany(TConnection &connection)
 {
-    connection.BeginTrans();
-    try {
-        TFiller(connection).fill();
-        connection.CommitTrans();
-    } catch (...) {
-        connection.RollbackTrans();
-        throw;
-    }
+    TTransaction transaction(connection);
+    TFiller(connection).fill();
+    transaction.commit();
 }

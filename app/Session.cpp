@@ -4,6 +4,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/database/Backup.h"
 
 TSession::TSession()
 {
@@ -22,8 +23,12 @@ void TSession::open(const TDatabaseChoice &choice)
     if (choice.onServer())
         m_connection.openOdbc(choice.odbc);
     else
-        m_connection.openFile(choice.file);
+        m_connection.openFile(choice.file, choice.missing);
     m_choice = choice;
+    // From here on a file that is gone is told, not made anew.
+    m_choice.missing = TConnection::Missing::Refuse;
+    if (!choice.onServer())
+        Backup::removeLeftovers(choice.file);
 }
 
 void TSession::reconnect()
@@ -78,5 +83,4 @@ void TSession::registerPickers()
     RegisterEntityPicker(cspTax, reachedBy("Select_TaxInfo", {}));
     RegisterEntityPicker(cspFiscal, reachedBy("Select_FiscalList", {"4", ""}));
     RegisterEntityPicker(cspDeduction, reachedBy("Select_DeductionList", {"4", ""}));
-    RegisterEntityPicker(cspPerson, [](const QString &text) { return Select_GroupList(cspPerson, text); });
 }

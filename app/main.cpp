@@ -2,6 +2,7 @@
 #include "host/Component_ZLM/Appearance.h"
 #include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/NewBaseForms_PKG/HostWindows_UNT.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -134,5 +135,6 @@ int main(int argc, char **argv)
     if (words.load(QStringLiteral("qtbase_fa"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&words);
     SetUpAppearance(application);
+    SetUpHostWindows();
     return RunProgram(line, out, err);
 }

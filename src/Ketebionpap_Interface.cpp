@@ -4,10 +4,11 @@
 #include "calcmethod/CalcMethod_DM_UNT.h"
 #include "calender/Calender_List_UNT.h"
 #include "entity/FiscalDeducation_List_UNT.h"
-#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
+#include "host/NewBaseForms_PKG/HostWindows_UNT.h"
 #include "payrollinfo/PayrollInfoGet_UNT.h"
 #include "payrollinfo/PayrollInfo_DM_UNT.h"
 #include "staff/StaffList_UNT.h"
@@ -43,6 +44,7 @@ int enter(Work work) noexcept
     if (!qobject_cast<const QApplication *>(application) || QThread::currentThread() != application->thread())
         return 0;
     try {
+        SetUpHostWindows();
         if (!DM.ADOConnection1)
             throw TDatabaseError(TFault::ConnectionLost, QStringLiteral("the host has no connection"));
         return work();

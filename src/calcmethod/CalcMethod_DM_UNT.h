@@ -31,9 +31,6 @@ public:
     bool CalcMethod_Update(const TCalcMethod_Mapper &method);
     /// False also when other records refer to the method.
     bool CalcMethod_Delete(int code);
-
-private:
-    void setMethod(const TCalcMethod_Mapper &method);
 };
 
 /// The one instance, made and freed by the entry points.

@@ -6,9 +6,9 @@
 #include "host/Component_ZLM/DetailStrip_ZLM.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
-#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/GroupPane_UNT.h"
+#include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
 
 #include <QAction>
 #include <QCoreApplication>

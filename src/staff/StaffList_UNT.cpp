@@ -5,12 +5,12 @@
 #include "host/BaseFrame_PKG/Tab_Search_Frame.h"
 #include "host/Component_ZLM/PictureBox_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
-#include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Method_declare_unt.h"
 #include "host/Declaration_PKG/Picturefunctions_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/GroupPane_UNT.h"
+#include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
 #include "staff/StaffGet_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 

@@ -2,11 +2,11 @@
 
 #include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
 #include "host/BaseFrame_PKG/Pic_Get.h"
+#include "host/Component_ZLM/FileDialogs.h"
 #include "staff/StaffGet_UNT.h"
 #include "staff/StaffLists.h"
 #include "staff/Staff_DM_UNT.h"
 
-#include <QFileDialog>
 #include <QTabWidget>
 
 namespace {
@@ -114,16 +114,14 @@ QFileDialog *TStaffGet_FRM::pictureDialog()
 {
     if (OpenPictureDialog)
         return OpenPictureDialog;
-    OpenPictureDialog = new QFileDialog(this, u"انتخاب تصویر"_qs);
+    OpenPictureDialog = FileDialogs::Make(this, u"انتخاب تصویر"_qs, u"تصویر (*.jpg *.jpeg *.png)"_qs,
+                                          QFileDialog::AcceptOpen);
     OpenPictureDialog->setObjectName(QStringLiteral("OpenPictureDialog"));
-    OpenPictureDialog->setOption(QFileDialog::DontUseNativeDialog);
-    OpenPictureDialog->setFileMode(QFileDialog::ExistingFile);
     OpenPictureDialog->setLabelText(QFileDialog::LookIn, u"پوشه :"_qs);
     OpenPictureDialog->setLabelText(QFileDialog::FileName, u"نام فایل :"_qs);
     OpenPictureDialog->setLabelText(QFileDialog::FileType, u"نوع فایل :"_qs);
     OpenPictureDialog->setLabelText(QFileDialog::Accept, u"انتخاب"_qs);
     OpenPictureDialog->setLabelText(QFileDialog::Reject, u"انصراف"_qs);
-    OpenPictureDialog->setNameFilter(u"تصویر (*.jpg *.jpeg *.png)"_qs);
     return OpenPictureDialog;
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Confirmation_unt.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "staff/StaffFields.h"
 
 using namespace QueryTools;
 
@@ -61,54 +62,9 @@ TNamedCodes TStaff_DM::StaffGroup_Fill()
 void TStaff_DM::Staff_GetById(const QVariant &code, TStaff_Mapper &staff)
 {
     open(StaffGet_QUR, TStatement("select * from staff where Code = ").integer(code));
-    const TQuery &row = *StaffGet_QUR;
-    staff._Code = row.asInteger("Code");
-    staff._StaffGroup = row.asInteger("StaffGroup");
-    staff._PersonnelCode = row.asString("PersonnelCode");
-    staff._InsuranceNumber = row.asString("InsuranceNumber");
-    staff._CardNumber = row.asString("CardNumber");
-    staff._NationalID = row.asString("NationalID");
-    staff._Sex = row.asBoolean("Sex");
-    staff._FatherName = row.asString("FatherName");
-    staff._IDNumber = row.asString("IDNumber");
-    staff._BirthDate = row.asString("BirthDate");
-    staff._BirthPlace = row.asString("BirthPlace");
-    staff._IssueDate = row.asString("IssueDate");
-    staff._Department = row.asString("Department");
-    staff._Degree = row.asInteger("Degree");
-    staff._Major = row.asString("Major");
-    staff._Military = row.asInteger("Military");
-    staff._IsMarried = row.asBoolean("IsMarried");
-    staff._AccountNumber = row.asString("AccountNumber");
-    staff._BankTitle = row.asString("BankTitle");
-    staff._CoDate = row.asString("CoDate");
-    staff._Job = row.asString("Job");
-    staff._Comment = row.asString("Comment");
-    staff._Name = row.asString("Name");
-    staff._LastName = row.asString("LastName");
-    staff._Tel1 = row.asString("Tel1");
-    staff._Tel2 = row.asString("Tel2");
-    staff._Fax = row.asString("Fax");
-    staff._Mob = row.asString("Mob");
-    staff._Add1 = row.asString("Add1");
-    staff._Add2 = row.asString("Add2");
-    staff._Email = row.asString("Email");
-    staff._LeaveDate = row.asString("LeaveDate");
-    staff._Employment = row.asInteger("Employment");
-    staff._PostCode = row.asString("PostCode");
-    staff._Category = row.asInteger("Category");
-    staff._FiscalExemption = row.asInteger("FiscalExemption");
-    staff._National = row.asInteger("National");
-    staff._Insurance = row.asInteger("Insurance");
-    staff._IssuePlace = row.asString("IssuePlace");
-    staff._JobCode = row.asString("JobCode");
-    staff._JobGroup = row.asString("JobGroup");
-    staff._CreatedTime = row.asString("CreatedTime");
-    staff._CreatedDate = row.asString("CreatedDate");
-    staff._ModifiedTime = row.asString("ModifiedTime");
-    staff._ModifiedDate = row.asString("ModifiedDate");
-    staff._UserCreated = row.asString("UserCreated");
-    staff._UserModified = row.asString("UserModified");
+    Fields::read<TStaff_Mapper>(*StaffGet_QUR, staffFields, staff);
+    Fields::read<TStaff_Mapper>(*StaffGet_QUR, staffCreation, staff);
+    Fields::read<TStaff_Mapper>(*StaffGet_QUR, staffChange, staff);
 }
 
 void TStaff_DM::Staff_GetCode(const QString &name, const QString &lastName, int code)
@@ -151,71 +107,21 @@ int TStaff_DM::Staff_GetNewCode()
     return integerAt(Temp_QUR);
 }
 
-void TStaff_DM::setStaff(const TStaff_Mapper &staff)
-{
-    TQuery &row = *StaffGet_QUR;
-    row.setValue("Code", staff._Code);
-    row.setValue("CoDate", staff._CoDate);
-    row.setValue("LeaveDate", staff._LeaveDate);
-    row.setValue("StaffGroup", staff._StaffGroup);
-    row.setValue("PersonnelCode", staff._PersonnelCode);
-    row.setValue("Department", staff._Department);
-    row.setValue("CardNumber", staff._CardNumber);
-    row.setValue("InsuranceNumber", staff._InsuranceNumber);
-    row.setValue("NationalID", staff._NationalID);
-    row.setValue("IDNumber", staff._IDNumber);
-    row.setValue("FatherName", staff._FatherName);
-    row.setValue("BirthPlace", staff._BirthPlace);
-    row.setValue("IssuePlace", staff._IssuePlace);
-    row.setValue("IssueDate", staff._IssueDate);
-    row.setValue("BirthDate", staff._BirthDate);
-    row.setValue("Major", staff._Major);
-    row.setValue("BankTitle", staff._BankTitle);
-    row.setValue("Job", staff._Job);
-    row.setValue("AccountNumber", staff._AccountNumber);
-    row.setValue("Comment", staff._Comment);
-    row.setValue("Sex", staff._Sex);
-    row.setValue("Military", staff._Military);
-    row.setValue("IsMarried", staff._IsMarried);
-    row.setValue("Degree", staff._Degree);
-    row.setValue("Name", staff._Name);
-    row.setValue("LastName", staff._LastName);
-    row.setValue("Tel1", staff._Tel1);
-    row.setValue("Tel2", staff._Tel2);
-    row.setValue("Fax", staff._Fax);
-    row.setValue("Mob", staff._Mob);
-    row.setValue("Add1", staff._Add1);
-    row.setValue("Add2", staff._Add2);
-    row.setValue("Email", staff._Email);
-    row.setValue("PostCode", staff._PostCode);
-    row.setValue("Employment", staff._Employment);
-    row.setValue("Category", staff._Category);
-    row.setValue("FiscalExemption", staff._FiscalExemption);
-    row.setValue("National", staff._National);
-    row.setValue("Insurance", staff._Insurance);
-    row.setValue("JobCode", staff._JobCode);
-    row.setValue("JobGroup", staff._JobGroup);
-}
-
 bool TStaff_DM::Staff_Insert(const TStaff_Mapper &staff)
 {
     if (!StaffGet_QUR->active() && !Try([&] { FillDataStaff(0); }))
         return false;
     return Post(StaffGet_QUR, true, [&] {
-        setStaff(staff);
-        StaffGet_QUR->setValue("CreatedTime", staff._CreatedTime);
-        StaffGet_QUR->setValue("CreatedDate", staff._CreatedDate);
-        StaffGet_QUR->setValue("UserCreated", staff._UserCreated);
+        Fields::write<TStaff_Mapper>(*StaffGet_QUR, staffFields, staff);
+        Fields::write<TStaff_Mapper>(*StaffGet_QUR, staffCreation, staff);
     });
 }
 
 bool TStaff_DM::Staff_Update(const TStaff_Mapper &staff)
 {
     return Post(StaffGet_QUR, false, [&] {
-        setStaff(staff);
-        StaffGet_QUR->setValue("ModifiedTime", staff._ModifiedTime);
-        StaffGet_QUR->setValue("ModifiedDate", staff._ModifiedDate);
-        StaffGet_QUR->setValue("UserModified", staff._UserModified);
+        Fields::write<TStaff_Mapper>(*StaffGet_QUR, staffFields, staff);
+        Fields::write<TStaff_Mapper>(*StaffGet_QUR, staffChange, staff);
     });
 }
 
@@ -227,21 +133,7 @@ bool TStaff_DM::Staff_Del(const QString &codes)
 void TStaff_DM::Perinf_Get(TPerinf_Mapper &person)
 {
     open(Perinf_QUR, "select * from Perinf");
-    const TQuery &row = *Perinf_QUR;
-    person._GrpCode = row.asInteger("GrpCode");
-    person._SitbgPrd = row.asString("SitbgPrd");
-    person._Code = row.asInteger("Code");
-    person._UserName = row.asString("UserName");
-    person._Name = row.asString("Name");
-    person._LName = row.asString("LName");
-    person._FullName = row.asString("FullName");
-    person._Tel1 = row.asString("Tel1");
-    person._Tel2 = row.asString("Tel2");
-    person._Addr1 = row.asString("Addr1");
-    person._Addr2 = row.asString("Addr2");
-    person._Fax = row.asString("Fax");
-    person._Email = row.asString("Email");
-    person._Mobile = row.asString("Mobile");
+    Fields::read<TPerinf_Mapper>(*Perinf_QUR, personFields, person);
 }
 
 int TStaff_DM::Perinf_GetNewCode(int group)

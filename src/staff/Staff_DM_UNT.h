@@ -55,7 +55,6 @@ public:
 private:
     /// 0: the person is there already, or the user does not want one.
     int groupForNewPerson(const TPerinf_Mapper &person);
-    void setStaff(const TStaff_Mapper &staff);
     void find(const char *statement, const QString &value);
 };
 

@@ -13,7 +13,7 @@ Screens::Screens(TestDatabase::Place place)
         TestServer::emptyDatabase();
         session.open({{}, TestServer::ownDatabase().connectionString()});
     } else {
-        session.open({home.filePath("suite.db"), {}});
+        session.open({home.filePath("suite.db"), {}, TConnection::Missing::Create});
     }
     UserInfo = TUserInfo{900, "boss", "boss", true, true};
 }

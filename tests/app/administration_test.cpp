@@ -1,13 +1,13 @@
 #include "Screens.h"
 
 #include "app/Administration_FRM.h"
-#include "app/ConnectionText.h"
 #include "app/DatabaseSettings_FRM.h"
 #include "app/Users_FRM.h"
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/database/OdbcConnectionString.h"
 
 #include <QFile>
 #include <QLineEdit>
@@ -242,11 +242,12 @@ TEST_F(Screens, TheDatabaseSettingsKeepNoPassword)
                                           Keys::press(screen, Qt::Key_F3);
                                       });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(ConnectionText::part(settings.Choice().odbc, "PWD"), "Top;Secret}");
+    EXPECT_EQ(TOdbcConnectionString(settings.Choice().odbc).value("PWD"), "Top;Secret}");
     const TDatabaseChoice stored = TDatabaseChoice::stored();
-    EXPECT_EQ(ConnectionText::part(stored.odbc, "Server"), "db.example");
-    EXPECT_EQ(ConnectionText::part(stored.odbc, "Database"), "payroll");
-    EXPECT_FALSE(ConnectionText::hasPassword(stored.odbc));
+    const TOdbcConnectionString storedText(stored.odbc);
+    EXPECT_EQ(storedText.value("Server"), "db.example");
+    EXPECT_EQ(storedText.value("Database"), "payroll");
+    EXPECT_FALSE(storedText.hasPassword());
     QFile file(home.filePath("config/ketebionpap/database.ini"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_FALSE(file.readAll().contains("Secret"));
@@ -260,7 +261,7 @@ TEST_F(ScreensOnAFile, TheTestOfAConnectionChangesNothing)
     Keys::runModal([&] { return settings.exec(); },
                    [&](QWidget *screen) {
                        Keys::press(screen, Qt::Key_F8);
-                       EXPECT_NE(told().find("ساخته می شود"), std::string::npos);
+                       EXPECT_NE(told().find("پرسیده می شود که ساخته شود"), std::string::npos);
                        EXPECT_FALSE(QFile::exists(file));
                        Keys::retype(settings.File_EDT, home.filePath("suite.db"));
                        Keys::press(screen, Qt::Key_F8);

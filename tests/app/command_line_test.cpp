@@ -1,5 +1,4 @@
 #include "app/CommandLine.h"
-#include "app/ConnectionText.h"
 #include "app/EntryPoints.h"
 
 #include <QFile>
@@ -40,9 +39,10 @@ TEST(CommandLine, NothingMeansTheWindowOnTheOrdinaryDatabase)
 TEST(CommandLine, ReadsEveryOption)
 {
     const TCommandLine line =
-        parse({"--database", "a b.db", "--demo", "--user", "مریم", "--password-file", "p"});
+        parse({"--database", "a b.db", "--create", "--demo", "--user", "مریم", "--password-file", "p"});
     EXPECT_EQ(line.error, "");
     EXPECT_EQ(line.databaseFile, "a b.db");
+    EXPECT_TRUE(line.create);
     EXPECT_TRUE(line.demo);
     EXPECT_EQ(line.user, QString("مریم"));
     EXPECT_EQ(line.passwordFile, "p");
@@ -123,6 +123,14 @@ TEST(CommandLine, TheEnvironmentCountsWhenNoDatabaseIsNamed)
     EXPECT_EQ(tour.odbc, "");
 }
 
+TEST(CommandLine, OnlyANamedFileIsMade)
+{
+    EXPECT_EQ(errorOf({"--create"}), "--create needs --database: the file to be made");
+    EXPECT_EQ(errorOf({"--create", "--odbc", "Driver=FreeTDS"}),
+              "--create needs --database: the file to be made");
+    EXPECT_FALSE(parse({"--database", "x.db"}).create);
+}
+
 TEST(CommandLine, OneDatabaseOnly)
 {
     EXPECT_EQ(errorOf({"--database", "x.db", "--odbc", "Driver=FreeTDS"}),
@@ -140,8 +148,8 @@ TEST(CommandLine, TheTourNeverWritesToADatabaseOfTheUser)
 TEST(CommandLine, HelpNamesEveryOptionAndEveryEntry)
 {
     const QString help = TCommandLine::help();
-    for (const char *option : {"--database", "--odbc", "--odbc-file", "--demo", "--user", "--password-file",
-                               "--call", "--tour", "--help", "--version"})
+    for (const char *option : {"--database", "--create", "--odbc", "--odbc-file", "--demo", "--user",
+                               "--password-file", "--call", "--tour", "--help", "--version"})
         EXPECT_TRUE(help.contains(QLatin1String(option))) << option;
     EXPECT_EQ(EntryPoints::all().size(), 14);
     for (const TEntryPoint &entry : EntryPoints::all())
@@ -152,42 +160,6 @@ TEST(EntryPoint, TheMenuCallsEachWithArgumentsThatItTakes)
 {
     for (const TEntryPoint &entry : EntryPoints::all())
         EXPECT_EQ(EntryPoints::check(QLatin1String(entry.name), entry.usualArguments), "") << entry.name;
-}
-
-TEST(ConnectionText, ReadsPartsInBraces)
-{
-    const QString text = "Driver={Free;TDS}; Server=s,1433 ;UID=u;PWD={a;b}}c};Database=d";
-    EXPECT_EQ(ConnectionText::part(text, "driver"), "Free;TDS");
-    EXPECT_EQ(ConnectionText::part(text, "SERVER"), "s,1433");
-    EXPECT_EQ(ConnectionText::part(text, "pwd"), "a;b}c");
-    EXPECT_EQ(ConnectionText::part(text, "Database"), "d");
-    EXPECT_TRUE(ConnectionText::part(text, "Port").isNull());
-}
-
-TEST(ConnectionText, FindsAndRemovesAPasswordHoweverItIsWritten)
-{
-    for (const char *text : {"PWD=x", "Server=s; pwd = x", "password={x;y};UID=u", "A={;PWD=no};PWD=x"})
-        EXPECT_TRUE(ConnectionText::hasPassword(text)) << text;
-    EXPECT_FALSE(ConnectionText::hasPassword("A={;PWD=no};UID=u"));
-    EXPECT_EQ(ConnectionText::withoutPassword("Server=s;PWD={a;b};Database=d"), "Server=s;Database=d");
-    EXPECT_EQ(ConnectionText::withoutPassword("Server=s;Password=a"), "Server=s");
-}
-
-TEST(ConnectionText, AsksForAPasswordOnlyWhereAUserIsNamed)
-{
-    EXPECT_TRUE(ConnectionText::needsPassword("Server=s;UID=u"));
-    EXPECT_FALSE(ConnectionText::needsPassword("Server=s;UID=u;PWD="));
-    EXPECT_FALSE(ConnectionText::needsPassword("Server=s;Trusted_Connection=yes"));
-}
-
-TEST(ConnectionText, AnyPasswordComesBackAsItWasTyped)
-{
-    for (const char *password : {"simple", "a;b", "a}b", "{", "}", "گذر واژه", " x ", "a=b", "'\"--"}) {
-        const QString text = ConnectionText::with("Server=s;PWD=old", "PWD", password);
-        EXPECT_EQ(ConnectionText::part(text, "PWD"), QString(password)) << password;
-        EXPECT_EQ(ConnectionText::part(text, "Server"), "s");
-        EXPECT_EQ(text.count("PWD"), 1);
-    }
 }
 
 } // namespace

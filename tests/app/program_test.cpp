@@ -154,12 +154,22 @@ TEST_F(Program, SaysThatAFolderIsNoDatabaseAndThatAPathCannotBeCreated)
     }
 }
 
+TEST_F(Program, AMistypedDatabaseIsNotMade)
+{
+    const QString path = home.filePath("typo/company.db");
+    const TRun result = run({"--database", path, "--call", "Open_TaxList"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "ketebionpap: database: no such file: " + path.toStdString() +
+                              " (add --create to make a new database)\n");
+    EXPECT_FALSE(QFile::exists(home.filePath("typo")));
+}
+
 TEST_F(Program, ALogInThatFailsSaysSoAndEndsWith1)
 {
     const QString password = write("password", "not-the-password\n");
     const QString file = home.filePath("new.db");
-    const TRun result =
-        run({"--database", file, "--user", "ali", "--password-file", password, "--call", "Open_TaxList"});
+    const TRun result = run({"--database", file, "--create", "--user", "ali", "--password-file", password,
+                             "--call", "Open_TaxList"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, "ketebionpap: cannot log in as ali: wrong name or password\n");
     EXPECT_EQ(result.out, "");

@@ -1,8 +1,8 @@
 #include "Screens.h"
 
-#include "app/ConnectionText.h"
 #include "app/Login_FRM.h"
 #include "app/Program.h"
+#include "host/database/OdbcConnectionString.h"
 #include "support/TestServer.h"
 
 #include <QApplication>
@@ -26,7 +26,7 @@ protected:
             GTEST_SKIP() << "no server: KETEBIONPAP_TEST_ODBC is not set";
         TestServer::emptyDatabase();
         place = TestServer::ownDatabase().connectionString();
-        password = ConnectionText::part(place, "PWD");
+        password = TOdbcConnectionString(place).value("PWD");
         ASSERT_FALSE(password.isEmpty()) << "the tests want a connection string with a password";
         qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
         qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
@@ -109,9 +109,10 @@ TEST_F(ProgramOnAServer, AStringWithoutItsPasswordAsksForIt)
     });
     poll.start(20);
     QTextStream outStream(&out), errStream(&err);
-    const int result = RunProgram(TCommandLine::parse({"--odbc", ConnectionText::withoutPassword(place),
-                                                       "--demo", "--call", "Select_CalculatingMethods"}),
-                                  outStream, errStream);
+    const int result =
+        RunProgram(TCommandLine::parse({"--odbc", TOdbcConnectionString(place).withoutPassword().text(),
+                                        "--demo", "--call", "Select_CalculatingMethods"}),
+                   outStream, errStream);
     EXPECT_EQ(result, 0) << err.toStdString();
     EXPECT_EQ(out, "0\n");
     EXPECT_EQ(shown, QStringList({"TServerPassword_FRM", "TCalcMethodList_FRM"}));

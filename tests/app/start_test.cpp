@@ -1,3 +1,4 @@
+#include "InProcess.h"
 #include "Screens.h"
 
 #include "app/Login_FRM.h"
@@ -206,25 +207,6 @@ TEST_F(Screens, AWorkstationTakesANumberThatNobodyHas)
     EXPECT_EQ(text("select Name from Workstation where Com_Index=7"), "my machine");
 }
 
-/// The program as main() runs it, but in this process.
-class InProcess : public testing::Test {
-protected:
-    InProcess()
-    {
-        qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
-        qputenv("XDG_DATA_HOME", home.filePath("data").toUtf8());
-    }
-    ~InProcess() override { UserInfo = {}; }
-    int run(const QStringList &arguments)
-    {
-        QTextStream outStream(&out), errStream(&err);
-        return RunProgram(TCommandLine::parse(arguments), outStream, errStream);
-    }
-    QTemporaryDir home;
-    QString out;
-    QString err;
-};
-
 TEST_F(InProcess, CallPrintsTheCodeOfTheChosenMethod)
 {
     const int result = Keys::runModal(
@@ -285,32 +267,6 @@ TEST_F(InProcess, AFirstStartMakesTheAdministratorAndTheNextOneAsksForThePasswor
     EXPECT_EQ(shown, QStringList({"TFirstUser_FRM"})) << "nobody is asked for a number by --call";
     EXPECT_EQ(start(), 0) << err.toStdString();
     EXPECT_EQ(shown, QStringList({"TLogin_FRM"}));
-}
-
-using InProcessRun = std::function<int()>;
-
-/// Answers every dialog of the start by `answer` and hands the main window to `work`.
-int runWithWindow(InProcessRun run, const std::function<void(QWidget *)> &answer,
-                  const std::function<void(QWidget *)> &work)
-{
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
-        if (QWidget *screen = QApplication::activeModalWidget()) {
-            answer(screen);
-            return;
-        }
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (window->objectName() == "TMain_FRM" && window->isVisible()) {
-                poll.stop();
-                work(window);
-                if (!window->isVisible())
-                    return;
-                poll.start();
-            }
-        }
-    });
-    poll.start(20);
-    return run();
 }
 
 TEST_F(InProcess, TheFirstStartAsksForTheNumberThenForTheAdministratorThenShowsTheWindow)
@@ -395,11 +351,16 @@ TEST_F(InProcess, EachDialogOfTheStartLeadsToTheDatabaseSettings)
         IniOptions.load();
         ASSERT_TRUE((TDatabaseChoice{first, {}}.store()));
         QFile::remove(other);
+        // Neither file is there yet: the user is asked before one is made.
+        if (where == QLatin1String("TLogin_FRM"))
+            messages.answer({TAnswer::Yes});
+        else
+            messages.answer({TAnswer::Yes, TAnswer::Yes});
         QStringList shown;
         bool turned = false;
         if (where == QLatin1String("TLogin_FRM")) {
             TSession session;
-            session.open({first, {}});
+            session.open({first, {}, TConnection::Missing::Create});
             ASSERT_EQ(CreateFirstAdministrator("boss", "boss", "x1y2z3"), TLoginResult::Ok);
         }
         const auto answer = [&](QWidget *screen) {
@@ -443,28 +404,12 @@ TEST_F(InProcess, AServerThatAsksForAPasswordIsLeftForAFile)
     EXPECT_EQ(shown, QStringList({"TServerPassword_FRM", "TDatabaseSettings_FRM", "TWorkstation_FRM"}));
 }
 
-TEST_F(InProcess, ADatabaseThatWasNamedIsTheOneToWorkOn)
-{
-    ScriptedMessages messages;
-    const auto answer = [&](QWidget *screen) {
-        EXPECT_EQ(screen->findChild<QWidget *>("Database_BTN"), nullptr)
-            << screen->objectName().toStdString();
-        Keys::press(screen, Qt::Key_Escape);
-    };
-    EXPECT_EQ(runWithWindow(
-                  [&] {
-                      return run({"--database", home.filePath("named.db")});
-                  },
-                  answer, [](QWidget *window) { window->close(); }),
-              1);
-}
-
 TEST_F(InProcess, AShutOutUserAndAUserWithoutRightsGetNoScreen)
 {
     const QString file = home.filePath("suite.db");
     {
         TSession session;
-        session.open({file, {}});
+        session.open({file, {}, TConnection::Missing::Create});
         for (const bool active : {true, false}) {
             TUserInfo user{0, active ? "clerk" : "gone", {}, false, active};
             ASSERT_EQ(SaveUser(user, "secret-1"), TLoginResult::Ok);
@@ -486,40 +431,6 @@ TEST_F(InProcess, AShutOutUserAndAUserWithoutRightsGetNoScreen)
     EXPECT_EQ(out, "0\n") << "as after a cancel";
     ASSERT_EQ(messages.all().size(), 1);
     EXPECT_EQ(messages.last().operation, "MsgNoPermission");
-}
-
-TEST_F(InProcess, ADatabaseOfTheSettingsThatCannotBeOpenedIsAskedAbout)
-{
-    const QString letter = home.filePath("letter");
-    QFile file(letter);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(5000, 'x'));
-    file.close();
-    IniOptions.load();
-    ASSERT_TRUE((TDatabaseChoice{letter, {}}.store()));
-    ScriptedMessages messages;
-    messages.answer({TAnswer::No});
-    EXPECT_EQ(run({}), 1);
-    ASSERT_EQ(messages.all().size(), 1);
-    EXPECT_TRUE(messages.last().text.contains(u"پایگاه داده نیست"_qs)) << messages.last().text.toStdString();
-
-    messages.answer({TAnswer::Yes});
-    QStringList shown;
-    EXPECT_EQ(runWithWindow([&] { return run({}); },
-                            [&](QWidget *screen) {
-                                shown << screen->objectName();
-                                if (auto *input = screen->findChild<QLineEdit *>("File_EDT")) {
-                                    Keys::retype(input, home.filePath("good.db"));
-                                    Keys::press(screen, Qt::Key_F3);
-                                } else {
-                                    Keys::press(screen, Qt::Key_Escape);
-                                }
-                            },
-                            [](QWidget *window) { window->close(); }),
-              1);
-    EXPECT_EQ(shown, QStringList({"TDatabaseSettings_FRM", "TWorkstation_FRM"}))
-        << "the other database is open";
-    EXPECT_EQ(TDatabaseChoice::stored().file, home.filePath("good.db"));
 }
 
 } // namespace

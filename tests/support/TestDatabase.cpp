@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/database/OdbcConnectionString.h"
 #include "host/database/Query.h"
 #include "support/TestServer.h"
 
@@ -54,7 +55,7 @@ QString TestDatabase::path() const
 
 void TestDatabase::open(TConnection &connection, const QString &path)
 {
-    if (path.contains(QLatin1String("DRIVER="), Qt::CaseInsensitive))
+    if (TOdbcConnectionString(path).has(QStringLiteral("DRIVER")))
         connection.openOdbc(path);
     else
         connection.openFile(path);

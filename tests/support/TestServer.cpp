@@ -4,9 +4,9 @@
 #include "host/database/OdbcConnectionString.h"
 #include "host/database/OdbcHandles.h"
 #include "host/database/Schema.h"
+#include "host/database/SqlText.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 
 #include <cstdio>
 #include <memory>
@@ -24,12 +24,7 @@ bool TestServer::available()
 
 QString TestServer::with(const QString &connectionString, const QString &word, const QString &value)
 {
-    QString text = connectionString;
-    text.remove(QRegularExpression(QStringLiteral("(?<=^|;)\\s*%1\\s*=[^;]*;?").arg(word),
-                                   QRegularExpression::CaseInsensitiveOption));
-    if (!text.isEmpty() && !text.endsWith(u';'))
-        text += u';';
-    return text + word + u'=' + value + u';';
+    return TOdbcConnectionString(connectionString).with(word, value).text();
 }
 
 QString TestServer::connectionString(const QString &database)
@@ -39,9 +34,8 @@ QString TestServer::connectionString(const QString &database)
 
 void TestServer::runOnServer(const QString &sql, const QString &database)
 {
-    Odbc::TEnvironment environment(SQL_NULL_HANDLE);
-    SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-    const Odbc::THandle<SQL_HANDLE_DBC> connection{SQLHANDLE(environment)};
+    const Odbc::TEnvironment environment;
+    const Odbc::TConnectionHandle connection{SQLHANDLE(environment)};
     const TOdbcConnectionString string(connectionString(database));
     const QString text = string.forDriver();
     const auto check = [&](SQLRETURN code, SQLSMALLINT type, SQLHANDLE handle) {
@@ -53,17 +47,11 @@ void TestServer::runOnServer(const QString &sql, const QString &database)
     check(SQLDriverConnectW(connection, nullptr, Odbc::wide(text), SQLSMALLINT(text.size()), nullptr, 0,
                             nullptr, SQL_DRIVER_NOPROMPT),
           SQL_HANDLE_DBC, connection);
-    try {
-        const Odbc::TStatementHandle statement{SQLHANDLE(connection)};
-        SQLRETURN code = SQLExecDirectW(statement, Odbc::wide(sql), SQL_NTS);
+    const Odbc::TStatementHandle statement{SQLHANDLE(connection)};
+    SQLRETURN code = SQLExecDirectW(statement, Odbc::wide(sql), SQL_NTS);
+    check(code, SQL_HANDLE_STMT, statement);
+    while ((code = SQLMoreResults(statement)) != SQL_NO_DATA)
         check(code, SQL_HANDLE_STMT, statement);
-        while ((code = SQLMoreResults(statement)) != SQL_NO_DATA)
-            check(code, SQL_HANDLE_STMT, statement);
-    } catch (...) {
-        SQLDisconnect(connection);
-        throw;
-    }
-    SQLDisconnect(connection);
 }
 
 TestServer::Database::Database(const QString &options)
@@ -128,9 +116,7 @@ QString firstRows()
     QString text;
     for (const Schema::TStep &step : Schema::steps()) {
         for (const QString &batch : Schema::batches(step.script, TConnection::Kind::SqlServer)) {
-            QString plain = batch;
-            plain.remove(QRegularExpression(QStringLiteral("^--.*$"), QRegularExpression::MultilineOption));
-            if (plain.trimmed().startsWith(QLatin1String("insert"), Qt::CaseInsensitive))
+            if (ReadSql(batch).verb == TSqlText::Insert)
                 text += batch + u'\n';
         }
     }

@@ -1,4 +1,5 @@
 #include "host/Component_ZLM/Appearance.h"
+#include "host/NewBaseForms_PKG/HostWindows_UNT.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -28,6 +29,7 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName("ketebionpap");
     SetUpAppearance(application);
+    SetUpHostWindows();
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

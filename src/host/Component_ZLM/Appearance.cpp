@@ -250,3 +250,8 @@ void SetUpAppearance(QApplication &application)
     QGuiApplication::setLayoutDirection(Qt::RightToLeft);
     application.installEventFilter(new AccessKeys(&application));
 }
+
+void SetWinControlRightAlign(QWidget *control)
+{
+    control->setLayoutDirection(Qt::RightToLeft);
+}

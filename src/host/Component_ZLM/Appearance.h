@@ -1,7 +1,10 @@
 #pragma once
 
 class QApplication;
+class QWidget;
 
 /// Sets up the suite's look: right to left, Fusion style with a visible focus, the Persian font
 /// (Noto Sans Arabic, else the system's), one size. Called once by the application and by the tests.
 void SetUpAppearance(QApplication &application);
+/// Lays a control out right to left.
+void SetWinControlRightAlign(QWidget *control);

@@ -1,5 +1,7 @@
 #include "host/Component_ZLM/PictureBox_ZLM.h"
 
+#include "host/Declaration_PKG/Picturefunctions_unt.h"
+
 #include <QPainter>
 
 TPictureBox_ZLM::TPictureBox_ZLM(QWidget *parent) : QFrame(parent)
@@ -39,4 +41,10 @@ void TPictureBox_ZLM::paintEvent(QPaintEvent *event)
     place.moveCenter(inside.center());
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(place, m_picture);
+}
+
+void ShowPicture(const QVariant &picture, TPictureBox_ZLM *image)
+{
+    const QByteArray bytes = picture.toByteArray();
+    image->setPicture(bytes.isEmpty() ? QImage() : ReadPicture(bytes).image);
 }

@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <QImage>
+#include <QVariant>
 
 /// A framed picture, scaled into its frame with its proportions kept; empty where there is none.
 class TPictureBox_ZLM : public QFrame {
@@ -22,3 +23,6 @@ private:
     QImage m_picture;
     QString m_emptyText;
 };
+
+/// Shows a stored picture; nothing, or something that is no picture, empties the image.
+void ShowPicture(const QVariant &picture, TPictureBox_ZLM *image);

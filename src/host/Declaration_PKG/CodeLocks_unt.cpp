@@ -2,10 +2,12 @@
 
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
-#include "host/Declaration_PKG/Login_unt.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/Rights_unt.h"
 #include "host/Utility_ZLM/PlainIni.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Query.h"
+#include "host/database/Transaction.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -180,15 +182,10 @@ QList<int> FreeWorkstationIndexes(int count)
 void RemoveWorkstation(int comIndex)
 {
     TConnection &connection = *DM.ADOConnection1;
-    connection.BeginTrans();
-    try {
-        connection.execute(TStatement("delete from CodeLock_TBL where Com_Index=").integer(comIndex));
-        connection.execute(TStatement("delete from Workstation where Com_Index=").integer(comIndex));
-        connection.CommitTrans();
-    } catch (...) {
-        connection.RollbackTrans();
-        throw;
-    }
+    TTransaction transaction(connection);
+    connection.execute(TStatement("delete from CodeLock_TBL where Com_Index=").integer(comIndex));
+    connection.execute(TStatement("delete from Workstation where Com_Index=").integer(comIndex));
+    transaction.commit();
 }
 
 QString ThisMachineName()

@@ -11,14 +11,12 @@ int Select_Entity(TSoftwarePart part, const QString &text, bool flag);
 /// Opens the suite's earnings (804) or deductions (805) list to pick one (kind 4). 0: none chosen.
 int Open_FiscalDeductionList(TSoftwarePart part, int kind, const QString &text);
 
-/// Lets the user pick a group of a part (815, 816, 817). 0: none chosen.
-int Select_GroupList(TSoftwarePart part, const QString &text);
-/// Group upkeep of a part; true when something changed.
-bool New_Group(TSoftwarePart part);
-bool Edit_Group(TSoftwarePart part, int code);
-bool Delete_Group(TSoftwarePart part, int code);
-
 /// The screens behind Select_Entity and Open_FiscalDeductionList live in modules that the host loads: the
-/// application registers how to reach them (by the module's exports); tests register their own.
+/// application registers how to reach them (by the module's exports); tests register their own. A null picker returns to
+/// the usual one.
 using TEntityPicker = std::function<int(const QString &text)>;
 void RegisterEntityPicker(TSoftwarePart part, const TEntityPicker &picker);
+/// What picks where nothing is registered, such as the suite's own list of person groups. Set once at the start.
+void SetUsualEntityPicker(TSoftwarePart part, const TEntityPicker &picker);
+/// Tells the user that there is nothing to pick; answers 0, as a cancel does.
+int SayNothingToPick();

@@ -3,6 +3,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Utility_ZLM/PersianText.h"
 #include "host/database/Query.h"
+#include "host/database/Transaction.h"
 
 #include <QDateTime>
 
@@ -232,19 +233,11 @@ bool anotherAdministrator(int code)
 template <class Work>
 TLoginResult inTransaction(Work work)
 {
-    TConnection &connection = *DM.ADOConnection1;
-    connection.BeginTrans();
-    try {
-        const TLoginResult result = work();
-        if (result == TLoginResult::Ok)
-            connection.CommitTrans();
-        else
-            connection.RollbackTrans();
-        return result;
-    } catch (...) {
-        connection.RollbackTrans();
-        throw;
-    }
+    TTransaction transaction(*DM.ADOConnection1);
+    const TLoginResult result = work();
+    if (result == TLoginResult::Ok)
+        transaction.commit();
+    return result;
 }
 
 /// Writes a user; `asFirst`: only while there is none.

@@ -1,8 +1,8 @@
 #include "host/Declaration_PKG/Picturefunctions_unt.h"
 
-#include "host/Component_ZLM/PictureBox_ZLM.h"
 #include "host/Declaration_PKG/PictureFile_unt.h"
 #include "host/database/Query.h"
+#include "host/database/SqliteFile.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -144,6 +144,8 @@ TPictureRead ReadPicture(const QByteArray &bytes)
 TPictureRead ReadPictureFile(const QString &fileName)
 {
     QFile file(fileName);
+    if (SqliteFile::isHeldOpen(fileName)) // the database itself: closing it again would drop its locks
+        return refused(u"تنها تصویرهای JPEG و PNG پذیرفته می شوند."_qs);
     // A named pipe or a device would never end.
     if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly))
         return refused(u"فایل تصویر باز نشد."_qs);
@@ -160,12 +162,6 @@ QByteArray JpegOf(const QImage &picture)
     QImageWriter writer(&buffer, "jpeg");
     writer.setQuality(PictureLimits::JpegQuality);
     return writer.write(picture) ? bytes : QByteArray();
-}
-
-void ShowPicture(const QVariant &picture, TPictureBox_ZLM *image)
-{
-    const QByteArray bytes = picture.toByteArray();
-    image->setPicture(bytes.isEmpty() ? QImage() : ReadPicture(bytes).image);
 }
 
 bool SaveJpegToTable(TQuery *dataset, const QString &column, const QString &fileName)

@@ -5,7 +5,6 @@
 #include <QString>
 #include <QVariant>
 
-class TPictureBox_ZLM;
 class TQuery;
 
 /// What pictures may be on their way in, and how large they are stored.
@@ -38,8 +37,6 @@ TPictureRead FitPicture(const QImage &picture);
 /// A picture as it is stored: JPEG, without what a camera wrote beside it (place, owner).
 QByteArray JpegOf(const QImage &picture);
 
-/// Shows a stored picture; nothing, or something that is no picture, empties the image.
-void ShowPicture(const QVariant &picture, TPictureBox_ZLM *image);
 /// Stores a picture file in a column of the dataset's current row, as JPEG, and posts the row. False: the file is no
 /// picture, nothing was written; true without effect when there is no row. Throws TDatabaseError.
 bool SaveJpegToTable(TQuery *dataset, const QString &column, const QString &fileName);

@@ -1,6 +1,8 @@
+#include "host/Declaration_PKG/Rights_unt.h"
+
 #include "host/Declaration_PKG/DM_UNT.h"
-#include "host/Declaration_PKG/Login_unt.h"
 #include "host/database/Query.h"
+#include "host/database/Transaction.h"
 
 #include <algorithm>
 
@@ -93,23 +95,18 @@ QList<TRight> RightsOfUser(int code)
 void SetRightsOfUser(int code, const QList<TRight> &rights)
 {
     TConnection &connection = *DM.ADOConnection1;
-    connection.BeginTrans();
-    try {
-        connection.execute(TStatement("delete from UserRight where UserCode=").integer(code));
-        for (qsizetype i = 0; i < rights.size(); ++i) {
-            if (rights.indexOf(rights[i]) != i)
-                continue;
-            connection.execute(TStatement("insert into UserRight(UserCode, SoftwarePart, Permission) values(")
-                                   .integer(code)
-                                   .sql(",")
-                                   .integer(int(rights[i].part))
-                                   .sql(",")
-                                   .integer(int(rights[i].right))
-                                   .sql(")"));
-        }
-        connection.CommitTrans();
-    } catch (...) {
-        connection.RollbackTrans();
-        throw;
+    TTransaction transaction(connection);
+    connection.execute(TStatement("delete from UserRight where UserCode=").integer(code));
+    for (qsizetype i = 0; i < rights.size(); ++i) {
+        if (rights.indexOf(rights[i]) != i)
+            continue;
+        connection.execute(TStatement("insert into UserRight(UserCode, SoftwarePart, Permission) values(")
+                               .integer(code)
+                               .sql(",")
+                               .integer(int(rights[i].part))
+                               .sql(",")
+                               .integer(int(rights[i].right))
+                               .sql(")"));
     }
+    transaction.commit();
 }

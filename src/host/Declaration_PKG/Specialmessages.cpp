@@ -1,15 +1,21 @@
 #include "host/Declaration_PKG/Specialmessages.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
-#include "host/Declaration_PKG/Login_unt.h"
-#include "host/Message_ZLM/DesktopMessages.h"
-#include "host/Message_ZLM/MessageCatalogue.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
+#include "host/Declaration_PKG/Rights_unt.h"
 
+#include <cstdio>
 #include <utility>
 
 namespace {
 
 TMessageService *&serviceInForce()
+{
+    static TMessageService *service = nullptr;
+    return service;
+}
+
+TMessageService *&usualService()
 {
     static TMessageService *service = nullptr;
     return service;
@@ -44,10 +50,10 @@ TMessage message(const char *operation, TMessageIconType icon, const QString &te
     return result;
 }
 
-void at(TMessage &message, QWidget *control, QWidget *form = nullptr)
+void at(TMessage &message, QObject *control, QObject *form = nullptr)
 {
     message.control = control;
-    message.form = form ? form : control ? control->window() : nullptr;
+    message.form = form;
 }
 
 void asQuestion(TMessage &message, TMessageButtons buttons, TAnswer defaultAnswer)
@@ -57,8 +63,8 @@ void asQuestion(TMessage &message, TMessageButtons buttons, TAnswer defaultAnswe
     message.defaultAnswer = defaultAnswer;
 }
 
-void warn(const char *operation, const QString &text, const QStringList &words, QWidget *control = nullptr,
-          QWidget *form = nullptr)
+void warn(const char *operation, const QString &text, const QStringList &words, QObject *control = nullptr,
+          QObject *form = nullptr)
 {
     TMessage result = message(operation, miWarning, text, words);
     at(result, control, form);
@@ -86,10 +92,31 @@ QString asObject(const QString &caption)
 
 TMessageService::~TMessageService() = default;
 
+TAnswer TPlainMessages::show(const TMessage &message)
+{
+    std::fprintf(stderr, "%s\n", qUtf8Printable(message.text));
+    switch (message.buttons) {
+    case TMessageButtons::YesNo:
+        return TAnswer::No;
+    case TMessageButtons::YesNoCancel:
+        return TAnswer::Cancel;
+    case TMessageButtons::Ok:
+        break;
+    }
+    return TAnswer::Ok;
+}
+
 TMessageService &MessageService()
 {
-    static TDesktopMessages desktop;
-    return serviceInForce() ? *serviceInForce() : desktop;
+    static TPlainMessages plain;
+    if (serviceInForce())
+        return *serviceInForce();
+    return usualService() ? *usualService() : plain;
+}
+
+void SetUsualMessageService(TMessageService *service)
+{
+    usualService() = service;
 }
 
 void SetMessageService(TMessageService *service)
@@ -97,7 +124,7 @@ void SetMessageService(TMessageService *service)
     serviceInForce() = service;
 }
 
-void MsgRequiredField(const QString &caption, QWidget *control, QWidget *form)
+void MsgRequiredField(const QString &caption, QObject *control, QObject *form)
 {
     TMessage result = message("MsgRequiredField", miWarning, {}, {caption});
     result.text = MessageCatalogue::fill(QStringLiteral("لطفا %1 وارد کنید."), {asObject(caption)});
@@ -105,7 +132,7 @@ void MsgRequiredField(const QString &caption, QWidget *control, QWidget *form)
     MessageService().show(result);
 }
 
-void MsgRepeatedField(const QString &caption, const QString &entity, QWidget *control, QWidget *form)
+void MsgRepeatedField(const QString &caption, const QString &entity, QObject *control, QObject *form)
 {
     // The second word names now the entity, now a second field: the sentence must bear both.
     warn("MsgRepeatedField",
@@ -114,7 +141,7 @@ void MsgRepeatedField(const QString &caption, const QString &entity, QWidget *co
          {caption, entity}, control, form);
 }
 
-void MsgCodeNotAvailable(const QString &entity, QWidget *control, QWidget *form)
+void MsgCodeNotAvailable(const QString &entity, QObject *control, QObject *form)
 {
     warn("MsgCodeNotAvailable", QStringLiteral("%1 با این کد وجود ندارد."), {entity}, control, form);
 }
@@ -145,22 +172,22 @@ void MsgNotEntered(const QString &caption)
     warn("MsgNotEntered", QStringLiteral("%1 وارد نشده است."), {caption});
 }
 
-void NotZeroValue(const QString &caption, QWidget *control)
+void NotZeroValue(const QString &caption, QObject *control)
 {
     warn("NotZeroValue", QStringLiteral("%1 نمی تواند صفر باشد."), {caption}, control);
 }
 
-void NotSaveable(const QString &first, const QString &second, QWidget *control)
+void NotSaveable(const QString &first, const QString &second, QObject *control)
 {
     warn("NotSaveable", QStringLiteral("در %1 نمی توان %2 ذخیره کرد."), {first, second}, control);
 }
 
-void SelectBefore(const QString &caption, QWidget *control)
+void SelectBefore(const QString &caption, QObject *control)
 {
     warn("SelectBefore", QStringLiteral("این %1 قبلا انتخاب شده است."), {caption}, control);
 }
 
-void MSGCompeletedSuccessfully(const QString &action, const QString &text, QWidget *control)
+void MSGCompeletedSuccessfully(const QString &action, const QString &text, QObject *control)
 {
     TMessage result = message("MSGCompeletedSuccessfully", miInformation,
                               QStringLiteral("%1 با موفقیت انجام شد."), {action});
@@ -199,7 +226,7 @@ void ShowSmartMessage(const QString &text, const QString &detail, TMessageIconTy
     MessageService().show(result);
 }
 
-void ShowSmartMessage(int number, QWidget *control, QWidget *form, int displayTime,
+void ShowSmartMessage(int number, QObject *control, QObject *form, int displayTime,
                       const QStringList &arguments)
 {
     TMessage result = numbered(number, arguments);

@@ -5,10 +5,10 @@
 #include "host/database/DatabaseError.h"
 
 #include <QColor>
+#include <QObject>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
-#include <QWidget>
 
 /// How a message is shown.
 enum class TMessageShape {
@@ -28,43 +28,53 @@ struct TMessage {
     TMessageIconType icon = miInformation;
     TMessageButtons buttons = TMessageButtons::Ok;
     TAnswer defaultAnswer = TAnswer::Ok;
-    QPointer<QWidget> control; ///< the input concerned; gets the focus after a dialog
-    QPointer<QWidget> form;
-    int displayTime = 0; ///< milliseconds, balloons only
-    int width = 0;       ///< pixels, balloons only, 0 for the text's own
-    QColor color;        ///< of the balloon, invalid for the ordinary one
+    QPointer<QObject> control; ///< the input concerned; gets the focus after a dialog
+    QPointer<QObject> form; ///< the screen that tells it; null: the control's window, else the one in front
+    int displayTime = 0;    ///< milliseconds, balloons only
+    int width = 0;          ///< pixels, balloons only, 0 for the text's own
+    QColor color;           ///< of the balloon, invalid for the ordinary one
 };
 
-/// Where all messages go. The program's own shows dialogs and balloons; tests set one that records and answers.
+/// Where all messages go. The suite's windows bring one that shows dialogs and balloons (SetUpHostWindows); tests set one
+/// that records and answers.
 class TMessageService {
 public:
     virtual ~TMessageService();
     virtual TAnswer show(const TMessage &message) = 0;
 };
-/// The service in force; never null (dialogs and balloons unless another one was set).
-TMessageService &MessageService();
-/// Sets the service in force; null returns to dialogs and balloons. The caller keeps ownership.
-void SetMessageService(TMessageService *service);
+/// Messages of a program without windows: they are written to the error output, and every question gets the answer
+/// that changes nothing.
+class TPlainMessages : public TMessageService {
+public:
+    TAnswer show(const TMessage &message) override;
+};
 
-void MsgRequiredField(const QString &caption, QWidget *control, QWidget *form);
-void MsgRepeatedField(const QString &caption, const QString &entity, QWidget *control, QWidget *form);
-void MsgCodeNotAvailable(const QString &entity, QWidget *control, QWidget *form);
+/// The service in force; never null: the one that was set, else the usual one, else plain messages.
+TMessageService &MessageService();
+/// Sets the service in force; null returns to the usual one. The caller keeps ownership.
+void SetMessageService(TMessageService *service);
+/// Sets the usual service, once at the start. The caller keeps ownership.
+void SetUsualMessageService(TMessageService *service);
+
+void MsgRequiredField(const QString &caption, QObject *control, QObject *form);
+void MsgRepeatedField(const QString &caption, const QString &entity, QObject *control, QObject *form);
+void MsgCodeNotAvailable(const QString &entity, QObject *control, QObject *form);
 bool MsgDeleteRow();
 void MsgHasSubRecords(const QString &entity);
 void MSGInUse(const QString &entity);
 void MsgNotEntered(const QString &caption);
-void NotZeroValue(const QString &caption, QWidget *control);
-void NotSaveable(const QString &first, const QString &second, QWidget *control);
+void NotZeroValue(const QString &caption, QObject *control);
+void NotSaveable(const QString &first, const QString &second, QObject *control);
 /// What was picked is there already.
-void SelectBefore(const QString &caption, QWidget *control);
+void SelectBefore(const QString &caption, QObject *control);
 /// A save succeeded; a balloon, so that the next record needs no extra key.
-void MSGCompeletedSuccessfully(const QString &action, const QString &text = {}, QWidget *control = nullptr);
+void MSGCompeletedSuccessfully(const QString &action, const QString &text = {}, QObject *control = nullptr);
 /// A save failed. When the connection knows why (TConnection::lastError), its Persian sentence is added.
 void MSGFinishedNotSuccessfully(const QString &action, const QString &text = {});
 /// A free warning. An empty detail is no word of the message.
 void ShowSmartMessage(const QString &text, const QString &detail, TMessageIconType icon);
 /// A catalogued notification: a balloon for `displayTime` ms, a dialog when it is 0. `arguments` fill "%1"...
-void ShowSmartMessage(int number, QWidget *control, QWidget *form, int displayTime,
+void ShowSmartMessage(int number, QObject *control, QObject *form, int displayTime,
                       const QStringList &arguments = {});
 void MakeGroup();
 

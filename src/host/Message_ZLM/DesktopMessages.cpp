@@ -6,28 +6,17 @@
 #include <QApplication>
 #include <QTimer>
 
-#include <cstdio>
-
 namespace {
 
-/// The answer that changes nothing.
-TAnswer careful(TMessageButtons buttons)
+QWidget *controlOf(const TMessage &message)
 {
-    switch (buttons) {
-    case TMessageButtons::YesNo:
-        return TAnswer::No;
-    case TMessageButtons::YesNoCancel:
-        return TAnswer::Cancel;
-    case TMessageButtons::Ok:
-        break;
-    }
-    return TAnswer::Ok;
+    return qobject_cast<QWidget *>(message.control.data());
 }
 
 /// The window that a message belongs to: the caller's, as long as it is on the screen.
 QWidget *owner(const TMessage &message)
 {
-    for (QWidget *widget : {message.form.data(), message.control.data()}) {
+    for (QWidget *widget : {qobject_cast<QWidget *>(message.form.data()), controlOf(message)}) {
         if (widget && widget->window()->isVisible())
             return widget->window();
     }
@@ -38,15 +27,15 @@ QWidget *owner(const TMessage &message)
 
 void showBalloon(const TMessage &message)
 {
-    if (message.control && message.control->isVisible()) {
-        TBalloon::show(message, message.control);
+    if (QWidget *control = controlOf(message); control && control->isVisible()) {
+        TBalloon::show(message, control);
         return;
     }
     // An input on another page may be turned to next; without an input the message belongs to the window that is in
     // front once the caller is done: an editor that saved and closes is no place for it.
     QTimer::singleShot(0, qApp, [message] {
-        QWidget *anchor =
-            message.control && message.control->isVisible() ? message.control.data() : owner(message);
+        QWidget *control = controlOf(message);
+        QWidget *anchor = control && control->isVisible() ? control : owner(message);
         if (anchor && anchor->isVisible())
             TBalloon::show(message, anchor);
     });
@@ -57,7 +46,7 @@ TAnswer showDialog(const TMessage &message)
     TBalloon::closeCurrent();
     const QPointer<QWidget> before = QApplication::focusWidget();
     const TAnswer answer = TMessageDialog::ask(message, owner(message));
-    if (QWidget *input = message.control ? message.control : before) {
+    if (QWidget *input = controlOf(message) ? controlOf(message) : before.data()) {
         input->activateWindow();
         input->setFocus(Qt::OtherFocusReason);
     }
@@ -68,12 +57,14 @@ TAnswer showDialog(const TMessage &message)
 
 TAnswer TDesktopMessages::show(const TMessage &message)
 {
-    if (!qobject_cast<QApplication *>(QCoreApplication::instance())) {
-        std::fprintf(stderr, "%s\n", qUtf8Printable(message.text));
-        return careful(message.buttons);
-    }
-    if (message.shape != TMessageShape::Balloon)
-        return showDialog(message);
-    showBalloon(message);
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
+        return TPlainMessages().show(message);
+    // The input may be gone by the time that a balloon is shown; its window stays.
+    TMessage placed = message;
+    if (QWidget *control = controlOf(message); control && !placed.form)
+        placed.form = control->window();
+    if (placed.shape != TMessageShape::Balloon)
+        return showDialog(placed);
+    showBalloon(placed);
     return TAnswer::Ok;
 }

@@ -12,7 +12,6 @@ void ShowTooltipMessage(const QString &text, QWidget *control, int displayTime, 
     message.words = {text};
     message.icon = TMessageIconType(icon);
     message.control = control;
-    message.form = control ? control->window() : nullptr;
     message.displayTime = displayTime;
     message.color = color;
     message.width = width;

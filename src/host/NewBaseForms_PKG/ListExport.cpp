@@ -1,12 +1,12 @@
 #include "host/NewBaseForms_PKG/ListExport.h"
 
+#include "host/Component_ZLM/FileDialogs.h"
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/database/Query.h"
 #include "host/spreadsheet/Workbook.h"
 
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QProgressDialog>
 
@@ -93,15 +93,11 @@ bool writeBook(TWorkbook &book, const TSmartGrid_ZLM *grid, const QString &title
 
 QString AskFileToWrite(QWidget *parent, const QString &caption, const QString &title, const QString &suffix)
 {
-    QFileDialog dialog(parent, caption);
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setNameFilter(QStringLiteral("%1 (*.%2)").arg(suffix.toUpper(), suffix));
-    dialog.setDefaultSuffix(suffix);
-    dialog.selectFile(QString(title).replace(u'/', u'-') + u'.' + suffix);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return {};
-    return dialog.selectedFiles().constFirst();
+    return FileDialogs::AskToSave(parent,
+                                  {.caption = caption,
+                                   .filter = QStringLiteral("%1 (*.%2)").arg(suffix.toUpper(), suffix),
+                                   .suffix = suffix,
+                                   .name = QString(title).replace(u'/', u'-') + u'.' + suffix});
 }
 
 bool RunWithProgress(QWidget *parent, const QString &caption, int steps,

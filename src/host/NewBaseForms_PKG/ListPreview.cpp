@@ -177,6 +177,8 @@ void TListPreview_FRM::print()
     printer.setDocName(m_title);
     QPrintDialog dialog(&printer, this);
     dialog.setMinMax(1, m_list.PageCount(printer));
+    // Its own way to a file looks into the files of the folder; the PDF button is the way.
+    dialog.setOption(QAbstractPrintDialog::PrintToFile, false);
     if (dialog.exec() != QDialog::Accepted)
         return;
     const bool range = dialog.printRange() == QAbstractPrintDialog::PageRange;

@@ -23,17 +23,20 @@ TStatement contains(const QString &field, const QString &folded)
     if (!onServer())
         return TStatement(QStringLiteral("(zelmo_finds("))
             .text(folded)
-            .sql(QStringLiteral(", ") + field + QStringLiteral(") = 1)"));
+            .sql(QStringLiteral(", ") + field + QStringLiteral(") = 1)"))
+            .walking();
     return TStatement(QStringLiteral("(charindex("))
         .text(folded)
-        .sql(QStringLiteral(", ") + FoldExpression(field) + QStringLiteral(") > 0)"));
+        .sql(QStringLiteral(", ") + FoldExpression(field) + QStringLiteral(") > 0)"))
+        .walking();
 }
 
 TStatement beginsWith(const QString &expression, const QString &text)
 {
     return TStatement(QStringLiteral("(charindex("))
         .text(text)
-        .sql(QStringLiteral(", ") + expression + QStringLiteral(") = 1)"));
+        .sql(QStringLiteral(", ") + expression + QStringLiteral(") = 1)"))
+        .walking();
 }
 
 TStatement nothing()

@@ -1,195 +1,212 @@
 #include "host/database/Backup.h"
 
+#include "host/database/BackupCheck.h"
 #include "host/database/Connection.h"
-#include "host/database/SqliteFunctions.h"
+#include "host/database/Faults.h"
+#include "host/database/PassingFile.h"
+#include "host/database/SqliteFile.h"
+#include "host/database/SqliteHandle.h"
+#include "host/database/WriterQueue.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-#include <cerrno>
 #include <cstdio>
-#include <memory>
 #include <sqlite3.h>
+#include <utility>
 
 namespace {
 
 const int busyMilliseconds = 5000;
 
-[[noreturn]] void fail(sqlite3 *db, int code, const QString &file)
+QString unfinishedEnding()
 {
-    TFault fault = TFault::Other;
-    const int systemError = sqlite3_system_errno(db);
-    const bool noRoom = systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
-    switch (code & 0xff) {
-    case SQLITE_FULL:
-        fault = TFault::DiskFull;
-        break;
-    case SQLITE_IOERR:
-        fault = noRoom ? TFault::DiskFull : TFault::Other;
-        break;
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-        fault = TFault::Locked;
-        break;
-    case SQLITE_CANTOPEN:
-        fault = TFault::CannotOpen;
-        break;
-    case SQLITE_READONLY:
-    case SQLITE_PERM:
-        fault = TFault::ReadOnly;
-        break;
-    case SQLITE_NOTADB:
-    case SQLITE_CORRUPT:
-        fault = TFault::NotADatabase;
-        break;
-    default:
-        break;
-    }
-    throw TDatabaseError(fault, file + QStringLiteral(": ") + QString::fromUtf8(sqlite3_errmsg(db)));
+    return QStringLiteral(".ketebionpap-part");
 }
 
-/// A handle of its own on a database file.
-class THandle {
+QString checkedCopyOf(const QString &databaseFile)
+{
+    return databaseFile + QStringLiteral(".restore");
+}
+
+/// The pages of one database on their way into another, which is locked for other writers meanwhile. The target changes
+/// as a whole, or not at all when this goes before the end.
+class TPages {
 public:
-    THandle(const QString &file, int flags) : m_file(file)
+    TPages(TSqliteHandle &from, TSqliteHandle &to)
+        : m_to(to), m_backup(sqlite3_backup_init(to.db(), "main", from.db(), "main"))
     {
-        const int code = sqlite3_open_v2(QFile::encodeName(file).constData(), &m_db, flags, nullptr);
-        if (code != SQLITE_OK) {
-            const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> closing(m_db, sqlite3_close);
-            fail(m_db, code, file);
-        }
-        sqlite3_busy_timeout(m_db, busyMilliseconds);
-        registerSqliteFunctions(m_db); // the indexes are checked by their collation
+        if (!m_backup)
+            to.fail(sqlite3_errcode(to.db()));
     }
-    ~THandle() { sqlite3_close(m_db); }
-    THandle(const THandle &) = delete;
-    THandle &operator=(const THandle &) = delete;
+    ~TPages() { sqlite3_backup_finish(m_backup); }
+    TPages(const TPages &) = delete;
+    TPages &operator=(const TPages &) = delete;
 
-    sqlite3 *db() const { return m_db; }
-    const QString &file() const { return m_file; }
-
-    /// The first value of the first row, as text.
-    QString text(const char *sql)
+    /// Locks the target.
+    void begin() { step(0, SQLITE_OK); }
+    /// All pages in one go, so that nothing changes in between.
+    void copy()
     {
-        sqlite3_stmt *statement = nullptr;
-        int code = sqlite3_prepare_v2(m_db, sql, -1, &statement, nullptr);
-        QString value;
-        if (code == SQLITE_OK) {
-            code = sqlite3_step(statement);
-            if (code == SQLITE_ROW)
-                value = QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, 0)));
-        }
-        sqlite3_finalize(statement);
-        if (code != SQLITE_ROW && code != SQLITE_DONE)
-            fail(m_db, code, m_file);
-        return value;
-    }
-    void mustBeSound()
-    {
-        const QString answer = text("PRAGMA integrity_check(1)");
-        if (answer != QLatin1String("ok"))
-            throw TDatabaseError(TFault::NotADatabase, m_file + QStringLiteral(": ") + answer);
+        step(-1, SQLITE_DONE);
+        const int code = sqlite3_backup_finish(std::exchange(m_backup, nullptr));
+        if (code != SQLITE_OK)
+            m_to.fail(code);
     }
 
 private:
-    QString m_file;
-    sqlite3 *m_db = nullptr;
-};
-
-/// All pages in one go, so that nothing changes in between; the target changes as a whole or not at all.
-void copy(THandle &from, THandle &to)
-{
-    sqlite3_backup *backup = sqlite3_backup_init(to.db(), "main", from.db(), "main");
-    if (!backup)
-        fail(to.db(), sqlite3_errcode(to.db()), to.file());
-    int code = SQLITE_OK;
-    // The backup does not wait for other writers by itself.
-    for (int waited = 0; waited <= busyMilliseconds; waited += 50) {
-        code = sqlite3_backup_step(backup, -1);
-        if (code != SQLITE_BUSY && code != SQLITE_LOCKED)
-            break;
-        sqlite3_sleep(50);
-    }
-    const int finished = sqlite3_backup_finish(backup);
-    if (code != SQLITE_DONE)
-        fail(to.db(), code, to.file());
-    if (finished != SQLITE_OK)
-        fail(to.db(), finished, to.file());
-}
-
-/// A file that goes when this goes, with what SQLite laid beside it.
-class TPassingFile {
-public:
-    explicit TPassingFile(const QString &name) : m_name(name) { remove(); }
-    ~TPassingFile() { remove(); }
-    const QString &name() const { return m_name; }
-
-private:
-    void remove()
+    void step(int pages, int expected)
     {
-        for (const char *ending : {"", "-wal", "-shm", "-journal"})
-            QFile::remove(m_name + QLatin1String(ending));
+        int code = SQLITE_OK;
+        // The backup does not wait for other writers by itself.
+        for (int waited = 0; waited <= busyMilliseconds; waited += 50) {
+            code = sqlite3_backup_step(m_backup, pages);
+            if (code != SQLITE_BUSY && code != SQLITE_LOCKED)
+                break;
+            sqlite3_sleep(50);
+        }
+        if (code == expected)
+            return;
+        sqlite3_backup_finish(
+            std::exchange(m_backup, nullptr)); // hands the system's error over to the target
+        m_to.fail(code);
     }
-    QString m_name;
+    TSqliteHandle &m_to;
+    sqlite3_backup *m_backup;
 };
 
-bool sameFile(const QString &a, const QString &b)
-{
-    const QString canonical = QFileInfo(a).canonicalFilePath();
-    return !canonical.isEmpty() && canonical == QFileInfo(b).canonicalFilePath();
-}
-
-/// Created private to the user before SQLite writes into it.
-void createPrivate(const QString &name)
-{
-    QFile file(name);
-    const bool created = file.open(QIODevice::ReadWrite | QIODevice::NewOnly);
-    if (!created || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
-        throw TDatabaseError(TFault::ReadOnly, name + QStringLiteral(": ") + file.errorString());
-}
-
-/// A copy in one file, checked.
+/// A copy in one file, checked. The target is there, and empty.
 void copyInto(const QString &source, const QString &target)
 {
-    createPrivate(target);
-    THandle from(source, SQLITE_OPEN_READONLY);
-    THandle to(target, SQLITE_OPEN_READWRITE);
-    copy(from, to);
-    to.text("PRAGMA journal_mode=DELETE");
+    TSqliteHandle from(source, SQLITE_OPEN_READONLY);
+    TSqliteHandle to(target, SQLITE_OPEN_READWRITE);
+    TPages(from, to).copy();
+    to.text(QStringLiteral("PRAGMA journal_mode=DELETE"));
     to.mustBeSound();
+}
+
+void mustBeAnotherFile(const QString &databaseFile, const QString &other)
+{
+    const SqliteFile::TIdentity identity = SqliteFile::identityOf(other);
+    if ((identity.number != 0 && identity == SqliteFile::identityOf(databaseFile)) ||
+        SqliteFile::isHeldOpen(other))
+        throw TDatabaseError(TFault::Refused, other + QStringLiteral(": this is the database itself"));
+}
+
+/// A database's pages go into another one with pages of the same size only.
+void setPageSize(TSqliteHandle &copy, const QString &size)
+{
+    copy.text(QStringLiteral("PRAGMA journal_mode=DELETE"));
+    if (copy.text(QStringLiteral("PRAGMA page_size")) == size)
+        return;
+    copy.run(QStringLiteral("PRAGMA page_size=%1; VACUUM").arg(size.toInt()));
+    copy.mustBeSound();
+}
+
+Backup::TContents contentsOf(TSqliteHandle &copy, const QString &source)
+{
+    Backup::TContents contents;
+    contents.fileTime = QFileInfo(source).lastModified();
+    contents.lastEvent =
+        copy.text(QStringLiteral("select max(EventDate || ' ' || EventTime) from UserEvent"));
+    for (const QStringList &table :
+         copy.rows(QStringLiteral("select name from sqlite_master where type='table'")))
+        contents.rows.insert(
+            table.first(),
+            copy.text(QStringLiteral("select count(*) from \"%1\"").arg(table.first())).toLongLong());
+    return contents;
 }
 
 } // namespace
 
 void Backup::save(const QString &databaseFile, const QString &target)
 {
-    if (sameFile(databaseFile, target))
-        throw TDatabaseError(TFault::Refused, target + QStringLiteral(": this is the database itself"));
-    const TPassingFile passing(target + QStringLiteral(".part"));
+    mustBeAnotherFile(databaseFile, target);
+    const QDir folder = QFileInfo(target).absoluteDir();
+    for (const QString &left : folder.entryList({u'*' + unfinishedEnding()}, QDir::Files | QDir::Hidden))
+        TPassingFile::removeLeft(folder.filePath(left));
+    const TPassingFile passing(target + unfinishedEnding());
     copyInto(databaseFile, passing.name());
     if (std::rename(QFile::encodeName(passing.name()).constData(), QFile::encodeName(target).constData()) !=
         0)
-        throw TDatabaseError(TFault::ReadOnly, target);
+        Faults::failWithErrno(target);
+}
+
+void Backup::removeLeftovers(const QString &databaseFile)
+{
+    const QFileInfo database(databaseFile);
+    TPassingFile::removeLeft(checkedCopyOf(databaseFile));
+    const QDir folder = database.absoluteDir();
+    for (const QString &left : folder.entryList({u'*' + unfinishedEnding()}, QDir::Files | QDir::Hidden))
+        TPassingFile::removeLeft(folder.filePath(left));
+}
+
+struct Backup::TRestore::TParts {
+    explicit TParts(const QString &file) : databaseFile(file), passing(checkedCopyOf(file)) {}
+
+    QString databaseFile;
+    TPassingFile passing;
+    TContents contents;
+};
+
+Backup::TRestore::TRestore(const QString &databaseFile, const QString &source)
+{
+    mustBeAnotherFile(databaseFile, source);
+    // The backup itself stays as it is: a copy is checked and brought up to date.
+    m_parts = std::make_unique<TParts>(databaseFile);
+    const QString copy = m_parts->passing.name();
+    copyInto(source, copy);
+    {
+        TSqliteHandle checked(copy, SQLITE_OPEN_READONLY);
+        BackupCheck::mustBeWhole(checked);
+    }
+    {
+        TConnection connection;
+        connection.openFile(copy, TConnection::Missing::Refuse);
+        connection.execute(TStatement("Delete From CodeLock_TBL"));
+    }
+    TSqliteHandle ready(copy, SQLITE_OPEN_READWRITE);
+    TSqliteHandle database(databaseFile, SQLITE_OPEN_READONLY);
+    setPageSize(ready, database.text(QStringLiteral("PRAGMA page_size")));
+    m_parts->contents = contentsOf(ready, source);
+}
+
+Backup::TRestore::~TRestore() = default;
+
+const Backup::TContents &Backup::TRestore::contents() const
+{
+    return m_parts->contents;
+}
+
+void Backup::TRestore::run(const QString &before)
+{
+    const QString &databaseFile = m_parts->databaseFile;
+    TWriterQueue queue(QFileInfo(databaseFile).canonicalFilePath());
+    if (!queue.enter())
+        throw TDatabaseError(TFault::Locked, databaseFile);
+    TSqliteHandle from(m_parts->passing.name(), SQLITE_OPEN_READWRITE);
+    TSqliteHandle to(databaseFile, SQLITE_OPEN_READWRITE);
+    TPages pages(from, to);
+    pages.begin();
+    // Nobody can open a record, nor save one, from here on.
+    {
+        TSqliteHandle reader(databaseFile, SQLITE_OPEN_READONLY);
+        if (reader.text(QStringLiteral("select count(*) from CodeLock_TBL")) != QLatin1String("0"))
+            throw TDatabaseError(TFault::BeingEdited, databaseFile);
+    }
+    if (!before.isEmpty())
+        save(databaseFile, before);
+    try {
+        pages.copy();
+    } catch (...) {
+        if (!before.isEmpty())
+            QFile::remove(before);
+        throw;
+    }
 }
 
 void Backup::restore(const QString &databaseFile, const QString &source)
 {
-    if (sameFile(databaseFile, source))
-        throw TDatabaseError(TFault::Refused, source + QStringLiteral(": this is the database itself"));
-    // The backup itself stays as it is: a copy is checked and brought up to date.
-    const TPassingFile passing(databaseFile + QStringLiteral(".restore"));
-    copyInto(source, passing.name());
-    {
-        THandle checked(passing.name(), SQLITE_OPEN_READONLY);
-        if (checked.text("select count(*) from sqlite_master") == QLatin1String("0"))
-            throw TDatabaseError(TFault::NotADatabase, source + QStringLiteral(": it is empty"));
-    }
-    {
-        TConnection connection;
-        connection.openFile(passing.name());
-        connection.execute(TStatement("Delete From CodeLock_TBL"));
-    }
-    THandle from(passing.name(), SQLITE_OPEN_READWRITE);
-    THandle to(databaseFile, SQLITE_OPEN_READWRITE);
-    copy(from, to);
+    TRestore(databaseFile, source).run();
 }

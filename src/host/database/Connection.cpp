@@ -10,10 +10,10 @@ TConnection::~TConnection()
     close();
 }
 
-void TConnection::openFile(const QString &path)
+void TConnection::openFile(const QString &path, Missing missing)
 {
     close();
-    auto engine = OpenSqliteEngine(path);
+    auto engine = OpenSqliteEngine(path, missing);
     Schema::bringUpToDate(*engine);
     m_engine = std::move(engine);
 }

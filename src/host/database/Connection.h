@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/database/DatabaseError.h"
+#include "host/database/Field.h"
 #include "host/database/Statement.h"
 
 #include <QObject>
@@ -17,13 +18,15 @@ class TEngine;
 class TConnection : public QObject {
     Q_OBJECT
 public:
-    enum class Kind { Embedded, SqlServer };
+    using Kind = TEngineKind;
+    using Missing = TMissingFile;
 
     explicit TConnection(QObject *parent = nullptr);
     ~TConnection() override;
 
-    /// Opens (and creates, private to the user) the database file and brings its schema up to date.
-    void openFile(const QString &path);
+    /// Opens the database file and brings its schema up to date. One that is not there is created, private to the
+    /// user, with the folders on the way to it, or refused with TFault::NoSuchFile.
+    void openFile(const QString &path, Missing missing = Missing::Create);
     /// Opens SQL Server through ODBC and brings its schema up to date. The text may hold a password: it is
     /// never logged and never part of an error.
     void openOdbc(const QString &connectionString);

@@ -28,6 +28,10 @@ enum class TFault {
     TooLong,      ///< a value does not fit its column
     RowGone,      ///< the row under edit was deleted by somebody else
     NetworkPath,  ///< the embedded file lies on a network drive, where it is not safe
+    NoSuchFile,   ///< no database file there, and none is to be created
+    FileGone,     ///< the database file was removed or replaced while it was open
+    Unsound,      ///< a backup whose structure or references are not those of its version
+    BeingEdited,  ///< records are open in editors, which a restore would take away
     Other
 };
 

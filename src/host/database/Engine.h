@@ -1,23 +1,9 @@
 #pragma once
 
-#include "host/database/Connection.h"
-#include "host/database/Query.h"
+#include "host/database/DatabaseError.h"
+#include "host/database/Field.h"
 
-#include <QVariantMap>
-
-/// A statement ready for an engine: given T-SQL text with "?" and ":Name" places, and their values.
-struct TBoundStatement {
-    QString text;
-    QVariantList values; ///< of the "?" places, in order
-    QVariantMap named;   ///< of the ":Name" places, by name without the colon, lower case
-};
-
-/// A table as the database has it.
-struct TTableInfo {
-    QString name;
-    QList<TFieldInfo> columns;
-    QStringList keys; ///< the columns of the primary key; empty when there is none
-};
+#include <memory>
 
 /// The rows of one running statement, forward only. Frees the statement when it goes; a cursor must be gone before
 /// the next statement runs on an engine that has one statement in flight at a time.
@@ -41,7 +27,7 @@ class TEngine {
 public:
     virtual ~TEngine() = default;
 
-    virtual TConnection::Kind kind() const = 0;
+    virtual TEngineKind kind() const = 0;
     virtual QString displayName() const = 0;
 
     virtual void begin() = 0;
@@ -59,9 +45,10 @@ public:
     /// A table's columns and key, remembered; null when there is no such table.
     virtual const TTableInfo *table(const QString &name) = 0;
 
-    /// Runs a schema script's step, written for this engine.
+    /// Runs a batch of a schema script, written for this engine.
     virtual void runScript(const QString &sql) = 0;
 };
 
-std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path);
+std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path,
+                                          TMissingFile missing = TMissingFile::Create);
 std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString);

@@ -1,44 +1,67 @@
 #include "host/database/OdbcConnectionString.h"
 
-#include <QStringList>
+#include <algorithm>
+
+namespace {
+
+QStringList passwordWords()
+{
+    return {QStringLiteral("PWD"), QStringLiteral("Password")};
+}
+
+qsizetype endOf(const QString &text, qsizetype at)
+{
+    const qsizetype end = text.indexOf(u';', at);
+    return end < 0 ? text.size() : end;
+}
+
+// Reads a value in braces, which may hold ";" and, doubled, "}"; answers where it ends.
+qsizetype readBraced(const QString &text, qsizetype at, QString &value)
+{
+    for (++at; at < text.size(); ++at) {
+        if (text[at] == u'}' && (at + 1 == text.size() || text[++at] != u'}'))
+            return at;
+        value += text[at];
+    }
+    return at;
+}
+
+} // namespace
 
 TOdbcConnectionString::TOdbcConnectionString(const QString &text)
 {
     qsizetype at = 0;
     while (at < text.size()) {
-        const qsizetype equals = text.indexOf(QLatin1Char('='), at);
-        if (equals < 0)
-            break;
         TPart part;
-        part.word = text.mid(at, equals - at).trimmed();
-        qsizetype end = equals + 1;
-        while (end < text.size() && text[end].isSpace())
-            ++end;
-        if (end < text.size() && text[end] == QLatin1Char('{')) {
-            // A braced value may hold ";" and, doubled, "}".
-            const qsizetype begin = end++;
-            while (end < text.size()) {
-                if (text[end] != QLatin1Char('}')) {
-                    part.value += text[end++];
-                } else if (end + 1 < text.size() && text[end + 1] == QLatin1Char('}')) {
-                    part.value += QLatin1Char('}');
-                    end += 2;
-                } else {
-                    ++end;
-                    break;
-                }
-            }
-            part.text = text.mid(begin, end - begin);
-            const qsizetype next = text.indexOf(QLatin1Char(';'), end);
-            at = next < 0 ? text.size() : next + 1;
+        const qsizetype equals = text.indexOf(u'=', at);
+        qsizetype end = endOf(text, at);
+        if (equals < 0 || equals > end) {
+            part.word = text.mid(at, end - at).trimmed();
         } else {
-            const qsizetype next = text.indexOf(QLatin1Char(';'), end);
-            part.text = part.value = text.mid(end, next < 0 ? -1 : next - end).trimmed();
-            at = next < 0 ? text.size() : next + 1;
+            part.word = text.mid(at, equals - at).trimmed();
+            at = equals + 1;
+            while (at < text.size() && text[at].isSpace())
+                ++at;
+            if (at < text.size() && text[at] == u'{') {
+                const qsizetype begin = at;
+                at = readBraced(text, at, part.value);
+                part.text = text.mid(begin, at - begin);
+                end = endOf(text, at);
+            } else {
+                end = endOf(text, at);
+                part.text = part.value = text.mid(at, end - at).trimmed();
+            }
         }
+        at = end + 1;
         if (!part.word.isEmpty())
             m_parts.append(part);
     }
+}
+
+bool TOdbcConnectionString::has(const QString &word) const
+{
+    return std::any_of(m_parts.begin(), m_parts.end(),
+                       [&](const TPart &part) { return part.word.compare(word, Qt::CaseInsensitive) == 0; });
 }
 
 QString TOdbcConnectionString::value(const QString &word) const
@@ -48,6 +71,52 @@ QString TOdbcConnectionString::value(const QString &word) const
             return part.value;
     }
     return {};
+}
+
+bool TOdbcConnectionString::hasPassword() const
+{
+    return has(QStringLiteral("PWD")) || has(QStringLiteral("Password"));
+}
+
+bool TOdbcConnectionString::needsPassword() const
+{
+    const bool user =
+        has(QStringLiteral("UID")) || has(QStringLiteral("User")) || has(QStringLiteral("User ID"));
+    return user && !hasPassword();
+}
+
+TOdbcConnectionString TOdbcConnectionString::without(const QStringList &words) const
+{
+    TOdbcConnectionString rest = *this;
+    rest.m_parts.removeIf(
+        [&words](const TPart &part) { return words.contains(part.word, Qt::CaseInsensitive); });
+    return rest;
+}
+
+TOdbcConnectionString TOdbcConnectionString::withoutPassword() const
+{
+    return without(passwordWords());
+}
+
+TOdbcConnectionString TOdbcConnectionString::with(const QString &word, const QString &value) const
+{
+    TOdbcConnectionString result = without({word});
+    QString written = value;
+    const bool plain = std::all_of(value.begin(), value.end(), [](QChar letter) {
+        return letter.isLetterOrNumber() || QStringLiteral("._-\\,").contains(letter);
+    });
+    if (!plain)
+        written = u'{' + written.replace(QLatin1String("}"), QLatin1String("}}")) + u'}';
+    result.m_parts.append({word, value, written});
+    return result;
+}
+
+QString TOdbcConnectionString::text() const
+{
+    QStringList texts;
+    for (const TPart &part : m_parts)
+        texts.append(part.word + u'=' + part.text);
+    return texts.join(u';');
 }
 
 int TOdbcConnectionString::seconds(const QString &word, int otherwise) const
@@ -90,8 +159,7 @@ QString TOdbcConnectionString::displayName() const
 QString TOdbcConnectionString::withoutSecrets(QString text) const
 {
     for (const TPart &part : m_parts) {
-        const QString word = part.word.toLower();
-        if ((word == QLatin1String("pwd") || word == QLatin1String("password")) && !part.value.isEmpty()) {
+        if (passwordWords().contains(part.word, Qt::CaseInsensitive) && !part.value.isEmpty()) {
             text.replace(part.text, QStringLiteral("***"));
             text.replace(part.value, QStringLiteral("***"));
         }

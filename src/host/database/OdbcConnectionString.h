@@ -2,14 +2,32 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
-/// An ODBC connection string, with three words of our own: LoginTimeout, AnswerTimeout and LockTimeout, in seconds.
+/// An ODBC connection string ("Driver={FreeTDS};Server=...;PWD={a;b}"), read by ODBC's own rules: parts parted by
+/// semicolons, words without regard to case, values in braces may hold semicolons and doubled closing braces.
+///
+/// Three words are our own: LoginTimeout, AnswerTimeout and LockTimeout, in seconds.
 class TOdbcConnectionString {
 public:
     explicit TOdbcConnectionString(const QString &text);
 
-    /// The value of a word (case does not matter); empty when it is not there.
+    /// Whether the word is there, with or without a value.
+    bool has(const QString &word) const;
+    /// The value of a word; empty when it is not there.
     QString value(const QString &word) const;
+    /// Whether it holds a password (PWD or Password).
+    bool hasPassword() const;
+    /// Whether it names a user but holds no password, so that the user must be asked for it.
+    bool needsPassword() const;
+
+    /// The same without these words.
+    TOdbcConnectionString without(const QStringList &words) const;
+    TOdbcConnectionString withoutPassword() const;
+    /// The same with this value for a word, in braces where it needs them.
+    TOdbcConnectionString with(const QString &word, const QString &value) const;
+
+    QString text() const;
     /// The string for the driver: without our own words, with what the driver needs for wide text.
     QString forDriver() const;
     /// "server/database", without user and password.

@@ -1,14 +1,14 @@
 #include "host/database/OdbcEngine.h"
 
-#include "host/database/Dialect.h"
 #include "host/database/OdbcCursor.h"
 #include "host/database/OdbcText.h"
-
-#include <QRegularExpression>
+#include "host/database/SqlText.h"
 
 std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString)
 {
-    return std::make_unique<TOdbcEngine>(connectionString);
+    auto engine = std::make_unique<TOdbcEngine>(connectionString);
+    engine->open();
+    return engine;
 }
 
 TOdbcEngine::TOdbcEngine(const QString &connectionString) : m_string(connectionString)
@@ -16,15 +16,12 @@ TOdbcEngine::TOdbcEngine(const QString &connectionString) : m_string(connectionS
     if (m_string.value(QStringLiteral("DRIVER")).isEmpty() && m_string.value(QStringLiteral("DSN")).isEmpty())
         throw TDatabaseError(TFault::NoDriver,
                              QStringLiteral("the connection string names no DRIVER and no DSN"));
-    m_environment = Odbc::TEnvironment(SQL_NULL_HANDLE);
-    SQLSetEnvAttr(m_environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-    try {
-        connect();
-        checkServer();
-    } catch (...) {
-        drop();
-        throw;
-    }
+}
+
+void TOdbcEngine::open()
+{
+    connect();
+    checkServer();
 }
 
 TOdbcEngine::~TOdbcEngine()
@@ -36,20 +33,18 @@ TOdbcEngine::~TOdbcEngine()
 void TOdbcEngine::connect()
 {
     drop();
-    SQLAllocHandle(SQL_HANDLE_DBC, m_environment, &m_connection);
-    SQLSetConnectAttrW(m_connection, SQL_ATTR_LOGIN_TIMEOUT,
+    Odbc::TConnectionHandle connection{SQLHANDLE(m_environment)};
+    SQLSetConnectAttrW(connection, SQL_ATTR_LOGIN_TIMEOUT,
                        reinterpret_cast<SQLPOINTER>(SQLULEN(m_string.loginSeconds())), SQL_IS_UINTEGER);
     const QString text = m_string.forDriver();
     SQLSMALLINT length = 0;
-    const SQLRETURN code =
-        SQLDriverConnectW(m_connection, nullptr, Odbc::wide(text), SQLSMALLINT(text.size()), nullptr, 0,
-                          &length, SQL_DRIVER_NOPROMPT);
+    const SQLRETURN code = SQLDriverConnectW(connection, nullptr, Odbc::wide(text), SQLSMALLINT(text.size()),
+                                             nullptr, 0, &length, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(code)) {
-        const auto problems = Odbc::problemsOf(SQL_HANDLE_DBC, m_connection);
-        SQLFreeHandle(SQL_HANDLE_DBC, m_connection);
-        m_connection = nullptr;
+        const auto problems = Odbc::problemsOf(SQL_HANDLE_DBC, connection);
         throw TDatabaseError(Odbc::faultOf(problems, true), m_string.withoutSecrets(Odbc::textOf(problems)));
     }
+    m_connection = std::move(connection);
     prepareSession();
 }
 
@@ -60,22 +55,11 @@ void TOdbcEngine::drop()
         m_cursor = nullptr;
     }
     m_isDead = false;
-    if (!m_connection)
-        return;
-    SQLDisconnect(m_connection);
-    SQLFreeHandle(SQL_HANDLE_DBC, m_connection);
-    m_connection = nullptr;
+    m_connection = Odbc::TConnectionHandle();
 }
 
 void TOdbcEngine::prepareSession()
 {
-    SQLWCHAR name[64] = {};
-    SQLSMALLINT length = 0;
-    SQLGetInfoW(m_connection, SQL_DBMS_NAME, name, sizeof(name), &length);
-    m_isServer =
-        !QString::fromUtf16(reinterpret_cast<const char16_t *>(name)).contains(QLatin1String("SQLite"));
-    if (!m_isServer)
-        return;
     // No row counts between the results, texts and pictures of any length, and no endless wait for a lock. A failed
     // statement leaves the transaction to its owner (XACT_ABORT).
     run(QStringLiteral("SET TEXTSIZE 2147483647 SET NOCOUNT ON SET XACT_ABORT OFF SET LOCK_TIMEOUT %1")
@@ -84,8 +68,6 @@ void TOdbcEngine::prepareSession()
 
 void TOdbcEngine::checkServer()
 {
-    if (!m_isServer)
-        return;
     const QString database = run(QStringLiteral("select db_name()")).toString().toLower();
     static const QStringList system{QStringLiteral("master"), QStringLiteral("tempdb"),
                                     QStringLiteral("model"), QStringLiteral("msdb")};
@@ -126,14 +108,34 @@ void TOdbcEngine::makeReady(const QString &text)
         m_cursor->keepRest();
 }
 
+bool TOdbcEngine::hasOpenTransaction()
+{
+    return run(QStringLiteral("select @@TRANCOUNT")).toInt() > 0;
+}
+
+void TOdbcEngine::endTransaction()
+{
+    run(QStringLiteral("if @@TRANCOUNT > 0 rollback transaction"));
+}
+
+int TOdbcEngine::runCommand(const QString &text, const QVariantList &values)
+{
+    return run(text + QStringLiteral("\nselect @@ROWCOUNT"), values).toInt();
+}
+
+qlonglong TOdbcEngine::runInsert(const QString &text, const QVariantList &values)
+{
+    return run(text + QStringLiteral("\nselect cast(SCOPE_IDENTITY() as bigint)"), values).toLongLong();
+}
+
 bool TOdbcEngine::isTransactionAlive()
 {
-    if (m_isAsking || !m_isServer)
+    if (m_isAsking)
         return true;
     m_isAsking = true;
     bool alive = false;
     try {
-        alive = run(QStringLiteral("select @@TRANCOUNT")).toInt() > 0;
+        alive = hasOpenTransaction();
     } catch (const TDatabaseError &) {
         m_isDead = true;
     }
@@ -264,8 +266,7 @@ void TOdbcEngine::rollback()
         return;
     try {
         makeReady({});
-        run(m_isServer ? QStringLiteral("if @@TRANCOUNT > 0 rollback transaction")
-                       : QStringLiteral("rollback transaction"));
+        endTransaction();
     } catch (const TDatabaseError &) {
         m_isDead = true; // the server rolls back what a closed line leaves
     }
@@ -292,13 +293,9 @@ auto TOdbcEngine::inOneTransaction(Work work)
 int TOdbcEngine::execute(const TBoundStatement &statement)
 {
     const Odbc::TPlacedText placed = Odbc::placed(statement);
-    const auto work = [&] {
-        return run(m_isServer ? placed.text + QStringLiteral("\nselect @@ROWCOUNT") : placed.text,
-                   placed.values)
-            .toInt();
-    };
+    const auto work = [&] { return runCommand(placed.text, placed.values); };
     // A single command is a whole by itself; a batch amid somebody else's transaction needs a mark to return to.
-    if (!m_begun || !m_isServer || Dialect::toSqlite(statement.text).statements.size() < 2)
+    if (!m_begun || ReadSql(statement.text).statements < 2)
         return inOneTransaction(work);
     makeReady(statement.text);
     run(QStringLiteral("save transaction batch"));
@@ -318,11 +315,8 @@ int TOdbcEngine::execute(const TBoundStatement &statement)
 
 std::unique_ptr<TCursor> TOdbcEngine::select(const TBoundStatement &statement)
 {
-    static const QRegularExpression onlyReads(QStringLiteral("^\\s*select\\b(?!.*\\binto\\b)"),
-                                              QRegularExpression::CaseInsensitiveOption |
-                                                  QRegularExpression::DotMatchesEverythingOption);
     const Odbc::TPlacedText placed = Odbc::placed(statement);
-    for (bool again = !m_begun && onlyReads.match(placed.text).hasMatch();; again = false) {
+    for (bool again = !m_begun && ReadSql(statement.text).onlyReads;; again = false) {
         makeReady(statement.text);
         try {
             return std::make_unique<TOdbcCursor>(*this, start(placed.text, placed.values), placed.text);
@@ -340,12 +334,7 @@ qlonglong TOdbcEngine::insert(const TBoundStatement &statement)
     return inOneTransaction([&] {
         TInserted inserted{statement.text, statement.values, 0, {}, {}, {}, {}};
         const Odbc::TPlacedText placed = Odbc::placed(statement);
-        const QVariant key =
-            run(m_isServer ? placed.text + QStringLiteral("\nselect cast(SCOPE_IDENTITY() as bigint)")
-                           : placed.text,
-                placed.values);
-        inserted.key =
-            m_isServer ? key.toLongLong() : run(QStringLiteral("select last_insert_rowid()")).toLongLong();
+        inserted.key = runInsert(placed.text, placed.values);
         identify(inserted);
         m_inserted.append(inserted);
         return inserted.key;
@@ -354,13 +343,7 @@ qlonglong TOdbcEngine::insert(const TBoundStatement &statement)
 
 void TOdbcEngine::runScript(const QString &sql)
 {
-    static const QRegularExpression go(QStringLiteral("^[ \\t]*GO[ \\t\\r]*$"),
-                                       QRegularExpression::CaseInsensitiveOption |
-                                           QRegularExpression::MultilineOption);
     makeReady({});
-    for (const QString &batch : sql.split(go)) {
-        if (!batch.trimmed().isEmpty())
-            run(batch);
-    }
+    run(sql);
     m_tables.clear();
 }

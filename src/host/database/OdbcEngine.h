@@ -18,10 +18,12 @@ class TOdbcCursor;
 /// is stored alone.
 class TOdbcEngine : public TEngine {
 public:
+    /// Refuses a string that names no driver; open() connects.
     explicit TOdbcEngine(const QString &connectionString);
     ~TOdbcEngine() override;
+    void open();
 
-    TConnection::Kind kind() const override { return TConnection::Kind::SqlServer; }
+    TEngineKind kind() const override { return TEngineKind::SqlServer; }
     QString displayName() const override { return m_string.displayName(); }
     void begin() override;
     /// A commit whose answer is lost is looked after: when the rows are there, it has succeeded.
@@ -33,6 +35,24 @@ public:
     qlonglong insert(const TBoundStatement &statement) override;
     const TTableInfo *table(const QString &name) override;
     void runScript(const QString &sql) override;
+
+protected:
+    // What the database behind the driver is told in its own words; here those of SQL Server.
+    virtual void prepareSession();
+    virtual void checkServer();
+    virtual bool hasOpenTransaction();
+    virtual void endTransaction();
+    /// Runs a command and answers its affected rows.
+    virtual int runCommand(const QString &text, const QVariantList &values);
+    /// Runs an insert and answers the key that the table's counter gave.
+    virtual qlonglong runInsert(const QString &text, const QVariantList &values);
+    virtual TTableInfo readTable(const QString &name);
+
+    SQLHDBC connection() const { return m_connection; }
+    /// Throws for a failed call, after noting a lost line or a lost transaction.
+    [[noreturn]] void fail(SQLSMALLINT type, SQLHANDLE handle, const QString &text);
+    /// Runs a text to its end; answers the first column of its last result, or the affected rows.
+    QVariant run(const QString &text, const QVariantList &values = {});
 
 private:
     friend class TOdbcCursor;
@@ -50,15 +70,9 @@ private:
 
     void connect();
     void drop();
-    void prepareSession();
-    void checkServer();
     /// Connects if need be, and clears the line of an open cursor.
     void makeReady(const QString &text);
-    /// Throws for a failed call, after noting a lost line or a lost transaction.
-    [[noreturn]] void fail(SQLSMALLINT type, SQLHANDLE handle, const QString &text);
     Odbc::TStatementHandle start(const QString &text, const QVariantList &values = {});
-    /// Runs a text to its end; answers the first column of its last result, or the affected rows.
-    QVariant run(const QString &text, const QVariantList &values = {});
     bool isTransactionAlive();
     template <class Work>
     auto inOneTransaction(Work work);
@@ -67,14 +81,11 @@ private:
     bool isStored(const TInserted &inserted);
     bool isStoredAfterAll(const QList<TInserted> &inserted);
     std::optional<qlonglong> storedBefore(const TBoundStatement &statement);
-    TTableInfo readTable(const QString &name);
-    TTableInfo readTableOfDriver(const QString &name);
 
     TOdbcConnectionString m_string;
     Odbc::TEnvironment m_environment;
-    SQLHDBC m_connection = nullptr;
-    bool m_isServer = true; ///< false: a driver of another database, which only tests use
-    bool m_isDead = false;  ///< the line was lost; dropped before the next statement
+    Odbc::TConnectionHandle m_connection;
+    bool m_isDead = false; ///< the line was lost; dropped before the next statement
     bool m_begun = false;
     bool m_isAsking = false;      ///< whether the transaction is alive
     std::optional<TFault> m_gone; ///< why the open transaction is no more

@@ -11,36 +11,36 @@ struct TNativeFault {
 
 // The server's message numbers that a user can act on; an earlier one counts before a later one.
 const TNativeFault nativeFaults[] = {
-    {1205, TFault::Deadlock},       // chosen as the deadlock victim
-    {1222, TFault::Locked},         // lock request time out
-    {2627, TFault::Refused},        // a second primary or unique key
-    {2601, TFault::Refused},        // a second row in a unique index
-    {547, TFault::Refused},         // a reference or a check
-    {515, TFault::Refused},         // null where none may be
-    {8115, TFault::Refused},        // a number too great for its column
-    {8114, TFault::Refused},        // a text that is no number
-    {245, TFault::Refused},         // the same
-    {220, TFault::Refused},         // a small number's overflow
-    {3609, TFault::Refused},        // a trigger ended the transaction
-    {50000, TFault::Refused},       // a trigger's own words
-    {8152, TFault::TooLong},        // text would be cut
-    {2628, TFault::TooLong},        // the same, with the column's name
-    {1105, TFault::DiskFull},       // no room in the file group
-    {9002, TFault::DiskFull},       // no room in the log
-    {3906, TFault::ReadOnly},       // read-only database
+    {1205, TFault::Deadlock}, // chosen as the deadlock victim
+    {1222, TFault::Locked},   // lock request time out
+    {2627, TFault::Refused},  // a second primary or unique key
+    {2601, TFault::Refused},  // a second row in a unique index
+    {547, TFault::Refused},   // a reference or a check
+    {515, TFault::Refused},   // null where none may be
+    {8115, TFault::Refused},  // a number too great for its column
+    {8114, TFault::Refused},  // a text that is no number
+    {245, TFault::Refused},   // the same
+    {220, TFault::Refused},   // a small number's overflow
+    {3609, TFault::Refused},  // a trigger ended the transaction
+    {50000, TFault::Refused}, // a trigger's own words
+    {8152, TFault::TooLong},  // text would be cut
+    {2628, TFault::TooLong},  // the same, with the column's name
+    {1105, TFault::DiskFull}, // no room in the file group
+    {9002, TFault::DiskFull}, // no room in the log
+    {3906, TFault::ReadOnly}, // read-only database
     // A refused database is followed by a refused login.
-    {4060, TFault::NoSuchDatabase},   // cannot open the database
-    {916, TFault::NoSuchDatabase},    // no user of this database
-    {911, TFault::NoSuchDatabase},    // no such database
+    {4060, TFault::NoSuchDatabase}, // cannot open the database
+    {916, TFault::NoSuchDatabase},  // no user of this database
+    {911, TFault::NoSuchDatabase},  // no such database
     {18456, TFault::LoginRefused},  // login failed
     {18452, TFault::LoginRefused},  // from an untrusted domain
     {18486, TFault::LoginRefused},  // account locked
     {18487, TFault::LoginRefused},  // password expired
     {18488, TFault::LoginRefused},  // password must be changed
-    {229, TFault::NoRight},    // no right on an object
-    {230, TFault::NoRight},    // no right on a column
-    {262, TFault::NoRight},    // no right to create
-    {297, TFault::NoRight},    // no right to act
+    {229, TFault::NoRight},         // no right on an object
+    {230, TFault::NoRight},         // no right on a column
+    {262, TFault::NoRight},         // no right to create
+    {297, TFault::NoRight},         // no right to act
     {17809, TFault::ServerFull},    // out of connections
     {17142, TFault::NoServer},      // the server is paused
     {6005, TFault::ConnectionLost}, // shutdown in progress

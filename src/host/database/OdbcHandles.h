@@ -40,8 +40,29 @@ public:
 private:
     SQLHANDLE m_handle = nullptr;
 };
-using TEnvironment = THandle<SQL_HANDLE_ENV>;
 using TStatementHandle = THandle<SQL_HANDLE_STMT>;
+
+class TEnvironment : public THandle<SQL_HANDLE_ENV> {
+public:
+    TEnvironment() : THandle(SQL_NULL_HANDLE)
+    {
+        SQLSetEnvAttr(*this, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    }
+};
+
+/// A connection, ended when it goes. Its statements must be gone by then.
+class TConnectionHandle : public THandle<SQL_HANDLE_DBC> {
+public:
+    using THandle::THandle;
+    TConnectionHandle() = default;
+    TConnectionHandle(TConnectionHandle &&) noexcept = default;
+    TConnectionHandle &operator=(TConnectionHandle &&) noexcept = default;
+    ~TConnectionHandle()
+    {
+        if (SQLHANDLE(*this))
+            SQLDisconnect(*this);
+    }
+};
 
 /// What the driver says about the last call on a handle.
 QList<TProblem> problemsOf(SQLSMALLINT type, SQLHANDLE handle);

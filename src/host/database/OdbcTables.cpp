@@ -2,66 +2,9 @@
 
 namespace {
 
-enum { TableNamePlace = 3, ColumnNamePlace = 4, TypePlace = 5, SizePlace = 7 };
 const int longestPlainText = 4000;
 
-QString textAt(SQLHSTMT statement, SQLUSMALLINT place)
-{
-    SQLRETURN code = SQL_SUCCESS;
-    return Odbc::read(statement, place, {SQL_WVARCHAR, 0, 0}, code).toString();
-}
-
-int numberAt(SQLHSTMT statement, SQLUSMALLINT place)
-{
-    SQLRETURN code = SQL_SUCCESS;
-    return Odbc::read(statement, place, {SQL_INTEGER, 0, 0}, code).toInt();
-}
-
-bool isText(int type)
-{
-    return type == SQL_CHAR || type == SQL_VARCHAR || type == SQL_WCHAR || type == SQL_WVARCHAR;
-}
-
 } // namespace
-
-// Any driver's own list of columns and keys.
-TTableInfo TOdbcEngine::readTableOfDriver(const QString &name)
-{
-    TTableInfo info;
-    Odbc::TStatementHandle columns(m_connection);
-    if (!SQL_SUCCEEDED(SQLColumnsW(columns, nullptr, 0, nullptr, 0, Odbc::wide(name), SQL_NTS, nullptr, 0)))
-        fail(SQL_HANDLE_STMT, columns, name);
-    SQLRETURN code = SQL_SUCCESS;
-    while (SQL_SUCCEEDED(code = SQLFetch(columns))) {
-        // The name is taken for a pattern, in which "_" is any letter.
-        const QString table = textAt(columns, TableNamePlace);
-        if (table.compare(name, Qt::CaseInsensitive) != 0)
-            continue;
-        info.name = table;
-        TFieldInfo field;
-        field.baseTable = table;
-        field.name = field.baseColumn = textAt(columns, ColumnNamePlace);
-        const int type = numberAt(columns, TypePlace);
-        const int size = numberAt(columns, SizePlace);
-        if (isText(type) && size <= longestPlainText)
-            field.width = size;
-        info.columns.append(field);
-    }
-    if (code != SQL_NO_DATA)
-        fail(SQL_HANDLE_STMT, columns, name);
-    columns = Odbc::TStatementHandle();
-    if (info.columns.isEmpty())
-        return info;
-    Odbc::TStatementHandle keys(m_connection);
-    if (!SQL_SUCCEEDED(SQLPrimaryKeysW(keys, nullptr, 0, nullptr, 0, Odbc::wide(info.name), SQL_NTS)))
-        fail(SQL_HANDLE_STMT, keys, name);
-    while (SQL_SUCCEEDED(code = SQLFetch(keys)))
-        info.keys.append(textAt(keys, ColumnNamePlace));
-    if (code != SQL_NO_DATA)
-        fail(SQL_HANDLE_STMT, keys, name);
-    keys = Odbc::TStatementHandle();
-    return info;
-}
 
 TTableInfo TOdbcEngine::readTable(const QString &name)
 {
@@ -113,7 +56,7 @@ const TTableInfo *TOdbcEngine::table(const QString &name)
     for (bool again = !m_begun;; again = false) {
         makeReady(name);
         try {
-            info = m_isServer ? readTable(name) : readTableOfDriver(name);
+            info = readTable(name);
             break;
         } catch (const TDatabaseError &error) {
             // As with a select: a line that was lost while nothing was at stake is not worth a message.

@@ -1,6 +1,6 @@
 #include "host/database/OdbcEngine.h"
 
-#include <QRegularExpression>
+#include "host/database/SqlText.h"
 
 #include <algorithm>
 
@@ -34,29 +34,19 @@ QVariantList TOdbcEngine::keyValuesOf(const TInserted &inserted, const QVariantL
 // Finds how to tell the row from all others, and forgets a key that is none of its table's.
 void TOdbcEngine::identify(TInserted &inserted)
 {
-    // The form in which a dataset posts a new row.
-    static const QRegularExpression form(
-        QStringLiteral(
-            "^\\s*insert\\s+into\\s+\\[?(\\w+)\\]?\\s*\\(([^()]*)\\)\\s*values\\s*\\([?,\\s]*\\)\\s*$"),
-        QRegularExpression::CaseInsensitiveOption);
-    const auto match = form.match(inserted.text);
-    if (!match.hasMatch())
-        return;
-    const TTableInfo *info = table(match.captured(1));
+    // Only the form in which a dataset posts a new row has columns.
+    const TSqlText read = ReadSql(inserted.text);
+    const TTableInfo *info = read.columns.isEmpty() ? nullptr : table(read.table);
     if (!info)
         return;
-    for (const QString &name : match.captured(2).split(u',')) {
-        QString plain = name.trimmed();
-        inserted.columns.append(plain.remove(u'[').remove(u']'));
-    }
+    inserted.columns = read.columns;
     const auto counter = std::find_if(info->columns.begin(), info->columns.end(),
                                       [](const TFieldInfo &column) { return column.autoIncrement; });
     if (counter != info->columns.end()) {
         inserted.keys = {counter->name};
         inserted.keyValues = {inserted.key};
     } else {
-        if (m_isServer)
-            inserted.key = 0; // of an earlier row elsewhere
+        inserted.key = 0; // of an earlier row elsewhere
         inserted.keys = info->keys;
         inserted.keyValues = keyValuesOf(inserted, inserted.values);
     }

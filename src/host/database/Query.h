@@ -1,23 +1,13 @@
 #pragma once
 
 #include "host/database/Connection.h"
+#include "host/database/Field.h"
 
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
 #include <memory>
 #include <optional>
-
-/// One column of an open query.
-struct TFieldInfo {
-    QString name;
-    int width = 0;     ///< characters for text columns, 0 where there is no limit
-    QString baseTable; ///< the table behind (also through a view), empty for computed columns
-    QString baseColumn;
-    bool autoIncrement = false;
-    bool readOnly = false; ///< computed, or an auto-increment key
-    bool large = false;    ///< pictures and the like; a list reads them one by one, when they are asked for
-};
 
 /// A dataset: a statement, its rows, a current row, and editing of that row.
 ///

@@ -14,12 +14,6 @@ const int keptRows = 8192;
 const int tailRows = 2048; // the keys of shorter lists are read at once
 const int nextRows = 8192; // keys that are read when the user goes up beyond the known ones
 
-// The functions that the search finds texts by.
-bool isSearched(const QString &statement)
-{
-    return statement.contains(u"zelmo_finds(") || statement.contains(u"charindex(");
-}
-
 QVariantList readRow(TCursor &cursor, qsizetype columns)
 {
     QVariantList row;
@@ -127,7 +121,7 @@ void TQueryRows::readFromEnd()
         m_count = int(last.size());
         return;
     }
-    const bool walked = isSearched(m_source.statement.boundText());
+    const bool walked = m_source.statement.isWalking();
     TStatement count = wrapped(QStringLiteral("select count(*)"), {});
     if (walked)
         count.sql(QStringLiteral("where [%1] < ").arg(m_source.keyField)).value(last.first());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/database/Connection.h"
 #include "host/database/Engine.h"
 
 #include <QCache>

@@ -1,8 +1,7 @@
 #include "host/database/RowWriter.h"
 
 #include "host/database/Schema.h"
-
-#include <QRegularExpression>
+#include "host/database/SqlText.h"
 
 namespace {
 
@@ -44,10 +43,7 @@ QVariant cut(const QVariant &value, int width)
 
 QString RowWriter::baseTable(const QString &statementText)
 {
-    static const QRegularExpression from(QStringLiteral("\\bfrom\\s+\\[?(?:dbo\\]?\\.\\[?)?(\\w+)"),
-                                         QRegularExpression::CaseInsensitiveOption);
-    const auto match = from.match(statementText);
-    return match.hasMatch() ? Schema::baseTable(match.captured(1)) : QString();
+    return Schema::baseTable(ReadSql(statementText).table);
 }
 
 void RowWriter::write(TConnection &connection, const QString &tableName, TRow &row, bool newRow)

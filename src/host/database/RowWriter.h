@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/database/Connection.h"
 #include "host/database/Engine.h"
 
 /// Writes one row of a query to the table behind it, also when the query reads a view.

@@ -36,7 +36,7 @@ QVariantList firstColumn(TEngine &engine, const TBoundStatement &statement)
 
 QStringList tables(TEngine &engine)
 {
-    const bool embedded = engine.kind() == TConnection::Kind::Embedded;
+    const bool embedded = engine.kind() == TEngineKind::Embedded;
     const QString sql = embedded
                             ? QStringLiteral("select name from sqlite_master where type='table' and "
                                              "name not in ('sqlite_sequence','sqlite_stat1','sqlite_stat4')")
@@ -66,7 +66,7 @@ int versionOf(TEngine &engine)
 /// Waits until no other program changes the schema; the embedded engine's transaction does so by itself.
 void lockSchema(TEngine &engine)
 {
-    if (engine.kind() != TConnection::Kind::SqlServer)
+    if (engine.kind() != TEngineKind::SqlServer)
         return;
     try {
         engine.runScript(QStringLiteral("DECLARE @Answer INT\n"
@@ -81,12 +81,15 @@ void lockSchema(TEngine &engine)
     }
 }
 
+QString versionTable()
+{
+    return QStringLiteral("CREATE TABLE SchemaVersion_TBL (Suite NVARCHAR(50) NOT NULL CONSTRAINT "
+                          "PK_SchemaVersion_TBL PRIMARY KEY, Version INT NOT NULL)");
+}
+
 void createVersionTable(TEngine &engine)
 {
-    const QString table =
-        QStringLiteral("CREATE TABLE SchemaVersion_TBL (Suite NVARCHAR(50) NOT NULL CONSTRAINT "
-                       "PK_SchemaVersion_TBL PRIMARY KEY, Version INT NOT NULL)");
-    for (const QString &batch : batches(table, engine.kind()))
+    for (const QString &batch : batches(versionTable(), engine.kind()))
         engine.runScript(batch);
     engine.execute(
         {QStringLiteral("insert into SchemaVersion_TBL (Suite, Version) values (?, 0)"), {suite()}, {}});
@@ -156,10 +159,10 @@ void bringUpToDate(TEngine &engine, const QList<TStep> &steps)
             runStep(engine, step);
 }
 
-QStringList batches(const QString &script, TConnection::Kind kind)
+QStringList batches(const QString &script, TEngineKind kind)
 {
     const QString own =
-        kind == TConnection::Kind::Embedded ? QStringLiteral("sqlite") : QStringLiteral("sqlserver");
+        kind == TEngineKind::Embedded ? QStringLiteral("sqlite") : QStringLiteral("sqlserver");
     QStringList list;
     QString batch;
     QString engine = QStringLiteral("all");
@@ -168,8 +171,8 @@ QStringList batches(const QString &script, TConnection::Kind kind)
             if (engine == own)
                 list.append(batch);
             else if (engine == u"all")
-                list += kind == TConnection::Kind::Embedded ? Dialect::toSqlite(batch).statements
-                                                            : QStringList(batch);
+                list +=
+                    kind == TEngineKind::Embedded ? Dialect::toSqlite(batch).statements : QStringList(batch);
         }
         batch.clear();
         engine = QStringLiteral("all");
@@ -181,6 +184,15 @@ QStringList batches(const QString &script, TConnection::Kind kind)
             batch += line + u'\n';
     }
     finish();
+    return list;
+}
+
+QStringList batchesUpTo(int version, TEngineKind kind)
+{
+    QStringList list = batches(versionTable(), kind);
+    for (const TStep &step : steps())
+        if (step.number <= version)
+            list += batches(step.script, kind);
     return list;
 }
 

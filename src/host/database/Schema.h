@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/database/Connection.h"
+#include "host/database/Field.h"
 
 #include <QList>
 #include <QString>
@@ -32,7 +32,10 @@ void bringUpToDate(TEngine &engine);
 void bringUpToDate(TEngine &engine, const QList<TStep> &steps);
 
 /// The batches of a script for one engine, ready to run there.
-QStringList batches(const QString &script, TConnection::Kind kind);
+QStringList batches(const QString &script, TEngineKind kind);
+
+/// All batches that lead from an empty database to a version, but for the row that says which one it is.
+QStringList batchesUpTo(int version, TEngineKind kind);
 
 /// The table behind a view's columns, for a server that does not tell: "StaffView" -> "Staff". Any other name is
 /// answered as it is.

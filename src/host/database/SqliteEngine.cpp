@@ -1,58 +1,22 @@
 #include "host/database/SqliteEngine.h"
 
 #include "host/database/Dialect.h"
+#include "host/database/Faults.h"
+#include "host/database/SqlText.h"
 #include "host/database/SqliteFile.h"
 #include "host/database/SqliteFunctions.h"
 #include "host/database/SqliteSort.h"
 
-#include <QRegularExpression>
+#include <QRandomGenerator>
 
 #include <chrono>
 #include <new>
-#include <sqlite3.h>
 #include <thread>
 
 namespace {
 
 const int busyMilliseconds = 5000;
 const std::size_t keptStatements = 100;
-
-TFault faultOf(int code)
-{
-    switch (code & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-        return TFault::Locked;
-    case SQLITE_CONSTRAINT:
-        return TFault::Refused;
-    case SQLITE_FULL:
-        return TFault::DiskFull;
-    case SQLITE_READONLY:
-    case SQLITE_PERM:
-    case SQLITE_AUTH:
-        return TFault::ReadOnly;
-    case SQLITE_CANTOPEN:
-        return TFault::CannotOpen;
-    case SQLITE_NOTADB:
-    case SQLITE_CORRUPT:
-        return TFault::NotADatabase;
-    case SQLITE_TOOBIG:
-        return TFault::TooLong;
-    case SQLITE_ERROR:
-        return TFault::BadStatement;
-    default:
-        return TFault::Other;
-    }
-}
-
-// "NVARCHAR(50)": 50; "NVARCHAR(MAX)" and all other types: 0.
-int widthOf(const QString &declaredType)
-{
-    static const QRegularExpression text(QStringLiteral("CHAR\\s*\\((\\d+)\\)"),
-                                         QRegularExpression::CaseInsensitiveOption);
-    const auto match = text.match(declaredType);
-    return match.hasMatch() ? match.captured(1).toInt() : 0;
-}
 
 bool isLarge(const QString &declaredType)
 {
@@ -108,14 +72,34 @@ void bindValue(sqlite3_stmt *statement, int place, const QVariant &value)
     }
 }
 
+/// A statement in use.
+class TTaken {
+public:
+    TTaken(TSqliteEngine &engine, const QString &sql) : m_engine(engine), m_prepared(engine.take(sql)) {}
+    ~TTaken() { m_engine.giveBack(std::move(m_prepared)); }
+    TTaken(const TTaken &) = delete;
+    TTaken &operator=(const TTaken &) = delete;
+
+    operator sqlite3_stmt *() const { return m_prepared.statement; }
+    TSqlitePrepared &prepared() { return m_prepared; }
+
+private:
+    TSqliteEngine &m_engine;
+    TSqlitePrepared m_prepared;
+};
+
+QString logOf(const QString &path)
+{
+    return path + QStringLiteral("-wal");
+}
+
 class TSqliteCursor : public TCursor {
 public:
     TSqliteCursor(TSqliteEngine &engine, const QString &sql, const TBoundStatement &bound)
-        : m_engine(engine), m_sql(sql), m_statement(engine.take(sql))
+        : m_engine(engine), m_statement(engine, sql)
     {
         m_engine.bind(m_statement, bound, 0);
     }
-    ~TSqliteCursor() override { m_engine.giveBack(m_sql, m_statement); }
 
     bool next() override
     {
@@ -123,13 +107,13 @@ public:
         if (code == SQLITE_ROW)
             return true;
         if (code != SQLITE_DONE)
-            m_engine.fail(m_sql);
+            m_engine.fail(m_statement.prepared().sql);
         return false;
     }
     const QList<TFieldInfo> &fields() const override
     {
         if (m_fields.isEmpty())
-            m_fields = m_engine.describe(m_statement);
+            m_fields = m_engine.describe(m_statement.prepared());
         return m_fields;
     }
     QVariant value(int column) override { return columnValue(m_statement, column); }
@@ -137,41 +121,35 @@ public:
 
 private:
     TSqliteEngine &m_engine;
-    QString m_sql;
-    sqlite3_stmt *m_statement;
+    mutable TTaken m_statement;
     mutable QList<TFieldInfo> m_fields;
 };
 
 } // namespace
 
-std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path)
+std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path, TMissingFile missing)
 {
-    return std::make_unique<TSqliteEngine>(path);
+    return std::make_unique<TSqliteEngine>(path, missing);
 }
 
-TSqliteEngine::TSqliteEngine(const QString &path) : m_path(path)
+TSqliteEngine::TSqliteEngine(const QString &path, TMissingFile missing) : m_path(path)
 {
-    SqliteFile::prepare(path);
-    try {
-        open();
-    } catch (...) {
-        sqlite3_close(m_db);
-        throw;
-    }
+    SqliteFile::prepare(path, missing == TMissingFile::Create);
+    SqliteFile::mustNotBeForeign(path);
+    open();
 }
 
 TSqliteEngine::~TSqliteEngine()
 {
-    for (const TKept &kept : m_kept)
-        sqlite3_finalize(kept.statement);
-    sqlite3_close_v2(m_db);
+    // The log that lies there now may be another database's.
+    if (m_db && !isInPlace())
+        sqlite3_db_config(m_db, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
 }
 
 void TSqliteEngine::open()
 {
     // One thread works with a connection, so that no call needs a lock.
-    if (sqlite3_open_v2(m_path.toUtf8().constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
-                        nullptr) != SQLITE_OK)
+    if (m_db.open(m_path.toUtf8().constData(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX) != SQLITE_OK)
         fail({});
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_handler(m_db, &TSqliteEngine::waitForWriter, this);
@@ -183,10 +161,15 @@ void TSqliteEngine::open()
     exec("pragma temp_store=MEMORY");
     registerSqliteFunctions(m_db);
     registerSqliteSort(m_db);
+    m_realPath = QString::fromUtf8(sqlite3_db_filename(m_db, "main"));
+    m_queue = std::make_unique<TWriterQueue>(m_realPath);
+    m_file = SqliteFile::identityOf(m_realPath);
+    exec("select count(*) from sqlite_master"); // lays the log
+    m_log = SqliteFile::identityOf(logOf(m_realPath));
 }
 
-// SQLite's own wait looks ever more rarely, and then one of eight busy workstations may find the file held each time
-// that it looks: it is looked for every millisecond instead.
+// Here only those meet who stand first in the queue and who know no queue, such as another tool. SQLite's own wait looks
+// ever more rarely; the pauses are random, so that two of a kind do not meet again and again.
 int TSqliteEngine::waitForWriter(void *engine, int attempt)
 {
     QElapsedTimer &waited = static_cast<TSqliteEngine *>(engine)->m_waited;
@@ -194,16 +177,15 @@ int TSqliteEngine::waitForWriter(void *engine, int attempt)
         waited.start();
     if (waited.hasExpired(busyMilliseconds))
         return 0;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    std::this_thread::sleep_for(std::chrono::microseconds(QRandomGenerator::global()->bounded(200, 1500)));
     return 1;
 }
 
 void TSqliteEngine::fail(const QString &text) const
 {
-    const int code = m_db ? sqlite3_extended_errcode(m_db) : SQLITE_NOMEM;
-    if ((code & 0xff) == SQLITE_NOMEM)
+    if (!m_db || (sqlite3_errcode(m_db) & 0xff) == SQLITE_NOMEM)
         throw std::bad_alloc(); // as everywhere else: no fault of the database
-    throw TDatabaseError(faultOf(code), QString::fromUtf8(sqlite3_errmsg(m_db)), text);
+    throw TDatabaseError(Faults::lastOf(m_db), QString::fromUtf8(sqlite3_errmsg(m_db)), text);
 }
 
 void TSqliteEngine::exec(const char *sql)
@@ -212,20 +194,56 @@ void TSqliteEngine::exec(const char *sql)
         fail(QString::fromUtf8(sql));
 }
 
+bool TSqliteEngine::isInPlace() const
+{
+    return SqliteFile::identityOf(m_realPath) == m_file &&
+           (m_log.number == 0 || SqliteFile::identityOf(logOf(m_realPath)) == m_log);
+}
+
+// What is written into a file that no longer stands under its name is lost with the program's end.
+void TSqliteEngine::mustBeInPlace() const
+{
+    if (!isInPlace())
+        throw TDatabaseError(TFault::FileGone, m_path);
+}
+
+void TSqliteEngine::startWriting()
+{
+    mustBeInPlace();
+    if (!m_queue->enter())
+        throw TDatabaseError(TFault::Locked, QStringLiteral("the writers ahead do not finish"));
+}
+
+/// After each end of a transaction, whether it was asked for or came with a fault.
+void TSqliteEngine::endWriting()
+{
+    if (!inTransaction())
+        m_queue->leave();
+}
+
 void TSqliteEngine::begin()
 {
-    // The write lock is taken now, so that waiting for another writer happens here and not amid a save.
-    exec("begin immediate");
+    startWriting();
+    try {
+        // The write lock is taken now, so that waiting for another writer happens here and not amid a save.
+        exec("begin immediate");
+    } catch (...) {
+        endWriting();
+        throw;
+    }
 }
 
 void TSqliteEngine::commit()
 {
+    mustBeInPlace();
     exec("commit");
+    endWriting();
 }
 
 void TSqliteEngine::rollback()
 {
     sqlite3_exec(m_db, "rollback", nullptr, nullptr, nullptr);
+    endWriting();
 }
 
 bool TSqliteEngine::inTransaction() const
@@ -233,45 +251,36 @@ bool TSqliteEngine::inTransaction() const
     return sqlite3_get_autocommit(m_db) == 0;
 }
 
-sqlite3_stmt *TSqliteEngine::take(const QString &sql)
+TSqlitePrepared TSqliteEngine::take(const QString &sql)
 {
     if (const auto found = m_keptBySql.constFind(sql); found != m_keptBySql.constEnd()) {
-        sqlite3_stmt *statement = (*found)->statement;
+        TSqlitePrepared kept = std::move(**found);
         m_kept.erase(*found);
         m_keptBySql.erase(found);
-        return statement;
+        return kept;
     }
-    sqlite3_stmt *statement = nullptr;
+    TSqlitePrepared prepared{sql, {}, {}, 0};
     const QByteArray text = sql.toUtf8();
-    if (sqlite3_prepare_v3(m_db, text.constData(), int(text.size()), SQLITE_PREPARE_PERSISTENT, &statement,
-                           nullptr) != SQLITE_OK)
+    if (prepared.statement.prepare(m_db, text.constData(), int(text.size()), SQLITE_PREPARE_PERSISTENT) !=
+        SQLITE_OK)
         fail(sql);
-    if (!statement)
+    if (!prepared.statement)
         throw TDatabaseError(TFault::BadStatement, QStringLiteral("empty statement"), sql);
-    return statement;
+    return prepared;
 }
 
-void TSqliteEngine::giveBack(const QString &sql, sqlite3_stmt *statement)
+void TSqliteEngine::giveBack(TSqlitePrepared prepared)
 {
-    sqlite3_reset(statement);
-    sqlite3_clear_bindings(statement);
-    if (m_keptBySql.contains(sql)) {
-        finalize(statement);
+    sqlite3_reset(prepared.statement);
+    sqlite3_clear_bindings(prepared.statement);
+    if (m_keptBySql.contains(prepared.sql))
         return;
-    }
-    m_kept.push_front({sql, statement});
-    m_keptBySql.insert(sql, m_kept.begin());
+    m_kept.push_front(std::move(prepared));
+    m_keptBySql.insert(m_kept.front().sql, m_kept.begin());
     if (m_kept.size() > keptStatements) {
         m_keptBySql.remove(m_kept.back().sql);
-        finalize(m_kept.back().statement);
         m_kept.pop_back();
     }
-}
-
-void TSqliteEngine::finalize(sqlite3_stmt *statement)
-{
-    m_described.remove(statement);
-    sqlite3_finalize(statement);
 }
 
 int TSqliteEngine::bind(sqlite3_stmt *statement, const TBoundStatement &bound, int first)
@@ -290,18 +299,23 @@ int TSqliteEngine::bind(sqlite3_stmt *statement, const TBoundStatement &bound, i
 
 void TSqliteEngine::runOne(const QString &sql, const TBoundStatement &bound, int first)
 {
-    sqlite3_stmt *statement = take(sql);
+    const TTaken statement(*this, sql);
     bind(statement, bound, first);
-    int code = sqlite3_step(statement);
-    while (code == SQLITE_ROW)
-        code = sqlite3_step(statement);
-    if (code != SQLITE_DONE) {
-        const TDatabaseError error(faultOf(sqlite3_extended_errcode(m_db)),
-                                   QString::fromUtf8(sqlite3_errmsg(m_db)), sql);
-        giveBack(sql, statement);
-        throw error;
+    try {
+        if (!inTransaction() && sqlite3_stmt_readonly(statement) == 0)
+            startWriting();
+        int code = sqlite3_step(statement);
+        while (code == SQLITE_ROW)
+            code = sqlite3_step(statement);
+        if (code != SQLITE_DONE)
+            fail(sql);
+    } catch (...) {
+        sqlite3_reset(statement); // it holds the file's lock for as long as it runs
+        endWriting();
+        throw;
     }
-    giveBack(sql, statement);
+    sqlite3_reset(statement);
+    endWriting();
 }
 
 int TSqliteEngine::execute(const TBoundStatement &statement)
@@ -319,16 +333,23 @@ int TSqliteEngine::execute(const TBoundStatement &statement)
         return int(sqlite3_changes64(m_db));
     }
     const bool nested = inTransaction();
-    exec(nested ? "savepoint batch" : "begin immediate");
+    if (nested)
+        exec("savepoint batch");
+    else
+        begin();
     int affected = 0;
     try {
         runAll();
         affected = int(sqlite3_changes64(m_db));
-        exec(nested ? "release batch" : "commit");
+        if (nested)
+            exec("release batch");
+        else
+            commit();
     } catch (...) {
-        if (inTransaction())
-            sqlite3_exec(m_db, nested ? "rollback to batch; release batch" : "rollback", nullptr, nullptr,
-                         nullptr);
+        if (nested && inTransaction())
+            sqlite3_exec(m_db, "rollback to batch; release batch", nullptr, nullptr, nullptr);
+        else if (inTransaction())
+            rollback();
         throw;
     }
     return affected;
@@ -348,17 +369,18 @@ qlonglong TSqliteEngine::insert(const TBoundStatement &statement)
     return sqlite3_last_insert_rowid(m_db);
 }
 
-QList<TFieldInfo> TSqliteEngine::describe(sqlite3_stmt *statement)
+const QList<TFieldInfo> &TSqliteEngine::describe(TSqlitePrepared &prepared)
 {
     // Prepared again: the tables have changed.
-    const int prepared = sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
-    TDescribed &known = m_described[statement];
-    if (known.fields.isEmpty() || known.prepared != prepared) {
-        known = {prepared, {}};
+    sqlite3_stmt *statement = prepared.statement;
+    const int times = sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
+    if (prepared.fields.isEmpty() || prepared.describedAfter != times) {
+        prepared.describedAfter = times;
+        prepared.fields.clear();
         for (int i = 0; i < sqlite3_column_count(statement); ++i)
-            known.fields.append(describeColumn(statement, i));
+            prepared.fields.append(describeColumn(statement, i));
     }
-    return known.fields;
+    return prepared.fields;
 }
 
 TFieldInfo TSqliteEngine::describeColumn(sqlite3_stmt *statement, int column)
@@ -368,7 +390,7 @@ TFieldInfo TSqliteEngine::describeColumn(sqlite3_stmt *statement, int column)
     field.baseTable = QString::fromUtf8(sqlite3_column_table_name(statement, column));
     field.baseColumn = QString::fromUtf8(sqlite3_column_origin_name(statement, column));
     const QString type = QString::fromUtf8(sqlite3_column_decltype(statement, column));
-    field.width = widthOf(type);
+    field.width = TextWidthOf(type);
     field.large = isLarge(type);
     field.readOnly = field.baseTable.isEmpty();
     if (!field.readOnly) {
@@ -396,7 +418,7 @@ const TTableInfo *TSqliteEngine::table(const QString &name)
         TFieldInfo field;
         field.name = field.baseColumn = cursor->value(0).toString();
         field.baseTable = name;
-        field.width = widthOf(cursor->value(1).toString());
+        field.width = TextWidthOf(cursor->value(1).toString());
         int autoIncrement = 0;
         sqlite3_table_column_metadata(m_db, "main", name.toUtf8().constData(),
                                       field.name.toUtf8().constData(), nullptr, nullptr, nullptr, nullptr,
@@ -414,5 +436,14 @@ const TTableInfo *TSqliteEngine::table(const QString &name)
 
 void TSqliteEngine::runScript(const QString &sql)
 {
-    exec(sql.toUtf8().constData());
+    const bool alone = !inTransaction();
+    if (alone)
+        startWriting();
+    try {
+        exec(sql.toUtf8().constData());
+    } catch (...) {
+        endWriting();
+        throw;
+    }
+    endWriting();
 }

@@ -1,21 +1,29 @@
 #pragma once
 
 #include "host/database/Engine.h"
+#include "host/database/SqliteFile.h"
+#include "host/database/SqliteHandles.h"
+#include "host/database/WriterQueue.h"
 
 #include <QElapsedTimer>
 #include <QHash>
 #include <list>
 
-struct sqlite3;
-struct sqlite3_stmt;
+/// A prepared statement, and its columns once they were asked for.
+struct TSqlitePrepared {
+    QString sql;
+    Sqlite::TStatement statement;
+    QList<TFieldInfo> fields;
+    int describedAfter = 0; ///< how often it was prepared again by then
+};
 
 /// The embedded engine: one file in WAL mode, every commit on the disk before it returns.
 class TSqliteEngine : public TEngine {
 public:
-    explicit TSqliteEngine(const QString &path);
+    explicit TSqliteEngine(const QString &path, TMissingFile missing = TMissingFile::Create);
     ~TSqliteEngine() override;
 
-    TConnection::Kind kind() const override { return TConnection::Kind::Embedded; }
+    TEngineKind kind() const override { return TEngineKind::Embedded; }
     QString displayName() const override { return m_path; }
     void begin() override;
     void commit() override;
@@ -30,35 +38,33 @@ public:
     sqlite3 *handle() const { return m_db; }
 
     /// A prepared statement; finished ones are kept for the next use of the same text.
-    sqlite3_stmt *take(const QString &sql);
-    void giveBack(const QString &sql, sqlite3_stmt *statement);
+    TSqlitePrepared take(const QString &sql);
+    void giveBack(TSqlitePrepared prepared);
     /// Binds the values from `first` on; answers how many "?" places the statement has.
     int bind(sqlite3_stmt *statement, const TBoundStatement &bound, int first);
     [[noreturn]] void fail(const QString &text) const;
     /// The columns of a prepared statement; known ones cost nothing.
-    QList<TFieldInfo> describe(sqlite3_stmt *statement);
+    const QList<TFieldInfo> &describe(TSqlitePrepared &prepared);
 
 private:
     void open();
     static int waitForWriter(void *engine, int attempt);
     void runOne(const QString &sql, const TBoundStatement &bound, int first);
     void exec(const char *sql);
+    void startWriting();
+    void endWriting();
+    bool isInPlace() const;
+    void mustBeInPlace() const;
     TFieldInfo describeColumn(sqlite3_stmt *statement, int column);
-    void finalize(sqlite3_stmt *statement);
 
     QString m_path;
-    sqlite3 *m_db = nullptr;
+    Sqlite::TDatabase m_db;
     QElapsedTimer m_waited; ///< for another writer
-    struct TKept {
-        QString sql;
-        sqlite3_stmt *statement;
-    };
-    std::list<TKept> m_kept; // most recently used first
-    QHash<QString, std::list<TKept>::iterator> m_keptBySql;
-    struct TDescribed {
-        int prepared = 0; ///< how often it was prepared again by then
-        QList<TFieldInfo> fields;
-    };
-    QHash<sqlite3_stmt *, TDescribed> m_described;
+    std::unique_ptr<TWriterQueue> m_queue;
+    QString m_realPath; ///< as SQLite has it, links followed
+    SqliteFile::TIdentity m_file;
+    SqliteFile::TIdentity m_log;
+    std::list<TSqlitePrepared> m_kept; // most recently used first
+    QHash<QString, std::list<TSqlitePrepared>::iterator> m_keptBySql;
     QHash<QString, TTableInfo> m_tables;
 };

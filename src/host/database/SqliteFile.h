@@ -5,8 +5,24 @@
 /// The embedded database's file on the disk.
 namespace SqliteFile {
 
-/// Creates the file (and its folder) private to the user when it is not there. Throws TDatabaseError: CannotOpen,
-/// ReadOnly, DiskFull, NetworkPath.
-void prepare(const QString &path);
+/// Makes sure that the file is there: creates it (and its folder) private to the user where `create` says so. Throws
+/// TDatabaseError: NoSuchFile, CannotOpen, ReadOnly, DiskFull, NetworkPath.
+void prepare(const QString &path, bool create);
+
+/// Looks into a file without changing a byte of it or beside it, before anything is set there. Throws TDatabaseError
+/// OtherProgram when it is a database with tables that are not this suite's. What cannot be read is left to the opening.
+void mustNotBeForeign(const QString &path);
+
+/// Whether this process has the file open. Such a file is never opened a second time by other means than SQLite's:
+/// closing it drops every lock that the process holds on it, and another program may then delete the log.
+bool isHeldOpen(const QString &path);
+
+/// Which file stands under a name. Looks at the name only, so that no lock is lost.
+struct TIdentity {
+    quint64 device = 0;
+    quint64 number = 0; ///< 0: there is no such file
+    bool operator==(const TIdentity &) const = default;
+};
+TIdentity identityOf(const QString &path);
 
 } // namespace SqliteFile

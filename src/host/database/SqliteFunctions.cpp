@@ -1,13 +1,13 @@
 #include "host/database/SqliteFunctions.h"
 
 #include "host/Utility_ZLM/PersianText.h"
+#include "host/database/SqliteHandles.h"
 
 #include <QDateTime>
 #include <QString>
 
 #include <array>
 #include <cstring>
-#include <sqlite3.h>
 #include <string>
 
 namespace {
@@ -251,14 +251,12 @@ void finds(sqlite3_context *context, int count, sqlite3_value **values)
 void uniqueCode(sqlite3_context *context, int, sqlite3_value **)
 {
     sqlite3 *db = sqlite3_context_db_handle(context);
-    sqlite3_stmt *statement = nullptr;
-    if (sqlite3_prepare_v2(db, "SELECT ifnull(max(DetailUniqueCode), 0) + 1 FROM Perinf", -1, &statement,
-                           nullptr) == SQLITE_OK &&
+    Sqlite::TStatement statement;
+    if (statement.prepare(db, "SELECT ifnull(max(DetailUniqueCode), 0) + 1 FROM Perinf") == SQLITE_OK &&
         sqlite3_step(statement) == SQLITE_ROW)
         sqlite3_result_int64(context, sqlite3_column_int64(statement, 0));
     else
         sqlite3_result_error(context, sqlite3_errmsg(db), -1);
-    sqlite3_finalize(statement);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "host/database/Statement.h"
 
-#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Utility_ZLM/Decimal.h"
 
 namespace {
 
@@ -124,6 +124,13 @@ TStatement &TStatement::append(const TStatement &other)
         m_places.append(m_text.size() + place);
     m_text += other.m_text;
     m_values += other.m_values;
+    m_walking = m_walking || other.m_walking;
+    return *this;
+}
+
+TStatement &TStatement::walking()
+{
+    m_walking = true;
     return *this;
 }
 

@@ -32,6 +32,10 @@ public:
     TStatement &integers(const QString &commaSeparated);
     /// Another statement's text and values, appended.
     TStatement &append(const TStatement &other);
+    /// Marks a condition that must be asked of every row, such as a search in texts: a list then counts its rows in the
+    /// walk that finds them. A statement that takes it in is marked, too.
+    TStatement &walking();
+    bool isWalking() const { return m_walking; }
 
     bool isEmpty() const { return m_text.isEmpty(); }
     /// The text that runs, with "?" for each value in order. A ":Name" in a literal is a typed parameter,
@@ -45,5 +49,6 @@ public:
 private:
     QString m_text;
     QVariantList m_values;
+    bool m_walking = false;
     QList<qsizetype> m_places; // where in m_text each "?" stands: a "?" in a literal is no place
 };

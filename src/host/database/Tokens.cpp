@@ -107,7 +107,7 @@ private:
 
     TToken take(TToken::Kind kind, qsizetype end)
     {
-        TToken token{kind, m_sql.mid(m_at, end - m_at), false};
+        TToken token{kind, m_sql.mid(m_at, end - m_at), false, m_at};
         m_at = end;
         return token;
     }

@@ -18,6 +18,7 @@ struct TToken {
     Kind kind;
     QString text;
     bool blankBefore = false;
+    qsizetype at = -1; ///< where it stands in the text that was read; -1: it was put in
 
     /// A keyword or a symbol, without regard to case.
     bool is(const char *word) const

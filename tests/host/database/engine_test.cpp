@@ -1,5 +1,6 @@
 #include "host/database/Connection.h"
 #include "host/database/Query.h"
+#include "host/database/Transaction.h"
 #include "support/TestDatabase.h"
 
 #include <QElapsedTimer>
@@ -153,6 +154,65 @@ TEST(Transactions, ACommitThatFailsLeavesTheTransactionToRollBack)
     db.failStatement(0);
     db.connection().RollbackTrans();
     EXPECT_EQ(db.text("select count(*) from T"), "0");
+}
+
+TEST(Transactions, AnOwnedOneIsStoredByItsCommitOnly)
+{
+    TestDatabase db;
+    db.run("create table T(A INT)");
+    {
+        TTransaction stored(db.connection());
+        db.run("insert into T values(1)");
+        stored.commit();
+        EXPECT_FALSE(db.connection().InTransaction());
+    }
+    {
+        const TTransaction left(db.connection());
+        db.run("insert into T values(2)");
+    }
+    EXPECT_FALSE(db.connection().InTransaction());
+    EXPECT_EQ(db.rows("select A from T"), "1");
+}
+
+TEST(Transactions, AnOwnedOneRollsBackWhenItsWorkOrItsCommitFails)
+{
+    TestDatabase db;
+    db.run("create table T(A INT)");
+    for (const bool commitFails : {false, true}) {
+        EXPECT_EQ(faultOf([&] {
+                      TTransaction transaction(db.connection());
+                      db.connection().execute(TStatement("insert into T values(1)"));
+                      db.failStatement(1, TFault::DiskFull);
+                      if (!commitFails)
+                          db.connection().execute(TStatement("insert into T values(2)"));
+                      transaction.commit();
+                  }),
+                  TFault::DiskFull);
+        db.failStatement(0);
+        EXPECT_FALSE(db.connection().InTransaction());
+        EXPECT_EQ(db.text("select count(*) from T"), "0");
+    }
+}
+
+TEST(EmbeddedDatabase, StatementsThatFailedHoldTheFileNoLongerThanItsConnection)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath("x.db");
+    {
+        TConnection connection;
+        connection.openFile(file);
+        connection.execute(TStatement("create table T(A INT NOT NULL PRIMARY KEY)"));
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(faultOf([&] { connection.execute(TStatement("insert into T values(null)")); }),
+                      TFault::Refused);
+            EXPECT_EQ(faultOf([&] { connection.scalar(TStatement("select nothing from T")); }),
+                      TFault::BadStatement);
+            EXPECT_EQ(faultOf([&] { connection.scalar(TStatement("select abs(-9223372036854775808)")); }),
+                      TFault::BadStatement); // it fails at its first row
+        }
+        EXPECT_TRUE(QFile::exists(file + "-wal"));
+    }
+    EXPECT_FALSE(QFile::exists(file + "-wal")) << "a statement that is left keeps the file open";
 }
 
 // On a server other rows may be written meanwhile; its own wait is among the tests of the ODBC engine.

@@ -83,3 +83,11 @@ TEST(Statement, AnAppendedStatementBringsItsValues)
     const TStatement outer = TStatement("where c=").integer(9).sql(" and ").append(inner);
     EXPECT_EQ(outer.asText(), "where c=9 and a=1 and b='x'");
 }
+
+TEST(Statement, ThatTakesInAConditionOfEveryRowIsOneItself)
+{
+    const TStatement plain = TStatement("a=").integer(1);
+    const TStatement search = TStatement("f(a)").walking();
+    EXPECT_FALSE(TStatement("where ").append(plain).isWalking());
+    EXPECT_TRUE(TStatement("where ").append(search).append(plain).isWalking());
+}

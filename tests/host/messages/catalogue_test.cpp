@@ -1,8 +1,8 @@
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
 
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
-#include "host/Message_ZLM/MessageCatalogue.h"
 #include "host/Message_ZLM/Message_ZLM.h"
 
 #include <QLineEdit>
@@ -115,11 +115,12 @@ TEST_F(Messages, ACaptionThatBringsItsParticleGetsNoSecondOne)
     EXPECT_EQ(messages.last().text.count(persian("را")), 1);
 }
 
-TEST_F(Messages, TheInputConcernedAndItsWindowComeAlong)
+TEST_F(Messages, TheInputConcernedAndTheScreenComeAlong)
 {
-    MsgRequiredField("x", &input, nullptr);
+    QWidget screen;
+    MsgRequiredField("x", &input, &screen);
     EXPECT_EQ(messages.last().control, &input);
-    EXPECT_EQ(messages.last().form, input.window());
+    EXPECT_EQ(messages.last().form, &screen);
     EXPECT_EQ(messages.last().shape, TMessageShape::Dialog);
     MsgNotEntered("x");
     EXPECT_FALSE(messages.last().control);

@@ -1,3 +1,5 @@
+#include "SqliteDriverEngine.h"
+
 #include "calcmethod/CalcMethod_DM_UNT.h"
 #include "calender/Calender_DM_UNT.h"
 #include "entity/Entity_DM_UNT.h"
@@ -5,6 +7,7 @@
 #include "host/database/Dialect.h"
 #include "host/database/Engine.h"
 #include "host/database/Schema.h"
+#include "host/database/SqlText.h"
 #include "payrollinfo/PayrollInfo_DM_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 #include "support/TestDatabase.h"
@@ -18,10 +21,7 @@ namespace {
 // The engine's own paths, against the ODBC driver of SQLite that Debian ships: they need no server.
 class OdbcDriver : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        engine = OpenOdbcEngine(QStringLiteral("DRIVER=SQLite3;Database=") + folder.filePath("driver.db"));
-    }
+    void SetUp() override { engine = std::make_unique<SqliteDriverEngine>(folder.filePath("driver.db")); }
     QVariantList row(const QString &sql, const QVariantList &values = {}, const QVariantMap &named = {})
     {
         const auto cursor = engine->select({sql, values, named});
@@ -321,7 +321,7 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
         }
     }
     sqlite3_close(plain);
-    const auto engine = OpenOdbcEngine(QStringLiteral("DRIVER=SQLite3;Database=") + file);
+    const auto engine = std::make_unique<SqliteDriverEngine>(file);
     int opened = 0;
     QStringList ownFunctions;
     for (const TSeen &one : seen) {
@@ -333,7 +333,7 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
                 translated.statements[i], one.values.mid(first, translated.places[i]), {}};
             first += translated.places[i];
             try {
-                if (bound.text.trimmed().startsWith(QLatin1String("select"), Qt::CaseInsensitive)) {
+                if (ReadSql(bound.text).onlyReads) {
                     const auto cursor = engine->select(bound);
                     while (cursor->next())
                         EXPECT_EQ(cursor->fields().isEmpty(), false);

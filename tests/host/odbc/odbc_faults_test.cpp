@@ -19,11 +19,11 @@ protected:
         if (!TestServer::available())
             return;
         database = std::make_unique<TestServer::Database>();
-        OpenOdbcEngine(database->connectionString())
-            ->runScript(QStringLiteral(
-                "create table Person(ID int identity(1,1) not null constraint PK_Person primary key, Name nvarchar(50))\n"
-                "GO\n"
-                "create table Coded(Code int not null constraint PK_Coded primary key, Title nvarchar(50))\n"));
+        const auto engine = OpenOdbcEngine(database->connectionString());
+        engine->runScript(QStringLiteral(
+            "create table Person(ID int identity(1,1) not null constraint PK_Person primary key, Name nvarchar(50))"));
+        engine->runScript(QStringLiteral(
+            "create table Coded(Code int not null constraint PK_Coded primary key, Title nvarchar(50))"));
     }
     static void TearDownTestSuite() { database.reset(); }
 

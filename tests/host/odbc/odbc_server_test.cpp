@@ -19,13 +19,13 @@ protected:
         engine->runScript(QStringLiteral(
             "create table Person(ID int identity(1,1) not null constraint PK_Person primary key, Name nvarchar(50) null,"
             " Amount decimal(23,9) null, Note nvarchar(max) null, Picture varbinary(max) null, Flag bit null,"
-            " Kind smallint null, Big bigint null, Ratio float null)\n"
-            "GO\n"
+            " Kind smallint null, Big bigint null, Ratio float null)"));
+        engine->runScript(QStringLiteral(
             "create table Coded(Code int not null constraint PK_Coded primary key, Title nvarchar(50) null,"
-            " constraint UQ_Coded unique(Title))\n"
-            "GO\n"
-            "create table Part(ID int identity(1,1) not null primary key,"
-            " Code int not null constraint FK_Part_Coded references Coded(Code))\n"));
+            " constraint UQ_Coded unique(Title))"));
+        engine->runScript(
+            QStringLiteral("create table Part(ID int identity(1,1) not null primary key,"
+                           " Code int not null constraint FK_Part_Coded references Coded(Code))"));
     }
     static void TearDownTestSuite() { database.reset(); }
 

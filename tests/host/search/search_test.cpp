@@ -134,6 +134,18 @@ TEST_F(Search, PatternCharactersAndQuotesArePlain)
     EXPECT_EQ(found(title, "_"), "3");
 }
 
+TEST_F(Search, OnlyWhatIsLookedForInEveryRowIsAWalk)
+{
+    for (const TSearchItem &item : {code, title, cost})
+        EXPECT_TRUE(TZelmoSearchManager::ConditionFor(item, "12").isWalking()) << item.field.toStdString();
+    EXPECT_FALSE(TZelmoSearchManager::ConditionFor(cost, "12.5").isWalking()) << "a range";
+    EXPECT_FALSE(TZelmoSearchManager::RangeCondition(day, "1404/01/01", "1404/02/01").isWalking());
+    found(title, "a");
+    EXPECT_TRUE(list.statement().isWalking());
+    found(title, "");
+    EXPECT_FALSE(list.statement().isWalking());
+}
+
 TEST_F(Search, ATextOfBlanksFindsEverything)
 {
     add(1, "a");

@@ -3,6 +3,7 @@
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
 #include "host/NewBaseForms_PKG/Groups_UNT.h"
 #include "support/Keys.h"
 

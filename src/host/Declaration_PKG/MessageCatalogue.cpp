@@ -1,4 +1,4 @@
-#include "host/Message_ZLM/MessageCatalogue.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 
 #include <algorithm>
 

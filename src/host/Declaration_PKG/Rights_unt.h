@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/Declaration_PKG/Softwareparts_unt.h"
+
+#include <QList>
+#include <QString>
+
+/// The rights that the suite asks for, their names, and who holds them.
+
+/// One right on one software part.
+struct TRight {
+    TSoftwarePart part;
+    TPermission right;
+    bool operator==(const TRight &) const = default;
+};
+/// All rights that the suite asks for, in the order of a screen that shows them, with Persian names.
+struct TRightName {
+    TRight right;
+    QString partName;
+    QString rightName;
+};
+const QList<TRightName> &AllRights();
+/// The Persian name of a software part; its number when it has none.
+QString SoftwarePartName(TSoftwarePart part);
+/// The Persian name of a right; its number when it has none.
+QString PermissionName(TPermission right);
+
+QList<TRight> RightsOfUser(int code);
+/// Replaces the user's rights as a whole, in a transaction.
+void SetRightsOfUser(int code, const QList<TRight> &rights);

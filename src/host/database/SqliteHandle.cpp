@@ -1,0 +1,76 @@
+#include "host/database/SqliteHandle.h"
+
+#include "host/database/Faults.h"
+#include "host/database/SqliteFunctions.h"
+
+#include <QFile>
+
+#include <memory>
+#include <sqlite3.h>
+
+namespace {
+const int busyMilliseconds = 5000;
+}
+
+TSqliteHandle::TSqliteHandle(const QString &file, int flags) : m_file(file)
+{
+    const QByteArray name = file.isEmpty() ? QByteArray(":memory:") : QFile::encodeName(file);
+    const int code = sqlite3_open_v2(name.constData(), &m_db, flags, nullptr);
+    if (code != SQLITE_OK) {
+        const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> closing(m_db, sqlite3_close);
+        fail(code);
+    }
+    sqlite3_busy_timeout(m_db, busyMilliseconds);
+    registerSqliteFunctions(m_db); // the indexes are checked by their collation
+}
+
+TSqliteHandle::~TSqliteHandle()
+{
+    sqlite3_close(m_db);
+}
+
+void TSqliteHandle::fail(int code) const
+{
+    const int known = sqlite3_extended_errcode(m_db);
+    throw TDatabaseError(
+        Faults::ofSqlite((known & 0xff) == (code & 0xff) ? known : code, sqlite3_system_errno(m_db)),
+        m_file + QStringLiteral(": ") + QString::fromUtf8(sqlite3_errmsg(m_db)));
+}
+
+void TSqliteHandle::run(const QString &sql)
+{
+    const int code = sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        fail(code);
+}
+
+QList<QStringList> TSqliteHandle::rows(const QString &sql)
+{
+    sqlite3_stmt *statement = nullptr;
+    int code = sqlite3_prepare_v2(m_db, sql.toUtf8().constData(), -1, &statement, nullptr);
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt *)> closing(statement, sqlite3_finalize);
+    if (code != SQLITE_OK)
+        fail(code);
+    QList<QStringList> found;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+        QStringList row;
+        for (int i = 0; i < sqlite3_column_count(statement); ++i)
+            row.append(QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, i))));
+        found.append(row);
+    }
+    if (code != SQLITE_DONE)
+        fail(code);
+    return found;
+}
+
+QString TSqliteHandle::text(const QString &sql)
+{
+    return rows(sql).value(0).value(0);
+}
+
+void TSqliteHandle::mustBeSound()
+{
+    const QString answer = text(QStringLiteral("PRAGMA integrity_check(1)"));
+    if (answer != QLatin1String("ok"))
+        throw TDatabaseError(TFault::NotADatabase, m_file + QStringLiteral(": ") + answer);
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+struct sqlite3;
+
+/// A handle of its own on a SQLite database, for work on whole files. Every function throws TDatabaseError.
+class TSqliteHandle {
+public:
+    /// The flags are those of sqlite3_open_v2. An empty name opens a database in memory.
+    TSqliteHandle(const QString &file, int flags);
+    ~TSqliteHandle();
+    TSqliteHandle(const TSqliteHandle &) = delete;
+    TSqliteHandle &operator=(const TSqliteHandle &) = delete;
+
+    sqlite3 *db() const { return m_db; }
+    const QString &file() const { return m_file; }
+
+    void run(const QString &sql);
+    /// The rows of a query, the columns of each as text.
+    QList<QStringList> rows(const QString &sql);
+    /// The first value of the first row, as text.
+    QString text(const QString &sql);
+    /// Throws NotADatabase when a page or a row is damaged.
+    void mustBeSound();
+    [[noreturn]] void fail(int code) const;
+
+private:
+    QString m_file;
+    sqlite3 *m_db = nullptr;
+};

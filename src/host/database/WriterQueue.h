@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+
+#include <sys/types.h>
+
+/// The programs that want to write into one embedded database, in the order of their coming.
+///
+/// SQLite has no such order: whoever looks in the right moment gets the file, and one of many busy workstations may
+/// look in vain for long. Each writer holds a ticket: a lock on one byte of a file beside the database, one above the
+/// last byte that is held, until its transaction ends. The kernel frees the ticket of a program that is killed. The
+/// queue is a courtesy: what keeps two writers apart is SQLite's own lock, so that a program without the queue does no
+/// harm, and where the file cannot be made (a folder that is read only) there is none.
+class TWriterQueue {
+public:
+    explicit TWriterQueue(const QString &databaseFile);
+    ~TWriterQueue();
+    TWriterQueue(const TWriterQueue &) = delete;
+    TWriterQueue &operator=(const TWriterQueue &) = delete;
+
+    /// Waits for this writer's turn. False: none ahead has finished for PatienceMilliseconds, or the wait reached
+    /// LongestMilliseconds. Does nothing for who is in the queue already.
+    bool enter();
+    /// Gives the turn to the next one; throws nothing.
+    void leave();
+
+    static QString fileOf(const QString &databaseFile);
+
+    static const int PatienceMilliseconds = 5000;
+    static const int LongestMilliseconds = 30000;
+
+private:
+    bool open();
+    bool takeTicket();
+    off_t highestTicket() const;
+    int heldBetween(off_t first, off_t end) const;
+
+    QString m_databaseFile;
+    int m_file = -1;
+    bool m_tried = false;
+    off_t m_ticket = -1;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/database/OdbcEngine.h"
+
+/// The ODBC engine on the driver of SQLite that Debian ships, so that its own paths are tested without a server: what
+/// SQL Server is told in its own words is said here in those of SQLite.
+class SqliteDriverEngine : public TOdbcEngine {
+public:
+    /// Opens (and creates) a file.
+    explicit SqliteDriverEngine(const QString &file);
+
+protected:
+    void prepareSession() override {}
+    void checkServer() override {}
+    bool hasOpenTransaction() override { return true; }
+    void endTransaction() override { run(QStringLiteral("rollback transaction")); }
+    int runCommand(const QString &text, const QVariantList &values) override
+    {
+        return run(text, values).toInt();
+    }
+    qlonglong runInsert(const QString &text, const QVariantList &values) override
+    {
+        run(text, values);
+        return run(QStringLiteral("select last_insert_rowid()")).toLongLong();
+    }
+    TTableInfo readTable(const QString &name) override;
+
+private:
+    QStringList readKeys(const QString &table);
+};
