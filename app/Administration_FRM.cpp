@@ -1,29 +1,15 @@
 #include "app/Administration_FRM.h"
 
 #include "app/Ask.h"
-#include "host/Component_ZLM/GridCellDelegate.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Login_unt.h"
+#include "host/Declaration_PKG/WorkingRows_unt.h"
+
+#include <optional>
 
 namespace {
-
-/// Shows the names behind the numbers that the event log holds.
-class TNameDelegate : public GridCellDelegate {
-public:
-    TNameDelegate(QObject *parent, const QList<TGridColumn> &columns, QString (*name)(int))
-        : GridCellDelegate(parent, columns), m_name(name)
-    {
-    }
-    QString displayText(const QVariant &value, const QLocale &) const override
-    {
-        return m_name(value.toInt());
-    }
-
-private:
-    QString (*m_name)(int);
-};
 
 QString partName(int part)
 {
@@ -36,6 +22,24 @@ QString moment(const QString &text)
     return text.isEmpty() ? text : QStringLiteral("\u2066%1\u2069").arg(text);
 }
 
+/// What is to become of rows that are not saved yet, under a code that is given up; none: nothing is to be done.
+std::optional<TRowsFate> askFate(int rows)
+{
+    if (rows == 0)
+        return TRowsFate::Discard;
+    switch (ShowSmartMessage(
+        u"%1 سطر ثبت نشده (خانواده یا بازه مالیاتی) زیر این قفل مانده است. برای بازیابی در همین ایستگاه نگه داشته شود؟ با «خیر» دور ریخته می شود."_qs
+            .arg(rows),
+        TMessageButtons::YesNoCancel, TAnswer::Yes)) {
+    case TAnswer::Yes:
+        return TRowsFate::Keep;
+    case TAnswer::No:
+        return TRowsFate::Discard;
+    default:
+        return {};
+    }
+}
+
 QString rightName(int right)
 {
     return PermissionName(TPermission(right));
@@ -45,7 +49,7 @@ QString rightName(int right)
 
 TLockList_FRM::TLockList_FRM()
     : TSmallList_FRM(u"قفل رکوردها"_qs, QStringLiteral("Lock_List_GRD"),
-                     {u"بخش"_qs, u"کد"_qs, u"ایستگاه"_qs, u"نام ایستگاه"_qs, u"کاربر"_qs, u"از زمان"_qs})
+                     {u"بخش"_qs, u"کد"_qs, u"ایستگاه"_qs, u"نام ایستگاه"_qs, u"کاربر"_qs, u"از زمان"_qs}, 3)
 {
     AddFreeButton(QStringLiteral("Refresh_BTN"), u"بازخوانی F5"_qs, QStringLiteral("F5"),
                   [this] { Refresh(); });
@@ -77,7 +81,10 @@ void TLockList_FRM::release()
                 .arg(lock.comIndex),
             TAnswer::No))
         return;
-    if (!ReleaseCodeLock(lock))
+    const std::optional<TRowsFate> fate = askFate(CountWorkingRows(lock.part, lock.code));
+    if (!fate)
+        return;
+    if (!ReleaseCodeLock(lock, *fate))
         Tell(u"این قفل دیگر برقرار نیست."_qs);
     Refresh();
 }
@@ -113,7 +120,10 @@ void TWorkstationList_FRM::remove()
                  .arg(workstation.name),
              TAnswer::No))
         return;
-    RemoveWorkstation(workstation.comIndex);
+    const std::optional<TRowsFate> fate = askFate(CountWorkingRowsOf(workstation.comIndex));
+    if (!fate)
+        return;
+    RemoveWorkstation(workstation.comIndex, *fate);
     Refresh();
 }
 
@@ -122,8 +132,12 @@ TEventLog_FRM::TEventLog_FRM()
 {
     m_query.setKeyField(QStringLiteral("ID"));
     const QList<TGridColumn> columns = {
-        {"EventDate", u"تاریخ"_qs, 90},   {"EventTime", u"ساعت"_qs, 70},    {"UserName", u"کاربر"_qs, 120},
-        {"Com_Index", u"ایستگاه"_qs, 70}, {"SoftwarePart", u"بخش"_qs, 140}, {"Permission", u"عمل"_qs, 90},
+        {"EventDate", u"تاریخ"_qs, 90},
+        {"EventTime", u"ساعت"_qs, 70},
+        {"UserName", u"کاربر"_qs, 120},
+        {"Com_Index", u"ایستگاه"_qs, 70},
+        {"SoftwarePart", u"بخش"_qs, 140, true, TGridColumn::Plain, partName},
+        {"Permission", u"عمل"_qs, 90, true, TGridColumn::Plain, rightName},
         {"EventText", u"شرح"_qs, 250},
     };
     BuildList(&m_query, QStringLiteral("Event_List_GRD"), columns,
@@ -134,8 +148,6 @@ TEventLog_FRM::TEventLog_FRM()
     BuildButtons(false, true);
     for (TSmartButton_ZLM *button : {New_BTN, EDit_BTN, Del_BTN})
         button->hide();
-    Grid()->setItemDelegateForColumn(4, new TNameDelegate(this, columns, partName));
-    Grid()->setItemDelegateForColumn(5, new TNameDelegate(this, columns, rightName));
 }
 
 void TEventLog_FRM::SetListText()

@@ -107,6 +107,8 @@ void TPickTarget_FRM::UpdateButtons()
 
 void TPickTarget_FRM::pick(const char *entry)
 {
+    if (!CurrentIsStored())
+        return;
     const QString code = ListQuery()->asString(u"Code"_qs);
     m_session.callEntry(*EntryPoints::find(QLatin1String(entry)),
                         {QLatin1String(targetOf(m_kind).callType), code});

@@ -4,6 +4,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/NewBaseForms_PKG/OpenCodes.h"
 #include "host/database/Backup.h"
 
 TSession::TSession()
@@ -14,6 +15,7 @@ TSession::TSession()
 
 TSession::~TSession()
 {
+    OpenCodes::giveUpNow();
     DM.ADOConnection1 = nullptr;
 }
 

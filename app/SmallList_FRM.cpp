@@ -12,8 +12,9 @@ const int narrowest = 60;
 const int aroundText = 24;
 } // namespace
 
-TSmallList_FRM::TSmallList_FRM(const QString &title, const QString &gridName, const QStringList &captions)
-    : m_table(new QTableWidget(0, int(captions.size()), this))
+TSmallList_FRM::TSmallList_FRM(const QString &title, const QString &gridName, const QStringList &captions,
+                               int keyColumns)
+    : m_table(new QTableWidget(0, int(captions.size()), this)), m_keyColumns(keyColumns)
 {
     SetTitle(title);
     m_table->setObjectName(gridName);
@@ -69,7 +70,11 @@ void TSmallList_FRM::Refresh()
 {
     QList<QStringList> rows;
     Guard([&] { rows = ReadRows(); });
-    const int stay = std::max(0, CurrentRow());
+    QList<QStringList> stay; // the current row, those behind it, those before it
+    for (int row = std::max(0, CurrentRow()); row < m_table->rowCount(); ++row)
+        stay << keyOf(row);
+    for (int row = CurrentRow() - 1; row >= 0; --row)
+        stay << keyOf(row);
     m_table->setRowCount(int(rows.size()));
     for (int row = 0; row < rows.size(); ++row) {
         for (int column = 0; column < m_table->columnCount(); ++column) {
@@ -83,9 +88,26 @@ void TSmallList_FRM::Refresh()
     for (int column = 0; column + 1 < m_table->columnCount(); ++column)
         m_table->setColumnWidth(column, m_table->columnWidth(column) + aroundText);
     if (!rows.isEmpty())
-        m_table->setCurrentCell(std::min(stay, int(rows.size()) - 1), 0);
+        m_table->setCurrentCell(firstLeft(stay), 0);
     for (TSmartButton_ZLM *button : std::as_const(m_rowButtons))
         button->setEnabled(!rows.isEmpty());
+}
+
+QStringList TSmallList_FRM::keyOf(int row) const
+{
+    QStringList key;
+    for (int column = 0; column < m_keyColumns; ++column)
+        key << m_table->item(row, column)->text();
+    return key;
+}
+
+int TSmallList_FRM::firstLeft(const QList<QStringList> &keys) const
+{
+    for (const QStringList &key : keys)
+        for (int row = 0; row < m_table->rowCount(); ++row)
+            if (keyOf(row) == key)
+                return row;
+    return 0;
 }
 
 int TSmallList_FRM::CurrentRow() const

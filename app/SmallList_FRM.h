@@ -12,12 +12,15 @@ class TSmallList_FRM : public TBaseForm {
     Q_OBJECT
 public:
     QTableWidget *Table() const { return m_table; }
-    /// Reads the rows again and stays on the current one.
+    /// Reads the rows again and stays on the current one; when that one is gone, on the next one that is left, or the
+    /// one before it at the end.
     void Refresh();
     int exec() override;
 
 protected:
-    TSmallList_FRM(const QString &title, const QString &gridName, const QStringList &captions);
+    /// `keyColumns`: how many of the first columns tell a row from the others.
+    TSmallList_FRM(const QString &title, const QString &gridName, const QStringList &captions,
+                   int keyColumns = 1);
     /// A button that works on the current row; without rows it is disabled.
     TSmartButton_ZLM *AddRowButton(const QString &objectName, const QString &caption, const QString &key,
                                    std::function<void()> action);
@@ -31,6 +34,9 @@ protected:
     void EnterKey() override;
 
 private:
+    int firstLeft(const QList<QStringList> &keys) const;
+    QStringList keyOf(int row) const;
     QTableWidget *m_table;
+    int m_keyColumns;
     QList<TSmartButton_ZLM *> m_rowButtons;
 };

@@ -49,8 +49,14 @@ QList<QStringList> TUserList_FRM::ReadRows()
 
 void TUserList_FRM::edit(int code)
 {
-    TUserGet_FRM(code).exec();
+    TUserGet_FRM editor(code);
+    editor.exec();
     Refresh();
+    // What was just entered is what the next key is about.
+    const int saved = editor.SavedIdentifier().toInt();
+    for (int row = 0; row < m_users.size(); ++row)
+        if (m_users.at(row).Code == saved)
+            Table()->setCurrentCell(row, 0);
 }
 
 void TUserList_FRM::editRights()
@@ -59,6 +65,7 @@ void TUserList_FRM::editRights()
         Tell(u"مدیر سیستم همه دسترسی ها را دارد."_qs);
     else
         TUserRights_FRM(current()).exec();
+    Refresh();
 }
 
 void TUserList_FRM::remove()
@@ -68,7 +75,8 @@ void TUserList_FRM::remove()
         Tell(u"کاربری که با آن وارد شده اید حذف نمی شود."_qs, miWarning);
         return;
     }
-    if (!MsgDeleteRow())
+    if (!MsgDeleteRow(u"نام کاربر: \u2068%1\u2069 - نام و نام خانوادگی: \u2068%2\u2069"_qs.arg(
+            user.Name, user.FullName)))
         return;
     const TLoginResult result = DeleteUser(user.Code);
     if (result == TLoginResult::Ok) {
@@ -100,6 +108,7 @@ TUserGet_FRM::TUserGet_FRM(int code) : TBaseEditor(code == 0 ? fmNew : fmEdit)
     IsActive_CHK =
         AddInput(grid, -1, 0, {}, "IsActive_CHK", new TSmartCheckBox_ZLM(u"می تواند وارد &شود"_qs, this));
     IsAdmin_CHK = AddInput(grid, -1, 0, {}, "IsAdmin_CHK", new TSmartCheckBox_ZLM(u"&مدیر سیستم"_qs, this));
+    KeepIn(u"UserAccount"_qs, {{Name_EDT, "Name"}, {FullName_EDT, "FullName"}});
     Body()->addLayout(grid);
     Body()->addStretch(1);
     BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);

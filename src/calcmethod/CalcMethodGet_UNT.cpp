@@ -48,6 +48,7 @@ void TCalcMethodGet_FRM::build()
     buildGeneralPage();
     buildAttendancePage();
     Body()->addWidget(CalcMethod_PC);
+    KeepIn(u"CalcMethod"_qs, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs);
     applyTaxRule();
     applyInsuranceRule();
@@ -85,8 +86,7 @@ void TCalcMethodGet_FRM::buildGeneralPage()
 
     connect(Tax_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyTaxRule);
     connect(Maskok_SPNEDT, &TSmartSpinEdit_ZLM::changed, this, &TCalcMethodGet_FRM::showRoundingUnit);
-    connect(CalcMethodCode_EDT, &TSmartEdit_ZLM::exited, this,
-            [this] { Guarded([this] { checkTaxCode(); }); });
+    CheckOnLeaving(CalcMethodCode_EDT, [this] { checkTaxCode(); });
     connect(CalcMethodCode_EDT, &TSmartPickEdit_ZLM::pick, this,
             [this] { Guarded([this] { pickTaxCode(); }); });
 }
@@ -254,11 +254,18 @@ void TCalcMethodGet_FRM::ShowRecord()
 
 bool TCalcMethodGet_FRM::isMissing(TSmartEdit_ZLM *input, const QString &caption)
 {
-    if (!input->IsEmpty())
-        return false;
-    MsgRequiredField(caption, input, this);
-    FocusInput(input);
-    return true;
+    return !RequireInput(input, caption);
+}
+
+// A code that was not allotted must be free of other editors, too: the new record of another station may have it.
+bool TCalcMethodGet_FRM::takeTypedCode()
+{
+    const int typed = Code_EDT->asInteger();
+    if (typed == Identifier().toInt() || (Mode() == fmNew ? TakeCode(typed) : HoldCode(typed)))
+        return true;
+    MSGInUse(u"روش محاسباتی"_qs);
+    FocusInput(Code_EDT);
+    return false;
 }
 
 bool TCalcMethodGet_FRM::Validate()
@@ -272,15 +279,14 @@ bool TCalcMethodGet_FRM::Validate()
         FocusInput(Code_EDT);
         return false;
     }
+    if (!takeTypedCode())
+        return false;
     if (isMissing(Title_EDT, u"عنوان"_qs))
         return false;
     if (Tax_CHK->isChecked() && isMissing(CalcMethodCode_EDT, u"کد جدول مالياتي"_qs))
         return false;
-    if (CalcMethodCode_EDT->hasFocus()) {
-        checkTaxCode();
-        if (CalcMethodCode_LBL->text().isEmpty())
-            return false;
-    }
+    if (CheckTyped(CalcMethodCode_EDT) && CalcMethodCode_LBL->text().isEmpty())
+        return false;
     if (Insurance_CHK->isChecked() &&
         (isMissing(StaffIns_EDT, u"حق بيمه کارمند"_qs) || isMissing(EmployerIns_EDT, u"حق بيمه کارفرما"_qs)))
         return false;

@@ -57,6 +57,7 @@ private:
     /// Looks the typed tax code up and shows its title; tells the user about a code that is none.
     void checkTaxCode();
     void pickTaxCode();
+    bool takeTypedCode();
     bool isMissing(TSmartEdit_ZLM *input, const QString &caption);
     TCalcMethod_Mapper readInputs() const;
 

@@ -2,7 +2,6 @@
 
 #include "calcmethod/CalcMethodGet_UNT.h"
 #include "calcmethod/CalcMethod_DM_UNT.h"
-#include "host/Declaration_PKG/Specialmessages.h"
 #include "host/database/Query.h"
 
 TCalcMethodList_FRM *CalcMethodList_FRM = nullptr;
@@ -65,13 +64,8 @@ void TCalcMethodList_FRM::DeleteRecord()
     if (!BeginDelete(cspCalcMethod, QString::number(code)))
         return;
     DM.ADOConnection1->clearLastError();
-    if (!CalcMethod_DM->CalcMethod_Delete(code)) {
-        MsgHasSubRecords(u"روش"_qs);
-        // Refused for another reason than the records that refer to it.
-        const auto &error = DM.ADOConnection1->lastError();
-        if (error && error->fault() != TFault::Refused)
-            MsgDatabaseError(*error);
-    }
+    if (!CalcMethod_DM->CalcMethod_Delete(code))
+        TellDeleteFailed(u"روش"_qs);
     RefreshList();
 }
 

@@ -39,6 +39,7 @@ TCalender_Day_FRM::TCalender_Day_FRM(TSoftwarePart part, const QVariant &code, T
     types->addStretch(1);
     Body()->addLayout(types);
     Body()->addStretch(1);
+    KeepIn(u"Calender"_qs, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);
 }
 

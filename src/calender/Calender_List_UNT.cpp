@@ -109,11 +109,18 @@ void TCalender_List_FRM::EditRecord()
 
 void TCalender_List_FRM::DeleteRecord()
 {
-    if (!MayDelete(cspCalender) || !MsgDeleteRow())
+    if (!MayDelete(cspCalender))
         return;
     QList<int> rows = Grid()->SelectedRows();
+    if (rows.isEmpty() && !CurrentIsStored())
+        return;
     if (rows.isEmpty())
         rows.append(ListQuery()->position());
+    const auto named = [&](int row) { return Grid()->NameOfRow(row); };
+    if (!MsgDeleteRow(rows.size() == 1 ? named(rows.first())
+                                       : u"%1 ... %2"_qs.arg(named(rows.first()), named(rows.last())),
+                      int(rows.size())))
+        return;
     QStringList ids;
     for (const int row : rows)
         ids.append(QString::number(ListQuery()->keyAt(row)));

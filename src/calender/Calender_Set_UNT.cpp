@@ -70,6 +70,7 @@ TCalender_Set_FRM::TCalender_Set_FRM(TSoftwarePart part, bool flag, const QStrin
     for (QWidget *part : std::initializer_list<QWidget *>{Progress_LBL, Progress_PB, Cancel_BTN})
         part->hide();
 
+    KeepIn(u"Calender"_qs, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);
 }
 

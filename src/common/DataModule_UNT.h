@@ -3,6 +3,24 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/database/Query.h"
 
+/// Runs work as one unit: all of it is stored, or nothing. Within a transaction that is begun it is a part of that.
+template <class Work>
+void InOneUnit(TConnection *connection, Work work)
+{
+    if (connection->InTransaction()) {
+        work();
+        return;
+    }
+    connection->BeginTrans();
+    try {
+        work();
+        connection->CommitTrans();
+    } catch (...) {
+        connection->RollbackTrans();
+        throw;
+    }
+}
+
 /// The common shape of all data modules: queries on the host's connection, and writes that answer true or false.
 class TDataModule : public QObject {
     Q_OBJECT
@@ -13,7 +31,8 @@ protected:
     TQuery *NewQuery(const QString &name);
 
     /// Runs a write; a database error is kept in the connection's lastError and answers false.
-    template <class Work> static bool Try(Work work)
+    template <class Work>
+    static bool Try(Work work)
     {
         try {
             work();
@@ -25,7 +44,8 @@ protected:
     }
 
     /// Fills a row under append or edit and posts it; a refused row is cancelled, and false is the answer.
-    template <class Fill> static bool Post(TQuery *query, bool newRow, Fill fill)
+    template <class Fill>
+    static bool Post(TQuery *query, bool newRow, Fill fill)
     {
         return Try([&] {
             if (newRow)

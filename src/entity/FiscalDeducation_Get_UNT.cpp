@@ -2,6 +2,7 @@
 
 #include "entity/Entity_DM_UNT.h"
 #include "host/Component_ZLM/AccountSelector_ZLM.h"
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 
 #include <QLabel>
@@ -114,6 +115,7 @@ void TFiscalDeducation_Get_FRM::build()
             grid->removeItem(cell);
             grid->addLayout(cell->layout(), place.y(), place.x(), 1, -1);
         }
+    KeepIn(isEarning() ? u"Fiscal"_qs : u"Deduction"_qs, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs, svSaveClose);
     resize(820, sizeHint().height());
 }
@@ -206,8 +208,12 @@ bool TFiscalDeducation_Get_FRM::StoredIsOwn()
     Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), stored);
     if (!m_sent || stored._cost.toDouble() != m_sent->_cost.toDouble())
         return false;
-    stored._cost = m_sent->_cost; // one amount, written in two ways
-    return stored == *m_sent;
+    const QString table = isEarning() ? u"Fiscal"_qs : u"Deduction"_qs;
+    TFiscalDeducation_Mapper sent = *m_sent;
+    sent._cost = stored._cost; // one amount, written in two ways
+    sent._title = AsStored(table, u"Title"_qs, sent._title);
+    sent._comment = AsStored(table, u"Comment"_qs, sent._comment);
+    return stored == sent;
 }
 
 bool TFiscalDeducation_Get_FRM::RecordExists()

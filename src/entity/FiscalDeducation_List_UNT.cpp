@@ -217,7 +217,7 @@ void TFiscalDeducation_List_FRM::NewRecord()
 
 void TFiscalDeducation_List_FRM::DeleteRecord()
 {
-    if (!MayDelete(itemPart()))
+    if (!MayDelete(itemPart()) || !CurrentIsStored())
         return;
     const int code = ListQuery()->asInteger(u"Code"_qs);
     const auto inUse = [this, code] {
@@ -233,15 +233,11 @@ void TFiscalDeducation_List_FRM::DeleteRecord()
         return;
     }
     // Deleted deductions, too, are logged under the part of the earnings.
-    if (!ConfirmDelete(cspFiscal, QString::number(code)))
+    if (!ConfirmDelete(cspFiscal, QString::number(code), RecordName()))
         return;
     DM.ADOConnection1->clearLastError();
-    if (!Entity_DM->FiscalDeducation_Delete(code, IsDeduction())) {
-        MsgHasSubRecords(kindWord());
-        const auto &error = DM.ADOConnection1->lastError();
-        if (error && error->fault() != TFault::Refused)
-            MsgDatabaseError(*error);
-    }
+    if (!Entity_DM->FiscalDeducation_Delete(code, IsDeduction()))
+        TellDeleteFailed(kindWord());
     RefreshList();
 }
 
@@ -268,20 +264,18 @@ void TFiscalDeducation_List_FRM::takeCurrent()
 }
 
 /// The ticked rows, listed or not; none: the current one is meant, whatever else is highlighted.
-QList<TFiscalDeducation_List_FRM::TRow> TFiscalDeducation_List_FRM::chosenRows() const
+QList<int> TFiscalDeducation_List_FRM::chosenCodes() const
 {
-    QList<TRow> rows;
-    for (const qlonglong key : Grid()->Model()->checkedKeys())
-        rows << row(ListQuery()->rowOfKey(key));
-    for (const qlonglong code : Grid()->Model()->unlistedChecks()) {
-        TFiscalDeducation_Mapper item;
-        Entity_DM->FiscalDeducation_GetByID(code, itemPart(), item);
-        const TQuery *found = Entity_DM->Get_QUR;
-        if (!found->isEmpty()) // else deleted meanwhile
-            rows << TRow{item._code, found->asInteger(u"PayrollCode"_qs), item._CalcType,
-                         found->value(u"Cost"_qs)};
-    }
-    return rows;
+    QList<int> codes;
+    for (const qlonglong key : Grid()->Model()->checkedKeys() + Grid()->Model()->unlistedChecks())
+        codes << int(key);
+    return codes;
+}
+
+bool TFiscalDeducation_List_FRM::ChoiceIsStored()
+{
+    const bool ofTicks = (m_callType == ctOrder || m_callType == ctOutput) && !chosenCodes().isEmpty();
+    return ofTicks || CurrentIsStored(); // ticked rows are asked for one by one
 }
 
 void TFiscalDeducation_List_FRM::tellTicks()
@@ -299,13 +293,15 @@ void TFiscalDeducation_List_FRM::tellTicks()
     });
 }
 
-TFiscalDeducation_List_FRM::TRow TFiscalDeducation_List_FRM::row(int position) const
+/// An item as it is stored now; null when it was deleted.
+std::optional<TFiscalDeducation_List_FRM::TRow> TFiscalDeducation_List_FRM::storedRow(int code) const
 {
-    const auto value = [&](const QString &field) {
-        return ListQuery()->valueAt(position, ListQuery()->fieldIndex(field));
-    };
-    return {value(u"Code"_qs).toInt(), value(u"PayrollCode"_qs).toInt(), value(u"CalcType"_qs).toInt(),
-            value(u"Cost"_qs)};
+    TFiscalDeducation_Mapper item;
+    Entity_DM->FiscalDeducation_GetByID(code, itemPart(), item);
+    const TQuery *found = Entity_DM->Get_QUR;
+    if (found->isEmpty())
+        return {};
+    return TRow{item._code, found->asInteger(u"PayrollCode"_qs), item._CalcType, found->value(u"Cost"_qs)};
 }
 
 bool TFiscalDeducation_List_FRM::addChosen()
@@ -319,6 +315,7 @@ bool TFiscalDeducation_List_FRM::addChosen()
         return false;
     }
     bool taken = false;
+    bool gone = false;
     // Rows that were added before an error stay added, and so the screen closes with OK.
     Guarded([&] {
         const auto add = [&](const TRow &item, bool oneOfMany) {
@@ -327,13 +324,25 @@ bool TFiscalDeducation_List_FRM::addChosen()
             taken = taken || outcome == TOutcome::Taken;
             return outcome;
         };
-        const QList<TRow> rows = chosenRows();
-        for (const TRow &item : rows)
-            if (add(item, true) == TOutcome::Stop)
+        const QList<int> codes = chosenCodes();
+        for (const int code : codes) {
+            const std::optional<TRow> item = storedRow(code);
+            if (!item) {
+                MsgRecordGone(u"کد: %1"_qs.arg(code));
+                Grid()->Model()->uncheck(code);
+                gone = true;
+            } else if (add(*item, true) == TOutcome::Stop) {
                 return;
-        if (rows.isEmpty() && add(row(ListQuery()->position()), false) == TOutcome::Refused)
+            }
+        }
+        if (!codes.isEmpty())
+            return;
+        const std::optional<TRow> item = storedRow(ListQuery()->asInteger(u"Code"_qs));
+        if (!item || add(*item, false) == TOutcome::Refused)
             Grid()->setFocus(Qt::OtherFocusReason);
     });
+    if (gone && !taken)
+        RefreshList();
     return taken;
 }
 

@@ -4,6 +4,8 @@
 
 #include <QSet>
 
+#include <optional>
+
 /// The list of earnings or of deductions with their groups: to keep them, or to pick items for another editor.
 /// The value: the kind (0 earnings, 1 deductions) in mode 1; "kind;call type;target code" in mode 5.
 ///
@@ -31,6 +33,7 @@ protected:
     void NewRecord() override;
     void DeleteRecord() override;
     bool SelectRecord() override;
+    bool ChoiceIsStored() override;
 
 private:
     struct TRow {
@@ -48,8 +51,8 @@ private:
     void connectGroups();
     void takeCurrent();
     bool addChosen();
-    QList<TRow> chosenRows() const;
-    TRow row(int position) const;
+    QList<int> chosenCodes() const;
+    std::optional<TRow> storedRow(int code) const;
     void tellTicks();
     TOutcome addToOrder(const TRow &row, bool oneOfMany);
     TOutcome addToOutput(const TRow &row, bool oneOfMany);

@@ -42,7 +42,7 @@ TPayrollInfoDetail_FRM::TPayrollInfoDetail_FRM(const QVariant &part, const QVari
     Code_LBL->setMinimumWidth(220);
     Code_LBL->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     AddBeside(FiscalDeducationCode_EDT, Code_LBL);
-    connect(FiscalDeducationCode_EDT, &TSmartEdit_ZLM::exited, this, [this] { codeExit(); });
+    CheckOnLeaving(FiscalDeducationCode_EDT, [this] { lookUpCode(); });
     connect(FiscalDeducationCode_EDT, &TSmartPickEdit_ZLM::pick, this, [this] { pickCode(); });
     BuildFooter(QStringLiteral("ذخیره F3"), QStringLiteral("خروج Esc"));
 }
@@ -103,10 +103,10 @@ void TPayrollInfoDetail_FRM::pickCode()
 
 bool TPayrollInfoDetail_FRM::Validate()
 {
-    // A code without a title is one whose look-up failed when it was left.
-    const bool unchecked = FiscalDeducationCode_EDT->hasFocus() || Code_LBL->text().isEmpty();
-    if (unchecked && !FiscalDeducationCode_EDT->IsEmpty()) {
-        lookUpCode(); // not guarded: a save must not go on without it
+    if (!FiscalDeducationCode_EDT->IsEmpty()) {
+        // Not guarded: a save must not go on without it. A code without a title is one whose look-up failed.
+        if (!CheckTyped(FiscalDeducationCode_EDT) && Code_LBL->text().isEmpty())
+            lookUpCode();
         if (FiscalDeducationCode_EDT->IsEmpty())
             return false; // the user was told that there is no such code
     }

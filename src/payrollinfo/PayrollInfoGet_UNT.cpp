@@ -85,6 +85,7 @@ TSmartEdit_ZLM *TPayrollInfoGet_FRM::addText(QGridLayout *into, int row, int col
     auto *input =
         AddInput(into, row, column, caption, name, new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, maxLength));
     m_bound.append({input, field});
+    KeepIn(QStringLiteral("PayrollInfo"), {{input, "Value"}});
     return input;
 }
 
@@ -152,8 +153,11 @@ void TPayrollInfoGet_FRM::buildCompanyPage()
     OrganCode_EDT = addText(bank, 2, 0, QStringLiteral("  کد &سازمان :"), QStringLiteral("OrganCode_EDT"),
                             &M::_OrganCode);
     groups->addStretch();
+    for (TSmartEdit_ZLM *number : {CaseNo_EDT, FactoryID_EDT, BranchCode_EDT, OrganCode_EDT})
+        number->SetCodeForm(TSmartEdit_ZLM::PlainCode);
+    BranchNo_EDT->SetCodeForm(TSmartEdit_ZLM::LatinDigits); // " 1" is not the head office
 
-    connect(BranchNo_EDT, &TSmartEdit_ZLM::exited, this, [this] { applyBranchNumber(); });
+    CheckOnLeaving(BranchNo_EDT, [this] { applyBranchNumber(); });
     connect(EmployeeTitle_CMB, &TSmartComboBox_ZLM::changed, this, [this] { applyEmployerTitle(); });
     connect(LeisureIns_EDT, &TSmartEdit_ZLM::changed, this, [this] { GuardPercent(LeisureIns_EDT, false); });
 }
@@ -247,8 +251,11 @@ void TPayrollInfoGet_FRM::applyEmployerTitle()
 bool TPayrollInfoGet_FRM::require(const QList<TRequired> &inputs)
 {
     for (const TRequired &required : inputs) {
-        if (!(required.tested ? required.tested : required.input)->IsEmpty())
+        if (!(required.tested ? required.tested : required.input)->IsEmpty()) {
+            if (!required.tested)
+                RefuseBlanks(required.input, required.caption);
             continue;
+        }
         FocusInput(required.input);
         MsgRequiredField(required.caption, required.input, this);
         FocusInput(required.input);
@@ -289,8 +296,7 @@ bool TPayrollInfoGet_FRM::Validate()
 
 bool TPayrollInfoGet_FRM::SaveRecord()
 {
-    if (BranchNo_EDT->hasFocus())
-        applyBranchNumber(); // a function key saves without leaving the input
+    CheckTyped(BranchNo_EDT);
     for (const auto &[input, field] : std::as_const(m_bound))
         m_info.*field = input->GetText();
     const auto position = [](const TSmartComboBox_ZLM *list) {

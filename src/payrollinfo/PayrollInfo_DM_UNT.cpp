@@ -1,6 +1,7 @@
 #include "payrollinfo/PayrollInfo_DM_UNT.h"
 
 #include "common/QueryTools.h"
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
 
 using namespace QueryTools;
 
@@ -72,7 +73,7 @@ void TPayrollInfo_DM::PayrollInfo_Insert(const TPayrollInfo_Mapper &info)
     TStatement batch;
     for (const TSetting &setting : settings) {
         batch.sql(batch.isEmpty() ? "update PayrollInfo set Value=" : " update PayrollInfo set Value=");
-        batch.text(info.*setting.field).sql(setting.row);
+        batch.text(AsStored(u"PayrollInfo"_qs, u"Value"_qs, info.*setting.field)).sql(setting.row);
     }
     run(Temp_QUR, batch);
 }

@@ -1,10 +1,20 @@
 #include "staff/StaffFamily_DM_UNT.h"
 
 #include "common/QueryTools.h"
+#include "common/WorkingRows.h"
 
 using namespace QueryTools;
 
 namespace {
+
+TWorkingRows members(TQuery *shown)
+{
+    QStringList columns;
+    for (const char *column :
+         {"ID", "Type", "Name", "Sex", "InsuranceNumber", "BirthDate", "Death", "DeathDate", "Comment"})
+        columns << QString::fromLatin1(column);
+    return {shown, QStringLiteral("tmpStaffFamily"), QStringLiteral("StaffCode"), columns};
+}
 
 const char familyOfParameter[] =
     "SELECT     a.*, SexTitle = CASE sex WHEN 0 THEN 'مرد' WHEN 1 THEN 'زن' END, "
@@ -159,4 +169,36 @@ void TStaffFamily_DM::StaffFamily_DeleteAllRecovery(TSoftwarePart part, int comI
     run(Temp_QUR, TStatement::format("Delete From TmpStaffFamily Where StaffCode  IN(Select Code From "
                                      "CodeLock_TBL Where (Status=%d) AND (Com_Index = %d))",
                                      {int(part), comIndex}));
+}
+
+bool TStaffFamily_DM::TmpFamily_Changed(const QVariant &staffCode)
+{
+    return members(Family_QUR).Changed(staffCode);
+}
+
+void TStaffFamily_DM::TmpFamily_PutBack(const QVariant &staffCode)
+{
+    members(Family_QUR).PutBack(staffCode, [&](const QVariant &id) -> QVariant {
+        // Another employee's new member may have got the number meanwhile.
+        open(Temp_QUR, TStatement("select ID from tmpStaffFamily where ID=")
+                           .integer(id)
+                           .sql(" union all select ID from StaffFamily where ID=")
+                           .integer(id)
+                           .sql(" and StaffCode<>")
+                           .integer(staffCode));
+        return Temp_QUR->isEmpty() ? id : QVariant(Family_GetNewCode());
+    });
+    FillDataFamilyList(staffCode.toInt());
+}
+
+int TStaffFamily_DM::TmpFamily_Count(const QVariant &staffCode)
+{
+    open(Temp_QUR, TStatement("select count(*) from tmpStaffFamily where StaffCode=").integer(staffCode));
+    return integerAt(Temp_QUR);
+}
+
+int TStaffFamily_DM::Family_Count(const QVariant &staffCode)
+{
+    open(Temp_QUR, TStatement("select count(*) from StaffFamily where StaffCode=").integer(staffCode));
+    return integerAt(Temp_QUR);
 }

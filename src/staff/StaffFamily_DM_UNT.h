@@ -38,6 +38,14 @@ public:
     void ClearDataFamily(const QVariant &staffCode);
     void ClearDataTMPFamily(const QVariant &staffCode);
 
+    /// Whether the working rows of an employee are no longer those that Family_QUR shows.
+    bool TmpFamily_Changed(const QVariant &staffCode);
+    /// Makes the rows that Family_QUR shows the working rows of an employee, and shows them. All or nothing.
+    void TmpFamily_PutBack(const QVariant &staffCode);
+    /// How many working rows and how many saved rows an employee has.
+    int TmpFamily_Count(const QVariant &staffCode);
+    int Family_Count(const QVariant &staffCode);
+
     // Recovery of working rows that an editor of this workstation left behind: rows of the codes that it holds
     // locked.
     void StaffFamily_DelTmp(const QVariant &staffCode);

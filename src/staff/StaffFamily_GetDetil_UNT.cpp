@@ -61,6 +61,8 @@ void TStaffFamily_GetDetil_FRM::build()
     caption->setObjectName(QStringLiteral("DeathDate_LBL"));
     caption->setBuddy(Death_CHK);
     caption->installEventFilter(this);
+    KeepIn(QStringLiteral("tmpStaffFamily"),
+           {{Name_EDT, "Name"}, {Comment_EDT, "Comment"}, {InsuranceNumber_EDT, "InsuranceNumber"}});
     Body()->addStretch(1);
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs);
     resize(460, 380);

@@ -1,8 +1,11 @@
 #include "staff/StaffGet_UNT.h"
 
+#include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
 #include "host/BaseFrame_PKG/Pic_Get.h"
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/database/ListPlace.h"
 #include "staff/StaffFamily_GetDetil_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 
@@ -81,7 +84,8 @@ bool TStaffGet_FRM::RecordExists()
 bool TStaffGet_FRM::StoredIsOwn()
 {
     const TQuery *stored = Staff_DM->StaffGet_QUR;
-    return stored->asString("Name") == m_sent._Name && stored->asString("LastName") == m_sent._LastName;
+    return stored->asString("Name") == AsStored(u"Staff"_qs, u"Name"_qs, m_sent._Name) &&
+           stored->asString("LastName") == AsStored(u"Staff"_qs, u"LastName"_qs, m_sent._LastName);
 }
 
 void TStaffGet_FRM::fillGroups(int code)
@@ -101,6 +105,7 @@ void TStaffGet_FRM::ClearRecord()
     m_sent = {};
     m_person = {};
     m_saveFailed = false;
+    m_savedMembers = 0;
     Staff_DM->Family_GetByStaffCode(Identifier());
     for (int page = 0; page < Staff_PC->count(); ++page) {
         for (auto *edit : Staff_PC->widget(page)->findChildren<TSmartEdit_ZLM *>())
@@ -143,6 +148,7 @@ void TStaffGet_FRM::ShowRecord()
 {
     const QScopedValueRollback showing(m_showing, true);
     const TStaff_Mapper &staff = m_staff;
+    m_savedMembers = 0;
     fillGroups(staff._StaffGroup);
     Code_EDT->setReadOnly(true);
     Code_EDT->SetValue(staff._Code);
@@ -205,6 +211,8 @@ void TStaffGet_FRM::ShowRecord()
 
 void TStaffGet_FRM::BeforeClose()
 {
+    if (CodeWasLost())
+        return;
     // The code in its input, but for one that was typed and not taken: its rows are somebody else's.
     Staff_DM->ClearDataTMPFamily(Identifier());
 }
@@ -229,6 +237,8 @@ bool TStaffGet_FRM::takeTypedCode()
     };
     bool taken = false;
     try {
+        // Once the lock is somebody else's, so are the rows under it.
+        const bool own = HoldsCode() && !WorkingRowsChanged();
         SettleLostSave();
         if (Mode() != fmNew)
             Code_EDT->setReadOnly(true);
@@ -247,7 +257,10 @@ bool TStaffGet_FRM::takeTypedCode()
             MSGInUse(LockedEntityWord());
         } else {
             taken = true;
-            Staff_DM->StaffFamily_UpdateTmp(held, typed);
+            if (own)
+                Staff_DM->StaffFamily_UpdateTmp(held, typed);
+            else
+                Staff_DM->TmpFamily_PutBack(typed);
             Staff_DM->FillDataFamilyList(typed);
             return true;
         }
@@ -255,7 +268,7 @@ bool TStaffGet_FRM::takeTypedCode()
         Guarded([&] {
             if (taken) { // the rows may have moved, though no answer came
                 Staff_DM->StaffFamily_UpdateTmp(typed, held);
-                TakeCode(held);
+                TakeCodeBack(held);
                 Staff_DM->FillDataFamilyList(held);
             }
         });
@@ -297,13 +310,16 @@ void TStaffGet_FRM::leaveDateChanged()
 
 void TStaffGet_FRM::rereadFamily(const QVariant &id)
 {
+    const TListPlace place(*Staff_DM->Family_QUR, QStringLiteral("ID"));
     Staff_DM->FillDataFamilyList(code());
-    if (!Staff_DM->Family_QUR->isEmpty() && !Staff_DM->Family_QUR->locate("ID", id))
-        Staff_DM->Family_QUR->last();
+    if (id.isNull() || !Staff_DM->Family_QUR->locate("ID", id))
+        place.restore(*Staff_DM->Family_QUR);
 }
 
 void TStaffGet_FRM::addRow()
 {
+    if (!RowsAreOwn())
+        return;
     TStaffFamily_GetDetil_FRM member(int(Part()), code());
     if (member.exec() != QDialog::Accepted)
         return;
@@ -313,6 +329,8 @@ void TStaffGet_FRM::addRow()
 
 void TStaffGet_FRM::editRow()
 {
+    if (!RowsAreOwn())
+        return;
     const QVariant id = Staff_DM->Family_QUR->value("ID");
     TStaffFamily_GetDetil_FRM member(int(Part()), code(), fmEdit, id);
     if (member.exec() == QDialog::Accepted)
@@ -322,10 +340,10 @@ void TStaffGet_FRM::editRow()
 
 void TStaffGet_FRM::deleteRow()
 {
-    if (!MsgDeleteRow())
+    if (!RowsAreOwn() ||
+        !MsgDeleteRow(m_family->Grid()->NameOfRow(Staff_DM->Family_QUR->position())))
         return;
     const QVariant id = Staff_DM->Family_QUR->value("ID");
-    const int position = Staff_DM->Family_QUR->position();
     if (!Staff_DM->Family_Del(id.toString())) {
         if (const auto &error = DM.ADOConnection1->lastError())
             MsgDatabaseError(*error);
@@ -340,14 +358,28 @@ void TStaffGet_FRM::deleteRow()
     }
     Guarded([&] {
         SetIsSaved(false);
-        Staff_DM->FillDataFamilyList(code());
-        Staff_DM->Family_QUR->moveTo(qMin(position, Staff_DM->Family_QUR->recordCount() - 1));
+        rereadFamily({});
     });
 }
 
 QStringList TStaffGet_FRM::RecoveryCodes()
 {
     return Staff_DM->StaffFamily_GetRecoverysCode(cspStaff, IniOptions.Com_Index);
+}
+
+int TStaffGet_FRM::RecoveryRows(const QString &code)
+{
+    return Staff_DM->TmpFamily_Count(code);
+}
+
+bool TStaffGet_FRM::WorkingRowsChanged()
+{
+    return Staff_DM->Family_QUR->active() && Staff_DM->TmpFamily_Changed(Identifier());
+}
+
+void TStaffGet_FRM::PutWorkingRowsBack()
+{
+    Staff_DM->TmpFamily_PutBack(Identifier());
 }
 
 bool TStaffGet_FRM::RecordHasRecovery(const QString &code)

@@ -86,10 +86,15 @@ protected:
 
     bool HasRecovery() const override { return true; }
     QStringList RecoveryCodes() override;
+    int RecoveryRows(const QString &code) override;
     bool RecordHasRecovery(const QString &code) override;
     void MoveRecovery(const QString &oldCode, const QString &newCode) override;
     void DiscardRecovery(const QString &code) override;
     void DiscardAllRecovery() override;
+    bool WorkingRowsChanged() override;
+    void PutWorkingRowsBack() override;
+    void SaveFailed() override;
+    bool MayDiscard() override;
 
 private:
     void build();
@@ -126,6 +131,7 @@ private:
     bool checkOrders();
 
     TStaff_Mapper typedStaff(bool newRecord) const;
+    bool familyIsGone();
     void fillPerson();
     bool savePicture(const TPic_Get *picture, const QString &column);
 
@@ -134,5 +140,6 @@ private:
     TStaff_Mapper m_sent;  ///< by the last save of this record
     TPerinf_Mapper m_person;
     bool m_showing = false;    ///< inputs are being filled by the program
+    int m_savedMembers = 0;    ///< saved family rows that a save which did not come to its end has cleared
     bool m_saveFailed = false; ///< what StaffGet_QUR holds may be rolled back by now
 };

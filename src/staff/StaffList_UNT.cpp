@@ -261,25 +261,25 @@ void TStaffList_FRM::EditRecord()
 
 void TStaffList_FRM::DeleteRecord()
 {
-    if (ListQuery()->isEmpty() || !MayDelete(cspStaff))
+    if (ListQuery()->isEmpty() || !MayDelete(cspStaff) || !CurrentIsStored())
         return;
     const QString code = ListQuery()->asString("Code");
     if (LocateLockCode_SoftwarePart(code, cspStaff, IniOptions.Com_Index, false)) {
         MSGInUse(word());
         return;
     }
-    if (!ConfirmDelete(cspStaff, code))
+    if (!ConfirmDelete(cspStaff, code, RecordName()))
         return;
-    const bool deleted = Staff_DM->Staff_Del(code);
-    if (!deleted) {
-        const auto &error = DM.ADOConnection1->lastError();
-        if (error && error->fault() != TFault::Refused)
-            MsgDatabaseError(*error);
-        else
-            MsgHasSubRecords(word());
-    }
+    DM.ADOConnection1->clearLastError();
+    if (!Staff_DM->Staff_Del(code))
+        TellDeleteFailed(word());
     Staff_DM->ClearDataTMPFamily(code);
     RefreshList();
+}
+
+QString TStaffList_FRM::RecordName() const
+{
+    return Grid()->NameOfRow(ListQuery()->position(), {u"Code"_qs, u"fullnameTitle"_qs});
 }
 
 bool TStaffList_FRM::SelectRecord()

@@ -32,6 +32,7 @@ protected:
     void EditRecord() override;
     void DeleteRecord() override;
     bool SelectRecord() override;
+    QString RecordName() const override;
 
 private:
     void buildSearch();

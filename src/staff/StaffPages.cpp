@@ -44,6 +44,32 @@ void TStaffGet_FRM::build()
     buildFamily();
     GuardPage(familyPage, cspStaff, cpStaffFamilyPage);
     Body()->addWidget(Staff_PC, 1);
+    KeepIn(QStringLiteral("Staff"), {{Name_EDT, "Name"},
+                                     {LastName_EDT, "LastName"},
+                                     {FatherName_EDT, "FatherName"},
+                                     {BirthPlace_EDT, "BirthPlace"},
+                                     {IssuePlace_EDT, "IssuePlace"},
+                                     {PersonnelCode_EDT, "PersonnelCode"},
+                                     {CardNumber_EDT, "CardNumber"},
+                                     {Job_EDT, "Job"},
+                                     {Department_EDT, "Department"},
+                                     {BankTitle_EDT, "BankTitle"},
+                                     {AccountNumber_EDT, "AccountNumber"},
+                                     {InsuranceNumber_EDT, "InsuranceNumber"},
+                                     {Comment_EDT, "Comment"},
+                                     {JobCode_EDT, "JobCode"},
+                                     {JobGroup_EDT, "JobGroup"},
+                                     {Tel1_EDT, "Tel1"},
+                                     {Tel2_EDT, "Tel2"},
+                                     {Fax_EDT, "Fax"},
+                                     {Mobile_EDT, "Mob"},
+                                     {Major_EDT, "Major"},
+                                     {Addr1_EDT, "Add1"},
+                                     {Addr2_EDT, "Add2"},
+                                     {Email_EDT, "Email"},
+                                     {PostCode_EDT, "PostCode"},
+                                     {NationalCode_EDT, "NationalID"},
+                                     {IDNumber_EDT, "IDNumber"}});
     BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs);
     resize(900, 520);
 }

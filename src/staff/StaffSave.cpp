@@ -126,8 +126,10 @@ bool TStaffGet_FRM::SaveRecord()
     m_saveFailed = true;
     // Outside the transaction, as it always was: a save that fails later leaves the employee without saved family
     // rows, while the working rows stay until the editor closes.
-    if (!newRecord)
+    if (!newRecord) {
+        m_savedMembers = qMax(m_savedMembers, Staff_DM->Family_Count(staffCode));
         Staff_DM->ClearDataFamily(staffCode);
+    }
     DM.ADOConnection1->BeginTrans();
     m_sent = typedStaff(newRecord);
     const bool written = newRecord ? Staff_DM->Staff_Insert(m_sent) : Staff_DM->Staff_Update(m_sent);
@@ -148,9 +150,45 @@ bool TStaffGet_FRM::SaveRecord()
         fillPerson();
     DM.ADOConnection1->CommitTrans();
     m_saveFailed = false;
+    m_savedMembers = 0;
     SetIdentifier(staffCode);
     MSGCompeletedSuccessfully(u"ذخيره سازي "_qs);
     return true;
+}
+
+/// Whether a save that did not come to its end took the saved family rows away. A line that is gone does not tell: they
+/// may be.
+bool TStaffGet_FRM::familyIsGone()
+{
+    if (m_savedMembers == 0)
+        return false;
+    try {
+        return Staff_DM->Family_Count(code()) == 0;
+    } catch (const TDatabaseError &) {
+        return true;
+    }
+}
+
+void TStaffGet_FRM::SaveFailed()
+{
+    if (familyIsGone())
+        ShowSmartMessage(
+            u"این کارمند %1 سطر خانواده ثبت شده داشت که پیش از شکست ذخیره پاک شد؛ اکنون سطر ثبت شده ای ندارد."_qs
+                .arg(m_savedMembers),
+            u"سطرهای صفحه خانواده هنوز اینجاست؛ دوباره ذخیره کنید تا ثبت شود."_qs, miWarning);
+}
+
+bool TStaffGet_FRM::MayDiscard()
+{
+    if (!familyIsGone() || Staff_DM->Family_QUR->isEmpty())
+        return true;
+    const TAnswer answer = ShowSmartMessage(
+        u"سطرهای خانواده ثبت شده این کارمند با ذخیره ناموفق پاک شده است و تنها سطرهای همین صفحه باقی است."
+        u"\nاین سطرها برای بازیابی نگه داشته شود؟ (با «بله» هنگام باز کردن دوباره این کارمند پیشنهاد می شود؛ با «خیر» خانواده او از دست می رود.)"_qs,
+        TMessageButtons::YesNoCancel, TAnswer::Yes);
+    if (answer == TAnswer::Yes)
+        KeepRows();
+    return answer != TAnswer::Cancel;
 }
 
 bool TStaffGet_FRM::savePicture(const TPic_Get *picture, const QString &column)

@@ -3,14 +3,18 @@
 #include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
 #include "host/Component_ZLM/DetailStrip_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Declaration_PKG/WorkingRows_unt.h"
 #include "tax/Tax_DM_UNT.h"
 #include "tax/Tax_GetDetail_UNT.h"
 
 #include <QGroupBox>
 #include <QLabel>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace {
 
@@ -34,8 +38,6 @@ const QList<TGridColumn> &detailFields()
     };
     return fields;
 }
-
-const int titleWidth = 50; // characters of TaxMain.Title; the input takes more
 
 // Its spelling and its blanks are the ones that users know.
 const char *const notice =
@@ -100,12 +102,19 @@ void TTaxGet_FRM::build()
     connect(m_rows, &TDetail_Rows_Frame::editRow, this, &TTaxGet_FRM::editRow);
     connect(m_rows, &TDetail_Rows_Frame::deleteRow, this, &TTaxGet_FRM::deleteRow);
 
+    KeepIn(QStringLiteral("TaxMain"), {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(QStringLiteral("ذخيره F3"), QStringLiteral("خروج Esc"));
 }
 
-// Opening a table drops what an editor that ended abnormally left behind, then copies the saved brackets.
+// Opening a table drops what stands under its code, then copies the saved brackets; what an editor that ended abnormally
+// left behind was offered before, and is not dropped when it was taken up.
 void TTaxGet_FRM::openWorkingRows()
 {
+    NoteWorkingRows(Part(), Identifier().toString(), IniOptions.Com_Index);
+    if (RecoveryTaken()) {
+        Tax_DM->TmpTax_OpenList(Identifier());
+        return;
+    }
     Tax_DM->ClearDataTempDetail(Identifier().toInt());
     Tax_DM->TmpTax_GetByTaxMainCode(Identifier());
 }
@@ -152,8 +161,11 @@ bool TTaxGet_FRM::RecordExists()
 bool TTaxGet_FRM::StoredIsOwn()
 {
     const TQuery *stored = Tax_DM->Get_QUR;
-    return m_sent && stored->asString(QStringLiteral("Title")) == m_sent->_Title.left(titleWidth) &&
-           stored->asString(QStringLiteral("Comment")) == m_sent->_Comment &&
+    const auto same = [&](const QString &column, const QString &sent) {
+        return stored->asString(column) == AsStored(QStringLiteral("TaxMain"), column, sent);
+    };
+    return m_sent && same(QStringLiteral("Title"), m_sent->_Title) &&
+           same(QStringLiteral("Comment"), m_sent->_Comment) &&
            ScalerQuery(QStringLiteral("Tax"), QStringLiteral("TaxMainCode"), QStringLiteral("TaxMainCode"),
                        Identifier())
                .isEmpty();
@@ -184,6 +196,8 @@ bool TTaxGet_FRM::codeTyped()
 bool TTaxGet_FRM::moveTo(int code)
 {
     const int held = Identifier().toInt();
+    // Once the lock is somebody else's, so are the rows under it.
+    const bool own = HoldsCode() && !WorkingRowsChanged();
     Tax_DM->Tax_GetByID(code);
     if (!Tax_DM->Get_QUR->isEmpty() || !TakeCode(code)) {
         Tax_DM->Tax_GetByID(held); // a row of the code that is saved: none
@@ -191,14 +205,21 @@ bool TTaxGet_FRM::moveTo(int code)
     }
     const bool hadRows = !Tax_DM->DetailList_QUR->isEmpty();
     try {
-        Tax_DM->TmpTax_MoveToCode(held, code);
+        InOneUnit(DM.ADOConnection1, [&] {
+            NoteWorkingRows(Part(), QString::number(code), IniOptions.Com_Index);
+            if (own)
+                Tax_DM->TmpTax_MoveToCode(held, code);
+            else
+                Tax_DM->TmpTax_PutBack(code);
+            ForgetWorkingRows(Part(), QString::number(held));
+        });
     } catch (...) {
         if (hadRows && hasMoved(held, code)) {
             Tax_DM->TmpTax_OpenList(code);
             return true;
         }
         Guarded([&] {
-            TakeCode(held);
+            TakeCodeBack(held);
             Tax_DM->TmpTax_OpenList(held);
         });
         SetIdentifier(held); // the working rows are still there
@@ -223,7 +244,7 @@ void TTaxGet_FRM::addRow()
         FocusInput(Code_EDT);
         return;
     }
-    if (!codeTyped())
+    if (!codeTyped() || !RowsAreOwn())
         return;
     TTax_GetDetail_FRM bracket(int(Part()), Identifier());
     if (bracket.exec() != QDialog::Accepted)
@@ -237,6 +258,8 @@ void TTaxGet_FRM::addRow()
 
 void TTaxGet_FRM::editRow()
 {
+    if (!RowsAreOwn())
+        return;
     const QVariant id = Tax_DM->DetailList_QUR->value(QStringLiteral("ID"));
     TTax_GetDetail_FRM bracket(int(Part()), Identifier(), fmEdit, id);
     const bool changed = bracket.exec() == QDialog::Accepted;
@@ -248,7 +271,11 @@ void TTaxGet_FRM::editRow()
 
 void TTaxGet_FRM::deleteRow()
 {
-    if (!HavePermission(UserInfo, Part(), cpDelete, false, true, QString()) || !MsgDeleteRow())
+    const QString bracket = m_rows->Grid()->NameOfRow(
+        Tax_DM->DetailList_QUR->position(),
+        {QStringLiteral("FromSalary"), QStringLiteral("ToSalary"), QStringLiteral("Percent")});
+    if (!HavePermission(UserInfo, Part(), cpDelete, false, true, QString()) || !RowsAreOwn() ||
+        !MsgDeleteRow(bracket))
         return;
     const QVariant id = Tax_DM->DetailList_QUR->value(QStringLiteral("ID"));
     bool gone = Guarded([&] { Tax_DM->TaxDetail_Del(id.toString()); });
@@ -288,10 +315,6 @@ bool TTaxGet_FRM::Validate()
     }
     if (!Tax_DM->DetailList_QUR->active()) // a reading that failed closed it
         Tax_DM->TmpTax_OpenList(Identifier());
-    // The working rows are everybody's: an editor of this table elsewhere may have cleared them, and saving none would
-    // take the stored brackets away.
-    else if (Tax_DM->TmpTax_Count(Identifier()) == 0)
-        m_rows->Reread(QStringLiteral("ID"));
     if (Tax_DM->DetailList_QUR->isEmpty()) {
         MsgNotEntered(QStringLiteral("سطري"));
         FocusInput(m_rows->Grid());
@@ -319,12 +342,69 @@ bool TTaxGet_FRM::SaveRecord()
         SetMode(fmEdit);
         m_savedOnce = true;
     }
+    m_headerOnly = header;
     MSGFinishedNotSuccessfully(QStringLiteral("ذخيره سازي"));
     return false;
 }
 
+void TTaxGet_FRM::SaveFailed()
+{
+    // A line that was lost does not tell what is stored.
+    const auto &error = DM.ADOConnection1->lastError();
+    if (std::exchange(m_headerOnly, false) && !(error && IsLineLost(error->fault())))
+        ShowSmartMessage(
+            u"عنوان و شرح جدول ذخیره شد، ولی سطرها ذخیره نشد و سطرهای ثبت شده همان سطرهای پیشین است."_qs,
+            u"سطرهای این صفحه هنوز اینجاست؛ دوباره ذخیره کنید."_qs, miWarning);
+}
+
+bool TTaxGet_FRM::WorkingRowsChanged()
+{
+    return Tax_DM->DetailList_QUR->active() && Tax_DM->TmpTax_Changed(Identifier());
+}
+
+void TTaxGet_FRM::PutWorkingRowsBack()
+{
+    Tax_DM->TmpTax_PutBack(Identifier());
+    NoteWorkingRows(Part(), Identifier().toString(), IniOptions.Com_Index);
+}
+
 void TTaxGet_FRM::BeforeClose()
 {
+    if (CodeWasLost())
+        return;
     // Not the code that stands in the input: one that was typed last is another table's until it is taken.
     Tax_DM->ClearDataTempDetail(Identifier().toInt());
+    ForgetWorkingRows(Part(), Identifier().toString());
+}
+
+QStringList TTaxGet_FRM::RecoveryCodes()
+{
+    return Tax_DM->TmpTax_GetRecoverysCode(Part(), IniOptions.Com_Index);
+}
+
+int TTaxGet_FRM::RecoveryRows(const QString &code)
+{
+    return Tax_DM->TmpTax_Count(code);
+}
+
+// A copy of the saved brackets is nothing to recover.
+bool TTaxGet_FRM::RecordHasRecovery(const QString &code)
+{
+    return WorkingRowsDiffer(Part(), code);
+}
+
+void TTaxGet_FRM::MoveRecovery(const QString &oldCode, const QString &newCode)
+{
+    Tax_DM->TmpTax_MoveToCode(oldCode.toInt(), newCode.toInt());
+    DiscardWorkingRows(Part(), oldCode); // the note of who opened them
+}
+
+void TTaxGet_FRM::DiscardRecovery(const QString &code)
+{
+    DiscardWorkingRows(Part(), code);
+}
+
+void TTaxGet_FRM::DiscardAllRecovery()
+{
+    Tax_DM->TmpTax_DeleteAllRecovery(Part(), IniOptions.Com_Index);
 }

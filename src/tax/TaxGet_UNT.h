@@ -30,8 +30,20 @@ protected:
     void NewCode() override;
     bool RecordExists() override;
     bool StoredIsOwn() override;
+    void SaveFailed() override;
     void BeforeClose() override;
     QWidget *FirstInput() override { return Title_EDT; }
+
+    bool HasRecovery() const override { return true; }
+    bool OpeningDropsRows() const override { return true; }
+    QStringList RecoveryCodes() override;
+    int RecoveryRows(const QString &code) override;
+    bool RecordHasRecovery(const QString &code) override;
+    void MoveRecovery(const QString &oldCode, const QString &newCode) override;
+    void DiscardRecovery(const QString &code) override;
+    void DiscardAllRecovery() override;
+    bool WorkingRowsChanged() override;
+    void PutWorkingRowsBack() override;
 
 private:
     void build();
@@ -48,5 +60,6 @@ private:
     static bool hasMoved(int from, int to);
 
     std::optional<TTax_Mapper> m_sent; ///< by the last save of this record
+    bool m_headerOnly = false;         ///< the save that failed has stored the header
     TDetail_Rows_Frame *m_rows = nullptr;
 };

@@ -1,7 +1,6 @@
 #include "tax/TaxList_UNT.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
-#include "host/Declaration_PKG/Specialmessages.h"
 #include "tax/TaxGet_UNT.h"
 #include "tax/Tax_DM_UNT.h"
 
@@ -80,9 +79,8 @@ void TTaxList_FRM::DeleteRecord()
         connection->CommitTrans();
     } catch (const TDatabaseError &error) {
         connection->RollbackTrans();
-        MsgHasSubRecords(QStringLiteral("سطر"));
-        if (error.fault() != TFault::Refused)
-            MsgDatabaseError(error);
+        connection->noteError(error);
+        TellDeleteFailed(QStringLiteral("سطر"));
     }
     RefreshList();
 }

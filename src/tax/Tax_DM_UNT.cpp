@@ -1,14 +1,24 @@
 #include "tax/Tax_DM_UNT.h"
 
 #include "common/QueryTools.h"
+#include "common/WorkingRows.h"
 
 using namespace QueryTools;
 
 TTax_DM *Tax_DM = nullptr;
 
 namespace {
-const char detailList[] = "select * from Tmptax where TaxMainCode=:TaxMainCode order by fromSalary";
+TWorkingRows brackets(TQuery *shown)
+{
+    return {shown,
+            QStringLiteral("TmpTax"),
+            QStringLiteral("TaxMainCode"),
+            {QStringLiteral("FromSalary"), QStringLiteral("ToSalary"), QStringLiteral("Percent"),
+             QStringLiteral("Comment")}};
 }
+
+const char detailList[] = "select * from Tmptax where TaxMainCode=:TaxMainCode order by fromSalary";
+} // namespace
 
 TTax_DM::TTax_DM(QObject *owner)
     : TDataModule(owner), List_QUR(NewQuery("List_QUR")), List_DS(List_QUR),
@@ -95,20 +105,46 @@ int TTax_DM::TmpTax_Count(const QVariant &taxCode)
 
 void TTax_DM::TmpTax_MoveToCode(int fromCode, int toCode)
 {
-    TConnection *connection = Temp_QUR->connection();
-    connection->BeginTrans();
-    try {
+    InOneUnit(Temp_QUR->connection(), [&] {
         ClearDataTempDetail(toCode);
         run(Temp_QUR, TStatement("update TmpTax set TaxMainCode=")
                           .integer(toCode)
                           .sql(" where TaxMainCode=")
                           .integer(fromCode));
         TmpTax_OpenList(toCode);
-        connection->CommitTrans();
-    } catch (...) {
-        connection->RollbackTrans();
-        throw;
-    }
+    });
+}
+
+bool TTax_DM::TmpTax_Changed(const QVariant &taxCode)
+{
+    return brackets(DetailList_QUR).Changed(taxCode);
+}
+
+void TTax_DM::TmpTax_PutBack(const QVariant &taxCode)
+{
+    brackets(DetailList_QUR).PutBack(taxCode);
+    TmpTax_OpenList(taxCode);
+}
+
+QStringList TTax_DM::TmpTax_GetRecoverysCode(TSoftwarePart part, int comIndex)
+{
+    open(Temp_QUR, TStatement::format("Select TaxMainCode From TmpTax Where TaxMainCode IN(Select Code From "
+                                      "CodeLock_TBL Where (Status=%d) AND (Com_Index = %d))",
+                                      {int(part), comIndex}));
+    QStringList codes;
+    for (int row = 0; row < Temp_QUR->recordCount(); ++row)
+        codes.append(Temp_QUR->valueAt(row, 0).toString());
+    return codes;
+}
+
+void TTax_DM::TmpTax_DeleteAllRecovery(TSoftwarePart part, int comIndex)
+{
+    InOneUnit(Temp_QUR->connection(), [&] {
+        for (const char *rows : {"Delete From TmpTax Where TaxMainCode IN(Select Code From CodeLock_TBL "
+                                 "Where (Status=%d) AND (Com_Index = %d))",
+                                 "Delete From CodeLock_TBL Where (Status=%d) AND (Com_Index = %d)"})
+            run(Temp_QUR, TStatement::format(QString::fromLatin1(rows), {int(part), comIndex}));
+    });
 }
 
 void TTax_DM::TmpTax_GetById(const QVariant &id)
@@ -160,12 +196,15 @@ void TTax_DM::TaxDetail_Del(const QString &ids)
 bool TTax_DM::TaxDetail_Insert(const QVariant &taxCode)
 {
     return Try([&] {
-        ClearDataDetail(taxCode.toInt());
-        run(Temp_QUR,
-            TStatement(
-                "INSERT into Tax(TaxMainCode, FromSalary, Tosalary, Comment, [Percent])"
-                " SELECT TaxMainCode,FromSalary,Tosalary,Comment,[Percent] FROM TmpTax where TaxMainCode=")
-                .integer(taxCode));
+        // One unit: a replacement that stops half way would leave the table without any bracket.
+        InOneUnit(Temp_QUR->connection(), [&] {
+            ClearDataDetail(taxCode.toInt());
+            run(Temp_QUR,
+                TStatement(
+                    "INSERT into Tax(TaxMainCode, FromSalary, Tosalary, Comment, [Percent])"
+                    " SELECT TaxMainCode,FromSalary,Tosalary,Comment,[Percent] FROM TmpTax where TaxMainCode=")
+                    .integer(taxCode));
+        });
     });
 }
 

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "common/DataModule_UNT.h"
+#include "host/Declaration_PKG/Softwareparts_unt.h"
 #include "tax/Tax_Mapper.h"
+
+#include <QStringList>
 
 /// The database work of the tax tables: headers (TaxMain), their brackets (Tax), and the working copy of the
 /// brackets of a table under edit (TmpTax).
@@ -43,7 +46,7 @@ public:
     void TmpTax_GetID(int taxCode, int id, double from, double to);
     /// Deletes working brackets. `ids` parted by commas.
     void TaxDetail_Del(const QString &ids);
-    /// Replaces the brackets of a tax table by its working rows.
+    /// Replaces the brackets of a tax table by its working rows; all or nothing.
     bool TaxDetail_Insert(const QVariant &taxCode);
     void ClearDataDetail(int taxCode);
     void ClearDataTempDetail(int taxCode);
@@ -51,6 +54,14 @@ public:
     void TmpTax_OpenList(const QVariant &taxCode);
     /// How many working rows a tax table has now.
     int TmpTax_Count(const QVariant &taxCode);
+    /// Whether the working rows of a tax table are no longer those that the open list shows.
+    bool TmpTax_Changed(const QVariant &taxCode);
+    /// Makes the rows that the open list shows the working rows of a tax table, and opens its list. All or nothing.
+    void TmpTax_PutBack(const QVariant &taxCode);
+    /// The codes that this workstation has locked, once for each working row under them.
+    QStringList TmpTax_GetRecoverysCode(TSoftwarePart part, int comIndex);
+    /// Throws away all working rows under codes that this workstation has locked, with these locks.
+    void TmpTax_DeleteAllRecovery(TSoftwarePart part, int comIndex);
     /// Gives the working rows of one tax table to another, whose own are dropped, and opens their list. All or
     /// nothing.
     void TmpTax_MoveToCode(int fromCode, int toCode);

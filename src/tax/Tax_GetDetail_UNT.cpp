@@ -1,5 +1,6 @@
 #include "tax/Tax_GetDetail_UNT.h"
 
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "tax/Tax_DM_UNT.h"
 
@@ -44,6 +45,7 @@ void TTax_GetDetail_FRM::build()
                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     Body()->addLayout(inputs);
     connect(Percent_EDT, &TSmartEdit_ZLM::changed, this, [this] { GuardPercent(Percent_EDT, false); });
+    KeepIn(QStringLiteral("TmpTax"), {{Comment_EDT, "Comment"}});
     BuildFooter(QStringLiteral("ذخيره و خروج F3"), QStringLiteral("خروج Esc"));
 }
 
@@ -83,7 +85,8 @@ QVariant TTax_GetDetail_FRM::StoredRow()
     const bool own = row->asFloat(QStringLiteral("FromSalary")) == m_sent->_FromSalary &&
                      row->asFloat(QStringLiteral("ToSalary")) == m_sent->_ToSalary &&
                      row->asFloat(QStringLiteral("Percent")) == m_sent->_Percent &&
-                     row->asString(QStringLiteral("Comment")) == m_sent->_Comment;
+                     row->asString(QStringLiteral("Comment")) ==
+                         AsStored(QStringLiteral("TmpTax"), QStringLiteral("Comment"), m_sent->_Comment);
     return own ? id : QVariant();
 }
 

@@ -184,6 +184,44 @@ TEST_F(Screens, ALockOfAnotherWorkstationIsReleasedOnlyAfterTheQuestion)
     EXPECT_NE(text("select count(*) from UserEvent"), "0") << "the release is in the event log";
 }
 
+TEST_F(Screens, RowsUnderAFreedLockAreKeptForThisStationOrThrownAwayAsTheAdministratorSays)
+{
+    IniOptions.Com_Index = 1;
+    ASSERT_TRUE(RegisterWorkstation(1, "here"));
+    ASSERT_TRUE(RegisterWorkstation(5, "far away"));
+    const auto leave = [&] {
+        ASSERT_TRUE(OperationOnLockCode_SoftwarePart("17", cspStaff, 5, otLock, false));
+        run("insert into tmpStaffFamily(ID, StaffCode, Name) values(1, 17, 'typed')");
+    };
+    leave();
+    TLockList_FRM list;
+    Keys::runModal([&] { return list.exec(); },
+                   [&](QWidget *screen) {
+                       messages.answer({TAnswer::Yes, TAnswer::Cancel});
+                       Keys::press(screen, Qt::Key_F7);
+                       EXPECT_EQ(text("select Com_Index from CodeLock_TBL"), "5") << "nothing was done";
+                       messages.answer({TAnswer::Yes, TAnswer::Yes});
+                       Keys::press(screen, Qt::Key_F7);
+                       EXPECT_EQ(text("select Com_Index from CodeLock_TBL"), "1");
+                       EXPECT_EQ(text("select count(*) from tmpStaffFamily"), "1");
+                       messages.answer({TAnswer::Yes, TAnswer::No});
+                       Keys::press(screen, Qt::Key_F7);
+                       EXPECT_EQ(list.Table()->rowCount(), 0);
+                   });
+    EXPECT_EQ(text("select count(*) from tmpStaffFamily"), "0");
+    leave();
+    TWorkstationList_FRM stations;
+    Keys::runModal([&] { return stations.exec(); },
+                   [&](QWidget *screen) {
+                       Keys::press(screen, Qt::Key_Down);
+                       messages.answer({TAnswer::Yes, TAnswer::No});
+                       Keys::press(screen, Qt::Key_F7);
+                       EXPECT_EQ(stations.Table()->rowCount(), 1);
+                   });
+    EXPECT_EQ(text("select count(*) from tmpStaffFamily"), "0");
+    EXPECT_EQ(text("select count(*) from CodeLock_TBL"), "0");
+}
+
 TEST_F(Screens, AWorkstationThatIsGoneIsTakenOutWithItsLocks)
 {
     IniOptions.Com_Index = 1;

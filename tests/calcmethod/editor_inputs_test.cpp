@@ -173,6 +173,33 @@ TEST_F(CalcMethodEditor, TheAllottedCodeIsLockedUntilTheEditorCloses)
     EXPECT_EQ(locks(), "2|813|9");
 }
 
+TEST_F(CalcMethodEditor, ATypedCodeThatAnotherStationsNewRecordHoldsIsNotTaken)
+{
+    add(3, "three");
+    db.run("insert into CodeLock_TBL(Code,Status,Com_Index) values('9',813,2)");
+    for (const bool isNew : {true, false}) {
+        const auto editor = isNew ? newEditor() : editorOf(3);
+        open(*editor, [&] {
+            if (isNew)
+                fill(*editor);
+            Keys::retype(editor->Code_EDT, "9");
+            Keys::press(editor.get(), Qt::Key_F3);
+            EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(روش محاسباتی)"_qs));
+            EXPECT_TRUE(editor->isVisible());
+            EXPECT_TRUE(editor->Code_EDT->hasFocus());
+            EXPECT_EQ(titles(), "3|three");
+            // A free one is locked from here on, and given up with the rest.
+            Keys::retype(editor->Code_EDT, "8");
+            Keys::press(editor.get(), Qt::Key_F3, Qt::ShiftModifier);
+            EXPECT_EQ(messages.take(), QStringList(saved));
+            EXPECT_EQ(locks(), "8|813|1\n9|813|2");
+        });
+        EXPECT_EQ(locks(), "9|813|2");
+        EXPECT_EQ(titles(), isNew ? "3|three\n8|m" : "8|three");
+        db.run("delete from CalcMethod where Code=8 and Title='m'");
+    }
+}
+
 TEST_F(CalcMethodEditor, Typing150IntoAShareLeaves15)
 {
     const auto editor = newEditor();
@@ -332,6 +359,26 @@ TEST_F(CalcMethodEditor, AnUnknownTaxCodeIsClearedWithAHintAndKeepsTheFocus)
         EXPECT_FALSE(editor->CalcMethodCode_EDT->hasFocus());
     });
     EXPECT_EQ(messages.all().size(), 2); // the hint, and the question about the changes
+}
+
+TEST_F(CalcMethodEditor, AnUnknownTaxCodeIsToldToo_WhenTheQuestionOfClosingIsAnsweredWithYes)
+{
+    const auto editor = newEditor();
+    open(*editor, [&] {
+        fill(*editor);
+        check(editor->Tax_CHK, true);
+        Keys::retype(editor->CalcMethodCode_EDT, "99");
+        messages.take();
+        messages.standInFront();
+        messages.answer({Yes});
+        Keys::press(editor.get(), Qt::Key_Escape);
+        EXPECT_EQ(
+            messages.take(),
+            (QStringList{"MsgNotSaved()", u"ShowTooltipMessage(جدول مالیاتی با این کد ثبت نشده است)"_qs}));
+        EXPECT_TRUE(editor->isVisible());
+        EXPECT_EQ(editor->CalcMethodCode_EDT->GetText(), "");
+    });
+    EXPECT_EQ(titles(), "");
 }
 
 TEST_F(CalcMethodEditor, ATaxTableWithoutATitleIsNotAvailable)

@@ -237,6 +237,7 @@ TEST_F(CalenderGenerator, LongTitlesAreCutToTheirColumn)
         generate([&](TCalender_Set_FRM &screen) {
             fill(screen, "1402/05/10", "1402/05/10", -1, 6, QString(length, u'ع'));
             EXPECT_EQ(screen.Title_EDT->GetText().size(), length);
+            messages.answer({Yes});
             Keys::press(&screen, Qt::Key_F3);
         });
         EXPECT_EQ(db.text("select Title from Calender"), QString(30, u'ع'));

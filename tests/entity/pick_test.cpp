@@ -290,7 +290,8 @@ TEST_F(ItemPick, ATickedItemThatIsNotShownIsRefusedForTheSameReasons)
                        Keys::press(&screen, Qt::Key_Escape);
                    }),
               QDialog::Rejected);
-    EXPECT_EQ(messages.take(), (QStringList{"ShowSmartMessage:10122()", "ShowSmartMessage:10249(1)"}));
+    EXPECT_EQ(messages.take(), (QStringList{"ShowSmartMessage:10122()", "ShowSmartMessage:10249(1)",
+                                            u"MsgRecordGone(کد: 2)"_qs}));
     EXPECT_EQ(earningsOf(10), "");
 }
 

@@ -32,6 +32,38 @@ TEST_F(PayrollItem, AnEarningsCodeIsNoDeductionsCode)
     });
 }
 
+TEST_F(PayrollItem, ACodeIsLookedUpToo_WhenTheQuestionOfClosingIsAnsweredWithYes)
+{
+    db.run(u"update PayrollInfoDetail set UserCode=901 where ID=%1"_qs.arg(earning));
+    messages.standInFront();
+    for (const char *wrong : {"999", "902"}) {
+        messages.take();
+        show(earning, 0, [&](TPayrollInfoDetail_FRM &screen) {
+            Keys::retype(screen.FiscalDeducationCode_EDT, wrong);
+            messages.answer({TAnswer::Yes});
+            Keys::press(&screen, Qt::Key_Escape);
+            EXPECT_EQ(messages.take(), (QStringList{u("MsgNotSaved()"), u("MsgCodeNotAvailable(مزايا)")}));
+            EXPECT_TRUE(screen.isVisible());
+            messages.answer({TAnswer::No});
+        });
+    }
+    EXPECT_EQ(linkOf(earning), "901");
+}
+
+TEST_F(PayrollItem, ACodeThatWasLookedUpIsNotLookedUpAgainWhereTheUserIsNoLongerAtIt)
+{
+    show(earning, 0, [&](TPayrollInfoDetail_FRM &screen) {
+        Keys::retype(screen.FiscalDeducationCode_EDT, "901");
+        Keys::press(&screen, Qt::Key_Tab);
+        EXPECT_EQ(screen.Code_LBL->text(), "earning");
+        const auto before = db.trace().size();
+        Keys::press(&screen, Qt::Key_F3);
+        for (const QString &statement : db.trace().mid(before))
+            EXPECT_FALSE(statement.contains("from Fiscal ", Qt::CaseInsensitive)) << statement.toStdString();
+    });
+    EXPECT_EQ(linkOf(earning), "901");
+}
+
 TEST_F(PayrollItem, AnUnknownEarningIsNamedSo)
 {
     show(earning, 0, [&](TPayrollInfoDetail_FRM &screen) {

@@ -104,6 +104,21 @@ TEST_F(PayrollInfoEditor, ABranchNumberThatOnlyLooksLikeOneIsNotTheHeadOffice)
     });
 }
 
+TEST_F(PayrollInfoEditor, TheHeadOfficeIsNamedToo_WhenTheQuestionOfClosingIsAnsweredWithYes)
+{
+    show([&](TPayrollInfoGet_FRM &screen) {
+        fillAll(screen);
+        screen.BranchName_EDT->SetText("mine");
+        Keys::retype(screen.BranchNo_EDT, "1");
+        messages.standInFront();
+        messages.answer({Yes});
+        Keys::press(&screen, Qt::Key_Escape);
+        EXPECT_EQ(messages.take(), (QStringList{"MsgNotSaved()", saved}));
+    });
+    EXPECT_EQ(stored(19), "1");
+    EXPECT_EQ(stored(20), u" دفتر مرکزي "_qs);
+}
+
 TEST_F(PayrollInfoEditor, TheHiddenLegalTitleIsStoredAsItStands)
 {
     db.run("update PayrollInfo set Value='0' where Code=16");

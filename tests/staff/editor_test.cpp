@@ -271,6 +271,7 @@ TEST_F(StaffEditor, ATypedCodeTakesItsLockAndTheWorkingRowsAlong)
     messages.answer({No});
     open(*editor, [&] {
         addMember(1, 1, "child", "tmpStaffFamily");
+        Staff_DM->FillDataFamilyList(1);
         type(*editor, editor->Code_EDT, "40");
         press(*editor, Qt::Key_Tab);
         EXPECT_EQ(locks(), "40|806|1");
@@ -426,6 +427,7 @@ TEST_F(StaffEditor, LongTextsAreCutAtTheInputsWidths)
         EXPECT_EQ(editor->Comment_EDT->GetText().size(), 50);
         type(*editor, editor->Job_EDT, QString(50, u'ج'));
         EXPECT_EQ(editor->Job_EDT->GetText().size(), 50);
+        messages.answer({Yes});
         press(*editor, Qt::Key_F3);
     });
     EXPECT_EQ(value("Comment", 1), QString(50, u'ش'));

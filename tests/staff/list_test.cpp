@@ -268,16 +268,19 @@ TEST_F(StaffList, DeletingAsksLogsAndDeletes)
         press(list, Qt::Key_F7);
         EXPECT_EQ(codes(list), "1 2");
     });
+    EXPECT_EQ(messages.last().text,
+              u"آیا از حذف این سطر اطمینان دارید؟\nکد: \u20683\u2069 - نام و نام خانوادگی: "
+              u"\u2068مریم يزدي\u2069"_qs);
     EXPECT_EQ(messages.take(), QStringList({"MsgDeleteRow()", "MsgDeleteRow()"}));
     EXPECT_EQ(db.rows("select SoftwarePart,Permission,EventText from UserEvent"), "806|3|3");
     EXPECT_EQ(working(), "");
 }
 
-// The look for the lock, the event, the delete: nobody goes without a line in the event log.
+// The look for the row and for its lock, the event, the delete: nobody goes without a line in the event log.
 TEST_F(StaffList, AFaultBeforeTheDeleteDeletesNobody)
 {
     with(fmBrowse, [&](TStaffList_FRM &list) {
-        for (int n = 1; n <= 3; ++n) {
+        for (int n = 1; n <= 4; ++n) {
             messages.answer({Yes});
             db.failStatement(n, TFault::ConnectionLost);
             press(list, Qt::Key_F7);
@@ -285,7 +288,7 @@ TEST_F(StaffList, AFaultBeforeTheDeleteDeletesNobody)
             EXPECT_EQ(messages.take().last(), "MsgDatabaseError()") << n;
             EXPECT_EQ(codes(list), "1 2 3") << n;
             EXPECT_EQ(db.text("select count(*) from Staff"), "3") << n;
-            EXPECT_EQ(db.text("select count(*) from UserEvent"), n == 3 ? "1" : "0") << n;
+            EXPECT_EQ(db.text("select count(*) from UserEvent"), n == 4 ? "1" : "0") << n;
         }
     });
 }
@@ -315,6 +318,7 @@ TEST_F(StaffList, AnEmployeeThatIsGoneMeanwhileIsNotEditedAndTheListSaysSo)
         db.run("delete from Staff where Code=3");
         press(list, Qt::Key_F5);
         EXPECT_EQ(messages.take(), QStringList("MsgRecordGone()"));
+        EXPECT_EQ(codes(list), "1 2") << "it leaves the list";
         EXPECT_EQ(locks(), "");
     });
 }

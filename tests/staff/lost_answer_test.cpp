@@ -53,6 +53,7 @@ TEST_F(StaffLostAnswer, ANewEmployeeIsGoneOnWithUnderItsOwnNameAndNumbers)
         fill(*editor, "n");
         typeNumbers(*editor);
         addMember(4, 1, "child", "tmpStaffFamily");
+        Staff_DM->FillDataFamilyList(1);
         saveWithoutAnswer(*editor);
         EXPECT_EQ(numbers(), "1|n|0084575948|77|88|99|");
         type(*editor, editor->Job_EDT, "more");
@@ -101,6 +102,7 @@ TEST_F(StaffLostAnswer, ACodeTypedAfterwardsGivesWayToTheStoredOne)
         open(*editor, [&] {
             fill(*editor, "n");
             addMember(4, 1, "child", "tmpStaffFamily");
+            Staff_DM->FillDataFamilyList(1);
             saveWithoutAnswer(*editor);
             type(*editor, editor->Code_EDT, "9");
             if (leavesTheCode)

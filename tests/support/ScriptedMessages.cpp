@@ -1,5 +1,7 @@
 #include "support/ScriptedMessages.h"
 
+#include <QApplication>
+
 #include <gtest/gtest.h>
 
 ScriptedMessages::ScriptedMessages()
@@ -15,6 +17,8 @@ ScriptedMessages::~ScriptedMessages()
 TAnswer ScriptedMessages::show(const TMessage &message)
 {
     m_all.append(message);
+    if (m_inFront && message.shape != TMessageShape::Balloon)
+        QApplication::setActiveWindow(nullptr);
     if (message.shape != TMessageShape::Question)
         return TAnswer::Ok;
     if (m_answers.isEmpty()) {

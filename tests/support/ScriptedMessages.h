@@ -19,6 +19,9 @@ public:
     QStringList take();
     const QList<TMessage> &all() const { return m_all; }
     TMessage last() const { return m_all.isEmpty() ? TMessage{} : m_all.last(); }
+    /// From now on a dialog or question leaves the screen behind inactive, as a window manager does that has not yet
+    /// answered when the dialog is gone.
+    void standInFront() { m_inFront = true; }
     int unansweredQuestions() const { return m_unanswered; }
 
 private:
@@ -26,4 +29,5 @@ private:
     qsizetype m_taken = 0;
     QList<TAnswer> m_answers;
     int m_unanswered = 0;
+    bool m_inFront = false;
 };

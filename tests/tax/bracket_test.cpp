@@ -192,17 +192,22 @@ TEST_F(TaxBracket, ARowDeletedByAnotherWorkstationIsToldAndNothingTypedIsLost)
     });
 }
 
-TEST_F(TaxBracket, ARowGoneBeforeItsScreenOpensIsTold)
+TEST_F(TaxBracket, ARowGoneBeforeItsScreenOpensIsToldAndStaysOnTheScreenOrIsPutBack)
 {
     table(5, "t", "0|1000|0\n1001|2000|10");
     edit(5, [&](TTaxGet_FRM &editor) {
         messages.take();
         db.run("delete from TmpTax where FromSalary=0");
         grid(editor)->setFocus();
+        messages.answer({No});
         Keys::press(&editor, Qt::Key_Return);
-        EXPECT_EQ(messages.take(), QStringList("MsgRecordGone()"));
-        EXPECT_EQ(shown(editor), "1,001|2,000|10");
+        EXPECT_EQ(messages.take().size(), 1);
+        EXPECT_EQ(shown(editor), "0|1,000|0\n1,001|2,000|10");
         EXPECT_TRUE(editor.IsSaved());
+        messages.answer({Yes});
+        inBracket(editor, Qt::Key_Return, Qt::NoModifier,
+                  [](TTax_GetDetail_FRM &screen) { Keys::press(&screen, Qt::Key_Escape); });
+        EXPECT_EQ(working(), "5|0|1000|0\n5|1001|2000|10");
     });
 }
 

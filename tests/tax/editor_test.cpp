@@ -126,6 +126,8 @@ TEST_F(TaxEditor, RunsItsStatementsInTheirOrder)
                       "copy back"}};
         QStringList found;
         for (const QString &statement : db.trace()) {
+            if (statement.contains("CodeLock_TBL") || statement.contains("WorkingRows"))
+                continue; // whose rows they are
             QString step = statement;
             for (const auto &row : known)
                 if (statement.startsWith(QLatin1String(row.begins), Qt::CaseSensitive))
@@ -142,8 +144,9 @@ TEST_F(TaxEditor, RunsItsStatementsInTheirOrder)
         Keys::retype(editor.Title_EDT, "new");
         db.clearTrace();
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(steps(), (QStringList{"select count(*) from TmpTax where TaxMainCode=5", "write header",
-                                        "clear saved", "copy back", "event", "clear working"}));
+        EXPECT_EQ(steps(), (QStringList{"select * from TmpTax where TaxMainCode=5", "write header",
+                                        "begin transaction", "clear saved", "copy back", "commit transaction",
+                                        "event", "clear working"}));
     });
 }
 
@@ -336,10 +339,11 @@ TEST_F(TaxEditor, WorkingRowsClearedElsewhereDoNotTakeTheSavedBracketsAway)
     edit(5, [&](TTaxGet_FRM &editor) {
         Keys::retype(editor.Title_EDT, "new");
         db.run("delete from TmpTax"); // the same table was opened and closed on another workstation
+        messages.answer({No});
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgNotEntered(سطري)"_qs));
+        EXPECT_TRUE(messages.take().value(0).startsWith("ShowSmartMessage("));
         EXPECT_TRUE(editor.isVisible());
-        EXPECT_EQ(shown(editor), "");
+        EXPECT_EQ(shown(editor), "0|1,000|0\n1,001|2,000|10");
         EXPECT_EQ(editor.Title_EDT->GetText(), "new");
         messages.answer({No});
         Keys::press(&editor, Qt::Key_Escape);
@@ -441,6 +445,7 @@ TEST_F(TaxEditor, TitlesKeepTheirOwnLimitsAndAreCutToTheirColumns)
         Keys::press(&editor, Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(editor.Comment_EDT->GetText().size(), 50);
         add(editor, {"0", "1000", "0"});
+        messages.answer({Yes});
         Keys::press(&editor, Qt::Key_F3);
     });
     EXPECT_EQ(db.text("select Title from TaxMain").size(), 50);

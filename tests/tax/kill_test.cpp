@@ -1,5 +1,6 @@
 #include "tax/TaxScreens.h"
 
+#include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 
@@ -76,7 +77,7 @@ TEST(TaxKillClerk, DISABLED_Saves)
     DM.ADOConnection1 = nullptr;
 }
 
-TEST_F(TaxKill, TheNextOpeningOfAChangedTableFindsAWholeState)
+TEST_F(TaxKill, AChangedTableIsWholeAndItsTypedBracketsAreOffered)
 {
     const QString old = "0|1000|0\n1001|2000|10";
     const QString changed = old + "\n2001|3000|20";
@@ -86,55 +87,100 @@ TEST_F(TaxKill, TheNextOpeningOfAChangedTableFindsAWholeState)
         db.run("delete from TaxMain");
         table(5, "old", old);
         const bool killed = killedAt(n, 5);
-        const QString state = db.text("select Title from TaxMain") + ": " + permanent(5);
+        const QString stored = permanent(5);
+        const QString state = db.text("select Title from TaxMain") + ": " + stored;
         found << state;
-        // The header and the last saved brackets; the new header with the old brackets, with none while they are
-        // being replaced, or with the new ones.
-        EXPECT_TRUE((QStringList{"old: " + old, "new: " + old, "new: ", "new: " + changed}).contains(state))
+        // The header and the brackets: each as it was, or as typed; never without brackets.
+        EXPECT_TRUE((QStringList{"old: " + old, "new: " + old, "new: " + changed}).contains(state))
             << n << state.toStdString();
+        const bool lost = killed && stored == old;
+        recovery.asked.clear();
+        recovery.answers = {{TRecoveryChoice::TakeUp, {"5"}}};
         edit(5, [&](TTaxGet_FRM &editor) {
             EXPECT_EQ(editor.Title_EDT->GetText(), db.text("select Title from TaxMain"));
             EXPECT_EQ(working().remove(QRegularExpression("^5\\|", QRegularExpression::MultilineOption)),
-                      permanent(5));
-            EXPECT_EQ(grid(editor)->model()->rowCount(), db.text("select count(*) from Tax").toInt());
+                      changed)
+                << n;
+            EXPECT_EQ(grid(editor)->model()->rowCount(), 3);
+            EXPECT_EQ(editor.IsSaved(), !lost) << n;
+            Keys::press(&editor, Qt::Key_F3);
+            EXPECT_FALSE(editor.isVisible()) << n << messages.take().join(' ').toStdString();
         });
+        ASSERT_EQ(recovery.asked.size(), lost ? 1 : 0) << n;
+        if (lost) {
+            EXPECT_FALSE(recovery.asked[0].newRecord);
+            EXPECT_EQ(recovery.asked[0].left[0].rows, 3);
+        }
+        EXPECT_EQ(permanent(5), changed) << n;
         EXPECT_EQ(working(), "");
+        EXPECT_EQ(locks(), "") << n;
+        EXPECT_EQ(db.text("select count(*) from WorkingRows"), "0") << n;
         if (!killed) {
             EXPECT_EQ(state, "new: " + changed);
             EXPECT_GE(n, 4);
             EXPECT_TRUE(found.contains("old: " + old)); // killed before the header
+            EXPECT_TRUE(found.contains("new: " + old)); // and before the brackets
             return;
         }
     }
     FAIL() << "the save never ended by itself";
 }
 
-TEST_F(TaxKill, TheNextNewTableFindsNoWorkingRowsAndItsCodeFree)
+TEST_F(TaxKill, ANewTablesBracketsAreOfferedToTheNextNewOneOrToItself)
 {
     for (int n = 1; n < 40; ++n) {
         db.run("delete from Tax");
         db.run("delete from TaxMain");
         const bool killed = killedAt(n, 0);
-        const bool stored = db.text("select count(*) from TaxMain") == "1";
+        const bool header = db.text("select count(*) from TaxMain") == "1";
         const QString brackets = permanent(1);
-        EXPECT_TRUE(brackets.isEmpty() || (stored && brackets == "2001|3000|20")) << n;
-        edit(0, [&](TTaxGet_FRM &editor) {
-            EXPECT_EQ(editor.Code_EDT->GetText(), stored ? "2" : "1") << n;
-            EXPECT_EQ(shown(editor), "") << n;
+        EXPECT_TRUE(brackets.isEmpty() || (header && brackets == "2001|3000|20")) << n;
+        const bool lost = killed && brackets.isEmpty();
+        recovery.asked.clear();
+        recovery.answers = {{TRecoveryChoice::TakeUp, {"1"}}};
+        // A header that is stored without brackets gets its own back.
+        edit(header ? 1 : 0, [&](TTaxGet_FRM &editor) {
+            EXPECT_EQ(shown(editor), "2,001|3,000|20") << n;
+            EXPECT_EQ(editor.Code_EDT->GetText(), header ? "1" : "2") << n;
+            Keys::retype(editor.Title_EDT, "new");
+            Keys::press(&editor, Qt::Key_F3);
+            EXPECT_FALSE(editor.isVisible()) << n << messages.take().join(' ').toStdString();
         });
-        if (stored) {
-            edit(1, [&](TTaxGet_FRM &editor) {
-                EXPECT_EQ(editor.Title_EDT->GetText(), "new") << n;
-                EXPECT_EQ(shown(editor), brackets.isEmpty() ? "" : "2,001|3,000|20") << n;
-            });
-            EXPECT_EQ(working(), "") << n;
-        }
+        EXPECT_EQ(recovery.asked.size(), lost ? 1 : 0) << n;
+        EXPECT_EQ(permanent(header ? 1 : 2), "2001|3000|20") << n;
+        EXPECT_EQ(working(), "") << n;
         if (!killed) {
             EXPECT_EQ(brackets, "2001|3000|20");
-            EXPECT_EQ(working(), "");
             EXPECT_EQ(locks(), "");
             return;
         }
+        ReleaseLeftLocks(1); // what the next start does: of a kill after the save
+        EXPECT_EQ(locks(), "") << n;
     }
     FAIL() << "the save never ended by itself";
+}
+
+TEST_F(TaxKill, BracketsThatAreThrownAwayOrPutOffAreNotShown)
+{
+    table(5, "old", "0|1000|0");
+    ASSERT_TRUE(killedAt(1, 5));
+    {
+        TTaxGet_FRM editor(cspTax, 5, fmEdit, false);
+        EXPECT_EQ(editor.exec(), QDialog::Rejected) << "put off: the table does not open";
+    }
+    EXPECT_EQ(locks(), "");
+    recovery.answers = {{TRecoveryChoice::Discard, {"5"}}};
+    edit(5, [&](TTaxGet_FRM &editor) { EXPECT_EQ(shown(editor), "0|1,000|0"); });
+    EXPECT_EQ(recovery.asked.size(), 2);
+    EXPECT_EQ(working(), "");
+    EXPECT_EQ(locks(), "");
+}
+
+TEST_F(TaxKill, AnEditorOfAnotherWorkstationIsNotAskedAndNotRefused)
+{
+    table(5, "old", "0|1000|0");
+    ASSERT_TRUE(killedAt(1, 5));
+    IniOptions.Com_Index = 2;
+    edit(5, [&](TTaxGet_FRM &editor) { EXPECT_EQ(shown(editor), "0|1,000|0"); });
+    EXPECT_EQ(recovery.asked.size(), 0);
 }

@@ -370,6 +370,7 @@ protected:
         EXPECT_TRUE(OperationOnLockCode_SoftwarePart("71", cspCalcMethod, 1, otUnlock, false));
         EXPECT_TRUE(ReleaseCodeLock(ListCodeLocks()[0]));
         EXPECT_EQ(number("select count(*) from CodeLock_TBL"), 0);
+        EXPECT_EQ(number("select count(*) from tmpStaffFamily"), 0);
         DM.ADOConnection1 = nullptr;
     }
 
@@ -401,6 +402,7 @@ TEST_F(WorkstationProcess, DISABLED_HoldsALock)
     ASSERT_TRUE(RegisterWorkstation(3, "third"));
     ASSERT_TRUE(OperationOnLockCode_SoftwarePart("71", cspCalcMethod, 3, otLock, false));
     ASSERT_TRUE(OperationOnLockCode_SoftwarePart("72", cspStaff, 3, otLock, false));
+    connection.execute(TStatement("insert into tmpStaffFamily(ID, StaffCode, Name) values(1, 72, 'typed')"));
     std::cout << "holding" << std::endl;
     for (;;)
         ::pause();

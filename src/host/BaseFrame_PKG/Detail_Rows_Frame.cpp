@@ -1,6 +1,7 @@
 #include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
 
 #include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/database/ListPlace.h"
 #include "host/database/Query.h"
 
 #include <QHBoxLayout>
@@ -49,15 +50,13 @@ void TDetail_Rows_Frame::SetColumns(TQuery *query, const QList<TGridColumn> &col
 
 void TDetail_Rows_Frame::Reread(const QString &keyField, const QVariant &key)
 {
-    const bool row = m_query->active() && !m_query->isEmpty();
-    const int place = row ? m_query->position() : 0;
-    const QVariant wanted = row && key.isNull() ? m_query->value(keyField) : key;
+    const TListPlace place(*m_query, keyField);
     // The list is reset when it is read; what the user looks at must not move.
     const int scrolled = m_grid->verticalScrollBar()->value();
     m_query->close();
     m_query->open();
-    if (!m_query->isEmpty() && (wanted.isNull() || !m_query->locate(keyField, wanted)))
-        m_query->moveTo(qBound(0, place, m_query->recordCount() - 1));
+    if (key.isNull() || !m_query->locate(keyField, key))
+        place.restore(*m_query);
     m_grid->verticalScrollBar()->setValue(scrolled);
     m_grid->scrollTo(m_grid->currentIndex());
 }

@@ -28,7 +28,7 @@ public:
     /// The column of buttons, for a screen's own widget below them.
     QVBoxLayout *Side() const { return m_side; }
     /// Reads the query anew; the row whose `keyField` has `key` becomes current (null: the one that was current).
-    /// When that row is gone, the one that has its place now.
+    /// When that row is gone, the next one that is left, or the one before it at the end.
     void Reread(const QString &keyField, const QVariant &key = {});
 
     TSmartButton_ZLM *AddRow = nullptr;

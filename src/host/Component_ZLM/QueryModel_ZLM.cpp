@@ -14,6 +14,8 @@ QString ShownInGrid(const TGridColumn &column, const QVariant &value)
 {
     if (value.isNull())
         return {};
+    if (column.nameOf)
+        return column.nameOf(value.toInt());
     if (column.format == TGridColumn::YesNo)
         return value.toInt() != 0 ? QStringLiteral("بله") : QStringLiteral("خیر");
     const bool real = value.typeId() == QMetaType::Double;
@@ -164,6 +166,26 @@ const QList<TGridColumn> &TQueryModel::columns() const
     return d->columns;
 }
 
+QString TQueryModel::nameOfRow(int row, const QStringList &fields) const
+{
+    QStringList parts;
+    int named = 0;
+    const QList<TGridColumn> &columns = d->columns;
+    for (int i = 0; i < columns.size(); ++i) {
+        const TGridColumn &column = columns[i];
+        if (column.format == TGridColumn::RowNumber ||
+            (fields.isEmpty() && (!column.visible || named == 2)) ||
+            (!fields.isEmpty() && !fields.contains(column.field, Qt::CaseInsensitive)))
+            continue;
+        ++named;
+        // Whatever is in the value, it does not turn the line's order round.
+        const QString value = index(row, i).data().toString().simplified();
+        if (!value.isEmpty())
+            parts << QStringLiteral("%1: \u2068%2\u2069").arg(column.caption, value);
+    }
+    return parts.join(QStringLiteral(" - "));
+}
+
 void TQueryModel::setCheckable(bool on)
 {
     d->checkable = on;
@@ -204,6 +226,15 @@ QList<qlonglong> TQueryModel::unlistedChecks() const
     }
     std::sort(keys.begin(), keys.end());
     return keys;
+}
+
+void TQueryModel::uncheck(qlonglong key)
+{
+    if (!d->checks.remove(key))
+        return;
+    if (d->rows > 0)
+        Q_EMIT dataChanged(index(0, 0), index(d->rows - 1, 0), {Qt::CheckStateRole});
+    Q_EMIT checksChanged();
 }
 
 void TQueryModel::clearChecks()

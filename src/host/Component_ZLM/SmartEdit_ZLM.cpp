@@ -123,6 +123,7 @@ struct TSmartEdit_ZLM::Private {
     double minimum = 0;
     double maximum = std::numeric_limits<double>::max();
     bool spin = false;
+    CodeForm codeForm = AsTyped;
     SpinButtons *spinButtons = nullptr;
     double spinMinimum = std::numeric_limits<double>::lowest();
     double spinMaximum = std::numeric_limits<double>::max();
@@ -289,6 +290,16 @@ void TSmartEdit_ZLM::SetSpinRange(double minimum, double maximum)
     d->spinMaximum = maximum;
 }
 
+void TSmartEdit_ZLM::SetCodeForm(CodeForm form)
+{
+    d->codeForm = form;
+}
+
+bool TSmartEdit_ZLM::WasTyped() const
+{
+    return d->typed;
+}
+
 void TSmartEdit_ZLM::SetTypingRule(TypingRule rule)
 {
     d->rule = std::move(rule);
@@ -372,13 +383,17 @@ bool TSmartEdit_ZLM::IsValid()
 
 void TSmartEdit_ZLM::Settle()
 {
-    if (!d->isNumber() || !d->typed)
+    if (!d->typed || (!d->isNumber() && d->codeForm == AsTyped))
         return;
-    QString settled = NumberTyping::settled(text());
-    if (!settled.isEmpty() && settled.toDouble() < d->minimum)
+    QString settled = d->isNumber()              ? NumberTyping::settled(text())
+                      : d->codeForm == PlainCode ? PersianText::plainCode(text())
+                                                 : PersianText::latinDigits(text());
+    if (d->isNumber() && !settled.isEmpty() && settled.toDouble() < d->minimum)
         settled = FloatToStr_ZLM(d->minimum);
-    if (settled != NumberTyping::withoutSeparators(text()))
-        SetText(settled);
+    if (settled == (d->isNumber() ? NumberTyping::withoutSeparators(text()) : text()))
+        return;
+    SetText(settled);
+    d->typed = true; // another form of what the user typed
 }
 
 void TSmartEdit_ZLM::MarkWrong(bool wrong)

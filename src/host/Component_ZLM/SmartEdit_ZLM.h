@@ -32,6 +32,14 @@ public:
     void SetSpin(bool on);
     /// The same within bounds of their own, narrower than what may be typed.
     void SetSpinRange(double minimum, double maximum);
+    /// Text that is a code or a number of something: when it is left, typed digits become Latin (LatinDigits), and
+    /// blanks and marks at its ends go, too (PlainCode). What is stored is shown as it is.
+    enum CodeForm { AsTyped, LatinDigits, PlainCode };
+    void SetCodeForm(CodeForm form);
+    /// Whether the user changed the text since the program set it.
+    bool WasTyped() const;
+    /// Brings what was typed into its final form, as leaving the input does: a function key saves without leaving it.
+    void FinishTyping() { Settle(); }
 
     QVariant GetValue() const override; ///< Text: QString; Integer: int; Number, Money: double; empty: null
     void SetValue(const QVariant &value) override;

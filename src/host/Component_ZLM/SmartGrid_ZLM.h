@@ -16,9 +16,11 @@ struct TGridColumn {
     int width = 0; ///< pixels, 0 for the default; a caption that needs more gets more
     bool visible = true;
     Format format = Plain; ///< RowNumber: the 1-based position, whatever the field
+    /// The word for a number that stands for something; wherever the column is shown, printed, copied or exported.
+    QString (*nameOf)(int) = nullptr;
 };
 
-/// How a value is shown in a column: grouped money, bare codes, yes or no; nothing for null.
+/// How a value is shown in a column: grouped money, bare codes, yes or no, the names of numbers; nothing for null.
 QString ShownInGrid(const TGridColumn &column, const QVariant &value);
 
 /// The rows of a query as a table model: rows are asked of the query when they are painted. A row that the database
@@ -36,12 +38,16 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
     const QList<TGridColumn> &columns() const;
+    /// The row as a person would call it: "caption: value" of these fields, without any of the first two columns that the
+    /// screen shows. Fields that are empty are left out.
+    QString nameOfRow(int row, const QStringList &fields = {}) const;
     /// A check box in the first column; ticks are kept by the rows' keys.
     void setCheckable(bool on);
     bool isCheckable() const;
     QList<qlonglong> checkedKeys() const; ///< in list order; rows that are not listed any more are left out
     QList<qlonglong>
-    unlistedChecks() const; ///< of rows that a search or a group leaves out now; in key order
+    unlistedChecks() const;      ///< of rows that a search or a group leaves out now; in key order
+    void uncheck(qlonglong key); ///< listed or not
     void clearChecks();
 
 Q_SIGNALS:
@@ -71,6 +77,11 @@ public:
     void SetRowChecks(bool on);
     /// Positions of the selected rows in list order; empty when nothing beyond the current row is selected.
     QList<int> SelectedRows() const;
+    /// The row as a person would call it (TQueryModel).
+    QString NameOfRow(int row, const QStringList &fields = {}) const
+    {
+        return Model()->nameOfRow(row, fields);
+    }
     /// The columns that are shown, in their order on the screen.
     QList<int> ShownColumns() const;
     /// Shows or hides a column and offers it in the column menu or not.

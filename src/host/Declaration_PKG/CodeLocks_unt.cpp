@@ -1,16 +1,17 @@
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 
+#include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Rights_unt.h"
+#include "host/Declaration_PKG/WorkingRows_unt.h"
+#include "host/Utility_ZLM/PersianText.h"
 #include "host/Utility_ZLM/PlainIni.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Query.h"
 #include "host/database/Transaction.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
 #include <QSysInfo>
 
 #include <algorithm>
@@ -32,7 +33,9 @@ TStatement lockRow(const char *beginning, const TCodeLock &lock)
         .sql(" and Com_Index=")
         .integer(lock.comIndex)
         .sql(" and isnull(ProcessID,0)=")
-        .integer(lock.processId);
+        .integer(lock.processId)
+        .sql(" and isnull(Process,'')=")
+        .text(lock.process.isNull() ? QStringLiteral("") : lock.process);
 }
 
 bool deleteLock(const TCodeLock &lock)
@@ -45,32 +48,55 @@ QString now()
     return NowDate() + u' ' + NowTime();
 }
 
-QString programOf(qint64 process)
+/// Left by a program of this workstation that runs no more.
+bool isLeft(const TCodeLock &lock, int comIndex)
 {
-    QString program = QFileInfo(QStringLiteral("/proc/%1/exe").arg(process)).symLinkTarget();
-    // A program that was brought up to date while it runs.
-    const QString replaced = QStringLiteral(" (deleted)");
-    if (program.endsWith(replaced))
-        program.chop(replaced.size());
-    return program;
+    return lock.comIndex == comIndex && lock.processId != 0 && !IsThisProcess(lock.processId, lock.process) &&
+           !RunsHere(lock.processId, lock.process);
+}
+
+/// Runs work as one unit.
+template <class Work>
+void inOne(Work work)
+{
+    TTransaction transaction(*DM.ADOConnection1);
+    work();
+    transaction.commit();
+}
+
+/// Takes a lock away from its holder, with what becomes of the rows under it. False when it is held no more.
+bool takeAway(const TCodeLock &lock, TRowsFate fate)
+{
+    if (fate == TRowsFate::Keep && CountWorkingRows(lock.part, lock.code) > 0) {
+        // A lock of no process is one whose rows were left behind.
+        TStatement keep("update CodeLock_TBL set ProcessID=null, Process=null, Com_Index=");
+        keep.integer(IniOptions.Com_Index).append(lockRow(" where Code=", lock));
+        if (DM.ADOConnection1->execute(keep) == 0)
+            return false;
+        LeaveWorkingRows(lock.part, lock.code, IniOptions.Com_Index);
+        return true;
+    }
+    if (!deleteLock(lock))
+        return false;
+    DiscardWorkingRows(lock.part, lock.code);
+    return true;
+}
+
+QString fateText(TRowsFate fate, int rows)
+{
+    if (rows == 0)
+        return {};
+    return fate == TRowsFate::Keep ? QStringLiteral("، %1 سطر ثبت نشده برای بازیابی نگه داشته شد").arg(rows)
+                                   : QStringLiteral("، %1 سطر ثبت نشده دور ریخته شد").arg(rows);
 }
 
 } // namespace
-
-bool RunsHere(qint64 processId)
-{
-    const qint64 own = QCoreApplication::applicationPid();
-    if (processId <= 0 || processId == own)
-        return false;
-    const QString program = programOf(processId);
-    return !program.isEmpty() && program == programOf(own);
-}
 
 QList<TCodeLock> ListCodeLocks()
 {
     TQuery query(DM.ADOConnection1, QStringLiteral("Locks_QUR"));
     query.setStatement(TStatement("select l.Code, l.Status, l.Com_Index, w.Name, l.UserName, l.LockedAt, "
-                                  "l.ProcessID from CodeLock_TBL as l left join Workstation as w "
+                                  "l.ProcessID, l.Process from CodeLock_TBL as l left join Workstation as w "
                                   "on w.Com_Index = l.Com_Index order by l.Status, l.Code"));
     query.open();
     QList<TCodeLock> locks;
@@ -78,33 +104,53 @@ QList<TCodeLock> ListCodeLocks()
         locks.append({query.valueAt(row, 0).toString(), TSoftwarePart(query.valueAt(row, 1).toInt()),
                       query.valueAt(row, 2).toInt(), query.valueAt(row, 3).toString(),
                       query.valueAt(row, 4).toString(), query.valueAt(row, 5).toString(),
-                      query.valueAt(row, 6).toLongLong()});
+                      query.valueAt(row, 6).toLongLong(), query.valueAt(row, 7).toString()});
     }
     return locks;
 }
 
-bool ReleaseCodeLock(const TCodeLock &lock)
+bool ReleaseCodeLock(const TCodeLock &lock, TRowsFate fate)
 {
-    if (!deleteLock(lock))
+    const int rows = CountWorkingRows(lock.part, lock.code);
+    bool released = false;
+    inOne([&] { released = takeAway(lock, fate); });
+    if (!released)
         return false;
     SetUserEvent(lock.part, cpEdit,
-                 QStringLiteral("آزاد کردن قفل کد %1 از %2 (%3)")
+                 QStringLiteral("آزاد کردن قفل کد %1 از %2 (%3)%4")
                      .arg(lock.code, SoftwarePartName(lock.part),
-                          lock.workstation.isEmpty() ? QString::number(lock.comIndex) : lock.workstation),
+                          lock.workstation.isEmpty() ? QString::number(lock.comIndex) : lock.workstation,
+                          fateText(fate, rows)),
                  false, false);
     return true;
 }
 
-int ReleaseLeftLocks(int comIndex, const QList<TSoftwarePart> &kept)
+int ReleaseLeftLocks(int comIndex)
 {
     int released = 0;
     for (const TCodeLock &lock : ListCodeLocks()) {
-        const bool left = lock.comIndex == comIndex && lock.processId != 0 &&
-                          lock.processId != QCoreApplication::applicationPid() && !RunsHere(lock.processId);
-        if (left && !kept.contains(lock.part) && deleteLock(lock))
-            ++released;
+        if (!isLeft(lock, comIndex) || WorkingRowsDiffer(lock.part, lock.code))
+            continue;
+        inOne([&] {
+            if (takeAway(lock, TRowsFate::Discard))
+                ++released;
+        });
     }
     return released;
+}
+
+bool HoldsCodeLock(const QString &code, TSoftwarePart part, int comIndex)
+{
+    return DM.ADOConnection1
+               ->scalar(TStatement("select count(*) from CodeLock_TBL where Code=")
+                            .text(code)
+                            .sql(" and Status=")
+                            .integer(int(part))
+                            .sql(" and Com_Index=")
+                            .integer(comIndex)
+                            .sql(" and Process=")
+                            .text(ThisProcess()))
+               .toInt() > 0;
 }
 
 QList<TWorkstation> ListWorkstations()
@@ -121,7 +167,7 @@ QList<TWorkstation> ListWorkstations()
 
 bool RegisterWorkstation(int comIndex, const QString &name)
 {
-    const QString shortName = name.left(nameWidth);
+    const QString shortName = PersianText::cut(name, nameWidth);
     const auto seen = [&] {
         return DM.ADOConnection1->execute(TStatement("update Workstation set LastSeen=")
                                               .text(now())
@@ -179,13 +225,37 @@ QList<int> FreeWorkstationIndexes(int count)
     return free;
 }
 
-void RemoveWorkstation(int comIndex)
+int CountWorkingRowsOf(int comIndex)
 {
-    TConnection &connection = *DM.ADOConnection1;
-    TTransaction transaction(connection);
-    connection.execute(TStatement("delete from CodeLock_TBL where Com_Index=").integer(comIndex));
-    connection.execute(TStatement("delete from Workstation where Com_Index=").integer(comIndex));
-    transaction.commit();
+    int rows = 0;
+    for (const TCodeLock &lock : ListCodeLocks())
+        if (lock.comIndex == comIndex)
+            rows += CountWorkingRows(lock.part, lock.code);
+    return rows;
+}
+
+void RemoveWorkstation(int comIndex, TRowsFate fate)
+{
+    const int rows = CountWorkingRowsOf(comIndex);
+    const QString name = ScalerQuery(QStringLiteral("Workstation"), QStringLiteral("Name"),
+                                     QStringLiteral("Com_Index"), comIndex);
+    inOne([&] {
+        for (const TCodeLock &lock : ListCodeLocks())
+            if (lock.comIndex == comIndex)
+                takeAway(lock, fate);
+        // The rows of records that are not locked: another station's next opening drops them in any case.
+        DM.ADOConnection1->execute(
+            fate == TRowsFate::Keep
+                ? TStatement("update WorkingRows set ProcessID=null, Process=null, Com_Index=")
+                      .integer(IniOptions.Com_Index)
+                      .sql(" where Com_Index=")
+                      .integer(comIndex)
+                : TStatement("delete from WorkingRows where Com_Index=").integer(comIndex));
+        DM.ADOConnection1->execute(TStatement("delete from Workstation where Com_Index=").integer(comIndex));
+    });
+    SetUserEvent(TSoftwarePart(0), cpDelete,
+                 QStringLiteral("حذف ایستگاه %1 (%2)%3").arg(comIndex).arg(name, fateText(fate, rows)), true,
+                 false);
 }
 
 QString ThisMachineName()

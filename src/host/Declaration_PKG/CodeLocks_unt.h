@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Declaration_PKG/Process_unt.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
 
 #include <QList>
@@ -17,18 +18,25 @@ struct TCodeLock {
     QString userName;     ///< who holds it; empty for locks of other programs
     QString lockedAt;     ///< "1403/09/01 08:05"; empty for locks of other programs
     qint64 processId = 0; ///< 0: not known
+    QString process;      ///< its mark (ThisProcess); empty for locks of other programs
+};
+
+/// What becomes of the working rows under a code whose lock is taken away.
+enum class TRowsFate {
+    Discard, ///< they are thrown away
+    Keep     ///< they stay, with the lock that identifies them, and are offered on this workstation
 };
 
 /// All locks, by part and code.
 QList<TCodeLock> ListCodeLocks();
 /// Takes a lock away from whoever holds it, and writes it to the event log. False when it is held no more.
-bool ReleaseCodeLock(const TCodeLock &lock);
-/// Gives up the locks that programs of this workstation left when they were ended from outside; those of `kept` stay:
-/// their working rows are offered for recovery. Returns how many went. Called once at the program's start.
-int ReleaseLeftLocks(int comIndex, const QList<TSoftwarePart> &kept = {cspStaff});
-/// Whether a process of this machine is another running program of this suite. Its number alone says little:
-/// numbers come round again. Throws nothing.
-bool RunsHere(qint64 processId);
+bool ReleaseCodeLock(const TCodeLock &lock, TRowsFate fate = TRowsFate::Discard);
+/// Gives up the locks that programs of this workstation left when they were ended from outside, unless rows that are
+/// stored nowhere else stand under them: these are offered for recovery. Returns how many went. Called once at the
+/// program's start.
+int ReleaseLeftLocks(int comIndex);
+/// Whether this very process has the lock.
+bool HoldsCodeLock(const QString &code, TSoftwarePart part, int comIndex);
 
 /// One workstation of the suite.
 struct TWorkstation {
@@ -48,8 +56,10 @@ bool RegisterWorkstation(int comIndex, const QString &name);
 bool RegisterOwnWorkstation();
 /// The first `count` indexes that no workstation has.
 QList<int> FreeWorkstationIndexes(int count = 10);
-/// Frees the index of a workstation that is gone, with the locks it holds.
-void RemoveWorkstation(int comIndex);
+/// How many working rows stand under the codes that a workstation holds.
+int CountWorkingRowsOf(int comIndex);
+/// Frees the index of a workstation that is gone, with the locks it holds, and writes it to the event log.
+void RemoveWorkstation(int comIndex, TRowsFate fate = TRowsFate::Discard);
 /// The machine's name.
 QString ThisMachineName();
 /// The workstation's name that the options keep; where they keep none, the machine with its user, since one machine may

@@ -1,8 +1,8 @@
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 
-#include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/Process_unt.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Query.h"
 
@@ -24,6 +24,7 @@ enum class Holder { Nobody, Here, Elsewhere };
 struct Lock {
     Holder holder = Holder::Nobody;
     qint64 process = 0;
+    QString mark; ///< ThisProcess of the holder; empty for other programs
 };
 
 /// Who has the lock. A program of this workstation that still runs counts as somebody else: only what a dead one left
@@ -31,7 +32,7 @@ struct Lock {
 Lock holderOf(const QString &code, TSoftwarePart part, int comIndex)
 {
     TQuery query(DM.ADOConnection1, QStringLiteral("Locks_QUR"));
-    query.setStatement(TStatement("Select Com_Index, ProcessID From CodeLock_TBL Where Code = ")
+    query.setStatement(TStatement("Select Com_Index, ProcessID, Process From CodeLock_TBL Where Code = ")
                            .text(code)
                            .sql(" AND Status = ")
                            .integer(int(part)));
@@ -39,8 +40,9 @@ Lock holderOf(const QString &code, TSoftwarePart part, int comIndex)
     if (query.isEmpty())
         return {};
     const qint64 process = query.value(QStringLiteral("ProcessID")).toLongLong();
-    const bool here = query.asInteger(QStringLiteral("Com_Index")) == comIndex && !RunsHere(process);
-    return {here ? Holder::Here : Holder::Elsewhere, process};
+    const QString mark = query.asString(QStringLiteral("Process"));
+    const bool here = query.asInteger(QStringLiteral("Com_Index")) == comIndex && !RunsHere(process, mark);
+    return {here ? Holder::Here : Holder::Elsewhere, process, mark};
 }
 
 /// False when somebody was faster.
@@ -50,7 +52,7 @@ bool insertLock(const QString &code, TSoftwarePart part, int comIndex)
     try {
         DM.ADOConnection1->execute(
             TStatement(
-                "Insert Into CodeLock_TBL(Code, Status, Com_Index, UserName, ProcessID, LockedAt) Values(")
+                "Insert Into CodeLock_TBL(Code, Status, Com_Index, UserName, ProcessID, Process, LockedAt) Values(")
                 .text(code)
                 .sql(", ")
                 .integer(int(part))
@@ -60,6 +62,8 @@ bool insertLock(const QString &code, TSoftwarePart part, int comIndex)
                 .text(UserInfo.Name)
                 .sql(", ")
                 .integer(QCoreApplication::applicationPid())
+                .sql(", ")
+                .text(ThisProcess())
                 .sql(", ")
                 .text(NowDate() + u' ' + NowTime())
                 .sql(")"));
@@ -76,23 +80,34 @@ bool insertLock(const QString &code, TSoftwarePart part, int comIndex)
     }
 }
 
-/// Takes over what a program of this workstation left; false when another one took it over first.
-bool takeOver(const QString &code, TSoftwarePart part, int comIndex, qint64 process)
+/// The end of a statement on the one lock row that was seen.
+TStatement seenRow(const char *beginning, const QString &code, TSoftwarePart part, int comIndex,
+                   const Lock &lock)
 {
-    TStatement statement("Update CodeLock_TBL Set UserName = ");
-    statement.text(UserInfo.Name)
-        .sql(", ProcessID = ")
-        .integer(QCoreApplication::applicationPid())
-        .sql(", LockedAt = ")
-        .text(NowDate() + u' ' + NowTime())
-        .sql(" Where Code = ")
+    return TStatement(beginning)
         .text(code)
         .sql(" AND Status = ")
         .integer(int(part))
         .sql(" AND Com_Index = ")
         .integer(comIndex)
         .sql(" AND isnull(ProcessID, 0) = ")
-        .integer(process);
+        .integer(lock.process)
+        .sql(" AND isnull(Process, '') = ")
+        .text(lock.mark.isNull() ? QStringLiteral("") : lock.mark);
+}
+
+/// Takes over what a program of this workstation left; false when another one took it over first.
+bool takeOver(const QString &code, TSoftwarePart part, int comIndex, const Lock &lock)
+{
+    TStatement statement("Update CodeLock_TBL Set UserName = ");
+    statement.text(UserInfo.Name)
+        .sql(", ProcessID = ")
+        .integer(QCoreApplication::applicationPid())
+        .sql(", Process = ")
+        .text(ThisProcess())
+        .sql(", LockedAt = ")
+        .text(NowDate() + u' ' + NowTime())
+        .append(seenRow(" Where Code = ", code, part, comIndex, lock));
     return DM.ADOConnection1->execute(statement) == 1;
 }
 
@@ -103,7 +118,7 @@ bool takeLock(const QString &code, TSoftwarePart part, int comIndex)
         const Lock lock = holderOf(code, part, comIndex);
         if (lock.holder == Holder::Elsewhere)
             return false;
-        if (lock.holder == Holder::Here ? takeOver(code, part, comIndex, lock.process)
+        if (lock.holder == Holder::Here ? takeOver(code, part, comIndex, lock)
                                         : insertLock(code, part, comIndex))
             return true;
     }
@@ -117,21 +132,19 @@ bool OperationOnLockCode_SoftwarePart(const QString &code, TSoftwarePart part, i
 {
     if (operation == otLock)
         return takeLock(code, part, comIndex);
-    const int released = DM.ADOConnection1->execute(TStatement("Delete From CodeLock_TBL Where Code = ")
-                                                        .text(code)
-                                                        .sql(" AND Status = ")
-                                                        .integer(int(part))
-                                                        .sql(" AND Com_Index = ")
-                                                        .integer(comIndex));
-    return released > 0 || holderOf(code, part, comIndex).holder == Holder::Nobody;
+    const Lock lock = holderOf(code, part, comIndex);
+    if (lock.holder == Holder::Here)
+        DM.ADOConnection1->execute(
+            seenRow("Delete From CodeLock_TBL Where Code = ", code, part, comIndex, lock));
+    return lock.holder != Holder::Elsewhere;
 }
 
 bool LocateLockCode_SoftwarePart(const QString &code, TSoftwarePart part, int comIndex, bool)
 {
     const Lock lock = holderOf(code, part, comIndex);
     // What a program of this workstation left when it died is open in no editor.
-    const bool leftBehind = lock.holder == Holder::Here && lock.process != 0 &&
-                            lock.process != QCoreApplication::applicationPid();
+    const bool leftBehind =
+        lock.holder == Holder::Here && lock.process != 0 && !IsThisProcess(lock.process, lock.mark);
     return lock.holder != Holder::Nobody && !leftBehind;
 }
 
@@ -146,6 +159,11 @@ QString ScalerQuery(const QString &table, const QString &resultColumn, const QSt
         ->scalar(TStatement(QStringLiteral("select %1 from %2 where %3=").arg(resultColumn, table, keyColumn))
                      .value(keyValue))
         .toString();
+}
+
+QString AsStored(const QString &table, const QString &column, const QString &text)
+{
+    return PersianText::cut(text, DM.ADOConnection1->columnWidth(table, column));
 }
 
 void ResetDataset(TQuery *query)

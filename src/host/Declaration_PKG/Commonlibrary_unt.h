@@ -21,6 +21,9 @@ bool LocateLockCode_SoftwarePart(const QString &code, TSoftwarePart part, int co
 /// The result column of the row whose key column equals the value, as text; empty when there is none.
 QString ScalerQuery(const QString &table, const QString &resultColumn, const QString &keyColumn,
                     const QVariant &keyValue);
+/// What a table's column keeps of a text: all of it, or as many characters as the column is wide. Texts are compared
+/// with stored ones in this form. Throws TDatabaseError.
+QString AsStored(const QString &table, const QString &column, const QString &text);
 /// Resets a list query: drops its pages and keys, so that the next search reads anew.
 void ResetDataset(TQuery *query);
 

@@ -88,7 +88,7 @@ QList<TAccount> accounts()
 /// Names as people type them: case, both forms of letters and blanks make no difference.
 QString nameKey(const QString &name)
 {
-    return PersianText::fold(name.trimmed().left(nameWidth)).trimmed();
+    return PersianText::fold(PersianText::cut(name.trimmed(), nameWidth)).trimmed();
 }
 
 std::optional<TAccount> accountNamed(const QString &name)
@@ -244,8 +244,8 @@ TLoginResult inTransaction(Work work)
 TLoginResult save(TUserInfo &user, const QString &password, bool asFirst)
 {
     TUserInfo saved = user;
-    saved.Name = user.Name.trimmed().left(nameWidth);
-    saved.FullName = user.FullName.trimmed().left(fullNameWidth);
+    saved.Name = PersianText::cut(user.Name.trimmed(), nameWidth);
+    saved.FullName = PersianText::cut(user.FullName.trimmed(), fullNameWidth);
     if (nameKey(saved.Name).isEmpty())
         return TLoginResult::NameEmpty;
     if (isWeak(password) && (saved.Code == 0 || !password.isEmpty()))

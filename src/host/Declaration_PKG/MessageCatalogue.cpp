@@ -1,5 +1,7 @@
 #include "host/Declaration_PKG/MessageCatalogue.h"
 
+#include "host/Utility_ZLM/PersianText.h"
+
 #include <algorithm>
 
 namespace {
@@ -9,7 +11,7 @@ const int longestArgument = 200; // characters
 QString shown(const QString &argument)
 {
     const QString line = argument.simplified();
-    return line.size() <= longestArgument ? line : line.left(longestArgument) + QChar(0x2026);
+    return line.size() <= longestArgument ? line : PersianText::cut(line, longestArgument) + QChar(0x2026);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Utility_ZLM/PersianText.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 
 #include <QTime>
@@ -12,15 +13,7 @@ TUserInfo UserInfo;
 namespace {
 
 const int eventWidth = 400; // characters of UserEvent.EventText
-
-/// At most `width` characters, never half of one.
-QString cut(const QString &text, int width)
-{
-    QString result = text.left(width);
-    if (!result.isEmpty() && result.back().isHighSurrogate())
-        result.chop(1);
-    return result;
-}
+const int userWidth = 50;
 
 } // namespace
 
@@ -64,7 +57,7 @@ void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bo
                 "EventDate, EventTime, OfSystem) values(")
                 .integer(UserInfo.Code)
                 .sql(",")
-                .text(cut(UserInfo.Name, 50))
+                .text(PersianText::cut(UserInfo.Name, userWidth))
                 .sql(",")
                 .integer(IniOptions.Com_Index)
                 .sql(",")
@@ -72,7 +65,7 @@ void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bo
                 .sql(",")
                 .integer(int(right))
                 .sql(",")
-                .text(cut(text, eventWidth))
+                .text(PersianText::cut(text, eventWidth))
                 .sql(",")
                 .text(NowDate())
                 .sql(",")

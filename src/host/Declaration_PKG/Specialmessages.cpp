@@ -22,6 +22,7 @@ TMessageService *&usualService()
 }
 
 const int successTime = 2000; // ms
+const int hiddenTime = 6000;
 
 QString title(TMessageIconType icon)
 {
@@ -146,10 +147,15 @@ void MsgCodeNotAvailable(const QString &entity, QObject *control, QObject *form)
     warn("MsgCodeNotAvailable", QStringLiteral("%1 با این کد وجود ندارد."), {entity}, control, form);
 }
 
-bool MsgDeleteRow()
+bool MsgDeleteRow(const QString &record, int count)
 {
     TMessage result =
         message("MsgDeleteRow", miQuestion, QStringLiteral("آیا از حذف این سطر اطمینان دارید؟"));
+    const QString named = MessageCatalogue::fill(QStringLiteral("%1"), {record});
+    if (count > 1)
+        result.text += QStringLiteral("\n%1 سطر: ").arg(count) + named;
+    else if (!record.isEmpty())
+        result.text += u'\n' + named;
     asQuestion(result, TMessageButtons::YesNo, TAnswer::No);
     return MessageService().show(result) == TAnswer::Yes;
 }
@@ -226,6 +232,14 @@ void ShowSmartMessage(const QString &text, const QString &detail, TMessageIconTy
     MessageService().show(result);
 }
 
+TAnswer ShowSmartMessage(const QString &text, TMessageButtons buttons, TAnswer defaultAnswer)
+{
+    TMessage result = message("ShowSmartMessage", miQuestion, {}, {text});
+    result.text = text;
+    asQuestion(result, buttons, defaultAnswer);
+    return MessageService().show(result);
+}
+
 void ShowSmartMessage(int number, QObject *control, QObject *form, int displayTime,
                       const QStringList &arguments)
 {
@@ -272,8 +286,41 @@ void MsgNoPermission(TSoftwarePart part, TPermission right)
     MessageService().show(result);
 }
 
-void MsgRecordGone()
+void MsgRecordGone(const QString &record)
 {
-    warn("MsgRecordGone", QStringLiteral("این رکورد دیگر وجود ندارد. شاید کاربر دیگری آن را حذف کرده باشد."),
-         {});
+    TMessage result =
+        message("MsgRecordGone", miWarning,
+                QStringLiteral("این رکورد دیگر وجود ندارد. شاید کاربر دیگری آن را حذف کرده باشد."));
+    if (!record.isEmpty()) {
+        result.words << record;
+        result.text += u'\n' + MessageCatalogue::fill(QStringLiteral("%1"), {record});
+    }
+    MessageService().show(result);
+}
+
+bool MsgTextsCut(const QList<TCutText> &cuts)
+{
+    TMessage result = message("MsgTextsCut", miQuestion, {});
+    for (const TCutText &cut : cuts) {
+        result.words << cut.caption;
+        result.text += MessageCatalogue::fill(
+            QStringLiteral("از «%1» تنها %2 نویسه نخست ذخیره می شود و این بخش از دست می رود: «%3»\n"),
+            {cut.caption, QString::number(cut.kept), cut.lost});
+    }
+    result.text += QStringLiteral("آیا به همین صورت ذخیره شود؟");
+    asQuestion(result, TMessageButtons::YesNo, TAnswer::No);
+    return MessageService().show(result) == TAnswer::Yes;
+}
+
+void MsgSavedOutOfSight(const QString &record, QWidget *form)
+{
+    TMessage result =
+        message("MsgSavedOutOfSight", miInformation,
+                QStringLiteral("رکورد %1 ذخیره شد، ولی جستجو یا گروهی که اکنون برگزیده است آن را نشان نمی "
+                               "دهد. برای دیدن آن جستجو را پاک کنید یا گروه دیگری برگزینید."),
+                {record});
+    result.shape = TMessageShape::Balloon;
+    result.displayTime = hiddenTime;
+    at(result, nullptr, form);
+    MessageService().show(result);
 }

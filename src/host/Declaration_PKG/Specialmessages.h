@@ -59,7 +59,8 @@ void SetUsualMessageService(TMessageService *service);
 void MsgRequiredField(const QString &caption, QObject *control, QObject *form);
 void MsgRepeatedField(const QString &caption, const QString &entity, QObject *control, QObject *form);
 void MsgCodeNotAvailable(const QString &entity, QObject *control, QObject *form);
-bool MsgDeleteRow();
+/// `record` names what goes, such as its code and title, below the question; `count`: when that is more than one row.
+bool MsgDeleteRow(const QString &record = {}, int count = 1);
 void MsgHasSubRecords(const QString &entity);
 void MSGInUse(const QString &entity);
 void MsgNotEntered(const QString &caption);
@@ -73,6 +74,8 @@ void MSGCompeletedSuccessfully(const QString &action, const QString &text = {}, 
 void MSGFinishedNotSuccessfully(const QString &action, const QString &text = {});
 /// A free warning. An empty detail is no word of the message.
 void ShowSmartMessage(const QString &text, const QString &detail, TMessageIconType icon);
+/// A free question.
+TAnswer ShowSmartMessage(const QString &text, TMessageButtons buttons, TAnswer defaultAnswer);
 /// A catalogued notification: a balloon for `displayTime` ms, a dialog when it is 0. `arguments` fill "%1"...
 void ShowSmartMessage(int number, QObject *control, QObject *form, int displayTime,
                       const QStringList &arguments = {});
@@ -84,5 +87,16 @@ TAnswer MsgNotSaved();
 void MsgDatabaseError(const TDatabaseError &error);
 /// The user lacks a right.
 void MsgNoPermission(TSoftwarePart part, TPermission right);
-/// A record that was to be opened is no longer there.
-void MsgRecordGone();
+/// A record that was to be opened, picked or deleted is no longer there. `record` names it where more than one may be
+/// meant.
+void MsgRecordGone(const QString &record = {});
+/// A text that its column does not keep whole.
+struct TCutText {
+    QString caption;
+    int kept = 0; ///< characters
+    QString lost; ///< what comes after them
+};
+/// Texts are longer than their columns. True: save them cut.
+bool MsgTextsCut(const QList<TCutText> &cuts);
+/// What was just saved is not in the list behind, since a search or a group leaves it out; a balloon.
+void MsgSavedOutOfSight(const QString &record, QWidget *form);

@@ -41,8 +41,9 @@ QColor edgeColor(TMessageIconType icon)
 
 TBalloon::TBalloon(const TMessage &message, QWidget *anchor)
     : QFrame(anchor->window(), Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus),
-      m_anchor(anchor), m_window(anchor->window()), m_label(new QLabel(message.text, this)),
-      m_edge(edgeColor(message.icon)), m_besideInput(!anchor->isWindow())
+      m_anchor(anchor), m_window(anchor->window()), m_message(message),
+      m_label(new QLabel(message.text, this)), m_edge(edgeColor(message.icon)),
+      m_besideInput(!anchor->isWindow())
 {
     setObjectName(QStringLiteral("Balloon"));
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -94,6 +95,16 @@ void TBalloon::closeCurrent()
         balloon->goAway();
 }
 
+std::optional<TMessage> TBalloon::takeUnread()
+{
+    TBalloon *balloon = shown();
+    if (!balloon || balloon->m_armed)
+        return {};
+    const TMessage message = balloon->m_message;
+    balloon->goAway();
+    return message;
+}
+
 QString TBalloon::text() const
 {
     return m_label->text();
@@ -104,6 +115,20 @@ void TBalloon::goAway()
     if (shown() == this)
         shown() = nullptr;
     close();
+}
+
+// What closes its window in the same breath, as a list that takes one row and refuses another, leaves the message to the
+// window behind.
+void TBalloon::leaveAnchor()
+{
+    const bool unread = !m_armed;
+    goAway();
+    if (!unread)
+        return;
+    TMessage message = m_message;
+    message.control = nullptr;
+    message.form = nullptr;
+    QTimer::singleShot(0, qApp, [message] { MessageService().show(message); });
 }
 
 void TBalloon::place()
@@ -132,7 +157,7 @@ bool TBalloon::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::Hide:
         if (watched == m_anchor || watched == m_window)
-            goAway();
+            leaveAnchor();
         break;
     case QEvent::Move:
     case QEvent::Resize:

@@ -43,6 +43,7 @@ void showBalloon(const TMessage &message)
 
 TAnswer showDialog(const TMessage &message)
 {
+    const std::optional<TMessage> unread = TBalloon::takeUnread();
     TBalloon::closeCurrent();
     const QPointer<QWidget> before = QApplication::focusWidget();
     const TAnswer answer = TMessageDialog::ask(message, owner(message));
@@ -50,6 +51,8 @@ TAnswer showDialog(const TMessage &message)
         input->activateWindow();
         input->setFocus(Qt::OtherFocusReason);
     }
+    if (unread)
+        showBalloon(*unread);
     return answer;
 }
 

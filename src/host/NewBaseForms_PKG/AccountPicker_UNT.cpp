@@ -5,6 +5,9 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 
+#include <QLabel>
+#include <QVBoxLayout>
+
 namespace {
 
 struct TLevelList {
@@ -55,6 +58,12 @@ TAccountPicker_FRM::TAccountPicker_FRM(TQuery *list, TAccountLevel level, int to
     list->setKeyField(QString::fromLatin1(shown.key));
     BuildList(list, u"Account%1_GRD"_qs.arg(int(level)), shown.columns, shown.items);
     BuildUsualLayout({});
+    m_none = new QLabel(this);
+    m_none->setObjectName(u"NoAccounts_LBL"_qs);
+    m_none->setWordWrap(true);
+    m_none->setAlignment(Qt::AlignCenter);
+    m_none->hide();
+    BelowGrid()->addWidget(m_none, 1);
     Select_BTN = AddButton(u"Select_BTN"_qs, u"انتخاب Enter"_qs, u"Enter"_qs, u"انتخاب"_qs);
     connect(Select_BTN, &QAbstractButton::clicked, this, [this] { Guarded([this] { Select(); }); });
     EXit_BTN = AddButton(u"EXit_BTN"_qs, u"خروج Esc"_qs, u"Esc"_qs, u"خروج"_qs);
@@ -79,6 +88,28 @@ bool TAccountPicker_FRM::SelectRecord()
     if (m_level == alAssistant)
         Selected.Moin = ListQuery()->asInteger(u"Moin"_qs);
     return true;
+}
+
+void TAccountPicker_FRM::UpdateButtons()
+{
+    TBaseDock_FRM::UpdateButtons();
+    if (m_none)
+        tellWhereFrom();
+}
+
+void TAccountPicker_FRM::tellWhereFrom()
+{
+    const bool none = ListQuery()->active() && ListQuery()->isEmpty() && !ZelmoSearchManager1->IsFiltered();
+    Grid()->setVisible(!none);
+    m_none->setVisible(none);
+    if (!none)
+        return;
+    QString missing = u"هنوز هیچ حسابی از این سطح در این پایگاه داده نیست."_qs;
+    if (m_level == alAssistant && m_total != 0)
+        missing = u"حساب کل %1 هیچ حساب معینی ندارد."_qs.arg(m_total);
+    m_none->setText(
+        missing + u' ' +
+        u"حسابهای کل، معین و تفصیلی در بخش حسابداری مجموعه ساخته می شوند و در اینجا فقط برگزیده می شوند. لطفا نخست آنها را در حسابداری بسازید، یا از مدیر سیستم بخواهید آنها را وارد این پایگاه داده کند."_qs);
 }
 
 void TAccountPicker_FRM::AfterShow()

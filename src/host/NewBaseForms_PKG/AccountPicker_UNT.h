@@ -19,8 +19,11 @@ protected:
     void DeleteRecord() override {}
     bool SelectRecord() override;
     void AfterShow() override;
+    void UpdateButtons() override;
 
 private:
+    void tellWhereFrom();
     TAccountLevel m_level;
     int m_total;
+    QLabel *m_none = nullptr; ///< stands for the grid while there is no account to be listed
 };

@@ -5,12 +5,14 @@
 #include "host/Component_ZLM/LayoutStore.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
 #include "host/NewBaseForms_PKG/GroupPane_UNT.h"
 #include "host/NewBaseForms_PKG/ListPrinter.h"
+#include "host/database/ListPlace.h"
 #include "host/database/Query.h"
 
 #include <QLabel>
@@ -225,8 +227,10 @@ void TBaseDock_FRM::PrepareSearch()
 
 void TBaseDock_FRM::RefreshList()
 {
+    const TListPlace place(*m_listQuery, m_listQuery->keyField(), m_grid->SelectedRows());
     ResetDataset(m_listQuery);
     ZelmoSearchManager1->ExecuteFilter_DataSet();
+    place.restore(*m_listQuery);
 }
 
 void TBaseDock_FRM::AfterShow()
@@ -250,17 +254,53 @@ bool TBaseDock_FRM::ShowEditor(TBaseGet_FRM *editor)
     if (!editor)
         return false;
     const std::unique_ptr<TBaseGet_FRM> owner(editor);
-    if (editor->NotShowable || editor->exec() != Accepted)
+    if (editor->NotShowable)
         return false;
+    const bool existing = editor->Mode() != fmNew && m_listQuery->active() && m_listQuery->position() >= 0;
+    const qlonglong opened = existing ? m_listQuery->keyAt(m_listQuery->position()) : 0;
+    if (editor->exec() != Accepted) {
+        if (existing)
+            dropIfGone(opened);
+        return false;
+    }
     Guarded([&] {
         RefreshList();
-        // What was just entered is what the next key is about.
-        const int row =
-            m_listQuery->active() ? m_listQuery->rowOfKey(editor->SavedIdentifier().toLongLong()) : -1;
-        if (row >= 0)
-            m_listQuery->moveTo(row);
+        showSaved(editor->SavedIdentifier().toLongLong());
     });
     return true;
+}
+
+// What was just entered is what the next key is about.
+void TBaseDock_FRM::showSaved(qlonglong key)
+{
+    if (!m_listQuery->active())
+        return;
+    const int row = m_listQuery->rowOfKey(key);
+    if (row >= 0)
+        m_listQuery->moveTo(row);
+    else if (ZelmoSearchManager1->IsStored(key))
+        MsgSavedOutOfSight(QString::number(key), this);
+}
+
+void TBaseDock_FRM::dropIfGone(qlonglong key)
+{
+    try {
+        if (!ZelmoSearchManager1->IsStored(key))
+            RefreshList();
+    } catch (const TDatabaseError &) {
+        // The editor told about the line; the row is asked for again before anything is done with it.
+    }
+}
+
+bool TBaseDock_FRM::CurrentIsStored()
+{
+    if (m_listQuery->position() < 0)
+        return false;
+    if (ZelmoSearchManager1->IsStored(m_listQuery->keyAt(m_listQuery->position())))
+        return true;
+    MsgRecordGone();
+    RefreshList();
+    return false;
 }
 
 void TBaseDock_FRM::UpdateButtons()
@@ -283,7 +323,7 @@ void TBaseDock_FRM::activateRow()
 
 void TBaseDock_FRM::Select()
 {
-    if (Select_BTN && Select_BTN->isEnabled() && SelectRecord())
+    if (Select_BTN && Select_BTN->isEnabled() && ChoiceIsStored() && SelectRecord())
         done(Accepted);
 }
 
@@ -304,9 +344,28 @@ bool TBaseDock_FRM::MayDelete(TSoftwarePart part)
     return HavePermission(UserInfo, part, cpDelete, false, true, {});
 }
 
-bool TBaseDock_FRM::ConfirmDelete(TSoftwarePart part, const QString &eventText)
+bool TBaseDock_FRM::BeginDelete(TSoftwarePart part, const QString &eventText)
 {
-    if (!MsgDeleteRow())
+    return MayDelete(part) && CurrentIsStored() && ConfirmDelete(part, eventText, RecordName());
+}
+
+QString TBaseDock_FRM::RecordName() const
+{
+    return m_grid->NameOfRow(m_listQuery->position());
+}
+
+void TBaseDock_FRM::TellDeleteFailed(const QString &word)
+{
+    const auto &error = DM.ADOConnection1->lastError();
+    if (error && error->fault() != TFault::Refused)
+        MsgDatabaseError(*error);
+    else
+        MsgHasSubRecords(word);
+}
+
+bool TBaseDock_FRM::ConfirmDelete(TSoftwarePart part, const QString &eventText, const QString &record)
+{
+    if (!MsgDeleteRow(record))
         return false;
     if (!eventText.isNull())
         SetUserEvent(part, cpDelete, eventText, false, false); // what cannot be recorded is not deleted

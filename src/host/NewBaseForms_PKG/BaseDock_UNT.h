@@ -56,9 +56,11 @@ public:
 protected:
     // The screen's hooks.
     virtual void ParameterStep() {}
-    virtual void SetListText() = 0;                         ///< gives the list query its text
-    virtual void PrepareSearch();                           ///< default: script, init, which runs the search
-    virtual void RefreshList();                             ///< default: ResetDataset, then the search again
+    virtual void SetListText() = 0; ///< gives the list query its text
+    virtual void PrepareSearch();   ///< default: script, init, which runs the search
+    /// Reads the list anew (default: ResetDataset, then the search again) and stays on its row; when that one is gone, on
+    /// the next one, or the one before it at the end.
+    virtual void RefreshList();
     virtual TBaseGet_FRM *CreateEditor(bool newRecord) = 0; ///< null: nothing to open
     virtual void DeleteRecord() = 0;                        ///< runs only while Del_BTN is enabled
     virtual bool SelectRecord() { return true; } ///< stores the choice; true closes the screen with OK
@@ -87,12 +89,18 @@ protected:
     void SetPopMenu(QWidget *control);
 
     /// Shows an editor modally unless it marked itself NotShowable, frees it; after OK reads the list again with the
-    /// record that was saved as its current row. True on OK.
+    /// record that was saved as its current row, or tells that the search leaves it out. A record that turned out to be
+    /// gone leaves the list. True on OK.
     bool ShowEditor(TBaseGet_FRM *editor);
     /// The buttons' enabled state from mode and rows; runs after every search and move.
     virtual void UpdateButtons();
     /// Runs the actions as their buttons do; nothing while their button is disabled.
     void Select();
+    /// Whether the current row is still in the database; when it is not, the user is told and the row leaves the list.
+    /// Throws TDatabaseError.
+    bool CurrentIsStored();
+    /// Whether what is to be picked is; default: the current row.
+    virtual bool ChoiceIsStored() { return CurrentIsStored(); }
     void PrintPreview();
     /// Ctrl+E, in every list: the rows go to a spreadsheet file.
     void SaveSpreadsheet();
@@ -100,13 +108,15 @@ protected:
     // How deletes begin. False: refused or not wanted, stop silently.
     /// The right 3 on a part; the host tells about a refusal.
     static bool MayDelete(TSoftwarePart part);
-    /// The question, then the event line (none when the text is null; throws TDatabaseError when it cannot be written).
-    static bool ConfirmDelete(TSoftwarePart part, const QString &eventText);
-    /// Both.
-    static bool BeginDelete(TSoftwarePart part, const QString &eventText)
-    {
-        return MayDelete(part) && ConfirmDelete(part, eventText);
-    }
+    /// The question, which names the record, then the event line (none when the text is null; throws TDatabaseError when
+    /// it cannot be written).
+    static bool ConfirmDelete(TSoftwarePart part, const QString &eventText, const QString &record);
+    /// Both, for the current row as long as it is stored.
+    bool BeginDelete(TSoftwarePart part, const QString &eventText);
+    /// How the current row is called in questions; default: the first two columns of the grid.
+    virtual QString RecordName() const;
+    /// Why a delete failed, by the connection's last error: other records refer to this `word`, or what happened instead.
+    static void TellDeleteFailed(const QString &word);
     /// Runs work that may meet a database error and tells the user about it. False: there was one.
     bool Guarded(const std::function<void()> &work);
 
@@ -118,6 +128,8 @@ private:
     void restorePanes();
     QString splitterKey() const;
     void activateRow();
+    void showSaved(qlonglong key);
+    void dropIfGone(qlonglong key);
     TFormMode m_mode;
     QVariant m_value;
     TQuery *m_listQuery = nullptr;

@@ -4,6 +4,7 @@
 #include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Utility_ZLM/PersianText.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -100,7 +101,14 @@ void TBaseEditor::leaveRecord()
     if (!m_touched)
         return;
     m_touched = false;
-    Guarded([this] { BeforeClose(); });
+    Guarded([this] {
+        try {
+            BeforeClose();
+        } catch (const TDatabaseError &error) {
+            CloseFailed(error);
+            throw;
+        }
+    });
 }
 
 void TBaseEditor::noteLostLine()
@@ -140,14 +148,24 @@ bool TBaseEditor::Save(TSaveMode way)
     if (m_busy || m_finished)
         return false;
     bool saved = false;
+    bool tried = false;
     {
         const QScopedValueRollback busy(m_busy, true);
         if (DM.ADOConnection1)
             DM.ADOConnection1->clearLastError();
         const bool sound = Guarded([&] {
             SettleLostSave();
-            if (!Validate())
+            finishTyping();
+            m_blanks.clear();
+            if (!Validate() || blanksRefused())
                 return;
+            if (TSmartEdit_ZLM *tooLong = m_keptTexts.Refused()) {
+                FocusInput(tooLong);
+                return;
+            }
+            if (!ReadyToSave())
+                return;
+            tried = true;
             saved = SaveRecord();
             if (!saved && BaseTellsFailure())
                 MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
@@ -156,6 +174,11 @@ bool TBaseEditor::Save(TSaveMode way)
         rollBackLeftOpen();
         if (!saved)
             noteLostLine();
+        if (tried && !saved) {
+            // A part of it may be stored: closing asks, also where nothing was typed.
+            SetIsSaved(false);
+            Guarded([this] { SaveFailed(); });
+        }
         if (!sound || !saved)
             return false;
         RecordSaved(m_mode == fmNew);
@@ -213,7 +236,18 @@ void TBaseEditor::startNext()
         return;
     }
     SetIsSaved(true);
+    forgetPagesFocus();
     focusFirst();
+}
+
+// A page that is turned to gives the focus to the input that had it last: in a new record that is where the record before
+// ended, and what is typed for the page's first input would land there.
+void TBaseEditor::forgetPagesFocus()
+{
+    for (const QTabWidget *pages : findChildren<QTabWidget *>())
+        for (int i = 0; i < pages->count(); ++i)
+            if (QWidget *last = pages->widget(i)->focusWidget(); last && !last->hasFocus())
+                last->clearFocus();
 }
 
 bool TBaseEditor::confirmClose()
@@ -227,7 +261,7 @@ bool TBaseEditor::confirmClose()
     }
     if (answer == TAnswer::Yes)
         Save(svSaveClose); // closes by itself when it succeeds
-    return answer == TAnswer::No;
+    return answer == TAnswer::No && MayDiscard();
 }
 
 void TBaseEditor::reject()
@@ -303,6 +337,13 @@ void TBaseEditor::Place(QGridLayout *layout, int row, int column, const QString 
     layout->setColumnStretch(column * 2 + 1, 1);
 }
 
+void TBaseEditor::KeepIn(const QString &table,
+                         std::initializer_list<std::pair<TSmartEdit_ZLM *, const char *>> inputsAndColumns)
+{
+    for (const auto &[input, column] : inputsAndColumns)
+        m_keptTexts.Add(input, table, QString::fromLatin1(column));
+}
+
 TSmartCheckBox_ZLM *TBaseEditor::AddTickBox(QWidget *input, const QString &objectName)
 {
     QLabel *caption = CaptionOf(input);
@@ -376,6 +417,36 @@ void TBaseEditor::GuardPage(int page, TSoftwarePart part, TPermission right)
     m_guards.append({page, part, right});
 }
 
+void TBaseEditor::finishTyping()
+{
+    for (const auto &input : std::as_const(m_inputs))
+        if (auto *edit = qobject_cast<TSmartEdit_ZLM *>(input.data()))
+            edit->FinishTyping();
+}
+
+void TBaseEditor::CheckOnLeaving(TSmartEdit_ZLM *input, const std::function<void()> &check)
+{
+    m_leavingChecks.insert(input, {check, {}});
+    connect(input, &TSmartEdit_ZLM::exited, this,
+            [this, input] { Guarded([&] { runLeavingCheck(input); }); });
+}
+
+void TBaseEditor::runLeavingCheck(TSmartEdit_ZLM *input)
+{
+    m_leavingChecks.value(input).run();
+    m_leavingChecks[input].seen = input->GetText(); // a check that failed has seen nothing
+}
+
+bool TBaseEditor::CheckTyped(TSmartEdit_ZLM *input)
+{
+    // Not hasFocus(): after a question it is false until the window manager has made the screen active again.
+    const bool atWork = focusWidget() == input;
+    if (!atWork && (!input->WasTyped() || input->GetText() == m_leavingChecks.value(input).seen))
+        return false;
+    runLeavingCheck(input);
+    return true;
+}
+
 bool TBaseEditor::CheckInput(TSmartInput *input)
 {
     // The balloon stands at the input, which may be on a page that is not shown.
@@ -386,11 +457,31 @@ bool TBaseEditor::CheckInput(TSmartInput *input)
 
 bool TBaseEditor::RequireInput(TSmartInput *input, const QString &word)
 {
-    if (!input->IsEmpty())
+    if (!input->IsEmpty()) {
+        RefuseBlanks(input, word);
         return true;
+    }
     MsgRequiredField(word, input->Widget(), this);
     FocusInput(input->Widget());
     return false;
+}
+
+void TBaseEditor::RefuseBlanks(TSmartInput *input, const QString &word)
+{
+    const auto *edit = qobject_cast<TSmartEdit_ZLM *>(input->Widget());
+    if (edit && edit->WasTyped() && PersianText::isBlank(edit->GetText()))
+        m_blanks.append({input, word});
+}
+
+bool TBaseEditor::blanksRefused()
+{
+    if (m_blanks.isEmpty())
+        return false;
+    QWidget *input = m_blanks.first().input->Widget();
+    FocusInput(input);
+    MsgRequiredField(m_blanks.first().word, input, this);
+    FocusInput(input);
+    return true;
 }
 
 void TBaseEditor::FocusInput(QWidget *input)

@@ -3,6 +3,8 @@
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
+#include "host/NewBaseForms_PKG/KeptTexts_UNT.h"
+#include "host/database/DatabaseError.h"
 
 #include <QGridLayout>
 #include <QHash>
@@ -53,6 +55,13 @@ protected:
     /// Insert or update, then the success or failure message. A screen whose code can be typed makes the saved
     /// code its identifier.
     virtual bool SaveRecord() = 0;
+    /// Whether what the save relies on is still the editor's own; false: the user was told, nothing is saved.
+    virtual bool ReadyToSave() { return true; }
+    /// Runs after a save that failed, when the user was told so and what was left open is rolled back: says what is
+    /// stored now, where that is not what was stored before.
+    virtual void SaveFailed() {}
+    /// Runs when the user does not want to save on closing. False: the screen stays open.
+    virtual bool MayDiscard() { return true; }
     /// Runs after every successful save, before the screen goes on.
     virtual void RecordSaved(bool /*wasNew*/) {}
     /// Whether the base tells the user that SaveRecord answered false, because the screen leaves it to it.
@@ -69,6 +78,8 @@ protected:
     /// Runs when a record is left: once on every way of closing, after the base's own handling (the code's lock is
     /// given up by then), and before the next record when saving goes on to a new one.
     virtual void BeforeClose() {}
+    /// BeforeClose met a database error, which the user was told.
+    virtual void CloseFailed(const TDatabaseError & /*error*/) {}
     virtual QWidget *FirstInput()
     {
         return nullptr;
@@ -95,6 +106,10 @@ protected:
         connect(input, &Input::changed, this, [this] { SetIsSaved(false); });
         return input;
     }
+    /// Names the table's columns that keep what is typed into these inputs. A text that is longer than its column is told
+    /// after Validate, before SaveRecord, and the user may go back to it.
+    void KeepIn(const QString &table,
+                std::initializer_list<std::pair<TSmartEdit_ZLM *, const char *>> inputsAndColumns);
     /// The label that AddInput put beside an input; null when its caption is empty.
     QLabel *CaptionOf(QWidget *input) const { return m_captions.value(input); }
     /// Gives a widget that AddInput does not know (a grid, a selector) its place in the tab order: behind all inputs
@@ -116,7 +131,17 @@ protected:
     /// Whether an input holds a value of its kind; when it does not, its page, the focus, and the balloon beside it.
     bool CheckInput(TSmartInput *input);
     /// Whether an input holds anything; when it does not, MsgRequiredField with this word, its page and the focus.
+    /// Blanks are a text, and stored ones stay; but typed ones alone are refused with the same message behind all
+    /// that Validate checks.
     bool RequireInput(TSmartInput *input, const QString &word);
+    /// The latter, for a screen that asks for the input in its own way.
+    void RefuseBlanks(TSmartInput *input, const QString &word);
+
+    /// Registers the check that runs when an input is left; the user is told about its errors.
+    void CheckOnLeaving(TSmartEdit_ZLM *input, const std::function<void()> &check);
+    /// Runs that check before a save, unless it ran for what stands there now; errors pass. An input that the user is
+    /// at is checked in any case, whether the screen is the active window or a question was in front of it. True: it ran.
+    bool CheckTyped(TSmartEdit_ZLM *input);
 
     void reject() override;
     void done(int result) override;
@@ -146,8 +171,12 @@ private:
     void startNext();
     void leaveRecord();
     void focusFirst();
+    void forgetPagesFocus();
     void rollBackLeftOpen();
     void noteLostLine();
+    void finishTyping();
+    bool blanksRefused();
+    void runLeavingCheck(TSmartEdit_ZLM *input);
     TFormMode m_mode;
     QVariant m_identifier = 0;
     QVariant m_unsure; ///< the record whose save lost the line to the server: what was typed may be stored
@@ -157,6 +186,17 @@ private:
     bool m_finished = false; ///< done() ran
     QList<QPointer<QWidget>> m_inputs;
     QHash<QWidget *, QLabel *> m_captions;
+    struct TBlank {
+        TSmartInput *input;
+        QString word;
+    };
+    QList<TBlank> m_blanks; ///< what the validation under way found
+    struct TLeavingCheck {
+        std::function<void()> run;
+        QString seen; ///< the text that it ran for last
+    };
+    QHash<TSmartEdit_ZLM *, TLeavingCheck> m_leavingChecks;
+    TKeptTexts m_keptTexts;
     struct TPageGuard {
         int page;
         TSoftwarePart part;

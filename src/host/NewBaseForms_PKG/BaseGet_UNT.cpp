@@ -6,52 +6,11 @@
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Declaration_PKG/WorkingRows_unt.h"
+#include "host/NewBaseForms_PKG/OpenCodes.h"
 #include "host/NewBaseForms_PKG/Recovery_UNT.h"
-#include "host/database/Query.h"
-
-#include <QSet>
 
 namespace {
-
-// The codes that open editors of this process hold, as "part:code".
-QSet<QString> &openCodes()
-{
-    static QSet<QString> codes;
-    return codes;
-}
-
-QString openKey(TSoftwarePart part, const QString &code)
-{
-    return QString::number(part) + u':' + code;
-}
-
-// The codes of a part that this workstation has locked.
-struct TLockedCodes {
-    /// Held by an editor that is open now, here or in another process: its working rows look like rows left behind, but
-    /// somebody is at work on them.
-    QSet<QString> atWork;
-    QStringList left; ///< the others
-};
-
-TLockedCodes lockedCodes(TSoftwarePart part)
-{
-    TLockedCodes codes;
-    TQuery query(DM.ADOConnection1, QStringLiteral("Locks_QUR"));
-    query.setStatement(TStatement::format(
-        QStringLiteral("Select Code, ProcessID From CodeLock_TBL Where (Status=%d) AND (Com_Index = %d)"),
-        {int(part), IniOptions.Com_Index}));
-    query.open();
-    for (int row = 0; row < query.recordCount(); ++row) {
-        query.moveTo(row);
-        const QString code = query.asString(QStringLiteral("Code"));
-        if (openCodes().contains(openKey(part, code)) ||
-            RunsHere(query.value(QStringLiteral("ProcessID")).toLongLong()))
-            codes.atWork.insert(code);
-        else
-            codes.left.append(code);
-    }
-    return codes;
-}
 
 bool lockCode(const QString &code, TSoftwarePart part, TOperationType operation)
 {
@@ -109,29 +68,85 @@ void TBaseGet_FRM::ReleaseCode()
         return;
     const QString code = m_heldCode;
     m_heldCode.clear();
-    openCodes().remove(openKey(m_part, code));
-    lockCode(code, m_part, otUnlock);
+    OpenCodes::remove(m_part, code);
+    try {
+        // One that an administrator took away may be somebody else's by now, with the rows under it.
+        const bool lost = HasRecovery() && !HoldsCodeLock(code, m_part, IniOptions.Com_Index) &&
+                          LocateLockCode_SoftwarePart(code, m_part, IniOptions.Com_Index, false);
+        m_lostCode = lost ? code : QString();
+        lockCode(code, m_part, otUnlock);
+    } catch (const TDatabaseError &error) {
+        OpenCodes::giveUpLater(m_part, code, false, error);
+        throw;
+    }
+}
+
+void TBaseGet_FRM::CloseFailed(const TDatabaseError &error)
+{
+    OpenCodes::giveUpLater(m_part, Identifier().toString(), true, error);
+}
+
+bool TBaseGet_FRM::CodeWasLost() const
+{
+    return m_lostCode == Identifier().toString();
+}
+
+bool TBaseGet_FRM::HoldsCode() const
+{
+    return !m_heldCode.isEmpty() && HoldsCodeLock(m_heldCode, m_part, IniOptions.Com_Index);
+}
+
+bool TBaseGet_FRM::hasOthersRows(const QString &code)
+{
+    if (!HasRecovery() || CountWorkingRows(m_part, code) == 0)
+        return false;
+    return !OpeningDropsRows() || WorkingRowsOwner(m_part, code, IniOptions.Com_Index) != TRowsOwner::Nobody;
 }
 
 void TBaseGet_FRM::AllotCode(const std::function<int()> &newCode)
 {
     ReleaseCode();
     int code = newCode();
-    // Another editor of this program may have the code: its workstation would be given the lock once more.
-    while (openCodes().contains(openKey(m_part, QString::number(code))) ||
-           !lockCode(QString::number(code), m_part, otLock))
+    for (;;) {
+        const QString text = QString::number(code);
+        // Another editor of this program may have the code: its workstation would be given the lock once more.
+        if (!OpenCodes::contains(m_part, text) && lockCode(text, m_part, otLock)) {
+            m_heldCode = text;
+            OpenCodes::add(m_part, text);
+            if (!hasOthersRows(text))
+                break;
+            // Rows under a code that nobody has stored are not this record's. Those that somebody is at work on without
+            // a lock stay his; the others were left behind, and the lock makes them offered.
+            if (WorkingRowsOwner(m_part, text, IniOptions.Com_Index) == TRowsOwner::AtWork)
+                lockCode(text, m_part, otUnlock);
+            m_heldCode.clear();
+            OpenCodes::remove(m_part, text);
+        }
         code = qMax(newCode(), code + 1);
-    m_heldCode = QString::number(code);
-    openCodes().insert(openKey(m_part, m_heldCode));
+    }
     SetIdentifier(code);
 }
 
-bool TBaseGet_FRM::TakeCode(int code)
+bool TBaseGet_FRM::HoldCode(int code)
+{
+    const QString wanted = QString::number(code);
+    return wanted == m_heldCode || (!hasOthersRows(wanted) && changeHeld(code));
+}
+
+bool TBaseGet_FRM::TakeCodeBack(int code)
+{
+    if (!changeHeld(code))
+        return false;
+    SetIdentifier(code);
+    return true;
+}
+
+bool TBaseGet_FRM::changeHeld(int code)
 {
     const QString wanted = QString::number(code);
     if (wanted == m_heldCode)
         return true;
-    if (openCodes().contains(openKey(m_part, wanted)) || !lockCode(wanted, m_part, otLock))
+    if (OpenCodes::contains(m_part, wanted) || !lockCode(wanted, m_part, otLock))
         return false;
     if (!m_heldCode.isEmpty()) {
         try {
@@ -140,12 +155,66 @@ bool TBaseGet_FRM::TakeCode(int code)
             Guarded([&] { lockCode(wanted, m_part, otUnlock); });
             throw;
         }
-        openCodes().remove(openKey(m_part, m_heldCode));
+        OpenCodes::remove(m_part, m_heldCode);
     }
     m_heldCode = wanted;
-    openCodes().insert(openKey(m_part, m_heldCode));
+    OpenCodes::add(m_part, m_heldCode);
+    return true;
+}
+
+bool TBaseGet_FRM::TakeCode(int code)
+{
+    if (!HoldCode(code))
+        return false;
     SetIdentifier(code);
     return true;
+}
+
+// A lock may be freed by an administrator while the record is open, and working rows are everybody's. What stands on the
+// screen is what the user wants stored.
+bool TBaseGet_FRM::ReadyToSave()
+{
+    const bool lost = !m_heldCode.isEmpty() && !HoldsCodeLock(m_heldCode, m_part, IniOptions.Com_Index);
+    if (lost && !lockCode(m_heldCode, m_part, otLock)) {
+        ShowSmartMessage(
+            u"قفل کد %1 آزاد شده و اکنون ایستگاه دیگری آن را باز کرده است. آنچه نوشته اید ذخیره نشده و روی صفحه می ماند. پس از بسته شدن آن پنجره دوباره ذخیره کنید."_qs
+                .arg(m_heldCode),
+            {}, miWarning);
+        return false;
+    }
+    if (lost && Mode() == fmNew && RecordExists()) {
+        ShowSmartMessage(
+            u"قفل کد %1 آزاد شده و در این میان رکورد دیگری با همین کد ثبت شده است. آنچه نوشته اید ذخیره نشده و روی صفحه می ماند. کد دیگری بنویسید و دوباره ذخیره کنید."_qs
+                .arg(m_heldCode),
+            {}, miWarning);
+        lockCode(m_heldCode, m_part, otUnlock);
+        return false;
+    }
+    const bool changed = WorkingRowsChanged();
+    if (!lost && !changed)
+        return true;
+    const QString what =
+        changed
+            ? u"سطرهای این رکورد در پنجره دیگری تغییر کرده یا پاک شده است و دیگر همان نیست که در این صفحه می بینید."_qs
+            : u"قفل این رکورد در این میان آزاد شده است و شاید کس دیگری آن را تغییر داده باشد."_qs;
+    if (ShowSmartMessage(
+            what +
+                u"\nآنچه در این صفحه می بینید ذخیره شود؟ (با «خیر» چیزی ذخیره نمی شود و همه چیز روی صفحه می ماند.)"_qs,
+            TMessageButtons::YesNo, TAnswer::No) != TAnswer::Yes) {
+        if (lost) // or the next save would not ask
+            lockCode(m_heldCode, m_part, otUnlock);
+        return false;
+    }
+    if (changed)
+        PutWorkingRowsBack();
+    return true;
+}
+
+bool TBaseGet_FRM::RowsAreOwn()
+{
+    bool own = false;
+    Guarded([&] { own = ReadyToSave(); });
+    return own;
 }
 
 void TBaseGet_FRM::allotFreeCode()
@@ -162,6 +231,7 @@ void TBaseGet_FRM::allotFreeCode()
 bool TBaseGet_FRM::Start()
 {
     m_recoveryTaken = false;
+    OpenCodes::giveUpNow();
     if (Mode() == fmNew) {
         allotFreeCode();
         if (HasRecovery() && !m_recoveryAsked) {
@@ -177,15 +247,14 @@ bool TBaseGet_FRM::Start()
         return false;
     }
     const QString code = Identifier().toString();
-    const bool leftBehind =
-        HasRecovery() && RecordHasRecovery(code) && !lockedCodes(m_part).atWork.contains(code);
+    const bool leftBehind = HasRecovery() && isLeft(code) && RecordHasRecovery(code);
     if (const QString word = LockedEntityWord(); leftBehind || !word.isEmpty()) {
         if (!lockCode(code, m_part, otLock)) {
-            MSGInUse(word);
+            MSGInUse(word.isEmpty() ? windowTitle().trimmed() : word);
             return false;
         }
         m_heldCode = code;
-        openCodes().insert(openKey(m_part, code));
+        OpenCodes::add(m_part, code);
     }
     if (leftBehind && !recoverExisting())
         return false;
@@ -239,21 +308,23 @@ QList<TLeftRows> TBaseGet_FRM::leftByNewRecords(const QStringList &codes, bool &
             offered.append(code);
     }
     QList<TLeftRows> left;
-    for (const QString &code : RecoveryCodes()) {
-        if (!offered.contains(code))
-            continue;
-        auto found =
-            std::find_if(left.begin(), left.end(), [&](const TLeftRows &rows) { return rows.code == code; });
-        if (found == left.end())
-            left.append({code, 1});
-        else
-            ++found->rows;
-    }
-    // An editor may name one code only, and that may be one that is not offered.
-    if (left.isEmpty())
-        for (const QString &code : std::as_const(offered))
-            left.append({code, 0});
+    for (const QString &code : std::as_const(offered))
+        left.append({code, RecoveryRows(code)});
     return left;
+}
+
+int TBaseGet_FRM::RecoveryRows(const QString &code)
+{
+    return int(RecoveryCodes().count(code));
+}
+
+bool TBaseGet_FRM::isLeft(const QString &code)
+{
+    const OpenCodes::TLocked locked = OpenCodes::locked(m_part);
+    if (OpenCodes::contains(m_part, code) || locked.atWork.contains(code))
+        return false;
+    return locked.left.contains(code) ||
+           WorkingRowsOwner(m_part, code, IniOptions.Com_Index) == TRowsOwner::Left;
 }
 
 void TBaseGet_FRM::recoverIntoNew()
@@ -261,7 +332,7 @@ void TBaseGet_FRM::recoverIntoNew()
     bool taken = false;
     for (;;) {
         const QString newCode = Identifier().toString();
-        TLockedCodes locked = lockedCodes(m_part);
+        OpenCodes::TLocked locked = OpenCodes::locked(m_part);
         locked.atWork.remove(newCode);
         bool storedWait = false;
         TRecoveryRequest request;
@@ -305,10 +376,7 @@ bool TBaseGet_FRM::recoverExisting()
     TRecoveryRequest request;
     request.title = windowTitle();
     request.newRecord = false;
-    int rows = 0;
-    for (const QString &left : RecoveryCodes())
-        rows += left == code ? 1 : 0;
-    request.left.append({code, rows});
+    request.left.append({code, RecoveryRows(code)});
     const TRecoveryChoice choice = RecoveryChooser().choose(request, this);
     switch (choice.action) {
     case TRecoveryChoice::TakeUp:
@@ -325,9 +393,17 @@ bool TBaseGet_FRM::recoverExisting()
     return false;
 }
 
+void TBaseGet_FRM::KeepRows()
+{
+    keepForLater();
+    m_touched = false; // the record is left without BeforeClose, which would clear them
+}
+
 // Rows that were left behind stay for another time, and so must the lock that identifies them.
 void TBaseGet_FRM::keepForLater()
 {
-    openCodes().remove(openKey(m_part, m_heldCode));
+    OpenCodes::remove(m_part, m_heldCode);
+    if (LockedEntityWord().isEmpty() && Mode() == fmEdit) // here it is the note that does
+        lockCode(m_heldCode, m_part, otUnlock);
     m_heldCode.clear();
 }

@@ -42,7 +42,16 @@ protected:
     /// A code typed by hand: takes its lock and gives up the one held so far. Becomes Identifier(). False: another
     /// editor or workstation holds the code, nothing changed. Throws TDatabaseError, nothing changed either.
     bool TakeCode(int code);
+    /// The same for the code that was held before, with the record's own rows under it.
+    bool TakeCodeBack(int code);
+    /// The same as TakeCode without becoming Identifier(): for a stored record that is to get another code.
+    bool HoldCode(int code);
     void ReleaseCode();
+    /// Whether the lock on the code that was held is still this editor's. Throws TDatabaseError.
+    bool HoldsCode() const;
+    /// Whether the lock on Identifier() was somebody else's, or nobody's, when the editor gave it up: rows under the code
+    /// may not be its own then.
+    bool CodeWasLost() const;
 
     /// Whether an existing record is locked while it is open; when another workstation holds it, the user is told
     /// (MSGInUse with this word) and the screen does not open. Empty: not locked.
@@ -50,8 +59,12 @@ protected:
 
     // Recovery of rows that an editor of this workstation left behind. Codes as text; the base asks the user.
     virtual bool HasRecovery() const { return false; } ///< whether the editor takes part in recovery
-    /// One entry for each row; repeats count the rows. One code at least, when there are any rows.
+    /// One entry for each row. One code at least, when there are any rows.
     virtual QStringList RecoveryCodes() { return {}; }
+    /// How many rows were left under a code; as it stands, how often RecoveryCodes names it.
+    virtual int RecoveryRows(const QString &code);
+    /// Whether opening a record drops rows under its code that nobody noted as his; others are never a new record's.
+    virtual bool OpeningDropsRows() const { return false; }
     virtual bool RecordHasRecovery(const QString & /*code*/) { return false; }
     virtual void MoveRecovery(const QString & /*oldCode*/, const QString & /*newCode*/) {}
     virtual void DiscardRecovery(const QString & /*code*/) {}
@@ -60,12 +73,25 @@ protected:
     /// and must not be copied in again by LoadRecord.
     bool RecoveryTaken() const { return m_recoveryTaken; }
     bool OpensUnsaved() const override { return m_recoveryTaken; }
+    /// Leaves the working rows, and the lock that identifies them, to be offered when the record is opened next.
+    void KeepRows();
+
+    // Working rows of the record under edit. Both throw TDatabaseError.
+    /// Whether those that are stored are no longer those that the grid shows.
+    virtual bool WorkingRowsChanged() { return false; }
+    /// Stores those that the grid shows in place of the stored ones.
+    virtual void PutWorkingRowsBack() {}
+    /// Before a row is added, changed or deleted: whether the lock and the rows are this editor's own. Else the user is told
+    /// and asked, and Yes makes them so. Throws nothing.
+    bool RowsAreOwn();
 
     /// What the event log calls a saved record; default: its code.
     virtual QString EventText() const { return Identifier().toString(); }
 
     bool Start() override;
     void RecordSaved(bool wasNew) override; ///< writes the line of the event log
+    bool ReadyToSave() override;            ///< the lock and the working rows are still those of this editor
+    void CloseFailed(const TDatabaseError &error) override;
     void ReleaseHeld() override { ReleaseCode(); }
     bool MayStartNew() override;
 
@@ -74,6 +100,9 @@ private:
     void allotFreeCode();
     void recoverIntoNew();
     bool isStored(const QString &code);
+    bool isLeft(const QString &code);
+    bool changeHeld(int code);
+    bool hasOthersRows(const QString &code);
     /// Of the locked `codes`, those whose rows a new record may take up. The rows of a stored record wait until that
     /// record is opened: taken up elsewhere, the copies of its stored rows would meet them again at the save.
     QList<TLeftRows> leftByNewRecords(const QStringList &codes, bool &storedWait);
@@ -82,6 +111,7 @@ private:
     TSoftwarePart m_part;
     QVariant m_value;
     QString m_heldCode; ///< the code whose lock this editor holds
+    QString m_lostCode; ///< the code whose lock was no more its own when it was given up
     bool m_recoveryTaken = false;
     bool m_recoveryAsked = false;
 };

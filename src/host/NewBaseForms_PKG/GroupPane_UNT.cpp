@@ -4,6 +4,7 @@
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/database/ListPlace.h"
 #include "host/database/Query.h"
 
 #include <QContextMenuEvent>
@@ -74,12 +75,13 @@ void TGroup_Pane::Reread(bool toLast)
     {
         const QScopedValueRollback rereading(m_rereading, true);
         try {
+            const TListPlace place(*m_groups, QStringLiteral("Code"));
             ResetDataset(m_groups);
             m_groups->open();
             if (toLast)
                 m_groups->last();
             else
-                m_groups->locate(QStringLiteral("Code"), before);
+                place.restore(*m_groups);
         } catch (const TDatabaseError &error) {
             MsgDatabaseError(error);
         }

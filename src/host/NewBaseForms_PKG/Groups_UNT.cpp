@@ -27,6 +27,11 @@ QString nameOf(const TGroupKind &kind, int code)
     return ScalerQuery(kind.table, QStringLiteral("Name"), QStringLiteral("Code"), code);
 }
 
+bool groupIsStored(const TGroupKind &kind, int code)
+{
+    return !DM.ADOConnection1->scalar(on("select Code from ", kind, " where Code=").integer(code)).isNull();
+}
+
 /// The group that stands for all: the lists' first row, made with the database.
 bool isFixed(const TGroupKind &kind, int code)
 {
@@ -87,6 +92,7 @@ void TGroupGet_FRM::build()
     Code_EDT->setFocusPolicy(Qt::NoFocus);
     Name_EDT = AddInput(inputs, -1, 0, QStringLiteral("&نام :"), QStringLiteral("Name_EDT"),
                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    KeepIn(m_kind.table, {{Name_EDT, "Name"}});
     Body()->addStretch(1);
     BuildFooter(QStringLiteral("ذخیره F3"), QStringLiteral("خروج Esc"));
     resize(420, sizeHint().height());
@@ -99,10 +105,11 @@ bool TGroupGet_FRM::Validate()
         FocusInput(Name_EDT);
         return false;
     }
-    const QVariant other = DM.ADOConnection1->scalar(on("select count(*) from ", m_kind, " where Name=")
-                                                         .text(Name_EDT->GetText().trimmed())
-                                                         .sql(" and Code<>")
-                                                         .integer(Identifier()));
+    const QVariant other = DM.ADOConnection1->scalar(
+        on("select count(*) from ", m_kind, " where Name=")
+            .text(AsStored(m_kind.table, QStringLiteral("Name"), Name_EDT->GetText().trimmed()))
+            .sql(" and Code<>")
+            .integer(Identifier()));
     if (other.toInt() > 0) {
         MsgRepeatedField(QStringLiteral("نام"), m_kind.listTitle, Name_EDT, this);
         FocusInput(Name_EDT);
@@ -130,7 +137,7 @@ void TGroupGet_FRM::ShowRecord()
 
 bool TGroupGet_FRM::SaveRecord()
 {
-    const QString name = Name_EDT->GetText().trimmed();
+    const QString name = AsStored(m_kind.table, QStringLiteral("Name"), Name_EDT->GetText().trimmed());
     try {
         if (Mode() == fmNew)
             DM.ADOConnection1->execute(on("insert into ", m_kind, "(Code, Name) values(")
@@ -163,8 +170,7 @@ void TGroupGet_FRM::NewCode()
 
 bool TGroupGet_FRM::RecordExists()
 {
-    return !DM.ADOConnection1->scalar(on("select Code from ", m_kind, " where Code=").integer(Identifier()))
-                .isNull();
+    return groupIsStored(m_kind, Identifier().toInt());
 }
 
 QString TGroupGet_FRM::LockedEntityWord() const
@@ -212,7 +218,12 @@ bool TGroupList_FRM::Delete(const TGroupKind &kind, int code, TSoftwarePart part
         MSGInUse(groupWord());
         return false;
     }
-    if (!ConfirmDelete(part, nameOf(kind, code)))
+    if (!groupIsStored(kind, code)) {
+        MsgRecordGone();
+        return false;
+    }
+    const QString name = nameOf(kind, code);
+    if (!ConfirmDelete(part, name, u"کد: %1 - نام گروه: \u2068%2\u2069"_qs.arg(code).arg(name)))
         return false;
     try {
         return DM.ADOConnection1->execute(on("delete from ", kind, " where Code=").integer(code)) > 0;
@@ -227,7 +238,8 @@ bool TGroupList_FRM::Delete(const TGroupKind &kind, int code, TSoftwarePart part
 
 void TGroupList_FRM::DeleteRecord()
 {
-    if (Delete(m_kind, m_query.asInteger(QStringLiteral("Code")), m_kind.part))
+    const int code = m_query.asInteger(QStringLiteral("Code"));
+    if (Delete(m_kind, code, m_kind.part) || !groupIsStored(m_kind, code))
         RefreshList();
 }
 

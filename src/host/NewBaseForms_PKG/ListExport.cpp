@@ -59,7 +59,8 @@ bool writeRow(TWorkbook &book, const TSmartGrid_ZLM *grid, const QList<int> &sho
         }
         const int field = query->fieldIndex(column.field);
         const QVariant value = field < 0 ? QVariant() : query->valueAt(row, field);
-        const bool number = !value.isNull() && column.format != TGridColumn::YesNo && isNumber(value);
+        const bool number =
+            !value.isNull() && !column.nameOf && column.format != TGridColumn::YesNo && isNumber(value);
         const bool written =
             number ? book.setNumber(row + 1, place, value.toDouble(), column.format == TGridColumn::Money)
                    : book.setText(row + 1, place, ShownInGrid(column, value));

@@ -75,7 +75,12 @@ void TRecovery_FRM::decide(TRecoveryChoice::Action action)
         MsgNotEntered(u"سطري"_qs);
         return;
     }
-    if ((action == TRecoveryChoice::Discard || action == TRecoveryChoice::DiscardAll) && !MsgDeleteRow())
+    QStringList discarded;
+    for (const TLeftRows &left : std::as_const(m_request.left))
+        if (action == TRecoveryChoice::DiscardAll ||
+            (action == TRecoveryChoice::Discard && codes.contains(left.code)))
+            discarded << left.code;
+    if (!discarded.isEmpty() && !MsgDeleteRow(u"کد: %1"_qs.arg(discarded.join(u"، "_qs))))
         return;
     m_choice = {action, codes};
     done(Accepted);

@@ -2,6 +2,8 @@
 
 #include <QCollator>
 
+#include <algorithm>
+
 namespace {
 
 /// The value of a Persian or Arabic-Indic digit, -1 for every other character.
@@ -18,6 +20,12 @@ int easternDigit(char16_t c)
 bool isMark(char16_t c)
 {
     return (c >= 0x064B && c <= 0x0652) || c == 0x0640 || c == 0x0670 || (c >= 0x200C && c <= 0x200F);
+}
+
+/// A character that leaves no trace on the screen.
+bool isInvisible(QChar c)
+{
+    return c.isSpace() || c.category() == QChar::Other_Format || c.category() == QChar::Other_Control;
 }
 
 bool isGroupSeparator(QChar c)
@@ -100,6 +108,22 @@ QString PersianText::latinDigits(const QString &text)
     return result;
 }
 
+QString PersianText::plainCode(const QString &text)
+{
+    qsizetype from = 0;
+    qsizetype to = text.size();
+    while (from < to && isInvisible(text.at(from)))
+        ++from;
+    while (to > from && isInvisible(text.at(to - 1)))
+        --to;
+    return latinDigits(text.mid(from, to - from));
+}
+
+bool PersianText::isBlank(const QString &text)
+{
+    return std::all_of(text.begin(), text.end(), isInvisible);
+}
+
 QString PersianText::plainNumber(const QString &text)
 {
     QString result;
@@ -140,6 +164,13 @@ QString PersianText::grouped(const QString &plainNumber)
     for (qsizetype at = (point < 0 ? result.size() : point) - 3; at > first; at -= 3)
         result.insert(at, u',');
     return result;
+}
+
+QString PersianText::cut(const QString &text, int width)
+{
+    if (width <= 0 || text.size() <= width)
+        return text;
+    return text.left(text[width - 1].isHighSurrogate() ? width - 1 : width);
 }
 
 int PersianText::compare(const QString &a, const QString &b)

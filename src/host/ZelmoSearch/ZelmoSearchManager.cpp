@@ -147,6 +147,17 @@ void TZelmoSearchManager::ExecuteFilter(const TStatement &ownFilter)
     run(ownFilter);
 }
 
+bool TZelmoSearchManager::IsStored(qlonglong key) const
+{
+    const QString field = u'[' + m_query->keyField() + u']';
+    return !m_query->connection()
+                ->scalar(TStatement(QStringLiteral("select ") + field + QStringLiteral(" from ("))
+                             .append(m_script)
+                             .sql(QStringLiteral(") as StoredT where ") + field + QStringLiteral(" = "))
+                             .value(key))
+                .isNull();
+}
+
 void TZelmoSearchManager::run(const TStatement &ownFilter)
 {
     if (m_running || m_script.isEmpty())

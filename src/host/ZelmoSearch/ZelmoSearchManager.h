@@ -50,6 +50,9 @@ public:
     void ExecuteFilter_DataSet();
     /// The same for a filter that the screen built itself, in place of its own filter.
     void ExecuteFilter(const TStatement &ownFilter);
+    /// Whether the list without its filters has a row of this key now, whatever was read of it before. Throws
+    /// TDatabaseError.
+    bool IsStored(qlonglong key) const;
     /// Whether any frame's condition is in force.
     bool IsFiltered() const { return !m_conditions.isEmpty(); }
 

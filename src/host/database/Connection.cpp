@@ -95,6 +95,18 @@ QVariant TConnection::scalar(const TStatement &statement)
     return cursor->next() ? cursor->value(0) : QVariant();
 }
 
+int TConnection::columnWidth(const QString &table, const QString &column) const
+{
+    const TTableInfo *info = engine().table(table);
+    if (!info)
+        return 0;
+    for (const TFieldInfo &field : info->columns) {
+        if (field.name.compare(column, Qt::CaseInsensitive) == 0)
+            return field.width;
+    }
+    return 0;
+}
+
 TEngine &TConnection::engine() const
 {
     if (!m_engine)

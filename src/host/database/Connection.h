@@ -50,6 +50,9 @@ public:
     /// First column of the first row, null when there is none.
     QVariant scalar(const TStatement &statement);
 
+    /// Characters that a table's text column keeps; 0 where there is no limit or no such column.
+    int columnWidth(const QString &table, const QString &column) const;
+
     /// The last failure of a statement on this connection, kept for the message of a save that answered false.
     const std::optional<TDatabaseError> &lastError() const { return m_lastError; }
     void clearLastError() { m_lastError.reset(); }

@@ -1,5 +1,6 @@
 #include "host/database/RowWriter.h"
 
+#include "host/Utility_ZLM/PersianText.h"
 #include "host/database/Schema.h"
 #include "host/database/SqlText.h"
 
@@ -31,12 +32,7 @@ QVariant cut(const QVariant &value, int width)
 {
     if (width <= 0 || value.typeId() != QMetaType::QString)
         return value;
-    QString text = value.toString();
-    if (text.size() > width) {
-        // Never half of a letter beyond the basic plane.
-        text.truncate(text[width - 1].isHighSurrogate() ? width - 1 : width);
-    }
-    return text;
+    return PersianText::cut(value.toString(), width);
 }
 
 } // namespace

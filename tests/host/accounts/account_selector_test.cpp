@@ -194,3 +194,35 @@ TEST_F(AccountSelector, WhileTheChartCannotBeReadTheCodesStandAsTyped)
     Keys::press(&screen, Qt::Key_F2);
     EXPECT_EQ(messages.take(), QStringList{"MsgDatabaseError()"});
 }
+
+TEST_F(AccountSelector, WithoutAccountsThePickerTellsWhereTheyComeFrom)
+{
+    db.run("delete from AccountAssistant");
+    const auto shown = [](QWidget *picker) {
+        auto *label = Keys::find<QLabel>(picker, "NoAccounts_LBL");
+        return label->isVisible() ? label->text() : QString();
+    };
+    account->SetCodes("61", "0", "0");
+    account->AssistantCode_EDT->setFocus();
+    pick([&](QWidget *picker) {
+        EXPECT_TRUE(shown(picker).startsWith(u"حساب کل 61 هیچ حساب معینی ندارد."_qs))
+            << shown(picker).toStdString();
+        EXPECT_TRUE(shown(picker).contains(u"حسابداری"_qs));
+        EXPECT_FALSE(picker->findChild<QTableView *>()->isVisible());
+        Keys::picture(picker, "account_picker_without_accounts");
+        Keys::press(picker, Qt::Key_Escape);
+    });
+    account->TotalCode_EDT->setFocus();
+    pick([&](QWidget *picker) {
+        EXPECT_EQ(shown(picker), QString());
+        Keys::type(Keys::child(picker, "Search_EDT"), "nobody");
+        EXPECT_TRUE(
+            Keys::waitFor([&] { return picker->findChild<QTableView *>()->model()->rowCount() == 0; }));
+        EXPECT_EQ(shown(picker), QString()) << "it is the search that finds none";
+    });
+    db.run("delete from AccountTotal");
+    pick([&](QWidget *picker) {
+        EXPECT_TRUE(shown(picker).startsWith(u"هنوز هیچ حسابی"_qs));
+        Keys::press(picker, Qt::Key_Escape);
+    });
+}

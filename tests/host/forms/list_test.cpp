@@ -200,7 +200,7 @@ TEST_F(BaseDock, ADeleteThatCannotBeRecordedDoesNotHappen)
     fill(3);
     TThingList_FRM screen(fmBrowse, &list);
     open(screen, [&] {
-        db.failStatement(1, TFault::Locked); // the event's line
+        db.failStatement(2, TFault::Locked); // the event's line, behind the look at the row
         messages.answer({Yes});
         Keys::press(&screen, Qt::Key_F7);
         db.failStatement(0);

@@ -4,6 +4,7 @@
 #include "host/Message_ZLM/Balloon.h"
 #include "host/Message_ZLM/Message_ZLM.h"
 
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
@@ -227,4 +228,43 @@ TEST_F(Balloons, WordsAreNeverMarkUp)
     ShowTooltipMessage("<b>x</b>", second);
     EXPECT_EQ(TBalloon::current()->text(), "<b>x</b>");
     EXPECT_GT(TBalloon::current()->width(), TBalloon::current()->fontMetrics().horizontalAdvance("<b>x</b>"));
+}
+
+TEST_F(Balloons, AWindowThatClosesAsItsBalloonComesUpLeavesItToTheOneBehind)
+{
+    QDialog list(&window);
+    auto *button = new QPushButton("x", &list);
+    list.setModal(true);
+    list.show();
+    ASSERT_TRUE(Keys::waitFor([&] { return list.isActiveWindow(); }));
+    ShowSmartMessage(10122, button, &list, 3000);
+    ASSERT_TRUE(TBalloon::current());
+    list.done(QDialog::Accepted);
+    ASSERT_TRUE(Keys::waitFor([] { return TBalloon::current() && TBalloon::current()->isVisible(); }));
+    EXPECT_EQ(TBalloon::current()->text(), persian("آیتمی را که مبلغ آن صفر است نمی توان اضافه کرد."));
+    EXPECT_EQ(TBalloon::current()->parentWidget(), &window);
+
+    // One that was there to be read goes with its window.
+    list.show();
+    ShowSmartMessage(10122, button, &list, 3000);
+    settle();
+    list.done(QDialog::Accepted);
+    settle();
+    EXPECT_FALSE(TBalloon::current());
+}
+
+TEST_F(Balloons, ADialogThatComesRightAfterABalloonDoesNotTakeItAway)
+{
+    ShowSmartMessage(10122, first, &window, 3000);
+    Keys::runModal(
+        [&] {
+            ShowSmartMessage(persian("سطر دوم پذیرفته نشد"), {}, miWarning);
+            return 0;
+        },
+        [&](QWidget *dialog) {
+            EXPECT_FALSE(TBalloon::current());
+            Keys::press(dialog, Qt::Key_Return);
+        });
+    ASSERT_TRUE(TBalloon::current());
+    EXPECT_EQ(TBalloon::current()->text(), persian("آیتمی را که مبلغ آن صفر است نمی توان اضافه کرد."));
 }

@@ -5,7 +5,9 @@
 #include "support/Keys.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <csignal>
 #include <cstdio>
@@ -206,14 +208,15 @@ const auto *const otherProgram = testing::AddGlobalTestEnvironment(new TOtherPro
 /// Several programs on one database.
 class LocksOfTwoPrograms : public Locks {
 protected:
-    void start(QProcess &other, int comIndex, int rounds = 0)
+    void start(QProcess &other, int comIndex, int rounds = 0,
+               const QStringList &command = {QCoreApplication::applicationFilePath()})
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("LOCK_TEST_DATABASE", db.path());
         environment.insert("LOCK_TEST_INDEX", QString::number(comIndex));
         environment.insert("LOCK_TEST_ROUNDS", QString::number(rounds));
         other.setProcessEnvironment(environment);
-        other.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=LocksOfTwoPrograms.*"});
+        other.start(command.first(), command.mid(1) << "--gtest_filter=LocksOfTwoPrograms.*");
     }
     /// Starts the other program; it has taken the lock on 5 (or was refused) when this returns its answer.
     QString startOther(QProcess &other, int comIndex)
@@ -294,6 +297,46 @@ TEST_F(LocksOfTwoPrograms, ARunningProgramOfTheSameWorkstationKeepsItsLock)
     EXPECT_TRUE(take(5, 1));
 }
 
+TEST_F(LocksOfTwoPrograms, ACopyOfTheProgramAtAnotherPathKeepsItsLockWhileItRuns)
+{
+    const QTemporaryDir folder;
+    const QString copy = folder.filePath("copy");
+    ASSERT_TRUE(QFile::copy(QCoreApplication::applicationFilePath(), copy));
+    QProcess other;
+    start(other, 1, 0, {"env", "LD_LIBRARY_PATH=" + QCoreApplication::applicationDirPath(), copy});
+    ASSERT_EQ(answer(other), "lock:taken");
+    EXPECT_FALSE(take(5, 1));
+    EXPECT_TRUE(locked(5, 1));
+    EXPECT_EQ(ReleaseLeftLocks(1), 0);
+    kill(other);
+    EXPECT_EQ(ReleaseLeftLocks(1), 1);
+    EXPECT_TRUE(take(5, 1));
+}
+
+// Each space of process numbers counts from 1: a number of the one means another program in the other.
+TEST_F(LocksOfTwoPrograms, AProgramInAContainerCountsAsRunning)
+{
+    QProcess probe;
+    const QStringList container{"unshare", "-U", "-r", "-p", "-f", "--kill-child", "--mount-proc"};
+    probe.start(container.first(), container.mid(1) << "true");
+    if (!probe.waitForFinished() || probe.exitCode() != 0)
+        GTEST_SKIP() << "this machine allows no space of process numbers of one's own";
+    QProcess other;
+    start(other, 1, 0, container + QStringList{QCoreApplication::applicationFilePath()});
+    ASSERT_EQ(answer(other), "lock:taken");
+    EXPECT_EQ(db.text("select ProcessID from CodeLock_TBL"), "1");
+    EXPECT_FALSE(take(5, 1));
+    EXPECT_EQ(ReleaseLeftLocks(1), 0);
+    // And the other way round.
+    EXPECT_TRUE(take(6, 1));
+    QProcess second;
+    start(second, 1, 0, container + QStringList{QCoreApplication::applicationFilePath()});
+    EXPECT_EQ(answer(second), "lock:refused");
+    end(second);
+    end(other);
+    EXPECT_TRUE(take(5, 1));
+}
+
 TEST_F(LocksOfTwoPrograms, AKilledProgramsLockIsTakenAgainByItsWorkstationOnly)
 {
     QProcess other;
@@ -318,14 +361,18 @@ TEST_F(LocksOfTwoPrograms, LocksLeftByKilledProgramsGoAtTheNextStart)
     const qint64 process = other.processId();
     kill(other);
     take(6, 1);
-    db.run(QString("insert into CodeLock_TBL(Code, Status, Com_Index, ProcessID) values('7', 806, 1, %1)")
-               .arg(process));
+    for (int code : {7, 10})
+        db.run(
+            QString("insert into CodeLock_TBL(Code, Status, Com_Index, ProcessID) values('%1', 806, 1, %2)")
+                .arg(code)
+                .arg(process));
+    db.run("insert into tmpStaffFamily(ID, StaffCode, Name) values(1, 7, 'typed')");
     db.run(QString("insert into CodeLock_TBL(Code, Status, Com_Index, ProcessID) values('8', 802, 2, %1)")
                .arg(process));
     db.run("insert into CodeLock_TBL(Code, Status, Com_Index) values('9', 802, 1)");
-    EXPECT_EQ(ReleaseLeftLocks(1), 1);
+    EXPECT_EQ(ReleaseLeftLocks(1), 2);
     EXPECT_EQ(rows(), "6|802|1\n8|802|2\n9|802|1\n7|806|1")
-        << "own ones, staff's, other workstations' and those of unknown programs stay";
+        << "own ones, those with rows to recover, other workstations' and those of unknown programs stay";
 }
 
 TEST_F(Locks, TheOwnProcessAndAForeignOneAreNoOtherProgramOfTheSuite)

@@ -165,3 +165,14 @@ TEST(IdentityNumbers, OnlyTenDigitsAreANumber)
          {"", "084575948", "00084575948", "008457594x", " 0084575948", "00-84575948", "٫٫٫٫٫٫٫٫٫٫"})
         EXPECT_FALSE(identity(text)) << text;
 }
+
+TEST(PersianTextCut, KeepsWhatAColumnKeepsAndNeverHalfALetter)
+{
+    const QString smiley = QString::fromUtf8("\U0001F600");
+    EXPECT_EQ(PersianText::cut("abcdef", 4), "abcd");
+    EXPECT_EQ(PersianText::cut("abcd", 4), "abcd");
+    EXPECT_EQ(PersianText::cut("abcd", 0), "abcd") << "no limit";
+    EXPECT_EQ(PersianText::cut("abc" + smiley, 4), "abc");
+    EXPECT_EQ(PersianText::cut("ab" + smiley + "c", 4), "ab" + smiley);
+    EXPECT_EQ(PersianText::cut(smiley, 1), "");
+}

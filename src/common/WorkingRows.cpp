@@ -1,0 +1,70 @@
+#include "common/WorkingRows.h"
+
+#include "common/DataModule_UNT.h"
+
+namespace {
+
+QStringList contents(const QList<QVariantList> &rows)
+{
+    QStringList texts;
+    for (const QVariantList &row : rows) {
+        QStringList cells;
+        for (const QVariant &cell : row)
+            cells << cell.toString();
+        texts << cells.join(QChar(0));
+    }
+    texts.sort();
+    return texts;
+}
+
+} // namespace
+
+TWorkingRows::TWorkingRows(TQuery *shown, const QString &table, const QString &codeColumn,
+                           const QStringList &columns)
+    : m_shown(shown), m_table(table), m_codeColumn(codeColumn), m_columns(columns)
+{
+}
+
+QList<QVariantList> TWorkingRows::rowsOf(const TQuery &query) const
+{
+    QList<QVariantList> rows;
+    for (int row = 0; row < query.recordCount(); ++row) {
+        QVariantList cells;
+        for (const QString &column : m_columns)
+            cells << query.valueAt(row, query.fieldIndex(column));
+        rows << cells;
+    }
+    return rows;
+}
+
+bool TWorkingRows::Changed(const QVariant &code) const
+{
+    TQuery stored(m_shown->connection(), QStringLiteral("WorkingRows_QUR"));
+    stored.setStatement(
+        TStatement(QStringLiteral("select * from %1 where %2=").arg(m_table, m_codeColumn)).integer(code));
+    stored.open();
+    return contents(rowsOf(stored)) != contents(rowsOf(*m_shown));
+}
+
+void TWorkingRows::PutBack(const QVariant &code,
+                           const std::function<QVariant(const QVariant &)> &keyFor) const
+{
+    TConnection *connection = m_shown->connection();
+    const QList<QVariantList> rows = rowsOf(*m_shown);
+    QStringList names{QStringLiteral("[%1]").arg(m_codeColumn)};
+    for (const QString &column : m_columns)
+        names << QStringLiteral("[%1]").arg(column);
+    InOneUnit(connection, [&] {
+        connection->execute(
+            TStatement(QStringLiteral("delete from %1 where %2=").arg(m_table, m_codeColumn)).integer(code));
+        for (QVariantList row : rows) {
+            if (keyFor)
+                row[0] = keyFor(row[0]);
+            TStatement insert(QStringLiteral("insert into %1(%2) values(").arg(m_table, names.join(u',')));
+            insert.integer(code);
+            for (const QVariant &cell : std::as_const(row))
+                insert.sql(QStringLiteral(",")).value(cell);
+            connection->execute(insert.sql(QStringLiteral(")")));
+        }
+    });
+}
