@@ -1,5 +1,6 @@
 #include "app/Program.h"
 #include "host/Component_ZLM/Appearance.h"
+#include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/HostWindows_UNT.h"
 
@@ -11,7 +12,11 @@
 
 #include <clocale>
 #include <cstring>
+#include <exception>
 #include <langinfo.h>
+#include <new>
+
+#include <unistd.h>
 
 namespace {
 
@@ -22,13 +27,24 @@ public:
     bool notify(QObject *receiver, QEvent *event) override
     {
         try {
+            if (draws(event->type()) && !MemoryToDraw())
+                return false;
             return QApplication::notify(receiver, event);
         } catch (const TDatabaseError &error) {
             MsgDatabaseError(error);
+        } catch (const std::bad_alloc &) {
+            TellLowMemory();
         } catch (const std::exception &error) {
             MsgDatabaseError(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
         }
         return false;
+    }
+
+private:
+    static bool draws(QEvent::Type type)
+    {
+        return type == QEvent::Expose || type == QEvent::UpdateRequest || type == QEvent::Show ||
+               type == QEvent::Resize;
     }
 };
 
@@ -66,6 +82,15 @@ void note(QtMsgType type, const QMessageLogContext &context, const QString &text
     ordinaryNotes(type, context, text);
 }
 
+/// Where no memory is left and nothing can be told any more (a destructor, a function of Qt that may not fail): one line
+/// instead of a crash. What was committed is in the database, the rest is rolled back by it.
+[[noreturn]] void endAtOnce()
+{
+    const char line[] = "ketebionpap: the program cannot go on (no memory left?) and ends\n";
+    (void)!::write(STDERR_FILENO, line, sizeof line - 1);
+    ::_exit(1);
+}
+
 bool hasDisplay()
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
@@ -96,6 +121,8 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
 
+    std::set_terminate(endAtOnce);
+    KeepMemoryReserve();
     ordinaryNotes = qInstallMessageHandler(note);
     QLocale::setDefault(QLocale::c());
     // Qt reads its own arguments out of the list; the program's were read above.

@@ -1,4 +1,4 @@
-# What run.sh and test.sh share. Read by them; needs `root`, the project's folder.
+# What run.sh, test.sh and bench.sh share. Read by them; needs `root`, the project's folder.
 
 command_name=$(basename "$0")
 
@@ -11,7 +11,7 @@ fail() {
     exit 1
 }
 
-# The packages of scripts/packages.txt for "run" or "test" that are not installed.
+# The packages of scripts/packages.txt for "run", "test" or "bench" that are not installed.
 missing_packages() {
     sed 's/#.*//' "$root/scripts/packages.txt" | while read -r package use _; do
         [ -n "$package" ] || continue

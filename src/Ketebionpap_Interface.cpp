@@ -4,6 +4,7 @@
 #include "calcmethod/CalcMethod_DM_UNT.h"
 #include "calender/Calender_List_UNT.h"
 #include "entity/FiscalDeducation_List_UNT.h"
+#include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
@@ -49,6 +50,8 @@ int enter(Work work) noexcept
         return work();
     } catch (const TDatabaseError &error) {
         tell(error);
+    } catch (const std::bad_alloc &) {
+        TellLowMemory();
     } catch (const std::exception &error) {
         tell(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
     } catch (...) {

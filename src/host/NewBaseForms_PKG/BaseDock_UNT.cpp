@@ -6,6 +6,7 @@
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
@@ -41,6 +42,8 @@ bool TBaseDock_FRM::Guarded(const std::function<void()> &work)
         return true;
     } catch (const TDatabaseError &error) {
         MsgDatabaseError(error);
+    } catch (const std::bad_alloc &) {
+        TellLowMemory();
     } catch (const std::exception &error) {
         MsgDatabaseError(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
     }

@@ -1,6 +1,7 @@
 #include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Utility_ZLM/PersianText.h"
@@ -10,6 +11,8 @@
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QTabWidget>
+
+#include <new>
 
 TBaseEditor::TBaseEditor(TFormMode mode) : m_mode(mode) {}
 
@@ -27,6 +30,8 @@ bool TBaseEditor::Guarded(const std::function<void()> &work)
         if (DM.ADOConnection1)
             DM.ADOConnection1->noteError(error);
         MsgDatabaseError(error);
+    } catch (const std::bad_alloc &) {
+        TellLowMemory();
     } catch (const std::exception &error) {
         MsgDatabaseError(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
     }

@@ -10,6 +10,7 @@
 #include <QRandomGenerator>
 
 #include <chrono>
+#include <new>
 #include <thread>
 
 namespace {
@@ -182,9 +183,9 @@ int TSqliteEngine::waitForWriter(void *engine, int attempt)
 
 void TSqliteEngine::fail(const QString &text) const
 {
-    throw TDatabaseError(Faults::lastOf(m_db),
-                         m_db ? QString::fromUtf8(sqlite3_errmsg(m_db)) : QStringLiteral("out of memory"),
-                         text);
+    if (!m_db || (sqlite3_errcode(m_db) & 0xff) == SQLITE_NOMEM)
+        throw std::bad_alloc(); // as everywhere else: no fault of the database
+    throw TDatabaseError(Faults::lastOf(m_db), QString::fromUtf8(sqlite3_errmsg(m_db)), text);
 }
 
 void TSqliteEngine::exec(const char *sql)
