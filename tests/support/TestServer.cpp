@@ -115,7 +115,7 @@ QString firstRows()
 {
     QString text;
     for (const Schema::TStep &step : Schema::steps()) {
-        for (const QString &batch : Schema::batches(step.script, TConnection::Kind::SqlServer)) {
+        for (const QString &batch : Schema::batches(step.script, TEngineKind::SqlServer)) {
             if (ReadSql(batch).verb == TSqlText::Insert)
                 text += batch + u'\n';
         }
