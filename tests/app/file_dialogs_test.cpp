@@ -41,15 +41,19 @@ protected:
         QStringList numbers;
         for (const char *ending : {"", "-shm"})
             numbers << QString::number(SqliteFile::identityOf(database() + ending).number);
-        QFile all("/proc/locks");
-        EXPECT_TRUE(all.open(QIODevice::ReadOnly));
         QStringList held;
-        for (const QString &line : QString::fromLatin1(all.readAll()).split(u'\n')) {
-            const QStringList words = line.simplified().split(u' ');
-            if (words.size() > 7 && words[1] == "POSIX" && words[4].toLongLong() == getpid() &&
-                numbers.contains(words[5].section(u':', -1)))
-                held << words.mid(1).join(u' ');
+        // The list is read in pieces while other programs lock and unlock: a line may come twice, or be passed over.
+        for (int reading = 0; reading < 5; ++reading) {
+            QFile all("/proc/locks");
+            EXPECT_TRUE(all.open(QIODevice::ReadOnly));
+            for (const QString &line : QString::fromLatin1(all.readAll()).split(u'\n')) {
+                const QStringList words = line.simplified().split(u' ');
+                if (words.size() > 7 && words[1] == "POSIX" && words[4].toLongLong() == getpid() &&
+                    numbers.contains(words[5].section(u':', -1)))
+                    held << words.mid(1).join(u' ');
+            }
         }
+        held.removeDuplicates();
         held.sort();
         return held.join(u'\n').toStdString();
     }
