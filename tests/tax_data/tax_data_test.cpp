@@ -292,18 +292,19 @@ TEST_F(TaxData, SavingReplacesTheWholeSetAndSavingTwiceWritesItOnce)
     EXPECT_EQ(permanent(1), "1001|2000|10");
 }
 
-TEST_F(TaxData, ASaveThatFailsInTheMiddleLeavesWhatTheStatementsLeft)
+TEST_F(TaxData, AReplacementThatFailsAnywhereLeavesTheOldBrackets)
 {
     header(1);
     bracket(1, 0, 1000);
     ASSERT_TRUE(dm.TaxDetail_Insert(1));
-    db.failStatement(1);
-    EXPECT_FALSE(dm.TaxDetail_Insert(1));
-    EXPECT_EQ(permanent(1), "0|1000|10");
-    db.failStatement(2);
-    EXPECT_FALSE(dm.TaxDetail_Insert(1));
-    EXPECT_EQ(permanent(1), "");
-    EXPECT_EQ(working(1), "0|1000|10");
+    for (int statement = 1; statement <= 4; ++statement) { // begin, clear, copy, commit
+        db.failStatement(statement);
+        EXPECT_FALSE(dm.TaxDetail_Insert(1)) << statement;
+        EXPECT_EQ(permanent(1), "0|1000|10") << statement;
+        EXPECT_EQ(working(1), "0|1000|10") << statement;
+        EXPECT_FALSE(db.connection().InTransaction()) << statement;
+    }
+    db.failStatement(0);
     EXPECT_TRUE(dm.TaxDetail_Insert(1));
     EXPECT_EQ(permanent(1), "0|1000|10");
 }

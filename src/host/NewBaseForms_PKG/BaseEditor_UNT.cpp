@@ -166,6 +166,8 @@ bool TBaseEditor::Save(TSaveMode way)
             if (!ReadyToSave())
                 return;
             tried = true;
+            // When it breaks a part of it may be stored: closing asks then, also where nothing was typed.
+            SetIsSaved(false);
             saved = SaveRecord();
             if (!saved && BaseTellsFailure())
                 MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
@@ -174,11 +176,8 @@ bool TBaseEditor::Save(TSaveMode way)
         rollBackLeftOpen();
         if (!saved)
             noteLostLine();
-        if (tried && !saved) {
-            // A part of it may be stored: closing asks, also where nothing was typed.
-            SetIsSaved(false);
+        if (tried && !saved)
             Guarded([this] { SaveFailed(); });
-        }
         if (!sound || !saved)
             return false;
         RecordSaved(m_mode == fmNew);

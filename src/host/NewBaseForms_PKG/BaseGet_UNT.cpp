@@ -403,7 +403,7 @@ void TBaseGet_FRM::KeepRows()
 void TBaseGet_FRM::keepForLater()
 {
     OpenCodes::remove(m_part, m_heldCode);
-    if (LockedEntityWord().isEmpty() && Mode() == fmEdit) // here it is the note that does
+    if (OpeningDropsRows() && Mode() == fmEdit) // here it is the note that does
         lockCode(m_heldCode, m_part, otUnlock);
     m_heldCode.clear();
 }

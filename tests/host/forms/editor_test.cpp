@@ -243,7 +243,7 @@ TEST_F(BaseEditor, ASavedRecordStaysSavedWhenItsEventCannotBeWritten)
                    [&] {
                        editor.Title_EDT->SetText("one");
                        messages.take();
-                       db.failStatement(2, TFault::Locked); // the first one stores the record
+                       db.failStatement(3, TFault::Locked); // behind the look at the lock and the record
                        Keys::press(&editor, Qt::Key_F3);
                        db.failStatement(0);
                    }),
@@ -269,7 +269,7 @@ TEST_F(BaseEditor, AnEditorThatCannotReadBackItsSavedRecordClosesWithOk)
     TThingGet_FRM editor;
     const int result = open(editor, [&] {
         Keys::type(editor.Title_EDT, "first");
-        db.failStatement(3, TFault::ConnectionLost); // the insert and its event pass, the reading does not
+        db.failStatement(4, TFault::ConnectionLost); // lock, insert and event pass, the reading does not
         Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
         db.failStatement(0);
         EXPECT_FALSE(editor.isVisible());
