@@ -11,8 +11,9 @@ using enum TAnswer;
 
 TEST_F(Screens, AfterAUserIsDeletedTheNextOneIsCurrentAndTheQuestionNamedHim)
 {
-    for (const char *name : {"anna", "bahar", "cyrus"})
-        user(QString::fromLatin1(name));
+    user("anna", "secret-1", true);
+    user("bahar");
+    user("cyrus");
     TUserList_FRM list;
     Keys::runModal([&] { return list.exec(); },
                    [&](QWidget *screen) {
@@ -26,7 +27,7 @@ TEST_F(Screens, AfterAUserIsDeletedTheNextOneIsCurrentAndTheQuestionNamedHim)
                        EXPECT_EQ(current(), "cyrus");
                        EXPECT_TRUE(messages.all().at(0).text.startsWith(
                            u"آیا از حذف این سطر اطمینان دارید؟\nنام کاربر: \u2068bahar\u2069"_qs));
-                       // Another administrator's delete moves the places, not the current row.
+                       // What another administrator does moves the places, not the current row.
                        run("delete from UserAccount where Name='anna'");
                        list.Refresh();
                        EXPECT_EQ(current(), "cyrus");

@@ -127,7 +127,8 @@ void TBalloon::leaveAnchor()
         return;
     TMessage message = m_message;
     message.control = nullptr;
-    message.form = nullptr;
+    // The window behind may not be the active one yet.
+    message.form = m_window && m_window->parentWidget() ? m_window->parentWidget()->window() : nullptr;
     QTimer::singleShot(0, qApp, [message] { MessageService().show(message); });
 }
 
