@@ -92,6 +92,9 @@ TEST_F(TaxSharedRows, ANewTablesFreedLockIsTakenAgainAfterAQuestion)
         db.run("delete from CodeLock_TBL");
         messages.answer({Yes});
         save(editor);
+        const QStringList said = messages.take();
+        ASSERT_EQ(said.size(), 2);
+        EXPECT_TRUE(said[0].contains(u"قفل این رکورد در این میان آزاد شده است"_qs)) << said[0].toStdString();
         EXPECT_FALSE(editor.isVisible());
     });
     EXPECT_EQ(permanent(1), "0|1000|0");
