@@ -218,7 +218,9 @@ TEST_F(CalcMethodList, ADeleteThatFailsForAnotherReasonTellsItAndBlamesNoReferen
         db.failStatement(3, TFault::Locked); // behind the look at the row and the event's line
         Keys::press(&list, Qt::Key_F7);
         db.failStatement(0);
-        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDatabaseError()"}));
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(روش)"_qs}));
+        EXPECT_EQ(messages.last().text,
+                  u"این روش حذف نشد.\n"_qs + TDatabaseError(TFault::Locked, {}).userText());
         EXPECT_EQ(titles(), "1|one\n2|two");
         EXPECT_EQ(events(), "813|3|2");
     });

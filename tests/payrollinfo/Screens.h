@@ -33,7 +33,8 @@ public:
     ~Witness() override { SetMessageService(&m_messages); }
     TAnswer show(const TMessage &message) override
     {
-        atShownInput = message.control && message.control->isVisible();
+        const auto *input = qobject_cast<QWidget *>(message.control.data());
+        atShownInput = input && input->isVisible();
         return m_messages.show(message);
     }
     bool atShownInput = false;

@@ -285,7 +285,9 @@ TEST_F(StaffList, AFaultBeforeTheDeleteDeletesNobody)
             db.failStatement(n, TFault::ConnectionLost);
             press(list, Qt::Key_F7);
             db.failStatement(0);
-            EXPECT_EQ(messages.take().last(), "MsgDatabaseError()") << n;
+            EXPECT_EQ(messages.take().last(), n == 4 ? u"MsgHasSubRecords(کارمند)"_qs : "MsgDatabaseError()") << n;
+            EXPECT_TRUE(messages.last().text.contains(TDatabaseError(TFault::ConnectionLost, {}).userText()))
+                << n;
             EXPECT_EQ(codes(list), "1 2 3") << n;
             EXPECT_EQ(db.text("select count(*) from Staff"), "3") << n;
             EXPECT_EQ(db.text("select count(*) from UserEvent"), n == 4 ? "1" : "0") << n;

@@ -245,7 +245,10 @@ TEST_F(TaxList, AFaultAtAnyStatementOfADeleteLeavesTheTableWhole)
             messages.take();
             Keys::press(&list, Qt::Key_F7);
             db.connection().setStatementHook({});
-            EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDatabaseError()"}))
+            EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(سطر)"_qs}))
+                << statement;
+            EXPECT_EQ(messages.last().text,
+                      u"این سطر حذف نشد.\n"_qs + TDatabaseError(TFault::ConnectionLost, {}).userText())
                 << statement << ": no reference refused it";
             EXPECT_FALSE(db.connection().InTransaction()) << statement;
             EXPECT_EQ(headers(), "3|three|c") << statement;

@@ -166,8 +166,15 @@ bool MsgDeleteRow(const QString &record, int count)
     return MessageService().show(result) == TAnswer::Yes;
 }
 
-void MsgHasSubRecords(const QString &entity)
+void MsgHasSubRecords(const QString &entity, const std::optional<TDatabaseError> &reason)
 {
+    if (reason && reason->fault() != TFault::Refused) {
+        qWarning("%s", reason->what());
+        TMessage result = message("MsgHasSubRecords", miError, QStringLiteral("این %1 حذف نشد."), {entity});
+        result.text += u'\n' + reason->userText();
+        MessageService().show(result);
+        return;
+    }
     warn("MsgHasSubRecords", QStringLiteral("این %1 در جای دیگری استفاده شده است و نمی توان آن را حذف کرد."),
          {entity});
 }

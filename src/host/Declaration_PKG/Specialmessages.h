@@ -10,6 +10,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 /// How a message is shown.
 enum class TMessageShape {
     Dialog,   ///< stops until the user closes it
@@ -63,7 +65,8 @@ void MsgRepeatedField(const QString &caption, const QString &entity, QObject *co
 void MsgCodeNotAvailable(const QString &entity, QObject *control, QObject *form);
 /// `record` names what goes, such as its code and title, below the question; `count`: when that is more than one row.
 bool MsgDeleteRow(const QString &record = {}, int count = 1);
-void MsgHasSubRecords(const QString &entity);
+/// A delete was refused. `reason`: the database's error, when that refused it; only a reference is told as one.
+void MsgHasSubRecords(const QString &entity, const std::optional<TDatabaseError> &reason = {});
 void MSGInUse(const QString &entity);
 void MsgNotEntered(const QString &caption);
 void NotZeroValue(const QString &caption, QObject *control);

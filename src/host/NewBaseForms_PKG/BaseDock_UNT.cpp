@@ -356,11 +356,7 @@ QString TBaseDock_FRM::RecordName() const
 
 void TBaseDock_FRM::TellDeleteFailed(const QString &word)
 {
-    const auto &error = DM.ADOConnection1->lastError();
-    if (error && error->fault() != TFault::Refused)
-        MsgDatabaseError(*error);
-    else
-        MsgHasSubRecords(word);
+    MsgHasSubRecords(word, DM.ADOConnection1->lastError());
 }
 
 bool TBaseDock_FRM::ConfirmDelete(TSoftwarePart part, const QString &eventText, const QString &record)

@@ -26,7 +26,7 @@ public:
         run("pragma foreign_keys=ON");
         if (withSchema) {
             for (const Schema::TStep &step : Schema::steps())
-                for (const QString &batch : Schema::batches(step.script, TConnection::Kind::Embedded))
+                for (const QString &batch : Schema::batches(step.script, TEngineKind::Embedded))
                     EXPECT_EQ(run(batch), "") << batch.toStdString();
         }
     }

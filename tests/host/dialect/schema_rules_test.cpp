@@ -271,9 +271,9 @@ TEST(SchemaScripts, GiveEachEngineItsOwnBatches)
         "-- note\ncreate table T (a nvarchar(5))\nGO\n-- engine: sqlite\ncreate trigger x\ngo\n"
         "-- engine: sqlserver\nSET NOCOUNT ON\nGO\n\nGO\ndelete T";
     EXPECT_EQ(
-        Schema::batches(script, TConnection::Kind::Embedded),
+        Schema::batches(script, TEngineKind::Embedded),
         (QStringList{"create table T (a nvarchar(5) COLLATE ZELMO)", "create trigger x\n", "delete from T"}));
-    EXPECT_EQ(Schema::batches(script, TConnection::Kind::SqlServer),
+    EXPECT_EQ(Schema::batches(script, TEngineKind::SqlServer),
               (QStringList{"-- note\ncreate table T (a nvarchar(5))\n", "SET NOCOUNT ON\n", "delete T\n"}));
 }
 
@@ -283,7 +283,7 @@ TEST(SchemaScripts, AreNumberedWithoutAGap)
     for (const Schema::TStep &step : Schema::steps()) {
         EXPECT_EQ(step.number, ++number);
         EXPECT_FALSE(step.script.isEmpty());
-        EXPECT_FALSE(Schema::batches(step.script, TConnection::Kind::SqlServer).isEmpty());
+        EXPECT_FALSE(Schema::batches(step.script, TEngineKind::SqlServer).isEmpty());
     }
     EXPECT_EQ(Schema::version(), number);
     EXPECT_GT(number, 0);

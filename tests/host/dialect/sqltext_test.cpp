@@ -103,7 +103,7 @@ const QStringList &corpus()
                 if (statement.match(literal).hasMatch() && !literal.contains(u'%'))
                     texts.append(literal);
         for (const Schema::TStep &step : Schema::steps())
-            for (const auto kind : {TConnection::Kind::Embedded, TConnection::Kind::SqlServer})
+            for (const auto kind : {TEngineKind::Embedded, TEngineKind::SqlServer})
                 for (QString batch : Schema::batches(step.script, kind)) {
                     static const QRegularExpression notes(QStringLiteral("--[^\n]*"));
                     texts.append(batch.remove(notes));

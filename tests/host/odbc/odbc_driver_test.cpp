@@ -314,7 +314,7 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
     sqlite3 *plain = nullptr;
     ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &plain), SQLITE_OK);
     for (const Schema::TStep &step : Schema::steps()) {
-        for (QString batch : Schema::batches(step.script, TConnection::Kind::Embedded)) {
+        for (QString batch : Schema::batches(step.script, TEngineKind::Embedded)) {
             batch.remove(QStringLiteral("COLLATE ZELMO"), Qt::CaseInsensitive);
             EXPECT_EQ(sqlite3_exec(plain, batch.toUtf8().constData(), nullptr, nullptr, nullptr), SQLITE_OK)
                 << sqlite3_errmsg(plain);

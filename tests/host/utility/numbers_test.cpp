@@ -1,3 +1,4 @@
+#include "host/Component_ZLM/Appearance.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Method_declare_unt.h"
 
