@@ -103,10 +103,10 @@ TEST_F(SchemaVersions, AVersionTableOfAnotherSuiteIsRefused)
 TEST_F(SchemaVersions, OnlyTheStepsThatAreMissingRun)
 {
     const auto engine = open();
-    QList<Schema::TStep> steps = Schema::steps();
-    steps.removeLast();
+    const int beforeTheRows = 4;
+    const QList<Schema::TStep> steps = Schema::steps().first(beforeTheRows);
     EXPECT_EQ(faultOf(*engine, steps), std::nullopt);
-    EXPECT_EQ(version(*engine), Schema::version() - 1);
+    EXPECT_EQ(version(*engine), beforeTheRows);
     EXPECT_EQ(text(*engine, "select count(*) from PayrollInfo"), "0");
     EXPECT_EQ(faultOf(*engine), std::nullopt);
     EXPECT_EQ(version(*engine), Schema::version());

@@ -79,8 +79,9 @@ TEST_F(Options, OtherEntriesOfTheFileStay)
     QFile file(path("x.ini"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray content = file.readAll();
-    EXPECT_TRUE(content.contains("file=/somewhere")) << content.toStdString();
-    EXPECT_TRUE(content.contains("Com_Index=6"));
+    EXPECT_TRUE(content.contains("file=\"/somewhere\"")) << content.toStdString();
+    EXPECT_TRUE(content.contains("Com_Index=\"6\""));
+    EXPECT_EQ(read().Com_Index, 6);
 }
 
 TEST_F(Options, AFileThatCannotBeWrittenIsReported)
