@@ -9,17 +9,19 @@
 
 #include <optional>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QString partName(int part)
 {
-    return part == 0 ? u"سیستم"_qs : SoftwarePartName(TSoftwarePart(part));
+    return part == 0 ? u"سیستم"_s : SoftwarePartName(TSoftwarePart(part));
 }
 
 /// A date with its time keeps its order in a line from right to left.
 QString moment(const QString &text)
 {
-    return text.isEmpty() ? text : QStringLiteral("\u2066%1\u2069").arg(text);
+    return text.isEmpty() ? text : u"\u2066%1\u2069"_s.arg(text);
 }
 
 /// What is to become of rows that are not saved yet, under a code that is given up; none: nothing is to be done.
@@ -28,7 +30,7 @@ std::optional<TRowsFate> askFate(int rows)
     if (rows == 0)
         return TRowsFate::Discard;
     switch (ShowSmartMessage(
-        u"%1 سطر ثبت نشده (خانواده یا بازه مالیاتی) زیر این قفل مانده است. برای بازیابی در همین ایستگاه نگه داشته شود؟ با «خیر» دور ریخته می شود."_qs
+        u"%1 سطر ثبت نشده (خانواده یا بازه مالیاتی) زیر این قفل مانده است. برای بازیابی در همین ایستگاه نگه داشته شود؟ با «خیر» دور ریخته می شود."_s
             .arg(rows),
         TMessageButtons::YesNoCancel, TAnswer::Yes)) {
     case TAnswer::Yes:
@@ -48,13 +50,11 @@ QString rightName(int right)
 } // namespace
 
 TLockList_FRM::TLockList_FRM()
-    : TSmallList_FRM(u"قفل رکوردها"_qs, QStringLiteral("Lock_List_GRD"),
-                     {u"بخش"_qs, u"کد"_qs, u"ایستگاه"_qs, u"نام ایستگاه"_qs, u"کاربر"_qs, u"از زمان"_qs}, 3)
+    : TSmallList_FRM(u"قفل رکوردها"_s, u"Lock_List_GRD"_s,
+                     {u"بخش"_s, u"کد"_s, u"ایستگاه"_s, u"نام ایستگاه"_s, u"کاربر"_s, u"از زمان"_s}, 3)
 {
-    AddFreeButton(QStringLiteral("Refresh_BTN"), u"بازخوانی F5"_qs, QStringLiteral("F5"),
-                  [this] { Refresh(); });
-    AddRowButton(QStringLiteral("Release_BTN"), u"آزاد کردن قفل F7"_qs, QStringLiteral("F7"),
-                 [this] { release(); });
+    AddFreeButton(u"Refresh_BTN"_s, u"بازخوانی F5"_s, u"F5"_s, [this] { Refresh(); });
+    AddRowButton(u"Release_BTN"_s, u"آزاد کردن قفل F7"_s, u"F7"_s, [this] { release(); });
     AddExitButton();
 }
 
@@ -76,7 +76,7 @@ void TLockList_FRM::release()
 {
     const TCodeLock lock = m_locks.at(CurrentRow());
     if (!Ask(
-            u"کد %1 از «%2» در ایستگاه %3 باز است. اگر آنجا هنوز کسی روی آن کار می کند، ممکن است کار او از دست برود. قفل آزاد شود؟"_qs
+            u"کد %1 از «%2» در ایستگاه %3 باز است. اگر آنجا هنوز کسی روی آن کار می کند، ممکن است کار او از دست برود. قفل آزاد شود؟"_s
                 .arg(lock.code, SoftwarePartName(lock.part))
                 .arg(lock.comIndex),
             TAnswer::No))
@@ -85,17 +85,16 @@ void TLockList_FRM::release()
     if (!fate)
         return;
     if (!ReleaseCodeLock(lock, *fate))
-        Tell(u"این قفل دیگر برقرار نیست."_qs);
+        Tell(u"این قفل دیگر برقرار نیست."_s);
     Refresh();
 }
 
 TWorkstationList_FRM::TWorkstationList_FRM()
-    : TSmallList_FRM(u"ایستگاه های کاری"_qs, QStringLiteral("Workstation_List_GRD"),
-                     {u"شماره"_qs, u"نام"_qs, u"آخرین ورود"_qs})
+    : TSmallList_FRM(u"ایستگاه های کاری"_s, u"Workstation_List_GRD"_s,
+                     {u"شماره"_s, u"نام"_s, u"آخرین ورود"_s})
 {
-    AddFreeButton(QStringLiteral("Refresh_BTN"), u"بازخوانی F5"_qs, QStringLiteral("F5"),
-                  [this] { Refresh(); });
-    AddRowButton(QStringLiteral("Del_BTN"), u"حذف F7"_qs, QStringLiteral("F7"), [this] { remove(); });
+    AddFreeButton(u"Refresh_BTN"_s, u"بازخوانی F5"_s, u"F5"_s, [this] { Refresh(); });
+    AddRowButton(u"Del_BTN"_s, u"حذف F7"_s, u"F7"_s, [this] { remove(); });
     AddExitButton();
 }
 
@@ -113,12 +112,12 @@ void TWorkstationList_FRM::remove()
 {
     const TWorkstation workstation = m_workstations.at(CurrentRow());
     if (workstation.comIndex == IniOptions.Com_Index) {
-        Tell(u"این همان ایستگاهی است که با آن کار می کنید."_qs, miWarning);
+        Tell(u"این همان ایستگاهی است که با آن کار می کنید."_s, miWarning);
         return;
     }
-    if (!Ask(u"ایستگاه %1 («%2») با همه قفل های آن حذف شود؟"_qs.arg(workstation.comIndex)
-                 .arg(workstation.name),
-             TAnswer::No))
+    if (!Ask(
+            u"ایستگاه %1 («%2») با همه قفل های آن حذف شود؟"_s.arg(workstation.comIndex).arg(workstation.name),
+            TAnswer::No))
         return;
     const std::optional<TRowsFate> fate = askFate(CountWorkingRowsOf(workstation.comIndex));
     if (!fate)
@@ -128,23 +127,23 @@ void TWorkstationList_FRM::remove()
 }
 
 TEventLog_FRM::TEventLog_FRM()
-    : TBaseDock_FRM(fmBrowse, u"رویدادها"_qs), m_query(DM.ADOConnection1, "List_QUR")
+    : TBaseDock_FRM(fmBrowse, u"رویدادها"_s), m_query(DM.ADOConnection1, "List_QUR")
 {
-    m_query.setKeyField(QStringLiteral("ID"));
+    m_query.setKeyField(u"ID"_s);
     const QList<TGridColumn> columns = {
-        {"EventDate", u"تاریخ"_qs, 90},
-        {"EventTime", u"ساعت"_qs, 70},
-        {"UserName", u"کاربر"_qs, 120},
-        {"Com_Index", u"ایستگاه"_qs, 70},
-        {"SoftwarePart", u"بخش"_qs, 140, true, TGridColumn::Plain, partName},
-        {"Permission", u"عمل"_qs, 90, true, TGridColumn::Plain, rightName},
-        {"EventText", u"شرح"_qs, 250},
+        {"EventDate", u"تاریخ"_s, 90},
+        {"EventTime", u"ساعت"_s, 70},
+        {"UserName", u"کاربر"_s, 120},
+        {"Com_Index", u"ایستگاه"_s, 70},
+        {"SoftwarePart", u"بخش"_s, 140, true, TGridColumn::Plain, partName},
+        {"Permission", u"عمل"_s, 90, true, TGridColumn::Plain, rightName},
+        {"EventText", u"شرح"_s, 250},
     };
-    BuildList(&m_query, QStringLiteral("Event_List_GRD"), columns,
-              {{"EventText", u"شرح"_qs, TSearchItem::Text, true},
-               {"UserName", u"کاربر"_qs, TSearchItem::Text},
-               {"EventDate", u"تاریخ"_qs, TSearchItem::Date}});
-    BuildUsualLayout(u"رویدادها"_qs);
+    BuildList(&m_query, u"Event_List_GRD"_s, columns,
+              {{"EventText", u"شرح"_s, TSearchItem::Text, true},
+               {"UserName", u"کاربر"_s, TSearchItem::Text},
+               {"EventDate", u"تاریخ"_s, TSearchItem::Date}});
+    BuildUsualLayout(u"رویدادها"_s);
     BuildButtons(false, true);
     for (TSmartButton_ZLM *button : {New_BTN, EDit_BTN, Del_BTN})
         button->hide();

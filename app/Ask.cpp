@@ -1,9 +1,11 @@
 #include "app/Ask.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 bool Ask(const QString &text, TAnswer defaultAnswer)
 {
     TMessage message;
-    message.operation = QStringLiteral("Ask");
+    message.operation = u"Ask"_s;
     message.shape = TMessageShape::Question;
     message.text = text;
     message.words = {text};

@@ -6,6 +6,8 @@
 
 #include <QFile>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct TOption {
@@ -44,14 +46,14 @@ QString FirstLineOf(const QString &fileName, QString *error)
     QFile file(fileName);
     // Opening the database's own file beside SQLite would cost its locks.
     if (SqliteFile::isHeldOpen(fileName) || !file.open(QIODevice::ReadOnly)) {
-        *error = QStringLiteral("cannot read %1: %2").arg(fileName, file.errorString());
+        *error = u"cannot read %1: %2"_s.arg(fileName, file.errorString());
         return {};
     }
     QString line = QString::fromUtf8(file.readLine(qint64(64) * 1024));
     while (line.endsWith(u'\n') || line.endsWith(u'\r'))
         line.chop(1);
     if (line.isEmpty())
-        *error = QStringLiteral("the first line of %1 is empty").arg(fileName);
+        *error = u"the first line of %1 is empty"_s.arg(fileName);
     return line;
 }
 
@@ -74,74 +76,72 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
         const QString &argument = arguments.at(i);
         const TOption *option = optionOf(argument);
         if (!option)
-            return wrong(QStringLiteral("unknown argument '%1' (--help lists what there is)").arg(argument));
+            return wrong(u"unknown argument '%1' (--help lists what there is)"_s.arg(argument));
         QString value;
         if (option->value) {
             if (i + 1 >= arguments.size() || optionOf(arguments.at(i + 1)))
-                return wrong(QStringLiteral("%1 needs a value: %2").arg(argument, option->value));
+                return wrong(u"%1 needs a value: %2"_s.arg(argument, option->value));
             value = arguments.at(++i);
             if (value.isEmpty())
-                return wrong(QStringLiteral("the value of %1 is empty").arg(argument));
+                return wrong(u"the value of %1 is empty"_s.arg(argument));
         }
 
-        if (argument == QLatin1String("--database")) {
+        if (argument == "--database"_L1) {
             line.databaseFile = value;
-        } else if (argument == QLatin1String("--odbc")) {
+        } else if (argument == "--odbc"_L1) {
             if (TOdbcConnectionString(value).hasPassword())
-                return wrong(
-                    QStringLiteral("a password does not belong on the command line, where everybody can "
-                                   "read it: put the connection string into a file (--odbc-file) or into "
-                                   "the environment (KETEBIONPAP_ODBC), or leave the password out to be "
-                                   "asked for it"));
+                return wrong(u"a password does not belong on the command line, where everybody can "
+                             "read it: put the connection string into a file (--odbc-file) or into "
+                             "the environment (KETEBIONPAP_ODBC), or leave the password out to be "
+                             "asked for it"_s);
             line.odbc = value;
             odbcGiven = true;
-        } else if (argument == QLatin1String("--odbc-file")) {
+        } else if (argument == "--odbc-file"_L1) {
             QString error;
             line.odbc = FirstLineOf(value, &error);
             if (!error.isEmpty())
                 return wrong(error);
             odbcGiven = true;
-        } else if (argument == QLatin1String("--create")) {
+        } else if (argument == "--create"_L1) {
             line.create = true;
-        } else if (argument == QLatin1String("--demo")) {
+        } else if (argument == "--demo"_L1) {
             line.demo = true;
-        } else if (argument == QLatin1String("--user")) {
+        } else if (argument == "--user"_L1) {
             line.user = value;
-        } else if (argument == QLatin1String("--password-file")) {
+        } else if (argument == "--password-file"_L1) {
             line.passwordFile = value;
-        } else if (argument == QLatin1String("--call")) {
+        } else if (argument == "--call"_L1) {
             if (!setTask(Task::Call))
-                return wrong(QStringLiteral("--call and --tour exclude each other"));
+                return wrong(u"--call and --tour exclude each other"_s);
             line.entry = value;
             while (i + 1 < arguments.size() && !optionOf(arguments.at(i + 1)))
                 line.entryArguments << arguments.at(++i);
-        } else if (argument == QLatin1String("--tour")) {
+        } else if (argument == "--tour"_L1) {
             if (!setTask(Task::Tour))
-                return wrong(QStringLiteral("--call and --tour exclude each other"));
+                return wrong(u"--call and --tour exclude each other"_s);
             line.tourFolder = value;
-        } else if (argument == QLatin1String("--help")) {
+        } else if (argument == "--help"_L1) {
             line.task = Task::Help;
             return line;
-        } else if (argument == QLatin1String("--version")) {
+        } else if (argument == "--version"_L1) {
             line.task = Task::Version;
             return line;
         }
     }
 
     if (!line.databaseFile.isEmpty() && odbcGiven)
-        return wrong(QStringLiteral("name one database: a file or a server"));
+        return wrong(u"name one database: a file or a server"_s);
     if (line.create && line.databaseFile.isEmpty())
-        return wrong(QStringLiteral("--create needs --database: the file to be made"));
+        return wrong(u"--create needs --database: the file to be made"_s);
     const bool named = !line.databaseFile.isEmpty() || odbcGiven;
     const bool sample = line.demo || line.task == Task::Tour;
     if (named && line.task == Task::Tour && !line.demo)
-        return wrong(
-            QStringLiteral("the guided tour works on a new sample company: add --demo, or name no database"));
+        return wrong(u"the guided tour works on a new sample company: add --demo, or name no database"_s);
     // Sample data never go to a database that was not named for them.
     if (!named && !sample)
         line.odbc = qEnvironmentVariable("KETEBIONPAP_ODBC");
     if (!line.passwordFile.isEmpty() && line.user.isEmpty())
-        return wrong(QStringLiteral("--password-file needs --user"));
+        return wrong(u"--password-file needs --user"_s);
     if (line.task == Task::Call)
         line.error = EntryPoints::check(line.entry, line.entryArguments);
     return line;
@@ -149,25 +149,24 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
 
 QString TCommandLine::help()
 {
-    QString text = QStringLiteral("Usage: ketebionpap [OPTION...]\n"
-                                  "The payroll base information of the accounting and payroll suite.\n\n");
+    QString text = u"Usage: ketebionpap [OPTION...]\n"
+                   "The payroll base information of the accounting and payroll suite.\n\n"_s;
     for (const TOption &option : options) {
         QString left = QString::fromLatin1(option.name);
         if (option.value)
             left += u' ' + QString::fromLatin1(option.value);
-        text += QStringLiteral("  %1  %2\n").arg(left, -24).arg(QString::fromLatin1(option.help));
+        text += u"  %1  %2\n"_s.arg(left, -24).arg(QString::fromLatin1(option.help));
     }
-    text += QStringLiteral(
-        "\nWithout a database named here, the environment's KETEBIONPAP_ODBC (a connection string), then\n"
+    text +=
+        u"\nWithout a database named here, the environment's KETEBIONPAP_ODBC (a connection string), then\n"
         "the database settings count, then one file in the user's data folder.\n"
-        "Entry points:\n");
+        "Entry points:\n"_s;
     for (const TEntryPoint &entry : EntryPoints::all())
-        text += QStringLiteral("  %1 %2\n")
-                    .arg(QString::fromLatin1(entry.name), EntryPoints::usage(entry))
+        text += u"  %1 %2\n"_s.arg(QString::fromLatin1(entry.name), EntryPoints::usage(entry))
                     .trimmed()
-                    .prepend(QStringLiteral("  ")) +
+                    .prepend(u"  "_s) +
                 u'\n';
-    text += QStringLiteral("Exit status: 0 done, 1 something failed, 2 a wrong argument.\n");
+    text += u"Exit status: 0 done, 1 something failed, 2 a wrong argument.\n"_s;
     return text;
 }
 

@@ -8,14 +8,16 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-const QString fileKey = QStringLiteral("Database/File");
-const QString odbcKey = QStringLiteral("Database/Odbc");
+const QString fileKey = u"Database/File"_s;
+const QString odbcKey = u"Database/Odbc"_s;
 
 QString settingsFile()
 {
-    return QFileInfo(IniOptions.FileName).absolutePath() + QStringLiteral("/database.ini");
+    return QFileInfo(IniOptions.FileName).absolutePath() + u"/database.ini"_s;
 }
 
 } // namespace
@@ -23,7 +25,7 @@ QString settingsFile()
 QString TDatabaseChoice::ordinaryFile()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-           QStringLiteral("/ketebionpap/ketebionpap.db");
+           u"/ketebionpap/ketebionpap.db"_s;
 }
 
 TDatabaseChoice TDatabaseChoice::stored()

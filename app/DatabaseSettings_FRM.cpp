@@ -13,6 +13,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QLineEdit *addLine(QGridLayout *grid, const QString &caption, const char *name)
@@ -34,30 +36,30 @@ QLineEdit *addLine(QGridLayout *grid, const QString &caption, const char *name)
 
 TDatabaseSettings_FRM::TDatabaseSettings_FRM(const TDatabaseChoice &choice)
 {
-    SetTitle(u"تنظیمات پایگاه داده"_qs);
-    File_RB = new QRadioButton(u"&پرونده ای روی این رایانه"_qs, this);
-    File_RB->setObjectName(QStringLiteral("File_RB"));
-    Server_RB = new QRadioButton(u"&سرور SQL Server"_qs, this);
-    Server_RB->setObjectName(QStringLiteral("Server_RB"));
+    SetTitle(u"تنظیمات پایگاه داده"_s);
+    File_RB = new QRadioButton(u"&پرونده ای روی این رایانه"_s, this);
+    File_RB->setObjectName(u"File_RB"_s);
+    Server_RB = new QRadioButton(u"&سرور SQL Server"_s, this);
+    Server_RB->setObjectName(u"Server_RB"_s);
 
     m_fileBox = new QWidget(this);
     auto *fileGrid = new QGridLayout(m_fileBox);
-    File_EDT = addLine(fileGrid, u"  &نام پرونده :"_qs, "File_EDT");
-    auto *pick = new TSmartButton_ZLM(u"انتخاب ..."_qs, this);
-    pick->setObjectName(QStringLiteral("Pick_BTN"));
+    File_EDT = addLine(fileGrid, u"  &نام پرونده :"_s, "File_EDT");
+    auto *pick = new TSmartButton_ZLM(u"انتخاب ..."_s, this);
+    pick->setObjectName(u"Pick_BTN"_s);
     fileGrid->addWidget(pick, 0, 2);
     connect(pick, &QAbstractButton::clicked, this, &TDatabaseSettings_FRM::pickFile);
 
     m_serverBox = new QWidget(this);
     auto *serverGrid = new QGridLayout(m_serverBox);
-    Server_EDT = addLine(serverGrid, u"  نام س&رور :"_qs, "Server_EDT");
-    Port_EDT = addLine(serverGrid, u"  &درگاه :"_qs, "Port_EDT");
-    Database_EDT = addLine(serverGrid, u"  پایگاه &داده :"_qs, "Database_EDT");
-    User_EDT = addLine(serverGrid, u"  &کاربر :"_qs, "User_EDT");
-    Password_EDT = addLine(serverGrid, u"  &گذرواژه :"_qs, "Password_EDT");
+    Server_EDT = addLine(serverGrid, u"  نام س&رور :"_s, "Server_EDT");
+    Port_EDT = addLine(serverGrid, u"  &درگاه :"_s, "Port_EDT");
+    Database_EDT = addLine(serverGrid, u"  پایگاه &داده :"_s, "Database_EDT");
+    User_EDT = addLine(serverGrid, u"  &کاربر :"_s, "User_EDT");
+    Password_EDT = addLine(serverGrid, u"  &گذرواژه :"_s, "Password_EDT");
     Password_EDT->setEchoMode(QLineEdit::Password);
-    Password_EDT->setPlaceholderText(u"نگهداری نمی شود؛ در هر شروع پرسیده می شود"_qs);
-    Driver_EDT = addLine(serverGrid, u"  راه &انداز ODBC :"_qs, "Driver_EDT");
+    Password_EDT->setPlaceholderText(u"نگهداری نمی شود؛ در هر شروع پرسیده می شود"_s);
+    Driver_EDT = addLine(serverGrid, u"  راه &انداز ODBC :"_s, "Driver_EDT");
 
     Body()->addWidget(File_RB);
     Body()->addWidget(m_fileBox);
@@ -65,25 +67,24 @@ TDatabaseSettings_FRM::TDatabaseSettings_FRM(const TDatabaseChoice &choice)
     Body()->addWidget(m_serverBox);
     Body()->addStretch(1);
 
-    TSmartButton_ZLM *save = AddButton(QStringLiteral("Save_BTN"), u"ذخیره F3"_qs, QStringLiteral("F3"));
+    TSmartButton_ZLM *save = AddButton(u"Save_BTN"_s, u"ذخیره F3"_s, u"F3"_s);
     connect(save, &QAbstractButton::clicked, this, &TDatabaseSettings_FRM::save);
-    TSmartButton_ZLM *testing =
-        AddButton(QStringLiteral("Test_BTN"), u"آزمایش اتصال F8"_qs, QStringLiteral("F8"));
+    TSmartButton_ZLM *testing = AddButton(u"Test_BTN"_s, u"آزمایش اتصال F8"_s, u"F8"_s);
     connect(testing, &QAbstractButton::clicked, this, &TDatabaseSettings_FRM::test);
-    TSmartButton_ZLM *exit = AddButton(QStringLiteral("EXit_BTN"), u"خروج Esc"_qs, QStringLiteral("Esc"));
+    TSmartButton_ZLM *exit = AddButton(u"EXit_BTN"_s, u"خروج Esc"_s, u"Esc"_s);
     connect(exit, &QAbstractButton::clicked, this, &TDatabaseSettings_FRM::reject);
 
     const TOdbcConnectionString odbc(choice.odbc);
     const auto partOf = [&odbc](const char *name) { return odbc.value(QLatin1String(name)); };
     File_EDT->setText(choice.file.isEmpty() ? TDatabaseChoice::ordinaryFile() : choice.file);
-    Driver_EDT->setText(choice.onServer() ? partOf("Driver") : QStringLiteral("FreeTDS"));
+    Driver_EDT->setText(choice.onServer() ? partOf("Driver") : u"FreeTDS"_s);
     Server_EDT->setText(partOf("Server"));
-    Port_EDT->setText(choice.onServer() ? partOf("Port") : QStringLiteral("1433"));
+    Port_EDT->setText(choice.onServer() ? partOf("Port") : u"1433"_s);
     Database_EDT->setText(partOf("Database"));
     User_EDT->setText(partOf("UID"));
     m_otherParts = odbc.without({"Driver", "Server", "Port", "Database", "UID", "PWD", "Password"}).text();
     if (m_otherParts.isEmpty())
-        m_otherParts = QStringLiteral("TDS_Version=7.4;ClientCharset=UTF-8");
+        m_otherParts = u"TDS_Version=7.4;ClientCharset=UTF-8"_s;
     (choice.onServer() ? Server_RB : File_RB)->setChecked(true);
     connect(File_RB, &QRadioButton::toggled, this, &TDatabaseSettings_FRM::showKind);
     showKind();
@@ -116,7 +117,7 @@ TDatabaseChoice TDatabaseSettings_FRM::Choice() const
     }
     odbc = TOdbcConnectionString(odbc.text() + u';' + m_otherParts);
     if (!Password_EDT->text().isEmpty())
-        odbc = odbc.with(QStringLiteral("PWD"), Password_EDT->text());
+        odbc = odbc.with(u"PWD"_s, Password_EDT->text());
     choice.odbc = odbc.text();
     return choice;
 }
@@ -143,7 +144,7 @@ void TDatabaseSettings_FRM::test()
         return;
     const TDatabaseChoice choice = Choice();
     if (!choice.onServer() && !QFileInfo::exists(choice.file)) {
-        Tell(u"چنین پرونده ای هنوز نیست؛ هنگام شروع پرسیده می شود که ساخته شود یا نه."_qs);
+        Tell(u"چنین پرونده ای هنوز نیست؛ هنگام شروع پرسیده می شود که ساخته شود یا نه."_s);
         return;
     }
     // An engine alone leaves the schema as it is.
@@ -154,7 +155,7 @@ void TDatabaseSettings_FRM::test()
             OpenSqliteEngine(choice.file);
     });
     if (open)
-        Tell(u"اتصال به پایگاه داده برقرار شد."_qs);
+        Tell(u"اتصال به پایگاه داده برقرار شد."_s);
 }
 
 void TDatabaseSettings_FRM::save()
@@ -164,7 +165,7 @@ void TDatabaseSettings_FRM::save()
     if (Choice().store())
         accept();
     else
-        Tell(u"تنظیمات ذخیره نشد؛ پوشه تنظیمات کاربر قابل نوشتن نیست."_qs, miError);
+        Tell(u"تنظیمات ذخیره نشد؛ پوشه تنظیمات کاربر قابل نوشتن نیست."_s, miError);
 }
 
 void TDatabaseSettings_FRM::pickFile()
@@ -172,7 +173,7 @@ void TDatabaseSettings_FRM::pickFile()
     // The file may be the one that is open, and it may be none yet.
     const QString file = FileDialogs::AskForName(
         this,
-        {.caption = u"پرونده پایگاه داده"_qs, .filter = u"پایگاه داده (*.db)"_qs, .name = File_EDT->text()});
+        {.caption = u"پرونده پایگاه داده"_s, .filter = u"پایگاه داده (*.db)"_s, .name = File_EDT->text()});
     if (!file.isEmpty())
         File_EDT->setText(file);
 }

@@ -12,9 +12,11 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-const QString lastUserKey = QStringLiteral("Login/LastUser");
+const QString lastUserKey = u"Login/LastUser"_s;
 const int nameWidth = 50;
 const int fullNameWidth = 100;
 const int longestPassword = 128;
@@ -23,7 +25,7 @@ bool repeatedRightly(QLineEdit *password, QLineEdit *repeated)
 {
     if (password->text() == repeated->text())
         return true;
-    Tell(u"گذرواژه و تکرار آن یکسان نیستند."_qs, miWarning);
+    Tell(u"گذرواژه و تکرار آن یکسان نیستند."_s, miWarning);
     repeated->clear();
     password->setFocus();
     password->selectAll();
@@ -46,24 +48,23 @@ TStart_FRM::TStart_FRM(const QString &title, const QString &text, const QString 
 {
     SetTitle(title);
     Text_LBL = new QLabel(text, this);
-    Text_LBL->setObjectName(QStringLiteral("Text_LBL"));
+    Text_LBL->setObjectName(u"Text_LBL"_s);
     Text_LBL->setWordWrap(true);
     Text_LBL->setVisible(!text.isEmpty());
     Body()->addWidget(Text_LBL);
     Body()->addLayout(m_grid);
     Body()->addStretch(1);
-    Ok_BTN = AddButton(QStringLiteral("Ok_BTN"), okCaption, QStringLiteral("F3"));
+    Ok_BTN = AddButton(u"Ok_BTN"_s, okCaption, u"F3"_s);
     connect(Ok_BTN, &QAbstractButton::clicked, this, &TStart_FRM::press);
-    TSmartButton_ZLM *exit = AddButton(QStringLiteral("EXit_BTN"), u"خروج Esc"_qs, QStringLiteral("Esc"));
+    TSmartButton_ZLM *exit = AddButton(u"EXit_BTN"_s, u"خروج Esc"_s, u"Esc"_s);
     connect(exit, &QAbstractButton::clicked, this, &TStart_FRM::reject);
     resize(430, 200);
 }
 
 void TStart_FRM::OfferOtherDatabase()
 {
-    TSmartButton_ZLM *button =
-        AddButton(QStringLiteral("Database_BTN"), u"پایگاه داده F8"_qs, QStringLiteral("F8"));
-    setTabOrder(findChild<QWidget *>(QStringLiteral("EXit_BTN")), button);
+    TSmartButton_ZLM *button = AddButton(u"Database_BTN"_s, u"پایگاه داده F8"_s, u"F8"_s);
+    setTabOrder(findChild<QWidget *>(u"EXit_BTN"_s), button);
     connect(button, &QAbstractButton::clicked, this, [this] { done(OtherDatabase); });
 }
 
@@ -109,9 +110,8 @@ void TStart_FRM::press()
 }
 
 TLogin_FRM::TLogin_FRM(const QString &user)
-    : TStart_FRM(u"ورود به برنامه"_qs, {}, u"ورود F3"_qs),
-      User_EDT(AddLine(u"  نام &کاربر :"_qs, "User_EDT")),
-      Password_EDT(AddLine(u"  &گذرواژه :"_qs, "Password_EDT", true)), m_timer(new QTimer(this))
+    : TStart_FRM(u"ورود به برنامه"_s, {}, u"ورود F3"_s), User_EDT(AddLine(u"  نام &کاربر :"_s, "User_EDT")),
+      Password_EDT(AddLine(u"  &گذرواژه :"_s, "Password_EDT", true)), m_timer(new QTimer(this))
 {
     User_EDT->setMaxLength(nameWidth);
     User_EDT->setText(user.isEmpty() ? LayoutStore::value(lastUserKey).toString() : user);
@@ -121,7 +121,7 @@ TLogin_FRM::TLogin_FRM(const QString &user)
 
 bool TLogin_FRM::Accept()
 {
-    if (!filled(User_EDT, u"نام کاربر"_qs, this))
+    if (!filled(User_EDT, u"نام کاربر"_s, this))
         return false;
     const TLogin login = LogIn(User_EDT->text(), Password_EDT->text());
     if (login.result == TLoginResult::Ok) {
@@ -142,7 +142,7 @@ void TLogin_FRM::wait(int seconds)
     m_secondsLeft = seconds;
     Ok_BTN->setEnabled(seconds <= 0);
     Text_LBL->setVisible(seconds > 0);
-    Text_LBL->setText(u"تا کوشش بعدی %1 ثانیه صبر کنید."_qs.arg(seconds));
+    Text_LBL->setText(u"تا کوشش بعدی %1 ثانیه صبر کنید."_s.arg(seconds));
     if (seconds > 0)
         m_timer->start(1000);
     else
@@ -151,13 +151,13 @@ void TLogin_FRM::wait(int seconds)
 
 TFirstUser_FRM::TFirstUser_FRM()
     : TStart_FRM(
-          u"نخستین مدیر سیستم"_qs,
-          u"این پایگاه داده هنوز کاربری ندارد. نخستین کاربر، مدیر سیستم است و همه دسترسی ها را دارد."_qs,
-          u"ایجاد F3"_qs),
-      User_EDT(AddLine(u"  نام &کاربر :"_qs, "User_EDT")),
-      FullName_EDT(AddLine(u"  نام و نام &خانوادگی :"_qs, "FullName_EDT")),
-      Password_EDT(AddLine(u"  &گذرواژه :"_qs, "Password_EDT", true)),
-      Repeat_EDT(AddLine(u"  &تکرار گذرواژه :"_qs, "Repeat_EDT", true))
+          u"نخستین مدیر سیستم"_s,
+          u"این پایگاه داده هنوز کاربری ندارد. نخستین کاربر، مدیر سیستم است و همه دسترسی ها را دارد."_s,
+          u"ایجاد F3"_s),
+      User_EDT(AddLine(u"  نام &کاربر :"_s, "User_EDT")),
+      FullName_EDT(AddLine(u"  نام و نام &خانوادگی :"_s, "FullName_EDT")),
+      Password_EDT(AddLine(u"  &گذرواژه :"_s, "Password_EDT", true)),
+      Repeat_EDT(AddLine(u"  &تکرار گذرواژه :"_s, "Repeat_EDT", true))
 {
     User_EDT->setMaxLength(nameWidth);
     FullName_EDT->setMaxLength(fullNameWidth);
@@ -165,7 +165,7 @@ TFirstUser_FRM::TFirstUser_FRM()
 
 bool TFirstUser_FRM::Accept()
 {
-    if (!filled(User_EDT, u"نام کاربر"_qs, this) || !filled(Password_EDT, u"گذرواژه"_qs, this) ||
+    if (!filled(User_EDT, u"نام کاربر"_s, this) || !filled(Password_EDT, u"گذرواژه"_s, this) ||
         !repeatedRightly(Password_EDT, Repeat_EDT))
         return false;
     TLogin login;
@@ -182,33 +182,33 @@ bool TFirstUser_FRM::Accept()
 }
 
 TChangePassword_FRM::TChangePassword_FRM()
-    : TStart_FRM(u"تغییر گذرواژه"_qs, {}, u"ذخیره F3"_qs),
-      Old_EDT(AddLine(u"  گذرواژه &کنونی :"_qs, "Old_EDT", true)),
-      New_EDT(AddLine(u"  گذرواژه &جدید :"_qs, "New_EDT", true)),
-      Repeat_EDT(AddLine(u"  &تکرار گذرواژه جدید :"_qs, "Repeat_EDT", true))
+    : TStart_FRM(u"تغییر گذرواژه"_s, {}, u"ذخیره F3"_s),
+      Old_EDT(AddLine(u"  گذرواژه &کنونی :"_s, "Old_EDT", true)),
+      New_EDT(AddLine(u"  گذرواژه &جدید :"_s, "New_EDT", true)),
+      Repeat_EDT(AddLine(u"  &تکرار گذرواژه جدید :"_s, "Repeat_EDT", true))
 {
 }
 
 bool TChangePassword_FRM::Accept()
 {
-    if (!filled(New_EDT, u"گذرواژه جدید"_qs, this) || !repeatedRightly(New_EDT, Repeat_EDT))
+    if (!filled(New_EDT, u"گذرواژه جدید"_s, this) || !repeatedRightly(New_EDT, Repeat_EDT))
         return false;
     const TLogin login = ChangePassword(UserInfo.Code, Old_EDT->text(), New_EDT->text());
     if (login.result != TLoginResult::Ok) {
         Tell(LoginText(login), miWarning);
         return false;
     }
-    Tell(u"گذرواژه تغییر کرد."_qs);
+    Tell(u"گذرواژه تغییر کرد."_s);
     return true;
 }
 
 TWorkstation_FRM::TWorkstation_FRM(const QString &name)
     : TStart_FRM(
-          u"شماره ایستگاه کاری"_qs,
-          u"هر رایانه در این پایگاه داده شماره ای برای خود دارد که قفل رکوردها با آن نگهداری می شود."_qs,
-          u"تایید F3"_qs),
-      Index_EDT(AddLine(u"  &شماره ایستگاه :"_qs, "Index_EDT")),
-      Name_EDT(AddLine(u"  &نام ایستگاه :"_qs, "Name_EDT"))
+          u"شماره ایستگاه کاری"_s,
+          u"هر رایانه در این پایگاه داده شماره ای برای خود دارد که قفل رکوردها با آن نگهداری می شود."_s,
+          u"تایید F3"_s),
+      Index_EDT(AddLine(u"  &شماره ایستگاه :"_s, "Index_EDT")),
+      Name_EDT(AddLine(u"  &نام ایستگاه :"_s, "Name_EDT"))
 {
     Index_EDT->setMaxLength(9);
     Name_EDT->setMaxLength(100);
@@ -219,14 +219,14 @@ TWorkstation_FRM::TWorkstation_FRM(const QString &name)
 
 bool TWorkstation_FRM::Accept()
 {
-    if (!filled(Index_EDT, u"شماره ایستگاه"_qs, this) || !filled(Name_EDT, u"نام ایستگاه"_qs, this))
+    if (!filled(Index_EDT, u"شماره ایستگاه"_s, this) || !filled(Name_EDT, u"نام ایستگاه"_s, this))
         return false;
     bool isNumber = false;
     const int index = PersianText::latinDigits(Index_EDT->text()).toInt(&isNumber);
     if (!isNumber || index < 1) {
-        Tell(u"شماره ایستگاه باید عددی بزرگتر از صفر باشد."_qs, miWarning);
+        Tell(u"شماره ایستگاه باید عددی بزرگتر از صفر باشد."_s, miWarning);
     } else if (!RegisterWorkstation(index, Name_EDT->text().trimmed())) {
-        Tell(u"شماره %1 از آن ایستگاه دیگری است. شماره دیگری وارد کنید."_qs.arg(index), miWarning);
+        Tell(u"شماره %1 از آن ایستگاه دیگری است. شماره دیگری وارد کنید."_s.arg(index), miWarning);
     } else {
         m_comIndex = index;
         return true;
@@ -237,8 +237,8 @@ bool TWorkstation_FRM::Accept()
 }
 
 TServerPassword_FRM::TServerPassword_FRM(const QString &server)
-    : TStart_FRM(u"گذرواژه پایگاه داده"_qs, u"گذرواژه برای اتصال به «%1» را وارد کنید."_qs.arg(server),
-                 u"اتصال F3"_qs),
-      Password_EDT(AddLine(u"  &گذرواژه :"_qs, "Password_EDT", true))
+    : TStart_FRM(u"گذرواژه پایگاه داده"_s, u"گذرواژه برای اتصال به «%1» را وارد کنید."_s.arg(server),
+                 u"اتصال F3"_s),
+      Password_EDT(AddLine(u"  &گذرواژه :"_s, "Password_EDT", true))
 {
 }

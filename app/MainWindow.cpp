@@ -24,13 +24,15 @@
 #include <QStatusBar>
 #include <QTimer>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int buttonColumns = 2;
 
 QString backupFilter()
 {
-    return u"پشتیبان پایگاه داده (*.db)"_qs;
+    return u"پشتیبان پایگاه داده (*.db)"_s;
 }
 
 /// For file names: "14030901-0805".
@@ -44,27 +46,27 @@ QString freeName(const QString &name)
 {
     QString free = name;
     for (int number = 2; QFile::exists(free); ++number)
-        free = QStringLiteral("%1-%2").arg(name).arg(number);
+        free = u"%1-%2"_s.arg(name).arg(number);
     return free;
 }
 
 /// What the user knows a backup by.
 QString contentsText(const Backup::TContents &contents)
 {
-    static const std::pair<const char *, QString> tables[] = {{"Staff", u"پرسنل"_qs},
-                                                              {"CalcMethod", u"روش محاسبه"_qs},
-                                                              {"TaxMain", u"جدول مالیات"_qs},
-                                                              {"Calender", u"روز تقویم"_qs},
-                                                              {"Fiscal", u"مزایا"_qs},
-                                                              {"Deduction", u"کسور"_qs},
-                                                              {"UserAccount", u"کاربر برنامه"_qs}};
+    static const std::pair<const char *, QString> tables[] = {{"Staff", u"پرسنل"_s},
+                                                              {"CalcMethod", u"روش محاسبه"_s},
+                                                              {"TaxMain", u"جدول مالیات"_s},
+                                                              {"Calender", u"روز تقویم"_s},
+                                                              {"Fiscal", u"مزایا"_s},
+                                                              {"Deduction", u"کسور"_s},
+                                                              {"UserAccount", u"کاربر برنامه"_s}};
     QStringList counts;
     for (const auto &[table, caption] : tables)
-        counts += u"%1 : %2"_qs.arg(caption).arg(contents.rows.value(QLatin1String(table)));
+        counts += u"%1 : %2"_s.arg(caption).arg(contents.rows.value(QLatin1String(table)));
     const QString written = TPersianDate::fromGregorian(contents.fileTime.date()).toText() + u' ' +
-                            contents.fileTime.time().toString(QStringLiteral("HH:mm"));
-    return u"تاریخ پرونده پشتیبان : \u2066%1\u2069\nآخرین رویداد آن : \u2066%2\u2069\n%3"_qs.arg(
-        written, contents.lastEvent.isEmpty() ? u"-"_qs : contents.lastEvent, counts.join(u'\n'));
+                            contents.fileTime.time().toString(u"HH:mm"_s);
+    return u"تاریخ پرونده پشتیبان : \u2066%1\u2069\nآخرین رویداد آن : \u2066%2\u2069\n%3"_s.arg(
+        written, contents.lastEvent.isEmpty() ? u"-"_s : contents.lastEvent, counts.join(u'\n'));
 }
 
 struct TBusy {
@@ -76,8 +78,8 @@ struct TBusy {
 
 TMain_FRM::TMain_FRM(TSession &session) : m_session(session)
 {
-    setObjectName(QStringLiteral("TMain_FRM"));
-    setWindowTitle(u"اطلاعات پایه حقوق و دستمزد"_qs);
+    setObjectName(u"TMain_FRM"_s);
+    setWindowTitle(u"اطلاعات پایه حقوق و دستمزد"_s);
     setLayoutDirection(Qt::RightToLeft);
     setAttribute(Qt::WA_KeyboardFocusChange); // the focus is seen before the first Tab, too
     resize(760, 520);
@@ -119,51 +121,51 @@ void TMain_FRM::addEntries(QMenu *menu, bool select)
 void TMain_FRM::buildMenus()
 {
     const bool onServer = m_session.choice().onServer();
-    QMenu *file = menuBar()->addMenu(u"&پرونده"_qs);
-    file->setObjectName(QStringLiteral("File_MNU"));
-    addItem(file, u"تنظیمات &پایگاه داده ..."_qs, "DatabaseSettings_ACT", {}, [this] { databaseSettings(); });
+    QMenu *file = menuBar()->addMenu(u"&پرونده"_s);
+    file->setObjectName(u"File_MNU"_s);
+    addItem(file, u"تنظیمات &پایگاه داده ..."_s, "DatabaseSettings_ACT", {}, [this] { databaseSettings(); });
     if (!onServer) {
-        addItem(file, u"پ&شتیبان گیری ..."_qs, "Backup_ACT", {}, [this] { backUp(); });
-        addItem(file, u"&بازیابی پشتیبان ..."_qs, "Restore_ACT", {}, [this] {
+        addItem(file, u"پ&شتیبان گیری ..."_s, "Backup_ACT", {}, [this] { backUp(); });
+        addItem(file, u"&بازیابی پشتیبان ..."_s, "Restore_ACT", {}, [this] {
             restore();
         })->setVisible(UserInfo.IsAdmin);
     }
     file->addSeparator();
     // The sample company's administrator has no account.
     if (UserInfo.Code != 0)
-        addItem(file, u"تغییر &گذرواژه ..."_qs, "ChangePassword_ACT", {},
+        addItem(file, u"تغییر &گذرواژه ..."_s, "ChangePassword_ACT", {},
                 [] { TChangePassword_FRM().exec(); });
-    addItem(file, u"&ورود کاربر دیگر"_qs, "LogOut_ACT", {}, [this] { Q_EMIT logOutWanted(); });
-    addItem(file, u"&خروج"_qs, "Exit_ACT", QStringLiteral("Ctrl+Q"), [this] { close(); });
+    addItem(file, u"&ورود کاربر دیگر"_s, "LogOut_ACT", {}, [this] { Q_EMIT logOutWanted(); });
+    addItem(file, u"&خروج"_s, "Exit_ACT", u"Ctrl+Q"_s, [this] { close(); });
 
-    QMenu *entries = menuBar()->addMenu(u"&اطلاعات پایه"_qs);
-    entries->setObjectName(QStringLiteral("Open_MNU"));
+    QMenu *entries = menuBar()->addMenu(u"&اطلاعات پایه"_s);
+    entries->setObjectName(u"Open_MNU"_s);
     addEntries(entries, false);
-    QMenu *selections = menuBar()->addMenu(u"ا&نتخاب"_qs);
-    selections->setObjectName(QStringLiteral("Select_MNU"));
+    QMenu *selections = menuBar()->addMenu(u"ا&نتخاب"_s);
+    selections->setObjectName(u"Select_MNU"_s);
     addEntries(selections, true);
     // What other modules of the suite do with the payroll module's pick.
-    if (EntryPoints::mayOpen(*EntryPoints::find(QStringLiteral("Select_FiscalList")))) {
+    if (EntryPoints::mayOpen(*EntryPoints::find(u"Select_FiscalList"_s))) {
         selections->addSeparator();
-        addItem(selections, u"افزودن مزایا و کسورات به &حکم کارگزینی ..."_qs, "PickIntoOrder_ACT", {},
+        addItem(selections, u"افزودن مزایا و کسورات به &حکم کارگزینی ..."_s, "PickIntoOrder_ACT", {},
                 [this] { TPickTarget_FRM(m_session, TPickTarget_FRM::Orders).exec(); });
-        addItem(selections, u"افزودن مزایا و کسورات به &کارکرد ..."_qs, "PickIntoOutput_ACT", {},
+        addItem(selections, u"افزودن مزایا و کسورات به &کارکرد ..."_s, "PickIntoOutput_ACT", {},
                 [this] { TPickTarget_FRM(m_session, TPickTarget_FRM::Outputs).exec(); });
     }
 
     if (UserInfo.IsAdmin) {
-        QMenu *administration = menuBar()->addMenu(u"&مدیریت"_qs);
-        administration->setObjectName(QStringLiteral("Administration_MNU"));
-        addItem(administration, u"&کاربران و دسترسی ها ..."_qs, "Users_ACT", {},
+        QMenu *administration = menuBar()->addMenu(u"&مدیریت"_s);
+        administration->setObjectName(u"Administration_MNU"_s);
+        addItem(administration, u"&کاربران و دسترسی ها ..."_s, "Users_ACT", {},
                 [] { TUserList_FRM().exec(); });
-        addItem(administration, u"&رویدادها ..."_qs, "Events_ACT", {}, [] { TEventLog_FRM().exec(); });
-        addItem(administration, u"&قفل رکوردها ..."_qs, "Locks_ACT", {}, [] { TLockList_FRM().exec(); });
-        addItem(administration, u"&ایستگاه های کاری ..."_qs, "Workstations_ACT", {},
+        addItem(administration, u"&رویدادها ..."_s, "Events_ACT", {}, [] { TEventLog_FRM().exec(); });
+        addItem(administration, u"&قفل رکوردها ..."_s, "Locks_ACT", {}, [] { TLockList_FRM().exec(); });
+        addItem(administration, u"&ایستگاه های کاری ..."_s, "Workstations_ACT", {},
                 [] { TWorkstationList_FRM().exec(); });
     }
-    QMenu *help = menuBar()->addMenu(u"&راهنما"_qs);
-    help->setObjectName(QStringLiteral("Help_MNU"));
-    addItem(help, u"&درباره برنامه"_qs, "About_ACT", {}, [this] { about(); });
+    QMenu *help = menuBar()->addMenu(u"&راهنما"_s);
+    help->setObjectName(u"Help_MNU"_s);
+    addItem(help, u"&درباره برنامه"_s, "About_ACT", {}, [this] { about(); });
 }
 
 void TMain_FRM::buildButtons()
@@ -178,7 +180,7 @@ void TMain_FRM::buildButtons()
             continue;
         // The key stands below in a line of its own: mixed into a Persian line its parts would change places.
         auto *button = new QPushButton(entry.caption + u'\n' + QLatin1String(entry.key), center);
-        button->setObjectName(QLatin1String(entry.name) + QLatin1String("_BTN"));
+        button->setObjectName(QLatin1String(entry.name) + "_BTN"_L1);
         button->setAccessibleName(entry.caption);
         button->setMinimumSize(220, 64);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -189,7 +191,7 @@ void TMain_FRM::buildButtons()
         m_buttons << button;
     }
     if (m_buttons.isEmpty())
-        grid->addWidget(new QLabel(u"شما به هیچ بخشی دسترسی ندارید. از مدیر سیستم بخواهید."_qs), 0, 0,
+        grid->addWidget(new QLabel(u"شما به هیچ بخشی دسترسی ندارید. از مدیر سیستم بخواهید."_s), 0, 0,
                         Qt::AlignCenter);
     setCentralWidget(center);
     // A last one alone in its row has the whole row.
@@ -222,12 +224,12 @@ void TMain_FRM::buildStatus()
 
 void TMain_FRM::showStatus()
 {
-    m_user->setText(u"کاربر: %1"_qs.arg(UserInfo.FullName.isEmpty() ? UserInfo.Name : UserInfo.FullName));
-    m_workstation->setText(u"ایستگاه: %1"_qs.arg(IniOptions.Com_Index));
+    m_user->setText(u"کاربر: %1"_s.arg(UserInfo.FullName.isEmpty() ? UserInfo.Name : UserInfo.FullName));
+    m_workstation->setText(u"ایستگاه: %1"_s.arg(IniOptions.Com_Index));
     const QString database = m_session.connection().displayName();
-    m_database->setText(u"پایگاه داده: \u2066%1\u2069"_qs.arg(database.section(u'/', -1)));
+    m_database->setText(u"پایگاه داده: \u2066%1\u2069"_s.arg(database.section(u'/', -1)));
     m_database->setToolTip(database);
-    m_date->setText(u"\u2066%1\u2069"_qs.arg(NowDate()));
+    m_date->setText(u"\u2066%1\u2069"_s.arg(NowDate()));
 }
 
 void TMain_FRM::OpenEntry(const TEntryPoint &entry)
@@ -237,7 +239,7 @@ void TMain_FRM::OpenEntry(const TEntryPoint &entry)
         return;
     const int result = m_session.callEntry(entry, entry.usualArguments);
     if (entry.isSelect())
-        statusBar()->showMessage(result == 0 ? u"چیزی انتخاب نشد."_qs : u"کد انتخاب شده: %1"_qs.arg(result));
+        statusBar()->showMessage(result == 0 ? u"چیزی انتخاب نشد."_s : u"کد انتخاب شده: %1"_s.arg(result));
 }
 
 bool TMain_FRM::eventFilter(QObject *watched, QEvent *event)
@@ -292,34 +294,34 @@ void TMain_FRM::databaseSettings()
 {
     TDatabaseSettings_FRM settings(TDatabaseChoice::stored());
     if (settings.exec() == QDialog::Accepted)
-        Tell(u"تنظیمات ذخیره شد و از شروع بعدی برنامه به کار می رود."_qs);
+        Tell(u"تنظیمات ذخیره شد و از شروع بعدی برنامه به کار می رود."_s);
 }
 
 void TMain_FRM::backUp()
 {
-    const QString name = u"ketebionpap-%1.db"_qs.arg(stamp());
+    const QString name = u"ketebionpap-%1.db"_s.arg(stamp());
     QString target = FileDialogs::AskToSave(
         this,
-        {.caption = u"پشتیبان گیری"_qs, .filter = backupFilter(), .name = name, .confirmReplace = false});
+        {.caption = u"پشتیبان گیری"_s, .filter = backupFilter(), .name = name, .confirmReplace = false});
     if (target.isEmpty())
         return;
     if (QFileInfo(target).suffix().isEmpty())
-        target += QStringLiteral(".db");
+        target += u".db"_s;
     if (QFile::exists(target) &&
-        !Ask(u"پرونده ای با این نام هست:\n\u2066%1\u2069\nجایگزین شود؟"_qs.arg(target), TAnswer::No))
+        !Ask(u"پرونده ای با این نام هست:\n\u2066%1\u2069\nجایگزین شود؟"_s.arg(target), TAnswer::No))
         return;
     {
         const TBusy busy;
         Backup::save(m_session.choice().file, target);
     }
-    SetUserEvent(TSoftwarePart(0), cpPrint, u"پشتیبان گیری در %1"_qs.arg(target), true, true);
-    Tell(u"پشتیبان ساخته و بررسی شد:\n%1"_qs.arg(target));
+    SetUserEvent(TSoftwarePart(0), cpPrint, u"پشتیبان گیری در %1"_s.arg(target), true, true);
+    Tell(u"پشتیبان ساخته و بررسی شد:\n%1"_s.arg(target));
 }
 
 void TMain_FRM::restore()
 {
     const QString source =
-        FileDialogs::AskToOpen(this, {.caption = u"بازیابی پشتیبان"_qs, .filter = backupFilter()});
+        FileDialogs::AskToOpen(this, {.caption = u"بازیابی پشتیبان"_s, .filter = backupFilter()});
     if (source.isEmpty())
         return;
     if (!ListCodeLocks().isEmpty()) {
@@ -334,24 +336,24 @@ void TMain_FRM::restore()
     }
     if (!Ask(
             contentsText(restoring->contents()) +
-                u"\n\nهمه اطلاعات کنونی با اطلاعات پشتیبان جایگزین می شود. پیش از آن از اطلاعات کنونی پشتیبان گرفته می شود. ادامه می دهید؟"_qs,
+                u"\n\nهمه اطلاعات کنونی با اطلاعات پشتیبان جایگزین می شود. پیش از آن از اطلاعات کنونی پشتیبان گرفته می شود. ادامه می دهید؟"_s,
             TAnswer::No))
         return;
-    const QString before = freeName(u"%1.before-restore-%2"_qs.arg(file, stamp()));
+    const QString before = freeName(u"%1.before-restore-%2"_s.arg(file, stamp()));
     {
         const TBusy busy;
         restoring->run(before);
         restoring.reset();
         m_session.reconnect();
     }
-    SetUserEvent(TSoftwarePart(0), cpEdit, u"بازیابی پشتیبان از %1"_qs.arg(source), true, true);
-    Tell(u"اطلاعات پشتیبان بازیابی شد. اطلاعات پیشین در این پرونده است:\n%1\nدوباره وارد شوید."_qs.arg(
-        before));
+    SetUserEvent(TSoftwarePart(0), cpEdit, u"بازیابی پشتیبان از %1"_s.arg(source), true, true);
+    Tell(
+        u"اطلاعات پشتیبان بازیابی شد. اطلاعات پیشین در این پرونده است:\n%1\nدوباره وارد شوید."_s.arg(before));
     Q_EMIT logOutWanted();
 }
 
 void TMain_FRM::about()
 {
-    Tell(u"اطلاعات پایه حقوق و دستمزد\nنسخه %1\nپایگاه داده: \u2066%2\u2069"_qs.arg(
+    Tell(u"اطلاعات پایه حقوق و دستمزد\nنسخه %1\nپایگاه داده: \u2066%2\u2069"_s.arg(
         QLatin1String(KETEBIONPAP_VERSION), m_session.connection().displayName()));
 }

@@ -7,9 +7,10 @@
 
 #include <dlfcn.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 TModule::TModule(const QString &file)
-    : m_file(file.isEmpty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/Ketebionpap_ZLM.so")
-                            : file)
+    : m_file(file.isEmpty() ? QCoreApplication::applicationDirPath() + u"/Ketebionpap_ZLM.so"_s : file)
 {
 }
 
@@ -18,8 +19,7 @@ bool TModule::load()
     if (m_library)
         return true;
     m_library = dlopen(QFile::encodeName(m_file).constData(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    m_errorText = m_library ? QString()
-                            : QStringLiteral("cannot load the module: ") + QString::fromLocal8Bit(dlerror());
+    m_errorText = m_library ? QString() : u"cannot load the module: "_s + QString::fromLocal8Bit(dlerror());
     return m_library;
 }
 
@@ -28,8 +28,7 @@ void *TModule::find(const char *name)
     if (!load())
         return nullptr;
     void *function = dlsym(m_library, name);
-    m_errorText =
-        function ? QString() : QStringLiteral("%1 does not export %2").arg(m_file, QLatin1String(name));
+    m_errorText = function ? QString() : u"%1 does not export %2"_s.arg(m_file, QLatin1String(name));
     return function;
 }
 

@@ -6,6 +6,8 @@
 
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct TTarget {
@@ -21,33 +23,33 @@ struct TTarget {
 const TTarget &targetOf(TPickTarget_FRM::Kind kind)
 {
     static const TTarget targets[] = {
-        {u"حکم های کارگزینی"_qs,
+        {u"حکم های کارگزینی"_s,
          "select r.Code, s.fullnameTitle, r.DoDate, m.Title as MethodTitle from Recruitment r left join staff_VW s "
          "on s.Code = r.StaffCode left join CalcMethod m on m.Code = r.CalcMethodCode",
-         {{"Code", u"کد حکم"_qs, 80, true, TGridColumn::Code},
-          {"fullnameTitle", u"کارمند"_qs, 220},
-          {"DoDate", u"تاریخ اجرا"_qs, 100},
-          {"MethodTitle", u"روش محاسباتی"_qs, 200}},
-         {{"Code", u"کد حکم"_qs, TSearchItem::Digits},
-          {"fullnameTitle", u"کارمند"_qs, TSearchItem::Text, true},
-          {"DoDate", u"تاریخ اجرا"_qs, TSearchItem::Date},
-          {"MethodTitle", u"روش محاسباتی"_qs}},
+         {{"Code", u"کد حکم"_s, 80, true, TGridColumn::Code},
+          {"fullnameTitle", u"کارمند"_s, 220},
+          {"DoDate", u"تاریخ اجرا"_s, 100},
+          {"MethodTitle", u"روش محاسباتی"_s, 200}},
+         {{"Code", u"کد حکم"_s, TSearchItem::Digits},
+          {"fullnameTitle", u"کارمند"_s, TSearchItem::Text, true},
+          {"DoDate", u"تاریخ اجرا"_s, TSearchItem::Date},
+          {"MethodTitle", u"روش محاسباتی"_s}},
          "2",
          {"select N'مزایا' as KindTitle, w.ItemCode, i.Title, w.Cost as Amount from tmpRecFiscal w left join Fiscal i "
           "on i.Code = w.ItemCode where w.RecruitmentCode=",
           " union all select N'کسورات' as KindTitle, w.ItemCode, i.Title, w.Cost as Amount from tmpRecDeduction w "
           "left join Deduction i on i.Code = w.ItemCode where w.Recruitmentcode="},
-         {"Amount", u"مبلغ / نرخ"_qs, 140, true, TGridColumn::Money}},
-        {u"کارکردها"_qs,
+         {"Amount", u"مبلغ / نرخ"_s, 140, true, TGridColumn::Money}},
+        {u"کارکردها"_s,
          "select Code, Title from StaffOutPut",
-         {{"Code", u"کد"_qs, 80, true, TGridColumn::Code}, {"Title", u"عنوان"_qs, 320}},
-         {{"Code", u"کد"_qs, TSearchItem::Digits}, {"Title", u"عنوان"_qs, TSearchItem::Text, true}},
+         {{"Code", u"کد"_s, 80, true, TGridColumn::Code}, {"Title", u"عنوان"_s, 320}},
+         {{"Code", u"کد"_s, TSearchItem::Digits}, {"Title", u"عنوان"_s, TSearchItem::Text, true}},
          "3",
          {"select N'مزایا' as KindTitle, w.ItemCode, i.Title, w.Amount from tmpstaffOutPutDetail w left join Fiscal i "
           "on i.Code = w.ItemCode where w.Type = 0 and w.OutPutCode=",
           " union all select N'کسورات' as KindTitle, w.ItemCode, i.Title, w.Amount from tmpstaffOutPutDetail w left "
           "join Deduction i on i.Code = w.ItemCode where w.Type = 1 and w.OutPutCode="},
-         {"Amount", u"مقدار"_qs, 140, true, TGridColumn::Money}},
+         {"Amount", u"مقدار"_s, 140, true, TGridColumn::Money}},
     };
     return targets[kind];
 }
@@ -58,25 +60,25 @@ TPickTarget_FRM::TPickTarget_FRM(TSession &session, Kind kind)
     : TBaseDock_FRM(fmBrowse, {}), m_session(session), m_kind(kind)
 {
     const TTarget &target = targetOf(kind);
-    setObjectName(kind == Orders ? u"TPickTarget_Orders"_qs : u"TPickTarget_Outputs"_qs);
+    setObjectName(kind == Orders ? u"TPickTarget_Orders"_s : u"TPickTarget_Outputs"_s);
     SetTitle(target.title);
-    auto *list = new TQuery(DM.ADOConnection1, u"List_QUR"_qs, this);
-    list->setKeyField(u"Code"_qs);
-    Items_QUR = new TQuery(DM.ADOConnection1, u"Items_QUR"_qs, this);
-    BuildList(list, u"PickTarget_GRD"_qs, target.columns, target.items);
+    auto *list = new TQuery(DM.ADOConnection1, u"List_QUR"_s, this);
+    list->setKeyField(u"Code"_s);
+    Items_QUR = new TQuery(DM.ADOConnection1, u"Items_QUR"_s, this);
+    BuildList(list, u"PickTarget_GRD"_s, target.columns, target.items);
     BuildUsualLayout({});
-    auto *items = new TSmartGrid_ZLM(u"Items_GRD"_qs, this);
-    items->SetColumns(Items_QUR, {{"KindTitle", u"نوع"_qs, 90},
-                                  {"ItemCode", u"کد"_qs, 80, true, TGridColumn::Code},
-                                  {"Title", u"عنوان"_qs, 240},
+    auto *items = new TSmartGrid_ZLM(u"Items_GRD"_s, this);
+    items->SetColumns(Items_QUR, {{"KindTitle", u"نوع"_s, 90},
+                                  {"ItemCode", u"کد"_s, 80, true, TGridColumn::Code},
+                                  {"Title", u"عنوان"_s, 240},
                                   target.amount});
     items->setMaximumHeight(220);
     BelowGrid()->addWidget(items);
     Fiscal_BTN =
-        addPick(u"Fiscal_BTN"_qs, u"افزودن مزایا F6"_qs, u"F6"_qs, u"افزودن مزایا"_qs, "Select_FiscalList");
-    Deduction_BTN = addPick(u"Deduction_BTN"_qs, u"افزودن کسورات F8"_qs, u"F8"_qs, u"افزودن کسورات"_qs,
+        addPick(u"Fiscal_BTN"_s, u"افزودن مزایا F6"_s, u"F6"_s, u"افزودن مزایا"_s, "Select_FiscalList");
+    Deduction_BTN = addPick(u"Deduction_BTN"_s, u"افزودن کسورات F8"_s, u"F8"_s, u"افزودن کسورات"_s,
                             "Select_DeductionList");
-    EXit_BTN = AddButton(u"EXit_BTN"_qs, u"خروج Esc"_qs, u"Esc"_qs, u"خروج"_qs);
+    EXit_BTN = AddButton(u"EXit_BTN"_s, u"خروج Esc"_s, u"Esc"_s, u"خروج"_s);
     connect(EXit_BTN, &QAbstractButton::clicked, this, &QDialog::reject);
     connect(list, &TQuery::currentChanged, this, &TPickTarget_FRM::showItems);
     connect(list, &TQuery::opened, this, &TPickTarget_FRM::showItems);
@@ -109,7 +111,7 @@ void TPickTarget_FRM::pick(const char *entry)
 {
     if (!CurrentIsStored())
         return;
-    const QString code = ListQuery()->asString(u"Code"_qs);
+    const QString code = ListQuery()->asString(u"Code"_s);
     m_session.callEntry(*EntryPoints::find(QLatin1String(entry)),
                         {QLatin1String(targetOf(m_kind).callType), code});
     showItems();
@@ -121,7 +123,7 @@ void TPickTarget_FRM::showItems()
         Items_QUR->close();
         if (!ListQuery()->active() || ListQuery()->position() < 0)
             return;
-        const QVariant code = ListQuery()->value(u"Code"_qs);
+        const QVariant code = ListQuery()->value(u"Code"_s);
         TStatement statement;
         for (const char *piece : targetOf(m_kind).workingRows)
             statement.sql(QString::fromUtf8(piece)).integer(code);

@@ -19,17 +19,19 @@
 #include <pwd.h>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QString loginText(const TLogin &login)
 {
     switch (login.result) {
     case TLoginResult::TooEarly:
-        return QStringLiteral("after wrong passwords: wait %1 seconds").arg(login.secondsToWait);
+        return u"after wrong passwords: wait %1 seconds"_s.arg(login.secondsToWait);
     case TLoginResult::Inactive:
-        return QStringLiteral("the user is shut out");
+        return u"the user is shut out"_s;
     default:
-        return QStringLiteral("wrong name or password");
+        return u"wrong name or password"_s;
     }
 }
 
@@ -103,12 +105,12 @@ TProgram::TStep TProgram::askServerPassword(TDatabaseChoice &choice)
         const char *typed = getpass("Password of the database server: ");
         password = QString::fromLocal8Bit(typed ? typed : "");
     } else {
-        TServerPassword_FRM dialog(odbc.value(QStringLiteral("Server")));
+        TServerPassword_FRM dialog(odbc.value(u"Server"_s));
         if (const TStep step = ask(dialog); step != TStep::Done)
             return step;
         password = dialog.Password_EDT->text();
     }
-    choice.odbc = odbc.with(QStringLiteral("PWD"), password).text();
+    choice.odbc = odbc.with(u"PWD"_s, password).text();
     return TStep::Done;
 }
 
@@ -131,7 +133,7 @@ bool TProgram::openDatabase()
             if (error.fault() == TFault::NoSuchFile) {
                 // A mistyped name, a disk that is not mounted: no new database without a word.
                 if (interactive() &&
-                    Ask(u"پرونده پایگاه داده ای به این نشانی نیست:\n\u2066%1\u2069\nپایگاه داده تازه و خالی در آن ساخته شود؟"_qs
+                    Ask(u"پرونده پایگاه داده ای به این نشانی نیست:\n\u2066%1\u2069\nپایگاه داده تازه و خالی در آن ساخته شود؟"_s
                             .arg(choice.file),
                         TAnswer::No)) {
                     m_choice.missing = TConnection::Missing::Create;
@@ -139,8 +141,7 @@ bool TProgram::openDatabase()
                 }
                 if (namedDatabase() || !interactive()) {
                     fail(QString::fromUtf8(error.what()) +
-                         (interactive() ? QString()
-                                        : QStringLiteral(" (add --create to make a new database)")));
+                         (interactive() ? QString() : u" (add --create to make a new database)"_s));
                     return false;
                 }
             }
@@ -153,7 +154,7 @@ bool TProgram::openDatabase()
             }
             text = error.userText();
         }
-        if (!Ask(text + u"\nتنظیمات پایگاه داده را باز می کنید؟"_qs) || !chooseDatabase())
+        if (!Ask(text + u"\nتنظیمات پایگاه داده را باز می کنید؟"_s) || !chooseDatabase())
             return false;
     }
 }
@@ -163,7 +164,7 @@ bool TProgram::fillSample()
     try {
         if (!NoUserYet() ||
             m_session.connection().scalar(TStatement("select count(*) from Staff")).toInt() > 0) {
-            fail(QStringLiteral("the sample company goes into a new database only"));
+            fail(u"the sample company goes into a new database only"_s);
             return false;
         }
         FillSampleCompany(m_session.connection());
@@ -173,7 +174,7 @@ bool TProgram::fillSample()
     }
     // Without an account: whoever starts this database next makes its administrator, so that no password is known
     // beforehand.
-    UserInfo = TUserInfo{0, QStringLiteral("demo"), u"مدیر شرکت نمونه"_qs, true, true};
+    UserInfo = TUserInfo{0, u"demo"_s, u"مدیر شرکت نمونه"_s, true, true};
     return true;
 }
 
@@ -181,7 +182,7 @@ TProgram::TStep TProgram::registerWorkstation()
 {
     if (sample()) {
         IniOptions.Com_Index = 1;
-        return stepOf(RegisterWorkstation(1, touring() ? u"حسابداری"_qs : OwnWorkstationName()));
+        return stepOf(RegisterWorkstation(1, touring() ? u"حسابداری"_s : OwnWorkstationName()));
     }
     bool saved = true;
     if (!interactive()) {
@@ -194,7 +195,7 @@ TProgram::TStep TProgram::registerWorkstation()
         saved = IniOptions.save() && KeepWorkstationName(dialog.Name_EDT->text().trimmed());
     }
     if (!saved) {
-        fail(QStringLiteral("the workstation's options cannot be written: %1").arg(IniOptions.FileName));
+        fail(u"the workstation's options cannot be written: %1"_s.arg(IniOptions.FileName));
         return TStep::Failed;
     }
     return TStep::Done;
@@ -225,12 +226,12 @@ TProgram::TStep TProgram::logIn()
         }
         const TLogin login = LogIn(m_line.user, password);
         if (login.result != TLoginResult::Ok) {
-            fail(QStringLiteral("cannot log in as %1: %2").arg(m_line.user, loginText(login)));
+            fail(u"cannot log in as %1: %2"_s.arg(m_line.user, loginText(login)));
             return TStep::Failed;
         }
         UserInfo = login.user;
     }
-    SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود به برنامه"_qs, true, true);
+    SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود به برنامه"_s, true, true);
     return TStep::Done;
 }
 
@@ -268,7 +269,7 @@ int TProgram::showWindow()
         bool in = false;
         if (!Guard([&] { in = logInByDialog() == TStep::Done; }) || !in)
             return 0;
-        SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود به برنامه"_qs, true, true);
+        SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود به برنامه"_s, true, true);
     }
 }
 
@@ -287,10 +288,10 @@ TProgram::TStep TProgram::start()
 int TProgram::run()
 {
     // The tour's pictures are the same whatever its user has arranged, and it arranges nothing.
-    IniOptions.load(touring() ? m_throwAway.filePath(QStringLiteral("ketebionpap.ini")) : QString());
+    IniOptions.load(touring() ? m_throwAway.filePath(u"ketebionpap.ini"_s) : QString());
     m_choice = {m_line.databaseFile, m_line.odbc};
     if (!namedDatabase() && sample())
-        m_choice.file = m_throwAway.filePath(QStringLiteral("sample.db"));
+        m_choice.file = m_throwAway.filePath(u"sample.db"_s);
     else if (!namedDatabase())
         m_choice = TDatabaseChoice::stored();
     if (sample() || m_line.create)

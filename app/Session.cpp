@@ -7,6 +7,8 @@
 #include "host/NewBaseForms_PKG/OpenCodes.h"
 #include "host/database/Backup.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 TSession::TSession()
 {
     DM.ADOConnection1 = &m_connection;
@@ -51,8 +53,8 @@ bool TSession::ensureConnected()
             return false;
         }
     }
-    QString why = u"ارتباط با پایگاه داده قطع شده است."_qs;
-    while (Ask(why + u"\nدوباره وصل شود؟"_qs)) {
+    QString why = u"ارتباط با پایگاه داده قطع شده است."_s;
+    while (Ask(why + u"\nدوباره وصل شود؟"_s)) {
         try {
             reconnect();
             return true;
@@ -68,7 +70,7 @@ int TSession::callEntry(const TEntryPoint &entry, const QStringList &arguments)
     bool missing = false;
     const int result = m_module.call(entry, arguments, &missing);
     if (missing) {
-        ShowSmartMessage(u"ماژول اطلاعات پایه حقوق و دستمزد در دسترس نیست. برنامه را دوباره نصب کنید."_qs,
+        ShowSmartMessage(u"ماژول اطلاعات پایه حقوق و دستمزد در دسترس نیست. برنامه را دوباره نصب کنید."_s,
                          m_module.errorText(), miError);
     }
     return result;

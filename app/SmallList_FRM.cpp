@@ -7,6 +7,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 const int narrowest = 60;
 const int aroundText = 24;
@@ -55,7 +57,7 @@ TSmartButton_ZLM *TSmallList_FRM::AddRowButton(const QString &objectName, const 
 
 void TSmallList_FRM::AddExitButton()
 {
-    TSmartButton_ZLM *button = AddButton(QStringLiteral("EXit_BTN"), u"خروج Esc"_qs, QStringLiteral("Esc"));
+    TSmartButton_ZLM *button = AddButton(u"EXit_BTN"_s, u"خروج Esc"_s, u"Esc"_s);
     connect(button, &QAbstractButton::clicked, this, &TSmallList_FRM::reject);
 }
 

@@ -24,6 +24,8 @@
 #include <memory>
 #include <optional>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int stepMilliseconds = 15;
@@ -65,7 +67,7 @@ public:
     {
         if (!m_problem.isEmpty() || m_at >= m_steps.size())
             return m_problem;
-        return QStringLiteral("it ended before '%1'").arg(m_steps.at(m_at).what);
+        return u"it ended before '%1'"_s.arg(m_steps.at(m_at).what);
     }
 
 private:
@@ -95,14 +97,14 @@ private:
             } else if (!m_patience) {
                 m_patience.emplace(patienceMilliseconds);
             } else if (m_patience->hasExpired()) {
-                m_problem = QStringLiteral("the screen %1 did not come up, %2 is there")
-                                .arg(now.what, screen ? screen->objectName() : QStringLiteral("none"));
+                m_problem = u"the screen %1 did not come up, %2 is there"_s.arg(
+                    now.what, screen ? screen->objectName() : u"none"_s);
             }
             next(stepMilliseconds);
             return;
         }
         if (!screen) {
-            m_problem = QStringLiteral("no screen is open for '%1'").arg(now.what);
+            m_problem = u"no screen is open for '%1'"_s.arg(now.what);
             return;
         }
         if (now.action == TTourStep::Picture && !m_waited) {
@@ -123,7 +125,7 @@ private:
         if (now.action == TTourStep::Click || now.action == TTourStep::Type) {
             widget = screen->findChild<QWidget *>(now.what);
             if (!widget) {
-                m_problem = QStringLiteral("%1 has no %2").arg(screen->objectName(), now.what);
+                m_problem = u"%1 has no %2"_s.arg(screen->objectName(), now.what);
                 return;
             }
         }
@@ -138,7 +140,7 @@ private:
             const QKeyCombination key = QKeySequence(now.what)[0];
             QWidget *focus = screen->focusWidget() ? screen->focusWidget() : screen;
             sendKey(focus, key.key(), key.keyboardModifiers(),
-                    key.key() == Qt::Key_Space ? QStringLiteral(" ") : QString());
+                    key.key() == Qt::Key_Space ? u" "_s : QString());
             break;
         }
         case TTourStep::Click:
@@ -190,10 +192,10 @@ struct TTour::TMessages : TMessageService {
     {
         const bool dialog = message.shape != TMessageShape::Balloon;
         if (dialog)
-            m_tour.say(QStringLiteral("message: ") + QString(message.text).replace(u'\n', u' '));
+            m_tour.say(u"message: "_s + QString(message.text).replace(u'\n', u' '));
         if (dialog && !pictureName.isEmpty())
             showReally(message, std::exchange(pictureName, {}));
-        if (message.operation == QLatin1String("MsgNotSaved"))
+        if (message.operation == "MsgNotSaved"_L1)
             return TAnswer::No;
         return message.buttons == TMessageButtons::Ok ? TAnswer::Ok : TAnswer::Yes;
     }
@@ -238,12 +240,12 @@ void TTour::picture(QWidget *window, const QString &name)
 
 void TTour::save(const QPixmap &picture, const QString &name, const QString &screen)
 {
-    const QString file = m_folder.filePath(name + QStringLiteral(".png"));
+    const QString file = m_folder.filePath(name + u".png"_s);
     if (picture.save(file, "PNG", 0)) { // the smallest file
-        say(QStringLiteral("  %1 %2").arg(file, screen).trimmed().prepend(QStringLiteral("  ")));
+        say(u"  %1 %2"_s.arg(file, screen).trimmed().prepend(u"  "_s));
     } else {
         m_sound = false;
-        say(QStringLiteral("  cannot write ") + file);
+        say(u"  cannot write "_s + file);
     }
 }
 
@@ -257,14 +259,14 @@ bool TTour::visit(const QString &name, const QList<TTourStep> &steps, const std:
     open();
     if (walk.problem().isEmpty())
         return true;
-    say(QStringLiteral("  ") + walk.problem());
+    say(u"  "_s + walk.problem());
     return false;
 }
 
 bool TTour::run()
 {
-    if (!m_folder.mkpath(QStringLiteral("."))) {
-        say(QStringLiteral("cannot create the folder ") + m_folder.path());
+    if (!m_folder.mkpath(u"."_s)) {
+        say(u"cannot create the folder "_s + m_folder.path());
         return false;
     }
     // What a screen writes or lists in the current folder is nobody's.
@@ -279,38 +281,38 @@ bool TTour::run()
     window.show();
     window.activateWindow();
     pass(pictureMilliseconds);
-    picture(&window, QStringLiteral("main-window"));
+    picture(&window, u"main-window"_s);
     menus(window);
 
     int skipped = 0;
     for (const TEntryPoint &entry : EntryPoints::all()) {
         const QString name = QLatin1String(entry.name);
         if (!m_session.module().has(entry)) {
-            say(name + QStringLiteral(": skipped, ") + m_session.module().errorText());
+            say(name + u": skipped, "_s + m_session.module().errorText());
             ++skipped;
             continue;
         }
         m_sound &= visit(name, TourScript::of(entry.name), [&] { window.OpenEntry(entry); });
-        if (name != QLatin1String("Select_Staff"))
+        if (name != "Select_Staff"_L1)
             continue;
         window.activateWindow();
         pass(pictureMilliseconds);
-        picture(&window, QStringLiteral("main-window-answer"));
+        picture(&window, u"main-window-answer"_s);
     }
-    const QString backup = scratch.filePath(QStringLiteral("ketebionpap.db"));
+    const QString backup = scratch.filePath(u"ketebionpap.db"_s);
     for (const TourScript::TItem &item : TourScript::items(backup)) {
         auto *action = window.findChild<QAction *>(QLatin1String(item.name));
         if (!action) // on a server there are no backups
             continue;
         if (qstrcmp(item.name, "Locks_ACT") == 0) // somebody works elsewhere
-            OperationOnLockCode_SoftwarePart(QStringLiteral("17"), cspStaff, 2, otLock, false);
+            OperationOnLockCode_SoftwarePart(u"17"_s, cspStaff, 2, otLock, false);
         m_sound &= visit(QLatin1String(item.name), item.steps, [&] { action->trigger(); });
     }
     // The sample company has no account; whoever starts it next makes the first one.
     DM.ADOConnection1->execute(TStatement("delete from UserRight"));
     DM.ADOConnection1->execute(TStatement("delete from UserAccount"));
     QDir::setCurrent(folderBefore);
-    say(QStringLiteral("pictures in %1, %2 entries skipped").arg(m_folder.absolutePath()).arg(skipped));
+    say(u"pictures in %1, %2 entries skipped"_s.arg(m_folder.absolutePath()).arg(skipped));
     return m_sound;
 }
 
@@ -321,17 +323,15 @@ void TTour::startDialogs()
         m_sound &= visit(screen,
                          {{TTourStep::Await, screen, {}},
                           {TTourStep::Picture, QLatin1String(name), {}},
-                          {TTourStep::Press, QStringLiteral("Esc"), {}}},
+                          {TTourStep::Press, u"Esc"_s, {}}},
                          [&] { dialog.exec(); });
     };
-    look(TWorkstation_FRM(u"حسابداری"_qs), "workstation");
+    look(TWorkstation_FRM(u"حسابداری"_s), "workstation");
     look(TFirstUser_FRM(), "first-user");
-    look(TLogin_FRM(QStringLiteral("maryam")), "login");
-    look(TServerPassword_FRM(QStringLiteral("db.example.ir")), "server-password");
+    look(TLogin_FRM(u"maryam"_s), "login");
+    look(TServerPassword_FRM(u"db.example.ir"_s), "server-password");
     look(TChangePassword_FRM(), "change-password");
-    look(TRecovery_FRM({u"کارمند"_qs, true, QStringLiteral("201"), {{QStringLiteral("198"), 2}}, false},
-                       nullptr),
-         "recovery");
+    look(TRecovery_FRM({u"کارمند"_s, true, u"201"_s, {{u"198"_s, 2}}, false}, nullptr), "recovery");
 }
 
 void TTour::menus(TMain_FRM &window)
@@ -347,6 +347,6 @@ void TTour::menus(TMain_FRM &window)
         QPixmap whole = window.grab();
         QPainter(&whole).drawPixmap(menu->mapToGlobal(QPoint()) - window.mapToGlobal(QPoint()), menu->grab());
         menu->close();
-        save(whole, menu->objectName().section(u'_', 0, 0).toLower().prepend(QStringLiteral("menu-")), {});
+        save(whole, menu->objectName().section(u'_', 0, 0).toLower().prepend(u"menu-"_s), {});
     }
 }

@@ -3,6 +3,8 @@
 #include <QMap>
 #include <QRandomGenerator>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using S = TTourStep;
@@ -58,7 +60,7 @@ QList<S> calculationMethods()
             picture("calculation-methods"),
             press("F4"),
             await("TCalcMethodGet_FRM"),
-            type("Title_EDT", u"روش کارکنان پاره وقت"_qs),
+            type("Title_EDT", u"روش کارکنان پاره وقت"_s),
             click("Tax_CHK"),
             type("CalcMethodCode_EDT", {}),
             press("F2"),
@@ -66,14 +68,14 @@ QList<S> calculationMethods()
             press("Return"),
             await("TCalcMethodGet_FRM"),
             click("Insurance_CHK"),
-            type("DailyIns_EDT", u"24245592"_qs),
+            type("DailyIns_EDT", u"24245592"_s),
             picture("calculation-method"),
             press("Ctrl+2"),
-            type("OverTime_EDT", u"120"_qs),
+            type("OverTime_EDT", u"120"_s),
             picture("calculation-method-attendance"),
             press("F3"),
             await("TCalcMethodList_FRM"),
-            type("Search_EDT", u"پاره"_qs),
+            type("Search_EDT", u"پاره"_s),
             picture("calculation-methods-search"),
             press("Esc"),
             press("Esc")};
@@ -83,18 +85,18 @@ QList<S> calculationMethods()
 QList<S> taxTables()
 {
     QList<S> steps = {await("TTaxList_FRM"), picture("tax-tables"), press("F4"), await("TTaxGet_FRM"),
-                      type("Title_EDT", u"جدول مالیاتی نمونه"_qs)};
+                      type("Title_EDT", u"جدول مالیاتی نمونه"_s)};
     const char *const brackets[][3] = {{"0", "2880000000", "0"}, {"2880000001", "3600000000", "10"}};
     for (const auto &[from, to, percent] : brackets) {
         steps << click("AddRow_BTN") << await("TTax_GetDetail_FRM")
               << type("FromSalary_EDT", QLatin1String(from)) << type("ToSalary_EDT", QLatin1String(to))
               << type("Percent_EDT", QLatin1String(percent));
-        if (from != QLatin1String("0"))
+        if (from != "0"_L1)
             steps << picture("tax-bracket");
         steps << press("F3") << await("TTaxGet_FRM");
     }
     return steps << picture("tax-table") << press("F3") << await("TTaxList_FRM")
-                 << type("Search_EDT", u"نمونه"_qs) << picture("tax-tables-search")
+                 << type("Search_EDT", u"نمونه"_s) << picture("tax-tables-search")
                  << message("question-before-a-delete") << press("F7") << press("Esc") << press("Esc");
 }
 
@@ -110,14 +112,14 @@ QList<S> calendar()
             await("TCalender_List_FRM"),
             press("F4"),
             await("TCalender_Set_FRM"),
-            type("Title_EDT", u"تقویم کاری 1406"_qs),
-            type("Date1_EDT", u"14060101"_qs),
-            type("StartDay_CMB", u"يکشنبه"_qs),
-            type("Date2_EDT", u"14061229"_qs),
+            type("Title_EDT", u"تقویم کاری 1406"_s),
+            type("Date1_EDT", u"14060101"_s),
+            type("StartDay_CMB", u"يکشنبه"_s),
+            type("Date2_EDT", u"14061229"_s),
             picture("work-calendar-new-days"),
             press("F3"),
             await("TCalender_List_FRM"),
-            type("Search_EDT", u"1406"_qs),
+            type("Search_EDT", u"1406"_s),
             picture("work-calendar-search"),
             press("F9"),
             await("TListPreview_FRM"),
@@ -137,14 +139,14 @@ QList<S> staff()
             await("TGroupList_FRM"),
             press("F4"),
             await("TGroupGet_FRM"),
-            type("Name_EDT", u"کارکنان پروژه"_qs),
+            type("Name_EDT", u"کارکنان پروژه"_s),
             picture("group"),
             press("F3"),
             await("TGroupList_FRM"),
             picture("groups"),
             press("Esc"),
             await("TStaffList_FRM"),
-            type("Search_EDT", u"كريمي"_qs),
+            type("Search_EDT", u"كريمي"_s),
             click("ShowPicture_BTN"),
             picture("staff-search"),
             press("F5"),
@@ -157,9 +159,9 @@ QList<S> staff()
             press("Ctrl+4"),
             click("NewRow_BTN"),
             await("TStaffFamily_GetDetil_FRM"),
-            type("Name_EDT", u"نیما محمدی"_qs),
-            type("BirthDate_EDT", u"14020510"_qs),
-            type("InsuranceNumber_EDT", u"0062718290"_qs),
+            type("Name_EDT", u"نیما محمدی"_s),
+            type("BirthDate_EDT", u"14020510"_s),
+            type("InsuranceNumber_EDT", u"0062718290"_s),
             picture("family-member"),
             press("F3"),
             await("TStaffGet_FRM"),
@@ -184,7 +186,7 @@ QList<S> items(const char *list, const char *editor, const char *accounts)
             picture(accounts),
             press("Esc"),
             await("TFiscalDeducation_Get_FRM"),
-            type("Cost_EDT", u"12000000"_qs),
+            type("Cost_EDT", u"12000000"_s),
             press("F3"),
             await("TFiscalDeducation_List_FRM"),
             press("Esc")};
@@ -221,8 +223,8 @@ QList<S> users()
     };
     const QList<S> saved = {press("F3"), await("TUserList_FRM")};
     return QList<S>{await("TUserList_FRM")}
-           << user(u"modir"_qs, u"رضا محمدی"_qs) << click("IsAdmin_CHK") << saved
-           << user(u"maryam"_qs, u"مریم کریمی"_qs) << picture("user") << saved << picture("users")
+           << user(u"modir"_s, u"رضا محمدی"_s) << click("IsAdmin_CHK") << saved
+           << user(u"maryam"_s, u"مریم کریمی"_s) << picture("user") << saved << picture("users")
            << press("F6") << await("TUserRights_FRM") << press("Space") << picture("user-rights") << saved
            << press("Esc");
 }
@@ -230,11 +232,11 @@ QList<S> users()
 QList<S> databaseSettings()
 {
     return {await("TDatabaseSettings_FRM"),
-            type("File_EDT", u"/srv/payroll/ketebionpap.db"_qs),
+            type("File_EDT", u"/srv/payroll/ketebionpap.db"_s),
             click("Server_RB"),
-            type("Server_EDT", u"db.example.ir"_qs),
-            type("Database_EDT", u"Payroll"_qs),
-            type("User_EDT", u"payroll"_qs),
+            type("Server_EDT", u"db.example.ir"_s),
+            type("Database_EDT", u"Payroll"_s),
+            type("User_EDT", u"payroll"_s),
             picture("database-settings"),
             press("Esc")};
 }

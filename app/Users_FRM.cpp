@@ -10,11 +10,13 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QString yesNo(bool yes)
 {
-    return yes ? u"بله"_qs : u"خیر"_qs;
+    return yes ? u"بله"_s : u"خیر"_s;
 }
 
 /// Upkeep of users goes to the event log under no software part.
@@ -26,15 +28,13 @@ void note(TPermission right, const QString &text)
 } // namespace
 
 TUserList_FRM::TUserList_FRM()
-    : TSmallList_FRM(u"کاربران"_qs, QStringLiteral("User_List_GRD"),
-                     {u"نام کاربر"_qs, u"نام و نام خانوادگی"_qs, u"مدیر سیستم"_qs, u"فعال"_qs})
+    : TSmallList_FRM(u"کاربران"_s, u"User_List_GRD"_s,
+                     {u"نام کاربر"_s, u"نام و نام خانوادگی"_s, u"مدیر سیستم"_s, u"فعال"_s})
 {
-    AddFreeButton(QStringLiteral("New_BTN"), u"جدید F4"_qs, QStringLiteral("F4"), [this] { edit(0); });
-    AddRowButton(QStringLiteral("EDit_BTN"), u"ویرایش F5"_qs, QStringLiteral("F5"),
-                 [this] { edit(current().Code); });
-    AddRowButton(QStringLiteral("Rights_BTN"), u"دسترسی ها F6"_qs, QStringLiteral("F6"),
-                 [this] { editRights(); });
-    AddRowButton(QStringLiteral("Del_BTN"), u"حذف F7"_qs, QStringLiteral("F7"), [this] { remove(); });
+    AddFreeButton(u"New_BTN"_s, u"جدید F4"_s, u"F4"_s, [this] { edit(0); });
+    AddRowButton(u"EDit_BTN"_s, u"ویرایش F5"_s, u"F5"_s, [this] { edit(current().Code); });
+    AddRowButton(u"Rights_BTN"_s, u"دسترسی ها F6"_s, u"F6"_s, [this] { editRights(); });
+    AddRowButton(u"Del_BTN"_s, u"حذف F7"_s, u"F7"_s, [this] { remove(); });
     AddExitButton();
 }
 
@@ -62,7 +62,7 @@ void TUserList_FRM::edit(int code)
 void TUserList_FRM::editRights()
 {
     if (current().IsAdmin)
-        Tell(u"مدیر سیستم همه دسترسی ها را دارد."_qs);
+        Tell(u"مدیر سیستم همه دسترسی ها را دارد."_s);
     else
         TUserRights_FRM(current()).exec();
     Refresh();
@@ -72,15 +72,15 @@ void TUserList_FRM::remove()
 {
     const TUserInfo user = current();
     if (user.Code == UserInfo.Code) {
-        Tell(u"کاربری که با آن وارد شده اید حذف نمی شود."_qs, miWarning);
+        Tell(u"کاربری که با آن وارد شده اید حذف نمی شود."_s, miWarning);
         return;
     }
-    if (!MsgDeleteRow(u"نام کاربر: \u2068%1\u2069 - نام و نام خانوادگی: \u2068%2\u2069"_qs.arg(
-            user.Name, user.FullName)))
+    if (!MsgDeleteRow(u"نام کاربر: \u2068%1\u2069 - نام و نام خانوادگی: \u2068%2\u2069"_s.arg(user.Name,
+                                                                                              user.FullName)))
         return;
     const TLoginResult result = DeleteUser(user.Code);
     if (result == TLoginResult::Ok) {
-        note(cpDelete, u"حذف کاربر %1"_qs.arg(user.Name));
+        note(cpDelete, u"حذف کاربر %1"_s.arg(user.Name));
     } else {
         TLogin login;
         login.result = result;
@@ -92,49 +92,49 @@ void TUserList_FRM::remove()
 TUserGet_FRM::TUserGet_FRM(int code) : TBaseEditor(code == 0 ? fmNew : fmEdit)
 {
     SetIdentifier(code);
-    SetTitle(u"کاربر"_qs);
+    SetTitle(u"کاربر"_s);
     auto *grid = new QGridLayout;
-    Name_EDT = AddInput(grid, -1, 0, u"  &نام کاربر :"_qs, "Name_EDT", new TSmartEdit_ZLM(this));
-    FullName_EDT = AddInput(grid, -1, 0, u"  نام و نام &خانوادگی :"_qs, "FullName_EDT",
+    Name_EDT = AddInput(grid, -1, 0, u"  &نام کاربر :"_s, "Name_EDT", new TSmartEdit_ZLM(this));
+    FullName_EDT = AddInput(grid, -1, 0, u"  نام و نام &خانوادگی :"_s, "FullName_EDT",
                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 100));
-    Password_EDT = AddInput(grid, -1, 0, u"  &گذرواژه :"_qs, "Password_EDT",
+    Password_EDT = AddInput(grid, -1, 0, u"  &گذرواژه :"_s, "Password_EDT",
                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 128));
-    Repeat_EDT = AddInput(grid, -1, 0, u"  &تکرار گذرواژه :"_qs, "Repeat_EDT",
+    Repeat_EDT = AddInput(grid, -1, 0, u"  &تکرار گذرواژه :"_s, "Repeat_EDT",
                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 128));
     for (TSmartEdit_ZLM *edit : {Password_EDT, Repeat_EDT})
         edit->setEchoMode(QLineEdit::Password);
     if (code != 0)
-        Password_EDT->setPlaceholderText(u"خالی: بدون تغییر"_qs);
+        Password_EDT->setPlaceholderText(u"خالی: بدون تغییر"_s);
     IsActive_CHK =
-        AddInput(grid, -1, 0, {}, "IsActive_CHK", new TSmartCheckBox_ZLM(u"می تواند وارد &شود"_qs, this));
-    IsAdmin_CHK = AddInput(grid, -1, 0, {}, "IsAdmin_CHK", new TSmartCheckBox_ZLM(u"&مدیر سیستم"_qs, this));
-    KeepIn(u"UserAccount"_qs, {{Name_EDT, "Name"}, {FullName_EDT, "FullName"}});
+        AddInput(grid, -1, 0, {}, "IsActive_CHK", new TSmartCheckBox_ZLM(u"می تواند وارد &شود"_s, this));
+    IsAdmin_CHK = AddInput(grid, -1, 0, {}, "IsAdmin_CHK", new TSmartCheckBox_ZLM(u"&مدیر سیستم"_s, this));
+    KeepIn(u"UserAccount"_s, {{Name_EDT, "Name"}, {FullName_EDT, "FullName"}});
     Body()->addLayout(grid);
     Body()->addStretch(1);
-    BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);
+    BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
     resize(460, 280);
 }
 
 bool TUserGet_FRM::Validate()
 {
     if (Name_EDT->GetText().trimmed().isEmpty()) {
-        MsgRequiredField(u"نام کاربر"_qs, Name_EDT, this);
+        MsgRequiredField(u"نام کاربر"_s, Name_EDT, this);
         FocusInput(Name_EDT);
         return false;
     }
     if (Mode() == fmNew && Password_EDT->text().isEmpty()) {
-        MsgRequiredField(u"گذرواژه"_qs, Password_EDT, this);
+        MsgRequiredField(u"گذرواژه"_s, Password_EDT, this);
         FocusInput(Password_EDT);
         return false;
     }
     if (Password_EDT->text() != Repeat_EDT->text()) {
-        Tell(u"گذرواژه و تکرار آن یکسان نیستند."_qs, miWarning);
+        Tell(u"گذرواژه و تکرار آن یکسان نیستند."_s, miWarning);
         FocusInput(Repeat_EDT);
         return false;
     }
     // Clerks alone would leave nobody to administer the suite.
     if (NoUserYet() && !(IsAdmin_CHK->isChecked() && IsActive_CHK->isChecked())) {
-        Tell(u"نخستین کاربر باید مدیر فعال سیستم باشد."_qs, miWarning);
+        Tell(u"نخستین کاربر باید مدیر فعال سیستم باشد."_s, miWarning);
         FocusInput(IsAdmin_CHK);
         return false;
     }
@@ -192,7 +192,7 @@ bool TUserGet_FRM::SaveRecord()
         return false;
     }
     SetIdentifier(user.Code);
-    note(Mode() == fmNew ? cpNew : cpEdit, u"ثبت کاربر %1"_qs.arg(user.Name));
+    note(Mode() == fmNew ? cpNew : cpEdit, u"ثبت کاربر %1"_s.arg(user.Name));
     return true;
 }
 
@@ -200,7 +200,7 @@ TUserRights_FRM::TUserRights_FRM(const TUserInfo &user)
     : TBaseEditor(fmEdit), Rights_GRD(new QTableWidget(this))
 {
     SetIdentifier(user.Code);
-    SetTitle(u"دسترسی های کاربر %1"_qs.arg(user.Name));
+    SetTitle(u"دسترسی های کاربر %1"_s.arg(user.Name));
     QList<TSoftwarePart> parts;
     QStringList rights;
     QList<TRightName> names = AllRights();
@@ -215,7 +215,7 @@ TUserRights_FRM::TUserRights_FRM(const TUserInfo &user)
         m_places.append(
             {name.right, int(parts.indexOf(name.right.part)), int(rights.indexOf(name.rightName))});
     }
-    Rights_GRD->setObjectName(QStringLiteral("Rights_GRD"));
+    Rights_GRD->setObjectName(u"Rights_GRD"_s);
     Rights_GRD->setRowCount(int(parts.size()));
     Rights_GRD->setColumnCount(int(rights.size()));
     Rights_GRD->setHorizontalHeaderLabels(rights);
@@ -242,7 +242,7 @@ TUserRights_FRM::TUserRights_FRM(const TUserInfo &user)
     connect(Rights_GRD, &QTableWidget::itemChanged, this, [this] { SetIsSaved(false); });
     Body()->addWidget(Rights_GRD, 1);
     AddTabStop(Rights_GRD);
-    BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);
+    BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
     resize(920, 600);
 }
 

@@ -18,6 +18,8 @@
 
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// The last net under the screens: what nobody caught is told to the user, and the program goes on.
@@ -128,11 +130,11 @@ int main(int argc, char **argv)
     // Qt reads its own arguments out of the list; the program's were read above.
     argc = 1;
     TApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("ketebionpap"));
-    QApplication::setApplicationDisplayName(u"اطلاعات پایه حقوق و دستمزد"_qs);
+    QApplication::setApplicationName(u"ketebionpap"_s);
+    QApplication::setApplicationDisplayName(u"اطلاعات پایه حقوق و دستمزد"_s);
     QApplication::setQuitOnLastWindowClosed(false);
     TWords words;
-    if (words.load(QStringLiteral("qtbase_fa"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (words.load(u"qtbase_fa"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&words);
     SetUpAppearance(application);
     SetUpHostWindows();

@@ -20,6 +20,8 @@
 
 #include <stdexcept>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 void exec(sqlite3 *db, const char *sql)
@@ -40,13 +42,11 @@ void fillIn(const QString &path, int methods)
     exec(db, "with recursive n(i) as (select 1 union all select i+1 from n where i<100) "
              "insert into TaxMain(Code,Title,Comment) select i, 'tax table '||i, '' from n");
     const QString sql =
-        QStringLiteral(
-            "with recursive n(i) as (select 1 union all select i+1 from n where i<%1) "
-            "insert into CalcMethod(Code,Title,StaffIns,EmployerIns,OverTime,TaxMainCode,DailyIns,DecTax,Maskok,LeaveCeil,"
-            "OutPut,Comment,Insurance,Tax,BedBes,Loan,OverDis,Entrance,Exit) "
-            "select i, 'روش محاسبه شماره '||i, 7, 23, 220, 1+i%100, 1500000.5, 0, 3, 2.5, 8, 'توضیح '||i, 1, 1, 0, 0, 1,"
-            " '08:00', '16:00' from n")
-            .arg(methods);
+        u"with recursive n(i) as (select 1 union all select i+1 from n where i<%1) "
+        "insert into CalcMethod(Code,Title,StaffIns,EmployerIns,OverTime,TaxMainCode,DailyIns,DecTax,Maskok,LeaveCeil,"
+        "OutPut,Comment,Insurance,Tax,BedBes,Loan,OverDis,Entrance,Exit) "
+        "select i, 'روش محاسبه شماره '||i, 7, 23, 220, 1+i%100, 1500000.5, 0, 3, 2.5, 8, 'توضیح '||i, 1, 1, 0, 0, 1,"
+        " '08:00', '16:00' from n"_s.arg(methods);
     exec(db, sql.toUtf8().constData());
     exec(db, "commit");
     exec(db, "pragma wal_checkpoint(truncate)");
@@ -55,7 +55,7 @@ void fillIn(const QString &path, int methods)
 
 QSqlDatabase qtDatabase(const QString &path)
 {
-    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
+    QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s);
     database.setDatabaseName(path);
     if (!database.open())
         throw std::runtime_error("Qt cannot open the file");
@@ -69,7 +69,7 @@ QString BenchData::database(int methods)
     static QTemporaryDir folder;
     static QHash<int, QString> made;
     if (!made.contains(methods)) {
-        const QString path = folder.filePath(QStringLiteral("%1.db").arg(methods));
+        const QString path = folder.filePath(u"%1.db"_s.arg(methods));
         fillIn(path, methods);
         made.insert(methods, path);
     }
@@ -80,27 +80,24 @@ QString BenchData::itemDatabase()
 {
     static QTemporaryDir folder;
     static const QString path = [] {
-        const QString file = folder.filePath(QStringLiteral("items.db"));
+        const QString file = folder.filePath(u"items.db"_s);
         {
             TConnection connection;
             connection.openFile(file);
         }
         sqlite3 *db = openRaw(file);
         exec(db, "begin");
-        exec(db, QStringLiteral("with recursive n(i) as (select 1 union all select i+1 from n where i<%1) "
-                                "insert into FiscalGrp(Code,Name) select i, 'گروه '||i||' مزایا' from n")
-                     .arg(itemGroups)
+        exec(db, u"with recursive n(i) as (select 1 union all select i+1 from n where i<%1) "
+                 "insert into FiscalGrp(Code,Name) select i, 'گروه '||i||' مزایا' from n"_s.arg(itemGroups)
                      .toUtf8()
                      .constData());
-        exec(
-            db,
-            QStringLiteral(
-                "with recursive n(i) as (select 1 union all select i+1 from n where i<100000) "
-                "insert into Fiscal(Code,Title,Tax,Insurance,Comment,CalcType,GrpCode,Kol,Moin,Tafzili,Cost) "
-                "select i, 'مزایای شماره '||i, i%2, i%3=0, 'توضیح '||i, i%4, 1+i%%1, 61, 1, 2, i*1000.5 from n")
-                .arg(itemGroups)
-                .toUtf8()
-                .constData());
+        exec(db,
+             u"with recursive n(i) as (select 1 union all select i+1 from n where i<100000) "
+             "insert into Fiscal(Code,Title,Tax,Insurance,Comment,CalcType,GrpCode,Kol,Moin,Tafzili,Cost) "
+             "select i, 'مزایای شماره '||i, i%2, i%3=0, 'توضیح '||i, i%4, 1+i%%1, 61, 1, 2, i*1000.5 from n"_s
+                 .arg(itemGroups)
+                 .toUtf8()
+                 .constData());
         exec(db, "commit");
         exec(db, "pragma wal_checkpoint(truncate)");
         sqlite3_close(db);
@@ -154,14 +151,14 @@ long BenchData::peakAfterOpening(const QString &what, const QString &path)
         data.List_QUR->value("fullnameTitle");
     } else if (what == u"table") {
         QSqlTableModel model(nullptr, qtDatabase(path));
-        model.setTable(QStringLiteral("CalcMethod"));
+        model.setTable(u"CalcMethod"_s);
         model.select();
         while (model.canFetchMore())
             model.fetchMore();
         model.index(model.rowCount() - 1, 1).data();
     } else {
         QSqlQueryModel model;
-        model.setQuery(QStringLiteral("select * from CalcMethod"), qtDatabase(path));
+        model.setQuery(u"select * from CalcMethod"_s, qtDatabase(path));
         while (model.canFetchMore())
             model.fetchMore();
         model.index(model.rowCount() - 1, 1).data();
@@ -174,7 +171,7 @@ long BenchData::peakAfterOpening(const QString &what, const QString &path)
 long BenchData::peakOfProcess(const QString &what, const QString &path)
 {
     QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--peak"), what, path});
+    process.start(QCoreApplication::applicationFilePath(), {u"--peak"_s, what, path});
     if (!process.waitForFinished(-1) || process.exitCode() != 0)
         throw std::runtime_error("the measured process failed");
     return process.readAllStandardOutput().trimmed().toLong();

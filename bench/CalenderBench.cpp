@@ -7,6 +7,8 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 // A year of days from the generator's own screen, each day on the disk when the next one begins, against the same
 // inserts through the raw interface with the same durability.
 
@@ -19,9 +21,9 @@ void YearOfTheGenerator(benchmark::State &state)
     {
         TCalender_Set_FRM screen(cspCalender, false, QString());
         screen.show();
-        screen.Title_EDT->SetText(QStringLiteral("روز"));
-        screen.Date1_EDT->SetText(QStringLiteral("1404/01/01"));
-        screen.Date2_EDT->SetText(QStringLiteral("1404/12/29"));
+        screen.Title_EDT->SetText(u"روز"_s);
+        screen.Date1_EDT->SetText(u"1404/01/01"_s);
+        screen.Date2_EDT->SetText(u"1404/12/29"_s);
         screen.StartDay_CMB->setCurrentIndex(6);
         for (auto _ : state) {
             state.PauseTiming();
@@ -45,7 +47,7 @@ void YearOfTheRawInterface(benchmark::State &state)
     sqlite3_prepare_v2(db, "insert into Calender(Date,Day,Type,Title,Comment) values(?,?,?,?,?)", -1, &insert,
                        nullptr);
     const QList<TCalenderMapper> days =
-        CalenderDays::of({1404, 1, 1, 1404, 12, 29, 6, 6, QStringLiteral("روز"), QString()});
+        CalenderDays::of({1404, 1, 1, 1404, 12, 29, 6, 6, u"روز"_s, QString()});
     for (auto _ : state) {
         state.PauseTiming();
         sqlite3_exec(db, "delete from Calender", nullptr, nullptr, nullptr);

@@ -4,14 +4,16 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 // Translating a statement that was seen before, beside what preparing it costs.
 
 namespace {
 
 const QString &statementText()
 {
-    static const QString text = QStringLiteral(
-        "select isnull(max(code),0)+1 from CalcMethod where Code=? and TaxMainCode in (?,?,?)");
+    static const QString text =
+        u"select isnull(max(code),0)+1 from CalcMethod where Code=? and TaxMainCode in (?,?,?)"_s;
     return text;
 }
 

@@ -14,6 +14,8 @@
 
 #include <memory>
 
+using namespace Qt::Literals::StringLiterals;
+
 // Going from group to group of 100,000 earnings in 200 groups, beside the raw C API.
 
 namespace {
@@ -71,13 +73,13 @@ void FilterQuery(benchmark::State &state)
 {
     TConnection connection;
     connection.openFile(BenchData::itemDatabase());
-    TQuery list(&connection, QStringLiteral("List_QUR"));
-    list.setKeyField(QStringLiteral("Code"));
+    TQuery list(&connection, u"List_QUR"_s);
+    list.setKeyField(u"Code"_s);
     int group = 0;
     for (auto _ : state) {
         group = group % BenchData::itemGroups + 1;
         list.setStatement(TStatement("select * from (select * from Fiscal_VW) as SearchT where ")
-                              .append(TStatement::format(QStringLiteral("(GrpCode = %d)"), {group})));
+                              .append(TStatement::format(u"(GrpCode = %d)"_s, {group})));
         list.open();
         list.last();
         for (int row = std::max(0, list.recordCount() - pageRows); row < list.recordCount(); ++row)
@@ -104,7 +106,7 @@ void SearchGroup(benchmark::State &state)
     int group = 0;
     for (auto _ : state) {
         group = group % BenchData::itemGroups + 1;
-        search->SetText(QStringLiteral("گروه %1 ").arg(group));
+        search->SetText(u"گروه %1 "_s.arg(group));
         benchmark::DoNotOptimize(items.screen().ListQuery()->recordCount());
     }
 }

@@ -9,6 +9,8 @@
 
 #include <benchmark/benchmark.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 // Opening the list of calculation methods at its last row, beside the other ways to the same end.
 
 namespace {
@@ -38,7 +40,7 @@ void RawReadsAll(benchmark::State &state)
 
 QSqlDatabase qtDatabase(int methods)
 {
-    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("bench"));
+    QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"bench"_s);
     database.setDatabaseName(BenchData::database(methods));
     database.open();
     return database;
@@ -57,12 +59,12 @@ void TableModelFetchedToTheEnd(benchmark::State &state)
         const QSqlDatabase database = qtDatabase(int(state.range(0)));
         for (auto _ : state) {
             QSqlTableModel model(nullptr, database);
-            model.setTable(QStringLiteral("CalcMethod"));
+            model.setTable(u"CalcMethod"_s);
             model.select();
             fetchAll(model);
         }
     }
-    QSqlDatabase::removeDatabase(QStringLiteral("bench"));
+    QSqlDatabase::removeDatabase(u"bench"_s);
     state.counters["peakKiB"] =
         double(BenchData::peakOfProcess("table", BenchData::database(int(state.range(0)))));
 }
@@ -73,11 +75,11 @@ void QueryModelFetchedToTheEnd(benchmark::State &state)
         const QSqlDatabase database = qtDatabase(int(state.range(0)));
         for (auto _ : state) {
             QSqlQueryModel model;
-            model.setQuery(QStringLiteral("select * from CalcMethod"), database);
+            model.setQuery(u"select * from CalcMethod"_s, database);
             fetchAll(model);
         }
     }
-    QSqlDatabase::removeDatabase(QStringLiteral("bench"));
+    QSqlDatabase::removeDatabase(u"bench"_s);
     state.counters["peakKiB"] =
         double(BenchData::peakOfProcess("query", BenchData::database(int(state.range(0)))));
 }

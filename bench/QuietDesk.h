@@ -6,6 +6,8 @@
 
 #include <QTemporaryDir>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// A clerk at work on an empty database of the measurement's own, or on the given one; messages are taken and counted,
 /// not shown.
 class QuietDesk : public TMessageService {
@@ -14,7 +16,7 @@ public:
     {
         connection.openFile(database.isEmpty() ? path() : database);
         DM.ADOConnection1 = &connection;
-        UserInfo = TUserInfo{1, QStringLiteral("clerk"), QStringLiteral("clerk"), true, true};
+        UserInfo = TUserInfo{1, u"clerk"_s, u"clerk"_s, true, true};
         SetMessageService(this);
     }
     ~QuietDesk() override
@@ -22,10 +24,10 @@ public:
         SetMessageService(nullptr);
         DM.ADOConnection1 = nullptr;
     }
-    QString path() const { return m_folder.filePath(QStringLiteral("desk.db")); }
+    QString path() const { return m_folder.filePath(u"desk.db"_s); }
     TAnswer show(const TMessage &message) override
     {
-        failures += message.operation == QLatin1String("MSGCompeletedSuccessfully") ? 0 : 1;
+        failures += message.operation == "MSGCompeletedSuccessfully"_L1 ? 0 : 1;
         return TAnswer::Ok;
     }
 

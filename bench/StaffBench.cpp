@@ -19,6 +19,8 @@
 #include <algorithm>
 #include <ctime>
 
+using namespace Qt::Literals::StringLiterals;
+
 // The list of employees: opening it at its last row, moving to another group, a typed letter of the search, and a step
 // from row to row with the pictures shown; beside the raw C API that reads all, or finds the same count and the same
 // page under the same condition.
@@ -77,7 +79,7 @@ const char *const typed[] = {"ن", "ب1", "ب12", "ب12ژ"};
 
 TSearchItem fullName()
 {
-    return {QStringLiteral("fullnameTitle"), {}, TSearchItem::Text};
+    return {u"fullnameTitle"_s, {}, TSearchItem::Text};
 }
 
 TStatement conditionOf(const benchmark::State &state)
@@ -100,13 +102,13 @@ void StaffOpenAtLastRow(benchmark::State &state)
 
 void StaffRawReadsAll(benchmark::State &state)
 {
-    ReadAllRaw(state, StaffData::database(int(state.range(0))), QStringLiteral("select * from staff_VW"));
+    ReadAllRaw(state, StaffData::database(int(state.range(0))), u"select * from staff_VW"_s);
 }
 
 void StaffTableModelToTheEnd(benchmark::State &state)
 {
     {
-        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("staff"));
+        QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"staff"_s);
         database.setDatabaseName(StaffData::database(int(state.range(0))));
         if (!database.open()) {
             state.SkipWithError("Qt cannot open the file");
@@ -114,14 +116,14 @@ void StaffTableModelToTheEnd(benchmark::State &state)
         }
         for (auto _ : state) {
             QSqlTableModel model(nullptr, database);
-            model.setTable(QStringLiteral("Staff"));
+            model.setTable(u"Staff"_s);
             model.select();
             while (model.canFetchMore())
                 model.fetchMore();
             benchmark::DoNotOptimize(model.index(model.rowCount() - 1, 1).data());
         }
     }
-    QSqlDatabase::removeDatabase(QStringLiteral("staff"));
+    QSqlDatabase::removeDatabase(u"staff"_s);
 }
 
 void runManager(benchmark::State &state, const TStatement &own, const TStatement &searched)
@@ -130,7 +132,7 @@ void runManager(benchmark::State &state, const TStatement &own, const TStatement
     TQuery *list = staff.data->List_QUR;
     TZelmoSearchManager manager(list, nullptr);
     manager.SetSQLScript("select * from staff_VW");
-    manager.SetCondition(QStringLiteral("general"), searched);
+    manager.SetCondition(u"general"_s, searched);
     for (auto _ : state) {
         manager.ExecuteFilter(own);
         benchmark::DoNotOptimize(list->value("fullnameTitle"));
@@ -170,9 +172,8 @@ void StaffTypedLetterRaw(benchmark::State &state)
 // The engine's own comparison, which finds one form of a letter only.
 void StaffTypedLetterLike(benchmark::State &state)
 {
-    StaffData::Raw raw(int(state.range(0)), QStringLiteral("fullnameTitle like '%") +
-                                                QString::fromUtf8(typed[state.range(1)]) +
-                                                QStringLiteral("%'"));
+    StaffData::Raw raw(int(state.range(0)),
+                       u"fullnameTitle like '%"_s + QString::fromUtf8(typed[state.range(1)]) + u"%'"_s);
     for (auto _ : state)
         benchmark::DoNotOptimize(raw.read());
 }

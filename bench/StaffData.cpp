@@ -14,6 +14,8 @@
 
 #include <stdexcept>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int pageRows = 128;
@@ -93,22 +95,21 @@ QString StaffData::database(int count)
     static QHash<int, QString> made;
     if (made.contains(count))
         return made.value(count);
-    const QString path = folder.filePath(QStringLiteral("staff%1.db").arg(count));
+    const QString path = folder.filePath(u"staff%1.db"_s.arg(count));
     {
         TConnection connection;
         connection.openFile(path);
     }
     sqlite3 *db = BenchData::openRaw(path);
-    exec(db, QStringLiteral("begin"));
-    exec(db, QStringLiteral("with recursive n(i) as (select 1 union all select i+1 from n where i<%1) "
-                            "insert into StaffGroup(Code,Name) select i, 'گروه '||i from n")
-                 .arg(groups));
+    exec(db, u"begin"_s);
+    exec(db, u"with recursive n(i) as (select 1 union all select i+1 from n where i<%1) "
+             "insert into StaffGroup(Code,Name) select i, 'گروه '||i from n"_s.arg(groups));
     exec(db, QString::fromUtf8(employees)
-                 .replace(u"@rows"_qs, QString::number(count))
-                 .replace(u"@groups"_qs, QString::number(groups)));
+                 .replace(u"@rows"_s, QString::number(count))
+                 .replace(u"@groups"_s, QString::number(groups)));
     addPhotographs(db);
-    exec(db, QStringLiteral("commit"));
-    exec(db, QStringLiteral("pragma wal_checkpoint(truncate)"));
+    exec(db, u"commit"_s);
+    exec(db, u"pragma wal_checkpoint(truncate)"_s);
     sqlite3_close(db);
     made.insert(count, path);
     return path;
@@ -127,7 +128,7 @@ StaffData::Raw::Raw(int employees, const TStatement &list)
 
 StaffData::Raw::Raw(int employees, const QString &condition) : m_db(BenchData::openRaw(database(employees)))
 {
-    prepareBoth(QStringLiteral("select * from staff_VW where ") + condition);
+    prepareBoth(u"select * from staff_VW where "_s + condition);
 }
 
 StaffData::Raw::~Raw()
@@ -144,11 +145,9 @@ long StaffData::Raw::read()
 
 void StaffData::Raw::prepareBoth(const QString &sql)
 {
-    m_count = prepare(QStringLiteral("select count(*) from (%1)").arg(sql));
+    m_count = prepare(u"select count(*) from (%1)"_s.arg(sql));
     m_page = prepare(
-        QStringLiteral(
-            "select * from staff_VW where Code in (select Code from (%1) order by Code desc limit %2)")
-            .arg(sql)
+        u"select * from staff_VW where Code in (select Code from (%1) order by Code desc limit %2)"_s.arg(sql)
             .arg(pageRows));
 }
 

@@ -7,6 +7,8 @@
 
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 // The table of calculation methods as the shortest program with Qt's own model and view shows it, until its rows are
 // painted: what the Persian text of a list costs whoever paints it.
 class PlainTable : public QTableView {
@@ -21,14 +23,14 @@ class PlainTable : public QTableView {
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
-    QApplication::setFont(QFont(QStringLiteral("Noto Sans Arabic"), 10));
+    QApplication::setFont(QFont(u"Noto Sans Arabic"_s, 10));
     QGuiApplication::setLayoutDirection(Qt::RightToLeft);
-    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
+    QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s);
     database.setDatabaseName(QString::fromLocal8Bit(argv[1]));
     if (!database.open())
         return 1;
     QSqlTableModel model;
-    model.setTable(QStringLiteral("CalcMethod"));
+    model.setTable(u"CalcMethod"_s);
     if (!model.select())
         return 1;
     PlainTable table;

@@ -10,6 +10,8 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 // A tax table of 1,000 brackets: its editor opens, takes one more and saves, against the same statements through the
 // raw interface with the same durability.
 
@@ -75,14 +77,14 @@ void BracketsOfTheEditor(benchmark::State &state)
                 QTimer::singleShot(0, &editor, [&] {
                     if (auto *bracket =
                             qobject_cast<TTax_GetDetail_FRM *>(QApplication::activeModalWidget())) {
-                        bracket->FromSalary_EDT->SetText(QStringLiteral("1000000"));
-                        bracket->ToSalary_EDT->SetText(QStringLiteral("1000999"));
-                        bracket->Percent_EDT->SetText(QStringLiteral("20"));
+                        bracket->FromSalary_EDT->SetText(u"1000000"_s);
+                        bracket->ToSalary_EDT->SetText(u"1000999"_s);
+                        bracket->Percent_EDT->SetText(u"20"_s);
                         if (!bracket->Save(svSaveClose))
                             static_cast<QDialog *>(bracket)->done(QDialog::Rejected);
                     }
                 });
-                editor.findChild<QAbstractButton *>(QStringLiteral("AddRow_BTN"))->click();
+                editor.findChild<QAbstractButton *>(u"AddRow_BTN"_s)->click();
                 saved = editor.Save(svSaveClose);
                 if (!saved)
                     static_cast<QDialog &>(editor).done(QDialog::Rejected);

@@ -18,6 +18,8 @@
 #include <QApplication>
 #include <QThread>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// The settings' editor while it is shown.
@@ -46,7 +48,7 @@ int enter(Work work) noexcept
     try {
         SetUpHostWindows();
         if (!DM.ADOConnection1)
-            throw TDatabaseError(TFault::ConnectionLost, QStringLiteral("the host has no connection"));
+            throw TDatabaseError(TFault::ConnectionLost, u"the host has no connection"_s);
         return work();
     } catch (const TDatabaseError &error) {
         tell(error);
@@ -55,7 +57,7 @@ int enter(Work work) noexcept
     } catch (const std::exception &error) {
         tell(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
     } catch (...) {
-        tell(TDatabaseError(TFault::Other, QStringLiteral("an unknown exception")));
+        tell(TDatabaseError(TFault::Other, u"an unknown exception"_s));
     }
     return 0;
 }
@@ -133,8 +135,7 @@ int chooseItems(int kind, int selectType, const char16_t *filter, const char *wh
         if (!mayOpen(cspFiscal))
             return 0;
         const QString text = filter && *filter ? QString::fromUtf16(filter) : QString::fromLatin1(whenEmpty);
-        const QString value =
-            QStringLiteral("%1;%2;%3").arg(QString::number(kind), QString::number(selectType), text);
+        const QString value = u"%1;%2;%3"_s.arg(QString::number(kind), QString::number(selectType), text);
         TShown screen(FiscalDeducation_List_FRM, new TFiscalDeducation_List_FRM(fmSelect, value, QString()));
         if (screen->exec() != QDialog::Accepted)
             return 0;

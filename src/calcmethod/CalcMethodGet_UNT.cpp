@@ -10,12 +10,13 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int highestCode = 999999;
 constexpr int mostHours = 1000;
-const QString roundingUnits[] = {u"0"_qs,     u"10"_qs,     u"100"_qs,    u"1000"_qs,
-                                 u"10000"_qs, u"100000"_qs, u"1000000"_qs};
+const QString roundingUnits[] = {u"0"_s, u"10"_s, u"100"_s, u"1000"_s, u"10000"_s, u"100000"_s, u"1000000"_s};
 
 QLabel *besideLabel(QWidget *parent, const QString &objectName)
 {
@@ -41,15 +42,15 @@ TCalcMethodGet_FRM::TCalcMethodGet_FRM(TSoftwarePart part, const QVariant &code,
 
 void TCalcMethodGet_FRM::build()
 {
-    SetTitle(u"روش محاسباتی"_qs);
+    SetTitle(u"روش محاسباتی"_s);
     CalcMethod_PC = new QTabWidget(this);
-    CalcMethod_PC->setObjectName(u"CalcMethod_PC"_qs);
+    CalcMethod_PC->setObjectName(u"CalcMethod_PC"_s);
     SetPages(CalcMethod_PC);
     buildGeneralPage();
     buildAttendancePage();
     Body()->addWidget(CalcMethod_PC);
-    KeepIn(u"CalcMethod"_qs, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
-    BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs);
+    KeepIn(u"CalcMethod"_s, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
+    BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s);
     applyTaxRule();
     applyInsuranceRule();
     showRoundingUnit();
@@ -58,28 +59,28 @@ void TCalcMethodGet_FRM::build()
 
 void TCalcMethodGet_FRM::buildGeneralPage()
 {
-    QGridLayout *page = AddPage(CalcMethod_PC, u"عمومی"_qs, u"ts1"_qs);
-    Code_EDT = AddInput(page, 0, 0, u"  &کد :"_qs, u"Code_EDT"_qs,
+    QGridLayout *page = AddPage(CalcMethod_PC, u"عمومی"_s, u"ts1"_s);
+    Code_EDT = AddInput(page, 0, 0, u"  &کد :"_s, u"Code_EDT"_s,
                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15));
     Code_EDT->SetRange(1, highestCode);
-    Title_EDT = AddInput(page, 0, 1, u"  &عنوان :"_qs, u"Title_EDT"_qs,
+    Title_EDT = AddInput(page, 0, 1, u"  &عنوان :"_s, u"Title_EDT"_s,
                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
-    Tax_CHK = AddInput(page, 1, 0, {}, u"Tax_CHK"_qs, new TSmartCheckBox_ZLM(u"م&شمول  مالیات"_qs, this));
-    CalcMethodCode_EDT = AddInput(page, 1, 1, u"  کد جدول مالیاتی :"_qs, u"CalcMethodCode_EDT"_qs,
+    Tax_CHK = AddInput(page, 1, 0, {}, u"Tax_CHK"_s, new TSmartCheckBox_ZLM(u"م&شمول  مالیات"_s, this));
+    CalcMethodCode_EDT = AddInput(page, 1, 1, u"  کد جدول مالیاتی :"_s, u"CalcMethodCode_EDT"_s,
                                   new TSmartButtonEdit_ZLM(this, 6));
-    CalcMethodCode_LBL = besideLabel(this, u"CalcMethodCode_LBL"_qs);
+    CalcMethodCode_LBL = besideLabel(this, u"CalcMethodCode_LBL"_s);
     AddBeside(CalcMethodCode_EDT, CalcMethodCode_LBL);
-    Maskok_SPNEDT = AddInput(page, 2, 0, u"  &مانده مسکوک :"_qs, u"Maskok_SPNEDT"_qs,
+    Maskok_SPNEDT = AddInput(page, 2, 0, u"  &مانده مسکوک :"_s, u"Maskok_SPNEDT"_s,
                              new TSmartSpinEdit_ZLM(this, 0, int(std::size(roundingUnits)) - 1));
-    MandeMaskok_LBL = besideLabel(this, u"MandeMaskok_LBL"_qs);
+    MandeMaskok_LBL = besideLabel(this, u"MandeMaskok_LBL"_s);
     AddBeside(Maskok_SPNEDT, MandeMaskok_LBL);
-    Comment_EDT = AddInput(page, 2, 1, u"  ش&رح :"_qs, u"Comment_EDT"_qs,
+    Comment_EDT = AddInput(page, 2, 1, u"  ش&رح :"_s, u"Comment_EDT"_s,
                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
-    BedBes_CHK = AddInput(page, 3, 0, {}, u"BedBes_CHK"_qs,
-                          new TSmartCheckBox_ZLM(u"محاسبه بدهکاري / &بستانکاري"_qs, this));
-    Loan_CHK = AddInput(page, 3, 1, {}, u"Loan_CHK"_qs, new TSmartCheckBox_ZLM(u"محاسبه ا&قساط"_qs, this));
+    BedBes_CHK = AddInput(page, 3, 0, {}, u"BedBes_CHK"_s,
+                          new TSmartCheckBox_ZLM(u"محاسبه بدهکاري / &بستانکاري"_s, this));
+    Loan_CHK = AddInput(page, 3, 1, {}, u"Loan_CHK"_s, new TSmartCheckBox_ZLM(u"محاسبه ا&قساط"_s, this));
     DecTax_CHK =
-        AddInput(page, 4, 0, {}, u"DecTax_CHK"_qs, new TSmartCheckBox_ZLM(u"کسر 2.7 مالي&ات"_qs, this));
+        AddInput(page, 4, 0, {}, u"DecTax_CHK"_s, new TSmartCheckBox_ZLM(u"کسر 2.7 مالي&ات"_s, this));
     auto *below = new QVBoxLayout;
     page->addLayout(below, page->rowCount(), 0, 1, page->columnCount());
     buildInsurance(below);
@@ -93,14 +94,14 @@ void TCalcMethodGet_FRM::buildGeneralPage()
 
 void TCalcMethodGet_FRM::buildInsurance(QLayout *into)
 {
-    QGridLayout *group = AddGroup(into, {}, u"Ins_GRP"_qs);
+    QGridLayout *group = AddGroup(into, {}, u"Ins_GRP"_s);
     Insurance_CHK =
-        AddInput(group, 0, 0, {}, u"Insurance_CHK"_qs, new TSmartCheckBox_ZLM(u"   مشمو&ل بیمه  "_qs, this));
-    StaffIns_EDT = AddInput(group, 1, 0, u"  حق بیمه کارم&ند :"_qs, u"StaffIns_EDT"_qs,
-                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_qs);
-    EmployerIns_EDT = AddInput(group, 1, 1, u"  حق بیمه کار&فرما :"_qs, u"EmployerIns_EDT"_qs,
-                               new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_qs);
-    DailyIns_EDT = AddInput(group, 2, 0, u"  سقف بیمه روزانه& :"_qs, u"DailyIns_EDT"_qs,
+        AddInput(group, 0, 0, {}, u"Insurance_CHK"_s, new TSmartCheckBox_ZLM(u"   مشمو&ل بیمه  "_s, this));
+    StaffIns_EDT = AddInput(group, 1, 0, u"  حق بیمه کارم&ند :"_s, u"StaffIns_EDT"_s,
+                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s);
+    EmployerIns_EDT = AddInput(group, 1, 1, u"  حق بیمه کار&فرما :"_s, u"EmployerIns_EDT"_s,
+                               new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s);
+    DailyIns_EDT = AddInput(group, 2, 0, u"  سقف بیمه روزانه& :"_s, u"DailyIns_EDT"_s,
                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15));
 
     connect(Insurance_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyInsuranceRule);
@@ -110,18 +111,18 @@ void TCalcMethodGet_FRM::buildInsurance(QLayout *into)
 
 void TCalcMethodGet_FRM::buildAttendancePage()
 {
-    QGridLayout *page = AddPage(CalcMethod_PC, u"حضور و غیاب"_qs, u"ts2"_qs);
-    Entrance_EDT = AddInput(page, 0, 0, u"  ساعت ورود :"_qs, u"Entrance_EDT"_qs, new TSmartTime_ZLM(this));
-    Exit_EDT = AddInput(page, 0, 1, u"  ساعت خروج :"_qs, u"Exit_EDT"_qs, new TSmartTime_ZLM(this));
-    OverDis_CMB = AddInput(page, 1, 0, u"  مبنای اضافه کار / کسر کار :"_qs, u"OverDis_CMB"_qs,
-                           new TSmartComboBox_ZLM(this, {u"روزانه"_qs, u"ماهانه"_qs}));
-    OutPut_EDT = AddInput(page, 1, 1, u"  حداقل کارکرد روزانه :"_qs, u"OutPut_EDT"_qs,
-                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"ساعت"_qs);
+    QGridLayout *page = AddPage(CalcMethod_PC, u"حضور و غیاب"_s, u"ts2"_s);
+    Entrance_EDT = AddInput(page, 0, 0, u"  ساعت ورود :"_s, u"Entrance_EDT"_s, new TSmartTime_ZLM(this));
+    Exit_EDT = AddInput(page, 0, 1, u"  ساعت خروج :"_s, u"Exit_EDT"_s, new TSmartTime_ZLM(this));
+    OverDis_CMB = AddInput(page, 1, 0, u"  مبنای اضافه کار / کسر کار :"_s, u"OverDis_CMB"_s,
+                           new TSmartComboBox_ZLM(this, {u"روزانه"_s, u"ماهانه"_s}));
+    OutPut_EDT = AddInput(page, 1, 1, u"  حداقل کارکرد روزانه :"_s, u"OutPut_EDT"_s,
+                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"ساعت"_s);
     OutPut_EDT->SetRange(0, mostHours);
-    LeaveCeil_EDT = AddInput(page, 2, 0, u"  سقف مرخصی :"_qs, u"LeaveCeil_EDT"_qs,
-                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"روز در ماه"_qs);
-    OverTime_EDT = AddInput(page, 2, 1, u"  سقف اضافه کاری :"_qs, u"OverTime_EDT"_qs,
-                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15), u"ساعت "_qs);
+    LeaveCeil_EDT = AddInput(page, 2, 0, u"  سقف مرخصی :"_s, u"LeaveCeil_EDT"_s,
+                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"روز در ماه"_s);
+    OverTime_EDT = AddInput(page, 2, 1, u"  سقف اضافه کاری :"_s, u"OverTime_EDT"_s,
+                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15), u"ساعت "_s);
     OverTime_EDT->SetRange(0, mostHours);
 }
 
@@ -150,7 +151,7 @@ void TCalcMethodGet_FRM::showTaxTitle()
     CalcMethodCode_LBL->setText(
         CalcMethodCode_EDT->IsEmpty()
             ? QString()
-            : ScalerQuery(u"TaxMain"_qs, u"Title"_qs, u"Code"_qs, CalcMethodCode_EDT->GetValue()));
+            : ScalerQuery(u"TaxMain"_s, u"Title"_s, u"Code"_s, CalcMethodCode_EDT->GetValue()));
 }
 
 void TCalcMethodGet_FRM::checkTaxCode()
@@ -160,17 +161,16 @@ void TCalcMethodGet_FRM::checkTaxCode()
         return;
     }
     const int code = CalcMethodCode_EDT->asInteger();
-    const QString title = ScalerQuery(u"TaxMain"_qs, u"Title"_qs, u"Code"_qs, code);
-    const bool untitled =
-        title.isNull() && !ScalerQuery(u"TaxMain"_qs, u"Code"_qs, u"Code"_qs, code).isEmpty();
+    const QString title = ScalerQuery(u"TaxMain"_s, u"Title"_s, u"Code"_s, code);
+    const bool untitled = title.isNull() && !ScalerQuery(u"TaxMain"_s, u"Code"_s, u"Code"_s, code).isEmpty();
     if (untitled) {
-        MsgCodeNotAvailable(u"جدول مالياتي"_qs, CalcMethodCode_EDT, this);
+        MsgCodeNotAvailable(u"جدول مالياتي"_s, CalcMethodCode_EDT, this);
         FocusInput(CalcMethodCode_EDT);
         CalcMethodCode_LBL->clear();
     } else if (title.isEmpty()) {
         CalcMethodCode_EDT->Clear();
         CalcMethodCode_LBL->clear();
-        ShowTooltipMessage(u"جدول مالیاتی با این کد ثبت نشده است"_qs, CalcMethodCode_EDT);
+        ShowTooltipMessage(u"جدول مالیاتی با این کد ثبت نشده است"_s, CalcMethodCode_EDT);
         FocusInput(CalcMethodCode_EDT);
     } else {
         CalcMethodCode_LBL->setText(title);
@@ -202,22 +202,22 @@ void TCalcMethodGet_FRM::ClearRecord()
     Title_EDT->Clear();
     Tax_CHK->setChecked(false);
     applyTaxRule();
-    StaffIns_EDT->SetText(u"7"_qs);
-    EmployerIns_EDT->SetText(u"20"_qs);
+    StaffIns_EDT->SetText(u"7"_s);
+    EmployerIns_EDT->SetText(u"20"_s);
     DailyIns_EDT->Clear();
     DecTax_CHK->setChecked(true);
     Comment_EDT->Clear();
     LeaveCeil_EDT->SetValue(2);
     OutPut_EDT->SetValue(7.33);
-    Entrance_EDT->SetText(u"08:00"_qs);
-    Exit_EDT->SetText(u"16:00"_qs);
+    Entrance_EDT->SetText(u"08:00"_s);
+    Exit_EDT->SetText(u"16:00"_s);
     Code_EDT->SetValue(Identifier());
     showRoundingUnit();
     Maskok_SPNEDT->setValue(0);
     OverDis_CMB->setCurrentIndex(0);
-    SetTitle(u"روش محاسباتي"_qs);
-    LeaveCeil_EDT->SetText(u"2"_qs);
-    OutPut_EDT->SetText(u"7.33"_qs);
+    SetTitle(u"روش محاسباتي"_s);
+    LeaveCeil_EDT->SetText(u"2"_s);
+    OutPut_EDT->SetText(u"7.33"_s);
     SetIsSaved(true);
 }
 
@@ -263,7 +263,7 @@ bool TCalcMethodGet_FRM::takeTypedCode()
     const int typed = Code_EDT->asInteger();
     if (typed == Identifier().toInt() || (Mode() == fmNew ? TakeCode(typed) : HoldCode(typed)))
         return true;
-    MSGInUse(u"روش محاسباتی"_qs);
+    MSGInUse(u"روش محاسباتی"_s);
     FocusInput(Code_EDT);
     return false;
 }
@@ -275,23 +275,23 @@ bool TCalcMethodGet_FRM::Validate()
         Code_EDT->SetValue(Identifier());
     if (CalcMethod_DM->CalcMedtho_GetCode(Code_EDT->GetValue()) &&
         Code_EDT->asInteger() != Identifier().toInt()) {
-        MsgRepeatedField(u"کد"_qs, {}, Code_EDT, this);
+        MsgRepeatedField(u"کد"_s, {}, Code_EDT, this);
         FocusInput(Code_EDT);
         return false;
     }
     if (!takeTypedCode())
         return false;
-    if (isMissing(Title_EDT, u"عنوان"_qs))
+    if (isMissing(Title_EDT, u"عنوان"_s))
         return false;
-    if (Tax_CHK->isChecked() && isMissing(CalcMethodCode_EDT, u"کد جدول مالياتي"_qs))
+    if (Tax_CHK->isChecked() && isMissing(CalcMethodCode_EDT, u"کد جدول مالياتي"_s))
         return false;
     if (CheckTyped(CalcMethodCode_EDT) && CalcMethodCode_LBL->text().isEmpty())
         return false;
     if (Insurance_CHK->isChecked() &&
-        (isMissing(StaffIns_EDT, u"حق بيمه کارمند"_qs) || isMissing(EmployerIns_EDT, u"حق بيمه کارفرما"_qs)))
+        (isMissing(StaffIns_EDT, u"حق بيمه کارمند"_s) || isMissing(EmployerIns_EDT, u"حق بيمه کارفرما"_s)))
         return false;
-    if (isMissing(OverTime_EDT, u"سقف اضافه کاري"_qs) || isMissing(LeaveCeil_EDT, u"سقف مرخصي"_qs) ||
-        isMissing(OutPut_EDT, u"حداقل کارکرد روزانه"_qs))
+    if (isMissing(OverTime_EDT, u"سقف اضافه کاري"_s) || isMissing(LeaveCeil_EDT, u"سقف مرخصي"_s) ||
+        isMissing(OutPut_EDT, u"حداقل کارکرد روزانه"_s))
         return false;
     for (TSmartTime_ZLM *time : {Entrance_EDT, Exit_EDT}) {
         if (time->IsValid())
@@ -335,10 +335,10 @@ bool TCalcMethodGet_FRM::SaveRecord()
     const bool saved =
         Mode() == fmNew ? CalcMethod_DM->CalcMethod_Insert(method) : CalcMethod_DM->CalcMethod_Update(method);
     if (!saved) {
-        MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+        MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
         return false;
     }
     SetIdentifier(method._Code);
-    MSGCompeletedSuccessfully(u"ذخيره سازي "_qs);
+    MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
     return true;
 }

@@ -4,6 +4,8 @@
 #include "calcmethod/CalcMethod_DM_UNT.h"
 #include "host/database/Query.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 TCalcMethodList_FRM *CalcMethodList_FRM = nullptr;
 
 namespace {
@@ -11,14 +13,14 @@ namespace {
 const QList<TGridColumn> &columns()
 {
     static const QList<TGridColumn> list = {
-        {u"Code"_qs, u"کد"_qs, 43, true, TGridColumn::Code},
-        {u"Title"_qs, u"عنوان"_qs, 152},
-        {u"StaffIns"_qs, u"حق بيمه کارمند"_qs, 90, true, TGridColumn::Money},
-        {u"EmployerIns"_qs, u"حق بيمه کارفرما"_qs, 89, true, TGridColumn::Money},
-        {u"DailyIns"_qs, u"سقف بيمه روزانه"_qs, 97, true, TGridColumn::Money},
-        {u"TaxTitle"_qs, u"عنوان جدول مالياتي"_qs, 145},
-        {u"OverTime"_qs, u"سقف اضافه کاری"_qs, 0, false, TGridColumn::Money},
-        {u"MaskokTitle"_qs, u"مانده مسکوک"_qs, 0, false},
+        {u"Code"_s, u"کد"_s, 43, true, TGridColumn::Code},
+        {u"Title"_s, u"عنوان"_s, 152},
+        {u"StaffIns"_s, u"حق بيمه کارمند"_s, 90, true, TGridColumn::Money},
+        {u"EmployerIns"_s, u"حق بيمه کارفرما"_s, 89, true, TGridColumn::Money},
+        {u"DailyIns"_s, u"سقف بيمه روزانه"_s, 97, true, TGridColumn::Money},
+        {u"TaxTitle"_s, u"عنوان جدول مالياتي"_s, 145},
+        {u"OverTime"_s, u"سقف اضافه کاری"_s, 0, false, TGridColumn::Money},
+        {u"MaskokTitle"_s, u"مانده مسکوک"_s, 0, false},
     };
     return list;
 }
@@ -26,12 +28,12 @@ const QList<TGridColumn> &columns()
 const QList<TSearchItem> &searchItems()
 {
     static const QList<TSearchItem> list = {
-        {u"Code"_qs, u"کد"_qs, TSearchItem::Digits},
-        {u"Title"_qs, u"عنوان"_qs, TSearchItem::Text, true},
-        {u"StaffIns"_qs, u"حق بيمه کارمند"_qs, TSearchItem::Money},
-        {u"EmployerIns"_qs, u"حق بيمه کارفرما"_qs, TSearchItem::Money},
-        {u"DailyIns"_qs, u"سقف بيمه روزانه"_qs, TSearchItem::Money},
-        {u"TaxTitle"_qs, u"عنوان جدول مالياتي"_qs, TSearchItem::Text},
+        {u"Code"_s, u"کد"_s, TSearchItem::Digits},
+        {u"Title"_s, u"عنوان"_s, TSearchItem::Text, true},
+        {u"StaffIns"_s, u"حق بيمه کارمند"_s, TSearchItem::Money},
+        {u"EmployerIns"_s, u"حق بيمه کارفرما"_s, TSearchItem::Money},
+        {u"DailyIns"_s, u"سقف بيمه روزانه"_s, TSearchItem::Money},
+        {u"TaxTitle"_s, u"عنوان جدول مالياتي"_s, TSearchItem::Text},
     };
     return list;
 }
@@ -40,9 +42,9 @@ const QList<TSearchItem> &searchItems()
 
 TCalcMethodList_FRM::TCalcMethodList_FRM(TFormMode mode, const QString &text) : TBaseDock_FRM(mode, text)
 {
-    SetTitle(u"ليست روش هاي محاسباتي"_qs);
-    BuildList(CalcMethod_DM->List_QUR, u"CalcMethod_GRD"_qs, columns(), searchItems());
-    BuildUsualLayout(u"ليست روش هاي محاسباتي"_qs);
+    SetTitle(u"ليست روش هاي محاسباتي"_s);
+    BuildList(CalcMethod_DM->List_QUR, u"CalcMethod_GRD"_s, columns(), searchItems());
+    BuildUsualLayout(u"ليست روش هاي محاسباتي"_s);
     BuildButtons(true, false);
 }
 
@@ -55,23 +57,23 @@ TBaseGet_FRM *TCalcMethodList_FRM::CreateEditor(bool newRecord)
 {
     if (newRecord)
         return new TCalcMethodGet_FRM(cspCalcMethod, false, QString());
-    return new TCalcMethodGet_FRM(cspCalcMethod, ListQuery()->asInteger(u"Code"_qs), fmEdit, false);
+    return new TCalcMethodGet_FRM(cspCalcMethod, ListQuery()->asInteger(u"Code"_s), fmEdit, false);
 }
 
 void TCalcMethodList_FRM::DeleteRecord()
 {
-    const int code = ListQuery()->asInteger(u"Code"_qs);
+    const int code = ListQuery()->asInteger(u"Code"_s);
     if (!BeginDelete(cspCalcMethod, QString::number(code)))
         return;
     DM.ADOConnection1->clearLastError();
     if (!CalcMethod_DM->CalcMethod_Delete(code))
-        TellDeleteFailed(u"روش"_qs);
+        TellDeleteFailed(u"روش"_s);
     RefreshList();
 }
 
 bool TCalcMethodList_FRM::SelectRecord()
 {
-    SelectedCode = ListQuery()->asInteger(u"code"_qs);
-    SelectedTitle = ListQuery()->asString(u"title"_qs);
+    SelectedCode = ListQuery()->asInteger(u"code"_s);
+    SelectedTitle = ListQuery()->asString(u"title"_s);
     return true;
 }

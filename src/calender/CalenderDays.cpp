@@ -5,6 +5,8 @@
 
 #include <QSet>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct THoliday {
@@ -16,16 +18,16 @@ struct THoliday {
 const QList<THoliday> &holidays()
 {
     static const QList<THoliday> list = {
-        {1, 1, u"عيد نوروز"_qs},
-        {1, 2, u"عيد نوروز"_qs},
-        {1, 3, u"عيد نوروز"_qs},
-        {1, 4, u"عيد نوروز"_qs},
-        {1, 12, u"روز جمهوري اسلامي ايران"_qs},
-        {1, 13, u"روز طبيعت"_qs},
-        {3, 14, u"رحلت حضرت امام خميني ( ره )"_qs},
-        {3, 15, u"قيام خونين 15 خرداد"_qs},
-        {11, 22, u"پيروزي انقلاب اسلامي"_qs},
-        {12, 29, u"روز ملي شدن صنعت نفت ايران"_qs},
+        {1, 1, u"عيد نوروز"_s},
+        {1, 2, u"عيد نوروز"_s},
+        {1, 3, u"عيد نوروز"_s},
+        {1, 4, u"عيد نوروز"_s},
+        {1, 12, u"روز جمهوري اسلامي ايران"_s},
+        {1, 13, u"روز طبيعت"_s},
+        {3, 14, u"رحلت حضرت امام خميني ( ره )"_s},
+        {3, 15, u"قيام خونين 15 خرداد"_s},
+        {11, 22, u"پيروزي انقلاب اسلامي"_s},
+        {12, 29, u"روز ملي شدن صنعت نفت ايران"_s},
     };
     return list;
 }
@@ -41,7 +43,7 @@ int lastDay(const CalenderDays::Range &range, int year, int month)
 
 QString dateText(int year, int month, int day)
 {
-    return QStringLiteral("%1/%2/%3").arg(year).arg(month, 2, 10, QChar(u'0')).arg(day, 2, 10, QChar(u'0'));
+    return u"%1/%2/%3"_s.arg(year).arg(month, 2, 10, QChar(u'0')).arg(day, 2, 10, QChar(u'0'));
 }
 
 QString weekdayDoubt(const CalenderDays::Range &range, const QList<TCalenderMapper> &days)
@@ -58,13 +60,13 @@ QString weekdayDoubt(const CalenderDays::Range &range, const QList<TCalenderMapp
     const auto from = TPersianDate::parse(days.constFirst()._Date);
     if (from && from->weekday() != range.startDay) {
         const QStringList &names = CalenderDays::weekdays();
-        return u"%1 %2 است، ولی روز شروع «%3» انتخاب شده است: %4 روز با روز هفته نادرست ثبت می شود."_qs.arg(
+        return u"%1 %2 است، ولی روز شروع «%3» انتخاب شده است: %4 روز با روز هفته نادرست ثبت می شود."_s.arg(
             days.constFirst()._Date, names.at(from->weekday()), names.value(range.startDay),
             QString::number(wrong));
     }
     return wrong == 0
                ? QString()
-               : u"از %1 به بعد %2 روز با روز هفته نادرست ثبت می شود، چون روزهای پیش از آن پشت سر هم نیستند. هر سال را جداگانه بسازید."_qs
+               : u"از %1 به بعد %2 روز با روز هفته نادرست ثبت می شود، چون روزهای پیش از آن پشت سر هم نیستند. هر سال را جداگانه بسازید."_s
                      .arg(first)
                      .arg(wrong);
 }
@@ -73,8 +75,8 @@ QString weekdayDoubt(const CalenderDays::Range &range, const QList<TCalenderMapp
 
 const QStringList &CalenderDays::weekdays()
 {
-    static const QStringList names = {u"شنبه"_qs,      u"يکشنبه"_qs,  u"دوشنبه"_qs, u"سه شنبه"_qs,
-                                      u"چهار شنبه"_qs, u"پنجشنبه"_qs, u"جمعه"_qs};
+    static const QStringList names = {u"شنبه"_s,      u"يکشنبه"_s,  u"دوشنبه"_s, u"سه شنبه"_s,
+                                      u"چهار شنبه"_s, u"پنجشنبه"_s, u"جمعه"_s};
     return names;
 }
 
@@ -123,7 +125,7 @@ QStringList CalenderDays::doubts(const Range &range, const QList<TCalenderMapper
     for (const TCalenderMapper &day : days) {
         dates.insert(day._Date);
         if (!TPersianDate::parse(day._Date))
-            found << u"%1 در تقویم نیست (اسفند این سال 29 روز دارد)، ولی ساخته می شود."_qs.arg(day._Date);
+            found << u"%1 در تقویم نیست (اسفند این سال 29 روز دارد)، ولی ساخته می شود."_s.arg(day._Date);
     }
     const TPersianDate to{range.toYear, range.toMonth, range.toDay};
     int leftOut = 0;
@@ -137,7 +139,7 @@ QStringList CalenderDays::doubts(const Range &range, const QList<TCalenderMapper
     }
     if (leftOut > 0)
         found
-            << u"%1 روز این بازه ساخته نمی شود (نخستین آنها %2)، چون در هر سال تنها از ماه و روز شروع تا ماه و روز پایان ساخته می شود. هر سال را جداگانه بسازید."_qs
+            << u"%1 روز این بازه ساخته نمی شود (نخستین آنها %2)، چون در هر سال تنها از ماه و روز شروع تا ماه و روز پایان ساخته می شود. هر سال را جداگانه بسازید."_s
                    .arg(leftOut)
                    .arg(first);
     return found;

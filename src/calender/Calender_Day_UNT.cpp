@@ -6,21 +6,23 @@
 #include <QLabel>
 #include <QRadioButton>
 
+using namespace Qt::Literals::StringLiterals;
+
 TCalender_Day_FRM::TCalender_Day_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
     : TBaseGet_FRM(part, code, mode, flag)
 {
-    SetTitle(u"تقویم کاری"_qs);
+    SetTitle(u"تقویم کاری"_s);
     resize(560, 240);
     auto *inputs = new QGridLayout;
-    Date_EDT = AddInput(inputs, 0, 0, u"  تار&یخ :"_qs, u"Date_EDT"_qs, new TSmartDateEdit_ZLM(this));
-    auto *caption = new QLabel(u"  روز :"_qs, this);
-    Day_LBL = new QLabel(u"-------------"_qs, this);
-    Day_LBL->setObjectName(u"Day_LBL"_qs);
+    Date_EDT = AddInput(inputs, 0, 0, u"  تار&یخ :"_s, u"Date_EDT"_s, new TSmartDateEdit_ZLM(this));
+    auto *caption = new QLabel(u"  روز :"_s, this);
+    Day_LBL = new QLabel(u"-------------"_s, this);
+    Day_LBL->setObjectName(u"Day_LBL"_s);
     inputs->addWidget(caption, 0, 2);
     inputs->addWidget(Day_LBL, 0, 3);
-    Title_EDT = AddInput(inputs, 1, 0, u"  &عنوان :"_qs, u"Title_EDT"_qs,
+    Title_EDT = AddInput(inputs, 1, 0, u"  &عنوان :"_s, u"Title_EDT"_s,
                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
-    Comment_EDT = AddInput(inputs, 2, 0, u"  &شرح :"_qs, u"Comment_EDT"_qs,
+    Comment_EDT = AddInput(inputs, 2, 0, u"  &شرح :"_s, u"Comment_EDT"_s,
                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     Body()->addLayout(inputs);
 
@@ -33,14 +35,14 @@ TCalender_Day_FRM::TCalender_Day_FRM(TSoftwarePart part, const QVariant &code, T
         types->addWidget(button);
         return button;
     };
-    WorkDay_RB = type(u"روز&کاری"_qs, u"WorkDay_RB"_qs);
-    WeekEnd_RB = type(u"روز تع&طیل هفته"_qs, u"WeekEnd_RB"_qs);
-    Holiday_RB = type(u"تعطیل ر&سمی"_qs, u"Holiday_RB"_qs);
+    WorkDay_RB = type(u"روز&کاری"_s, u"WorkDay_RB"_s);
+    WeekEnd_RB = type(u"روز تع&طیل هفته"_s, u"WeekEnd_RB"_s);
+    Holiday_RB = type(u"تعطیل ر&سمی"_s, u"Holiday_RB"_s);
     types->addStretch(1);
     Body()->addLayout(types);
     Body()->addStretch(1);
-    KeepIn(u"Calender"_qs, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
-    BuildFooter(u"ذخیره F3"_qs, u"خروج Esc"_qs);
+    KeepIn(u"Calender"_s, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
+    BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
 }
 
 bool TCalender_Day_FRM::RecordExists()
@@ -58,7 +60,7 @@ void TCalender_Day_FRM::ShowRecord()
 {
     Date_EDT->SetText(m_day._Date);
     // The list's current row is this day; its names come with it.
-    Day_LBL->setText(Calender_DM->List_QUR->asString(u"DayOfWeek"_qs));
+    Day_LBL->setText(Calender_DM->List_QUR->asString(u"DayOfWeek"_s));
     Title_EDT->SetText(m_day._Title);
     Comment_EDT->SetText(m_day._Comment);
     QRadioButton *type = m_day._Type == 3 ? Holiday_RB : m_day._Type == 2 ? WeekEnd_RB : WorkDay_RB;
@@ -68,7 +70,7 @@ void TCalender_Day_FRM::ShowRecord()
 
 bool TCalender_Day_FRM::Validate()
 {
-    if (!RequireInput(Title_EDT, u"عنوان"_qs))
+    if (!RequireInput(Title_EDT, u"عنوان"_s))
         return false;
     // A stored day keeps its date, also one that the calendar does not have (12/30 of a common year).
     if (Date_EDT->GetText() != m_day._Date && !Date_EDT->IsDate()) {
@@ -86,8 +88,8 @@ bool TCalender_Day_FRM::SaveRecord()
     m_day._Type = Holiday_RB->isChecked() ? 3 : WeekEnd_RB->isChecked() ? 2 : 1;
     const bool saved = Calender_DM->Calender_Update(m_day);
     if (saved)
-        MSGCompeletedSuccessfully(u"ذخيره سازي "_qs);
+        MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
     else
-        MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+        MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
     return saved;
 }

@@ -12,6 +12,8 @@
 #include <QCoreApplication>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 TCalender_List_FRM *Calender_List_FRM = nullptr;
 
 namespace {
@@ -51,15 +53,15 @@ TCalender_List_FRM::TCalender_List_FRM(TFormMode mode, const QString &text) : TB
         m_ownsData = true;
     }
     if (text.isEmpty())
-        SetTitle(u"تقویم کاری"_qs);
-    BuildList(Calender_DM->List_QUR, u"CalenderDB_List_GRD"_qs, columns(), searchItems());
+        SetTitle(u"تقویم کاری"_s);
+    BuildList(Calender_DM->List_QUR, u"CalenderDB_List_GRD"_s, columns(), searchItems());
     Grid()->SetMultiSelect(true);
-    Grid()->SetColumnOffered(u"ID"_qs, false); // the rows' key is nothing for people
-    BuildUsualLayout(u"تقویم کاری"_qs);
+    Grid()->SetColumnOffered(u"ID"_s, false); // the rows' key is nothing for people
+    BuildUsualLayout(u"تقویم کاری"_s);
     Range_Date_Search = new TRange_Date_Search_Frame(this);
     Tab_Search = new TTab_Search_Frame(this);
-    Tab_Search->AddTab(u"جستجوی عمومی"_qs, General_Search);
-    Tab_Search->AddTab(u"جستجوی بازه تاریخ"_qs, Range_Date_Search);
+    Tab_Search->AddTab(u"جستجوی عمومی"_s, General_Search);
+    Tab_Search->AddTab(u"جستجوی بازه تاریخ"_s, Range_Date_Search);
     SearchPanel()->addWidget(Tab_Search);
     connect(Range_Date_Search, &TSearch_Frame::searchChanged, ZelmoSearchManager1,
             &TZelmoSearchManager::ExecuteFilter_DataSet);
@@ -91,7 +93,7 @@ TBaseGet_FRM *TCalender_List_FRM::CreateEditor(bool newRecord)
 {
     if (newRecord)
         return new TCalender_Set_FRM(cspCalender, false, QString());
-    return new TCalender_Day_FRM(cspCalender, ListQuery()->value(u"ID"_qs), fmEdit, false);
+    return new TCalender_Day_FRM(cspCalender, ListQuery()->value(u"ID"_s), fmEdit, false);
 }
 
 // The list is read again however an editor was left: a generation that stopped has stored days too.
@@ -118,17 +120,17 @@ void TCalender_List_FRM::DeleteRecord()
         rows.append(ListQuery()->position());
     const auto named = [&](int row) { return Grid()->NameOfRow(row); };
     if (!MsgDeleteRow(rows.size() == 1 ? named(rows.first())
-                                       : u"%1 ... %2"_qs.arg(named(rows.first()), named(rows.last())),
+                                       : u"%1 ... %2"_s.arg(named(rows.first()), named(rows.last())),
                       int(rows.size())))
         return;
     QStringList ids;
     for (const int row : rows)
         ids.append(QString::number(ListQuery()->keyAt(row)));
-    const int date = ListQuery()->fieldIndex(u"Date"_qs);
+    const int date = ListQuery()->fieldIndex(u"Date"_s);
     const QString first = ListQuery()->valueAt(rows.first(), date).toString();
     SetUserEvent(cspCalender, cpDelete,
                  rows.size() == 1 ? first
-                                  : u"%1 روز: %2 ... %3"_qs.arg(rows.size())
+                                  : u"%1 روز: %2 ... %3"_s.arg(rows.size())
                                         .arg(first, ListQuery()->valueAt(rows.last(), date).toString()),
                  false, false); // what cannot be recorded is not deleted
     Calender_DM->Calender_del(ids.join(u','));

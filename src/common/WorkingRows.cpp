@@ -2,6 +2,8 @@
 
 #include "common/DataModule_UNT.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QStringList contents(const QList<QVariantList> &rows)
@@ -39,9 +41,8 @@ QList<QVariantList> TWorkingRows::rowsOf(const TQuery &query) const
 
 bool TWorkingRows::Changed(const QVariant &code) const
 {
-    TQuery stored(m_shown->connection(), QStringLiteral("WorkingRows_QUR"));
-    stored.setStatement(
-        TStatement(QStringLiteral("select * from %1 where %2=").arg(m_table, m_codeColumn)).integer(code));
+    TQuery stored(m_shown->connection(), u"WorkingRows_QUR"_s);
+    stored.setStatement(TStatement(u"select * from %1 where %2="_s.arg(m_table, m_codeColumn)).integer(code));
     stored.open();
     return contents(rowsOf(stored)) != contents(rowsOf(*m_shown));
 }
@@ -51,20 +52,20 @@ void TWorkingRows::PutBack(const QVariant &code,
 {
     TConnection *connection = m_shown->connection();
     const QList<QVariantList> rows = rowsOf(*m_shown);
-    QStringList names{QStringLiteral("[%1]").arg(m_codeColumn)};
+    QStringList names{u"[%1]"_s.arg(m_codeColumn)};
     for (const QString &column : m_columns)
-        names << QStringLiteral("[%1]").arg(column);
+        names << u"[%1]"_s.arg(column);
     InOneUnit(connection, [&] {
         connection->execute(
-            TStatement(QStringLiteral("delete from %1 where %2=").arg(m_table, m_codeColumn)).integer(code));
+            TStatement(u"delete from %1 where %2="_s.arg(m_table, m_codeColumn)).integer(code));
         for (QVariantList row : rows) {
             if (keyFor)
                 row[0] = keyFor(row[0]);
-            TStatement insert(QStringLiteral("insert into %1(%2) values(").arg(m_table, names.join(u',')));
+            TStatement insert(u"insert into %1(%2) values("_s.arg(m_table, names.join(u',')));
             insert.integer(code);
             for (const QVariant &cell : std::as_const(row))
-                insert.sql(QStringLiteral(",")).value(cell);
-            connection->execute(insert.sql(QStringLiteral(")")));
+                insert.sql(u","_s).value(cell);
+            connection->execute(insert.sql(u")"_s));
         }
     });
 }

@@ -9,19 +9,21 @@
 
 #include <limits>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int percentBasis = 1;
 const int monthlyBasis = 2; // of an earning
-const QString monthly = QStringLiteral("ماهيانه");
+const QString monthly = u"ماهيانه"_s;
 
 /// What an item's bases mean, by their position in the list of its kind.
 QStringList basisHints(bool earning)
 {
-    const QString amount = u"با توجه به مقدار کارکرد کارمند محاسبه ميشود"_qs;
-    const QString percent = u"با توجه به درصدي از دستمزد کارمند محاسبه ميشود"_qs;
-    const QString byDays = u"با توجه به تعداد روزهاي کارکرد کارمند در ماه محاسبه ميشود"_qs;
-    const QString fixed = u"به صورت ثابت در هر فيش حقوقي اضافه ميشود"_qs;
+    const QString amount = u"با توجه به مقدار کارکرد کارمند محاسبه ميشود"_s;
+    const QString percent = u"با توجه به درصدي از دستمزد کارمند محاسبه ميشود"_s;
+    const QString byDays = u"با توجه به تعداد روزهاي کارکرد کارمند در ماه محاسبه ميشود"_s;
+    const QString fixed = u"به صورت ثابت در هر فيش حقوقي اضافه ميشود"_s;
     return earning ? QStringList{amount, percent, byDays, fixed} : QStringList{amount, percent, fixed};
 }
 
@@ -42,30 +44,30 @@ TFiscalDeducation_Get_FRM::TFiscalDeducation_Get_FRM(TSoftwarePart part, const Q
 
 void TFiscalDeducation_Get_FRM::build()
 {
-    SetTitle(isEarning() ? u"مزايا"_qs : u"کسورات"_qs);
+    SetTitle(isEarning() ? u"مزايا"_s : u"کسورات"_s);
     auto *grid = new QGridLayout;
     Body()->addLayout(grid);
     Body()->addStretch(1);
 
-    Code_EDT = AddInput(grid, 0, 0, u"  کد :"_qs, u"Code_EDT"_qs,
+    Code_EDT = AddInput(grid, 0, 0, u"  کد :"_s, u"Code_EDT"_s,
                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15));
     Code_EDT->SetRange(1, 999999);
     Code_EDT->SetSpin(true);
-    Code_EDT->SetText(u"0"_qs);
+    Code_EDT->SetText(u"0"_s);
     Code_EDT->setEnabled(false);
-    Insurance_CHK = AddInput(grid, 0, 1, u"بیم&ه"_qs, u"Insurance_CHK"_qs, new TSmartCheckBox_ZLM({}, this));
+    Insurance_CHK = AddInput(grid, 0, 1, u"بیم&ه"_s, u"Insurance_CHK"_s, new TSmartCheckBox_ZLM({}, this));
     Insurance_LBL = CaptionOf(Insurance_CHK);
-    Insurance_LBL->setObjectName(u"Insurance_LBL"_qs);
-    Tax_CHK = AddInput(grid, 0, 2, u"مالیا&ت"_qs, u"Tax_CHK"_qs, new TSmartCheckBox_ZLM({}, this));
+    Insurance_LBL->setObjectName(u"Insurance_LBL"_s);
+    Tax_CHK = AddInput(grid, 0, 2, u"مالیا&ت"_s, u"Tax_CHK"_s, new TSmartCheckBox_ZLM({}, this));
     Tax_LBL = CaptionOf(Tax_CHK);
-    Tax_LBL->setObjectName(u"Tax_LBL"_qs);
+    Tax_LBL->setObjectName(u"Tax_LBL"_s);
 
-    Group_CMB = AddInput(grid, 1, 0, u"  کد &گروه :"_qs, u"Group_CMB"_qs, new TSmartComboBox_ZLM(this));
-    Title_EDT = AddInput(grid, 2, 0, u"  &عنوان :"_qs, u"Title_EDT"_qs,
+    Group_CMB = AddInput(grid, 1, 0, u"  کد &گروه :"_s, u"Group_CMB"_s, new TSmartComboBox_ZLM(this));
+    Title_EDT = AddInput(grid, 2, 0, u"  &عنوان :"_s, u"Title_EDT"_s,
                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     InstallmentWarning_LBL = new QLabel(
-        u"در صورتی که کسورات مورد نظر اقساط باشد ، حساب قسط در حکم کارگزینی ملاک خواهد بود"_qs, this);
-    InstallmentWarning_LBL->setObjectName(u"InstallmentWarning_LBL"_qs);
+        u"در صورتی که کسورات مورد نظر اقساط باشد ، حساب قسط در حکم کارگزینی ملاک خواهد بود"_s, this);
+    InstallmentWarning_LBL->setObjectName(u"InstallmentWarning_LBL"_s);
     InstallmentWarning_LBL->setWordWrap(true);
     QPalette maroon = palette();
     maroon.setColor(QPalette::WindowText, QColor(0x80, 0, 0));
@@ -73,36 +75,36 @@ void TFiscalDeducation_Get_FRM::build()
     grid->addWidget(InstallmentWarning_LBL, 2, 2, 1, 4);
 
     TSelect_AccountCode1 =
-        AddInput(grid, 3, 0, u"  &حساب :"_qs, u"TSelect_AccountCode1"_qs, new TSelect_AccountCode(this));
+        AddInput(grid, 3, 0, u"  &حساب :"_s, u"TSelect_AccountCode1"_s, new TSelect_AccountCode(this));
     if (!isEarning())
         TSelect_AccountCode1->SetDetailLimit(std::numeric_limits<qint16>::max()); // its column is narrower
 
-    CalcType_CMB = AddInput(grid, 4, 0, u"  &مبنای محاسباتی :"_qs, u"CalcType_CMB"_qs,
-                            new TSmartComboBox_ZLM(this, {u"مبلغ"_qs, u"درصد"_qs, monthly, u"ثابت"_qs}));
+    CalcType_CMB = AddInput(grid, 4, 0, u"  &مبنای محاسباتی :"_s, u"CalcType_CMB"_s,
+                            new TSmartComboBox_ZLM(this, {u"مبلغ"_s, u"درصد"_s, monthly, u"ثابت"_s}));
     connect(CalcType_CMB, &TSmartComboBox_ZLM::changed, this, &TFiscalDeducation_Get_FRM::applyBasis);
-    Cost_EDT = AddInput(grid, 4, 1, u"  مبل&غ :"_qs, u"Cost_EDT"_qs,
+    Cost_EDT = AddInput(grid, 4, 1, u"  مبل&غ :"_s, u"Cost_EDT"_s,
                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15));
-    Cost_EDT->SetText(u"0"_qs);
+    Cost_EDT->SetText(u"0"_s);
     Cost_LBL = CaptionOf(Cost_EDT);
-    Cost_LBL->setObjectName(u"Cost_LBL"_qs);
+    Cost_LBL->setObjectName(u"Cost_LBL"_s);
     CostPercent_EDT = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15);
-    CostPercent_EDT->setObjectName(u"CostPercent_EDT"_qs);
-    CostPercent_EDT->SetText(u"0"_qs);
-    CostPercent_EDT->setAccessibleName(u"نرخ"_qs);
-    Percent_LBL = new QLabel(u"%"_qs, this);
-    Percent_LBL->setObjectName(u"Percent_LBL"_qs);
+    CostPercent_EDT->setObjectName(u"CostPercent_EDT"_s);
+    CostPercent_EDT->SetText(u"0"_s);
+    CostPercent_EDT->setAccessibleName(u"نرخ"_s);
+    Percent_LBL = new QLabel(u"%"_s, this);
+    Percent_LBL->setObjectName(u"Percent_LBL"_s);
     Percent_LBL->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     AddBeside(Cost_EDT, CostPercent_EDT);
     AddBeside(Cost_EDT, Percent_LBL);
     AddTabStop(CostPercent_EDT);
     connect(CostPercent_EDT, &TSmartEdit_ZLM::changed, this, [this] {
         if (CostPercent_EDT->text().isEmpty()) {
-            CostPercent_EDT->SetText(u"0"_qs);
+            CostPercent_EDT->SetText(u"0"_s);
             CostPercent_EDT->selectAll(); // the next digit takes its place
         }
         SetIsSaved(false);
     });
-    Comment_EDT = AddInput(grid, 5, 0, u"  &شرح :"_qs, u"Comment_EDT"_qs,
+    Comment_EDT = AddInput(grid, 5, 0, u"  &شرح :"_s, u"Comment_EDT"_s,
                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
 
     // What is the last of its line may use the rest of it; beside the note the title keeps most.
@@ -115,8 +117,8 @@ void TFiscalDeducation_Get_FRM::build()
             grid->removeItem(cell);
             grid->addLayout(cell->layout(), place.y(), place.x(), 1, -1);
         }
-    KeepIn(isEarning() ? u"Fiscal"_qs : u"Deduction"_qs, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
-    BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs, svSaveClose);
+    KeepIn(isEarning() ? u"Fiscal"_s : u"Deduction"_s, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
+    BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s, svSaveClose);
     resize(820, sizeHint().height());
 }
 
@@ -160,10 +162,10 @@ void TFiscalDeducation_Get_FRM::applyBasis()
     const int position = CalcType_CMB->currentIndex();
     m_percent = position == percentBasis;
     if (m_percent) {
-        Cost_LBL->setText(u"&نرخ :"_qs);
-        Cost_EDT->SetText(u"0"_qs);
+        Cost_LBL->setText(u"&نرخ :"_s);
+        Cost_EDT->SetText(u"0"_s);
     } else {
-        Cost_LBL->setText(u" مب&لغ :"_qs);
+        Cost_LBL->setText(u" مب&لغ :"_s);
     }
     Cost_EDT->setVisible(!m_percent);
     CostPercent_EDT->setVisible(m_percent);
@@ -208,11 +210,11 @@ bool TFiscalDeducation_Get_FRM::StoredIsOwn()
     Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), stored);
     if (!m_sent || stored._cost.toDouble() != m_sent->_cost.toDouble())
         return false;
-    const QString table = isEarning() ? u"Fiscal"_qs : u"Deduction"_qs;
+    const QString table = isEarning() ? u"Fiscal"_s : u"Deduction"_s;
     TFiscalDeducation_Mapper sent = *m_sent;
     sent._cost = stored._cost; // one amount, written in two ways
-    sent._title = AsStored(table, u"Title"_qs, sent._title);
-    sent._comment = AsStored(table, u"Comment"_qs, sent._comment);
+    sent._title = AsStored(table, u"Title"_s, sent._title);
+    sent._comment = AsStored(table, u"Comment"_s, sent._comment);
     return stored == sent;
 }
 
@@ -247,7 +249,7 @@ bool TFiscalDeducation_Get_FRM::Validate()
         return false;
     };
     if (Code_EDT->IsEmpty()) {
-        MsgRequiredField(u"کد"_qs, Code_EDT, this);
+        MsgRequiredField(u"کد"_s, Code_EDT, this);
         return refuseAt(Code_EDT);
     }
     if (isEarning())
@@ -257,15 +259,15 @@ bool TFiscalDeducation_Get_FRM::Validate()
     // A new item has no row of its own yet: any row is somebody else's.
     if (!Entity_DM->Temp_QUR->isEmpty() &&
         (Mode() == fmNew || Code_EDT->asInteger() != Identifier().toInt())) {
-        MsgRepeatedField(u"کد"_qs, {}, Code_EDT, this);
+        MsgRepeatedField(u"کد"_s, {}, Code_EDT, this);
         Code_EDT->SetValue(Identifier());
         return refuseAt(Code_EDT);
     }
     if (Group_CMB->Code() == 0) {
-        NotSaveable(u"کليه گروه ها"_qs, u"رکوردي"_qs, Group_CMB);
+        NotSaveable(u"کليه گروه ها"_s, u"رکوردي"_s, Group_CMB);
         return refuseAt(Group_CMB);
     }
-    if (!RequireInput(Title_EDT, u"عنوان"_qs))
+    if (!RequireInput(Title_EDT, u"عنوان"_s))
         return false;
     if (isEarning())
         Entity_DM->FiscalGet_ByTitle(Title_EDT->GetText());
@@ -276,17 +278,17 @@ bool TFiscalDeducation_Get_FRM::Validate()
         const auto twin = Entity_DM->Title_Twin(Title_EDT->GetText(), Part(), Code_EDT->asInteger());
         if (found || twin) {
             // Users know this sentence with the word of the earnings, for deductions too.
-            MsgRepeatedField(u"عنوان"_qs, u"مزايا"_qs, Title_EDT, this, twin ? TwinText(*twin) : QString());
+            MsgRepeatedField(u"عنوان"_s, u"مزايا"_s, Title_EDT, this, twin ? TwinText(*twin) : QString());
             return refuseAt(Title_EDT);
         }
     }
     if (TSelect_AccountCode1->TotalCode() == 0 || TSelect_AccountCode1->AssistantCode() == 0 ||
         TSelect_AccountCode1->DetailCode() == 0) {
-        MsgRequiredField(u"حساب کارمند را به طور کامل"_qs, TSelect_AccountCode1->TotalCode_EDT, this);
+        MsgRequiredField(u"حساب کارمند را به طور کامل"_s, TSelect_AccountCode1->TotalCode_EDT, this);
         return refuseAt(TSelect_AccountCode1->TotalCode_EDT);
     }
     if (Cost_EDT->IsEmpty()) {
-        MsgRequiredField(m_percent ? u"نرخ"_qs : u"مبلغ"_qs, Cost_EDT, this);
+        MsgRequiredField(m_percent ? u"نرخ"_s : u"مبلغ"_s, Cost_EDT, this);
         return refuseAt(Cost_EDT);
     }
     return true;

@@ -16,6 +16,8 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 TFiscalDeducation_List_FRM *FiscalDeducation_List_FRM = nullptr;
 
 namespace {
@@ -39,12 +41,12 @@ const int groupPaneWidth = 169;
 const QList<TGridColumn> &columns()
 {
     static const QList<TGridColumn> list = {
-        {"code", u"کد"_qs, 65, true, TGridColumn::Code},
-        {"title", u"عنوان"_qs, 186},
-        {"CalcTitle", u"مبنای محاسباتی"_qs, 131},
-        {"Cost", u"مبلغ / نرخ"_qs, 129, true, TGridColumn::Money},
-        {"InsuranceTitle", u"بیمه"_qs, 73},
-        {"TaxTitle", u"مالیات"_qs, 68},
+        {"code", u"کد"_s, 65, true, TGridColumn::Code},
+        {"title", u"عنوان"_s, 186},
+        {"CalcTitle", u"مبنای محاسباتی"_s, 131},
+        {"Cost", u"مبلغ / نرخ"_s, 129, true, TGridColumn::Money},
+        {"InsuranceTitle", u"بیمه"_s, 73},
+        {"TaxTitle", u"مالیات"_s, 68},
     };
     return list;
 }
@@ -52,11 +54,11 @@ const QList<TGridColumn> &columns()
 const QList<TGridColumn> &detailFields()
 {
     static const QList<TGridColumn> list = {
-        {"Code", u"کد"_qs, 0, true, TGridColumn::Code},
-        {"Title", u"عنوان"_qs},
-        {"CalcTitle", u"مبنای محاسباتی"_qs},
-        {"Cost", u"مبلغ / نرخ"_qs, 0, true, TGridColumn::Money},
-        {"Comment", u"شرح"_qs},
+        {"Code", u"کد"_s, 0, true, TGridColumn::Code},
+        {"Title", u"عنوان"_s},
+        {"CalcTitle", u"مبنای محاسباتی"_s},
+        {"Cost", u"مبلغ / نرخ"_s, 0, true, TGridColumn::Money},
+        {"Comment", u"شرح"_s},
     };
     return list;
 }
@@ -64,12 +66,12 @@ const QList<TGridColumn> &detailFields()
 const QList<TSearchItem> &searchItems()
 {
     static const QList<TSearchItem> list = {
-        {"Code", u"کد"_qs, TSearchItem::Digits},
-        {"CodeName", u"کد و عنوان"_qs, TSearchItem::Text, true},
-        {"Title", u"عنوان"_qs},
-        {"CalcTitle", u"مبنای محاسباتی"_qs},
-        {"Cost", u"مبلغ / نرخ"_qs, TSearchItem::Money},
-        {"Comment", u"شرح"_qs},
+        {"Code", u"کد"_s, TSearchItem::Digits},
+        {"CodeName", u"کد و عنوان"_s, TSearchItem::Text, true},
+        {"Title", u"عنوان"_s},
+        {"CalcTitle", u"مبنای محاسباتی"_s},
+        {"Cost", u"مبلغ / نرخ"_s, TSearchItem::Money},
+        {"Comment", u"شرح"_s},
     };
     return list;
 }
@@ -90,22 +92,22 @@ TFiscalDeducation_List_FRM::TFiscalDeducation_List_FRM(TFormMode mode, const QVa
         Entity_DM = new TEntity_DM(QCoreApplication::instance());
     ++openLists;
     setMinimumSize(750, 550);
-    BuildList(Entity_DM->List_QUR, u"FiscalDeducation_List_GRD"_qs, columns(), searchItems());
+    BuildList(Entity_DM->List_QUR, u"FiscalDeducation_List_GRD"_s, columns(), searchItems());
     Grid()->SetMultiSelect(true);
     Grid()->SetRowChecks(true);
     BuildUsualLayout({});
     m_ticks = new QLabel(this);
-    m_ticks->setObjectName(u"Ticks_LBL"_qs);
+    m_ticks->setObjectName(u"Ticks_LBL"_s);
     m_ticks->hide();
     BelowGrid()->addWidget(m_ticks);
     connect(Grid()->Model(), &TQueryModel::checksChanged, this, &TFiscalDeducation_List_FRM::tellTicks);
     connect(ZelmoSearchManager1, &TZelmoSearchManager::executed, this,
             &TFiscalDeducation_List_FRM::tellTicks);
-    BelowGrid()->addWidget(new TDetailStrip_ZLM(this, u"FiscalDeducation_View"_qs, u"سطر جاری"_qs,
+    BelowGrid()->addWidget(new TDetailStrip_ZLM(this, u"FiscalDeducation_View"_s, u"سطر جاری"_s,
                                                 Entity_DM->List_QUR, detailFields(), 2));
-    BuildGroups(Entity_DM->GroupList_QUR, u"GroupListDBList_GRD"_qs, u"نام گردوه"_qs, u"گروه F11"_qs);
-    Groups->Grid->SetColumns(Entity_DM->GroupList_QUR, {{"Row", u"#"_qs, 30, true, TGridColumn::RowNumber},
-                                                        {"Name", u"نام گردوه"_qs, 90}});
+    BuildGroups(Entity_DM->GroupList_QUR, u"GroupListDBList_GRD"_s, u"نام گردوه"_s, u"گروه F11"_s);
+    Groups->Grid->SetColumns(Entity_DM->GroupList_QUR, {{"Row", u"#"_s, 30, true, TGridColumn::RowNumber},
+                                                        {"Name", u"نام گردوه"_s, 90}});
     resize(960, 620);
     Center()->setSizes({groupPaneWidth, width() - groupPaneWidth});
     BuildButtons(true, false);
@@ -122,12 +124,12 @@ TFiscalDeducation_List_FRM::~TFiscalDeducation_List_FRM()
 
 QString TFiscalDeducation_List_FRM::kindWord() const
 {
-    return IsDeduction() ? u"کسورات"_qs : u"مزايا"_qs;
+    return IsDeduction() ? u"کسورات"_s : u"مزايا"_s;
 }
 
 void TFiscalDeducation_List_FRM::ParameterStep()
 {
-    Groups->Group_BTN->setText(IsDeduction() ? u"گروه کسورات"_qs : u"گروه مزايا"_qs);
+    Groups->Group_BTN->setText(IsDeduction() ? u"گروه کسورات"_s : u"گروه مزايا"_s);
     Entity_DM->FiscalDeducationGroup_Get(IsDeduction() ? edDeductionGrp : edFiscalGrp);
 }
 
@@ -141,7 +143,7 @@ void TFiscalDeducation_List_FRM::PrepareSearch()
     // The all-groups row, and a list without groups, filter nothing.
     ZelmoSearchManager1->SetOwnFilter([this] {
         const int group = Groups->CurrentCode();
-        return group == 0 ? TStatement() : TStatement::format(u"(GrpCode = %d)"_qs, {group});
+        return group == 0 ? TStatement() : TStatement::format(u"(GrpCode = %d)"_s, {group});
     });
     TBaseDock_FRM::PrepareSearch();
 }
@@ -156,9 +158,9 @@ void TFiscalDeducation_List_FRM::AfterShow()
             &TZelmoSearchManager::ExecuteFilter_DataSet);
     // The kept layout comes first: these two are shown at each opening, also when they were hidden in the last one.
     Grid()->RestoreLayout();
-    for (const auto &field : {u"InsuranceTitle"_qs, u"TaxTitle"_qs})
+    for (const auto &field : {u"InsuranceTitle"_s, u"TaxTitle"_s})
         Grid()->SetColumnOffered(field, !IsDeduction());
-    SetTitle(IsDeduction() ? u" ليست کسورات"_qs : u" ليست مزايا "_qs);
+    SetTitle(IsDeduction() ? u" ليست کسورات"_s : u" ليست مزايا "_s);
     General_Search->setFocus(Qt::OtherFocusReason);
 }
 
@@ -190,7 +192,7 @@ void TFiscalDeducation_List_FRM::pickGroup()
 {
     const int picked = Select_GroupList(groupPart(), {});
     Groups->Reread(false); // the picker may have made the group that it returns
-    Entity_DM->GroupList_QUR->locate(u"Code"_qs, picked);
+    Entity_DM->GroupList_QUR->locate(u"Code"_s, picked);
     RefreshList();
 }
 
@@ -198,7 +200,7 @@ TBaseGet_FRM *TFiscalDeducation_List_FRM::CreateEditor(bool newRecord)
 {
     if (newRecord)
         return new TFiscalDeducation_Get_FRM(itemPart(), false, QString::number(Groups->CurrentCode()));
-    return new TFiscalDeducation_Get_FRM(itemPart(), ListQuery()->value(u"Code"_qs), fmEdit, m_kind, false,
+    return new TFiscalDeducation_Get_FRM(itemPart(), ListQuery()->value(u"Code"_s), fmEdit, m_kind, false,
                                          true);
 }
 
@@ -219,9 +221,9 @@ void TFiscalDeducation_List_FRM::DeleteRecord()
 {
     if (!MayDelete(itemPart()) || !CurrentIsStored())
         return;
-    const int code = ListQuery()->asInteger(u"Code"_qs);
+    const int code = ListQuery()->asInteger(u"Code"_s);
     const auto inUse = [this, code] {
-        if (ListQuery()->asInteger(u"PayrollCode"_qs) != 0)
+        if (ListQuery()->asInteger(u"PayrollCode"_s) != 0)
             return true;
         Entity_DM->TmpStaff_Count(code, IsDeduction());
         return QueryTools::integerAt(Entity_DM->Temp_QUR, 0) != 0 ||
@@ -259,8 +261,8 @@ bool TFiscalDeducation_List_FRM::SelectRecord()
 
 void TFiscalDeducation_List_FRM::takeCurrent()
 {
-    SelectedCode = ListQuery()->asInteger(u"code"_qs);
-    SelectedTitle = ListQuery()->asString(u"title"_qs);
+    SelectedCode = ListQuery()->asInteger(u"code"_s);
+    SelectedTitle = ListQuery()->asString(u"title"_s);
 }
 
 /// The ticked rows, listed or not; none: the current one is meant, whatever else is highlighted.
@@ -286,9 +288,9 @@ void TFiscalDeducation_List_FRM::tellTicks()
         m_ticks->setVisible(listed + unlisted > 0);
         if (listed + unlisted == 0)
             return;
-        QString text = u"%1 سطر تیک خورده است"_qs.arg(listed + unlisted);
+        QString text = u"%1 سطر تیک خورده است"_s.arg(listed + unlisted);
         if (unlisted > 0)
-            text += u" ، %1 سطر از آنها در این لیست دیده نمی شود"_qs.arg(unlisted);
+            text += u" ، %1 سطر از آنها در این لیست دیده نمی شود"_s.arg(unlisted);
         m_ticks->setText(text);
     });
 }
@@ -301,7 +303,7 @@ std::optional<TFiscalDeducation_List_FRM::TRow> TFiscalDeducation_List_FRM::stor
     const TQuery *found = Entity_DM->Get_QUR;
     if (found->isEmpty())
         return {};
-    return TRow{item._code, found->asInteger(u"PayrollCode"_qs), item._CalcType, found->value(u"Cost"_qs)};
+    return TRow{item._code, found->asInteger(u"PayrollCode"_s), item._CalcType, found->value(u"Cost"_s)};
 }
 
 bool TFiscalDeducation_List_FRM::addChosen()
@@ -309,8 +311,7 @@ bool TFiscalDeducation_List_FRM::addChosen()
     bool isCode = false;
     m_target.toInt(&isCode);
     if (!isCode) {
-        ShowSmartMessage(m_callType == ctOrder ? u"کد حکم کارگزینی معتبر نیست"_qs
-                                               : u"کد کارکرد معتبر نیست"_qs,
+        ShowSmartMessage(m_callType == ctOrder ? u"کد حکم کارگزینی معتبر نیست"_s : u"کد کارکرد معتبر نیست"_s,
                          {}, miWarning);
         return false;
     }
@@ -328,7 +329,7 @@ bool TFiscalDeducation_List_FRM::addChosen()
         for (const int code : codes) {
             const std::optional<TRow> item = storedRow(code);
             if (!item) {
-                MsgRecordGone(u"کد: %1"_qs.arg(code));
+                MsgRecordGone(u"کد: %1"_s.arg(code));
                 Grid()->Model()->uncheck(code);
                 gone = true;
             } else if (add(*item, true) == TOutcome::Stop) {
@@ -337,7 +338,7 @@ bool TFiscalDeducation_List_FRM::addChosen()
         }
         if (!codes.isEmpty())
             return;
-        const std::optional<TRow> item = storedRow(ListQuery()->asInteger(u"Code"_qs));
+        const std::optional<TRow> item = storedRow(ListQuery()->asInteger(u"Code"_s));
         if (!item || add(*item, false) == TOutcome::Refused)
             Grid()->setFocus(Qt::OtherFocusReason);
     });
@@ -375,7 +376,7 @@ TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::refuseRepeated(
     if (oneOfMany)
         ShowSmartMessage(ntRepeatedCode, Grid(), this, 0, {QString::number(row.code)});
     else
-        SelectBefore(u"سطر"_qs, Select_BTN);
+        SelectBefore(u"سطر"_s, Select_BTN);
     return TOutcome::Refused;
 }
 
@@ -386,17 +387,16 @@ TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::addToOrder(cons
     Entity_DM->tmpRec_GetID(row.code, m_target, IsDeduction());
     if (!Entity_DM->Temp_QUR->isEmpty())
         return refuseRepeated(row, oneOfMany);
-    if (ShownInGrid({u"Cost"_qs, {}, 0, true, TGridColumn::Money}, row.cost) == u"0") {
+    if (ShownInGrid({u"Cost"_s, {}, 0, true, TGridColumn::Money}, row.cost) == u"0") {
         ShowSmartMessage(ntZeroAmount, Grid(), this, noteTime);
         return TOutcome::Refused;
     }
     switch (Entity_DM->RepeatInfo(m_target, QString::number(row.code))) {
     case 1:
-        ShowSmartMessage(u" کد بیمه در روش محاسباتی و کسورات حکم کارگزینی تکراری می باشد"_qs, {}, miWarning);
+        ShowSmartMessage(u" کد بیمه در روش محاسباتی و کسورات حکم کارگزینی تکراری می باشد"_s, {}, miWarning);
         return TOutcome::Stop;
     case 2:
-        ShowSmartMessage(u" کد مالیات در روش محاسباتی و کسورات حکم کارگزینی تکراری می باشد"_qs, {},
-                         miWarning);
+        ShowSmartMessage(u" کد مالیات در روش محاسباتی و کسورات حکم کارگزینی تکراری می باشد"_s, {}, miWarning);
         return TOutcome::Stop;
     default:
         break;

@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int pickOne = 4; // the kind of choosing that gives one code back
@@ -27,24 +29,23 @@ TPayrollInfoDetail_FRM::TPayrollInfoDetail_FRM(const QVariant &part, const QVari
                                                const QVariant &rowId)
     : TBaseGetDetail_FRM(part, type, mode, rowId)
 {
-    SetTitle(QStringLiteral(" اطلاعات پایه "));
+    SetTitle(u" اطلاعات پایه "_s);
     auto *inputs = new QGridLayout;
     Body()->addLayout(inputs); // first: what stands beside an input is looked for in the screen's layouts
     Title1_LBL = new QLabel(this);
-    Title1_LBL->setObjectName(QStringLiteral("Title1_LBL"));
-    inputs->addWidget(new QLabel(QStringLiteral("  عنوان :"), this), 0, 0);
+    Title1_LBL->setObjectName(u"Title1_LBL"_s);
+    inputs->addWidget(new QLabel(u"  عنوان :"_s, this), 0, 0);
     inputs->addWidget(Title1_LBL, 0, 1);
-    FiscalDeducationCode_EDT =
-        AddInput(inputs, 1, 0, QStringLiteral("  &کد :"), QStringLiteral("FiscalDeducationCode_EDT"),
-                 new TSmartButtonEdit_ZLM(this, 6));
+    FiscalDeducationCode_EDT = AddInput(inputs, 1, 0, u"  &کد :"_s, u"FiscalDeducationCode_EDT"_s,
+                                        new TSmartButtonEdit_ZLM(this, 6));
     Code_LBL = new QLabel(this);
-    Code_LBL->setObjectName(QStringLiteral("Code_LBL"));
+    Code_LBL->setObjectName(u"Code_LBL"_s);
     Code_LBL->setMinimumWidth(220);
     Code_LBL->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     AddBeside(FiscalDeducationCode_EDT, Code_LBL);
     CheckOnLeaving(FiscalDeducationCode_EDT, [this] { lookUpCode(); });
     connect(FiscalDeducationCode_EDT, &TSmartPickEdit_ZLM::pick, this, [this] { pickCode(); });
-    BuildFooter(QStringLiteral("ذخیره F3"), QStringLiteral("خروج Esc"));
+    BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
 }
 
 bool TPayrollInfoDetail_FRM::RecordExists()
@@ -61,8 +62,8 @@ void TPayrollInfoDetail_FRM::LoadRecord()
 void TPayrollInfoDetail_FRM::ShowRecord()
 {
     const TQuery *item = PayrollInfo_DM->PayrollDetailGet_QUR;
-    Title1_LBL->setText(item->asString(QStringLiteral("Title")));
-    FiscalDeducationCode_EDT->SetText(item->asString(QStringLiteral("UserCode")));
+    Title1_LBL->setText(item->asString(u"Title"_s));
+    FiscalDeducationCode_EDT->SetText(item->asString(u"UserCode"_s));
     codeExit();
     SetIsSaved(true);
 }
@@ -80,12 +81,11 @@ void TPayrollInfoDetail_FRM::lookUpCode()
         return;
     const TLinked &target = linked[isDeduction() ? 1 : 0];
     const auto columnOf = [&](const QString &column) {
-        return ScalerQuery(QString::fromLatin1(target.table), column, QStringLiteral("Code"), code.toInt());
+        return ScalerQuery(QString::fromLatin1(target.table), column, u"Code"_s, code.toInt());
     };
-    const QString title = columnOf(QStringLiteral("Title"));
+    const QString title = columnOf(u"Title"_s);
     Code_LBL->setText(title);
-    if (!title.isEmpty() ||
-        !columnOf(QStringLiteral("Code")).isEmpty()) // stored without a title, it is still there
+    if (!title.isEmpty() || !columnOf(u"Code"_s).isEmpty()) // stored without a title, it is still there
         return;
     FiscalDeducationCode_EDT->Clear();
     MsgCodeNotAvailable(QString::fromUtf8(target.entity), FiscalDeducationCode_EDT, this);
@@ -112,14 +112,14 @@ bool TPayrollInfoDetail_FRM::Validate()
     }
     if (!FiscalDeducationCode_EDT->IsEmpty())
         return true;
-    MsgRequiredField(QStringLiteral("کد"), FiscalDeducationCode_EDT, this);
+    MsgRequiredField(u"کد"_s, FiscalDeducationCode_EDT, this);
     FocusInput(FiscalDeducationCode_EDT);
     return false;
 }
 
 void TPayrollInfoDetail_FRM::RecordSaved(bool)
 {
-    SetUserEvent(Part(), cpEdit, u"%1: %2"_qs.arg(Title1_LBL->text(), FiscalDeducationCode_EDT->GetText()),
+    SetUserEvent(Part(), cpEdit, u"%1: %2"_s.arg(Title1_LBL->text(), FiscalDeducationCode_EDT->GetText()),
                  false, true);
 }
 
@@ -129,6 +129,6 @@ bool TPayrollInfoDetail_FRM::SaveRecord()
     link._Code = FiscalDeducationCode_EDT->asInteger();
     if (PayrollInfo_DM->PayrollInfoDetails_Insert(link))
         return true;
-    MSGFinishedNotSuccessfully(QStringLiteral("ذخيره سازي"));
+    MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
     return false;
 }

@@ -11,6 +11,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int caseNumberDigits = 12;
@@ -18,20 +20,20 @@ const int legalEntity = 1; // position in the list of employer titles
 
 const QStringList &employerTitles()
 {
-    static const QStringList titles = {QStringLiteral("حقیقی"), QStringLiteral("حقوقی")};
+    static const QStringList titles = {u"حقیقی"_s, u"حقوقی"_s};
     return titles;
 }
 
 const QStringList &legalTitles()
 {
     static const QStringList titles = {
-        QStringLiteral("وزارت خانه"),
-        QStringLiteral("موسسه دولتی"),
-        QStringLiteral("شرکت دولتی"),
-        QStringLiteral("سایر دستگاههای دولتی"),
-        QStringLiteral("نهادهای عمومی غیر دولتی"),
-        QStringLiteral("بخش خصوصی"),
-        QStringLiteral("سایر پرداخت کنندگان حقوق"),
+        u"وزارت خانه"_s,
+        u"موسسه دولتی"_s,
+        u"شرکت دولتی"_s,
+        u"سایر دستگاههای دولتی"_s,
+        u"نهادهای عمومی غیر دولتی"_s,
+        u"بخش خصوصی"_s,
+        u"سایر پرداخت کنندگان حقوق"_s,
     };
     return titles;
 }
@@ -39,10 +41,10 @@ const QStringList &legalTitles()
 const QList<TGridColumn> &itemColumns()
 {
     static const QList<TGridColumn> columns = {
-        {QStringLiteral("Row"), QStringLiteral("ردیف"), 60, true, TGridColumn::RowNumber},
-        {QStringLiteral("Title"), QStringLiteral("عنوان"), 240},
-        {QStringLiteral("UserCode"), QStringLiteral("کد"), 80, true, TGridColumn::Code},
-        {QStringLiteral("UserTitle"), QStringLiteral("عنوان انتخاب شده"), 240},
+        {u"Row"_s, u"ردیف"_s, 60, true, TGridColumn::RowNumber},
+        {u"Title"_s, u"عنوان"_s, 240},
+        {u"UserCode"_s, u"کد"_s, 80, true, TGridColumn::Code},
+        {u"UserTitle"_s, u"عنوان انتخاب شده"_s, 240},
     };
     return columns;
 }
@@ -66,16 +68,16 @@ struct TPayrollInfoGet_FRM::TRequired {
 TPayrollInfoGet_FRM::TPayrollInfoGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
     : TBaseGet_FRM(part, code, mode, flag)
 {
-    SetTitle(QStringLiteral(" اطلاعات پایه "));
+    SetTitle(u" اطلاعات پایه "_s);
     resize(900, 680);
     Payroll_PC = new QTabWidget(this);
-    Payroll_PC->setObjectName(QStringLiteral("Payroll_PC"));
+    Payroll_PC->setObjectName(u"Payroll_PC"_s);
     SetPages(Payroll_PC);
     buildCompanyPage();
     buildTaxOfficePage();
     Body()->addWidget(Payroll_PC);
     GuardPage(1, cspPayrollInfo, cpPayrollSecondPage);
-    BuildFooter(QStringLiteral("ذخيره F3"), QStringLiteral("خروج Esc"));
+    BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s);
 }
 
 TSmartEdit_ZLM *TPayrollInfoGet_FRM::addText(QGridLayout *into, int row, int column, const QString &caption,
@@ -85,7 +87,7 @@ TSmartEdit_ZLM *TPayrollInfoGet_FRM::addText(QGridLayout *into, int row, int col
     auto *input =
         AddInput(into, row, column, caption, name, new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, maxLength));
     m_bound.append({input, field});
-    KeepIn(QStringLiteral("PayrollInfo"), {{input, "Value"}});
+    KeepIn(u"PayrollInfo"_s, {{input, "Value"}});
     return input;
 }
 
@@ -94,7 +96,7 @@ TSmartEdit_ZLM *TPayrollInfoGet_FRM::addNumber(QGridLayout *into, int row, int c
                                                const QString &suffix)
 {
     auto *input = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15);
-    input->SetText(QStringLiteral("0"));
+    input->SetText(u"0"_s);
     m_bound.append({input, field});
     return AddInput(into, row, column, caption, name, input, suffix);
 }
@@ -114,44 +116,34 @@ TSmartMaskEdit_ZLM *TPayrollInfoGet_FRM::addNationalNumber(QGridLayout *into, in
 void TPayrollInfoGet_FRM::buildCompanyPage()
 {
     using M = TPayrollInfo_Mapper;
-    QGridLayout *page = AddPage(Payroll_PC, QStringLiteral("اطلاعات شرکت"), QStringLiteral("Company_TS"));
+    QGridLayout *page = AddPage(Payroll_PC, u"اطلاعات شرکت"_s, u"Company_TS"_s);
     auto *groups = new QVBoxLayout;
     page->addLayout(groups, 0, 0);
 
-    QGridLayout *general = AddGroup(groups, QStringLiteral("عمومی"), QStringLiteral("General_GB"));
-    CaseNo_EDT = addText(general, 0, 0, QStringLiteral("  &شماره پرونده :"), QStringLiteral("CaseNo_EDT"),
-                         &M::_CaseNo, 20);
-    EmployeeTitle_CMB =
-        AddInput(general, 0, 1, QStringLiteral("  &عنوان کارفرما :"), QStringLiteral("EmployeeTitle_CMB"),
-                 new TSmartComboBox_ZLM(this, employerTitles()));
-    EmployerName_EDT = addText(general, 1, 0, QStringLiteral("  ن&ام کارفرما :"),
-                               QStringLiteral("EmployerName_EDT"), &M::_EmployerName);
-    LegalTitle_CMB = AddInput(general, 1, 1, QStringLiteral("  عن&وان شخص حقوقی :"),
-                              QStringLiteral("LegalTitle_CMB"), new TSmartComboBox_ZLM(this, legalTitles()));
-    Ejtemae_EDT = addText(general, 2, 0, QStringLiteral("  نام شعبه &تامین اجتماعی :"),
-                          QStringLiteral("Ejtemae_EDT"), &M::_Ejtemae);
-    FactoryID_EDT = addText(general, 2, 1, QStringLiteral("  شما&ره کارگاه :"),
-                            QStringLiteral("FactoryID_EDT"), &M::_FactoryID);
-    FactoryName_EDT = addText(general, 3, 0, QStringLiteral("  نام &کارگاه :"),
-                              QStringLiteral("FactoryName_EDT"), &M::_FactoryName);
-    FactoryAdrr_EDT = addText(general, 3, 1, QStringLiteral("  نشانی کار&گاه :"),
-                              QStringLiteral("FactoryAdrr_EDT"), &M::_FactoryAdrr, 200);
-    LeisureIns_EDT = addNumber(general, 4, 0, QStringLiteral("  &حق بیمه بیکاری :"),
-                               QStringLiteral("LeisureIns_EDT"), &M::_LeisureIns, QStringLiteral("%"));
-    NationalNo_EDT = addNationalNumber(general, 4, 1, QStringLiteral("  ش&ماره ملی کارفرما :"),
-                                       QStringLiteral("NationalNo_EDT"), &M::_NationalNo);
+    QGridLayout *general = AddGroup(groups, u"عمومی"_s, u"General_GB"_s);
+    CaseNo_EDT = addText(general, 0, 0, u"  &شماره پرونده :"_s, u"CaseNo_EDT"_s, &M::_CaseNo, 20);
+    EmployeeTitle_CMB = AddInput(general, 0, 1, u"  &عنوان کارفرما :"_s, u"EmployeeTitle_CMB"_s,
+                                 new TSmartComboBox_ZLM(this, employerTitles()));
+    EmployerName_EDT =
+        addText(general, 1, 0, u"  ن&ام کارفرما :"_s, u"EmployerName_EDT"_s, &M::_EmployerName);
+    LegalTitle_CMB = AddInput(general, 1, 1, u"  عن&وان شخص حقوقی :"_s, u"LegalTitle_CMB"_s,
+                              new TSmartComboBox_ZLM(this, legalTitles()));
+    Ejtemae_EDT = addText(general, 2, 0, u"  نام شعبه &تامین اجتماعی :"_s, u"Ejtemae_EDT"_s, &M::_Ejtemae);
+    FactoryID_EDT = addText(general, 2, 1, u"  شما&ره کارگاه :"_s, u"FactoryID_EDT"_s, &M::_FactoryID);
+    FactoryName_EDT = addText(general, 3, 0, u"  نام &کارگاه :"_s, u"FactoryName_EDT"_s, &M::_FactoryName);
+    FactoryAdrr_EDT =
+        addText(general, 3, 1, u"  نشانی کار&گاه :"_s, u"FactoryAdrr_EDT"_s, &M::_FactoryAdrr, 200);
+    LeisureIns_EDT =
+        addNumber(general, 4, 0, u"  &حق بیمه بیکاری :"_s, u"LeisureIns_EDT"_s, &M::_LeisureIns, u"%"_s);
+    NationalNo_EDT =
+        addNationalNumber(general, 4, 1, u"  ش&ماره ملی کارفرما :"_s, u"NationalNo_EDT"_s, &M::_NationalNo);
 
-    QGridLayout *bank = AddGroup(groups, QStringLiteral(" دیسکت بانک "), QStringLiteral("Bank_GB"));
-    BranchName_EDT = addText(bank, 0, 0, QStringLiteral("  نام شعبه :"), QStringLiteral("BranchName_EDT"),
-                             &M::_BranchName);
-    BranchCode_EDT = addText(bank, 0, 1, QStringLiteral("  کد شع&به :"), QStringLiteral("BranchCode_EDT"),
-                             &M::_BranchCode);
-    BranchNo_EDT =
-        addText(bank, 1, 0, QStringLiteral("  شماره شعب&ه :"), QStringLiteral("BranchNo_EDT"), &M::_BranchNo);
-    StageCode_EDT = addNumber(bank, 1, 1, QStringLiteral("  کد مر&حله جاری :"),
-                              QStringLiteral("StageCode_EDT"), &M::_StageCode);
-    OrganCode_EDT = addText(bank, 2, 0, QStringLiteral("  کد &سازمان :"), QStringLiteral("OrganCode_EDT"),
-                            &M::_OrganCode);
+    QGridLayout *bank = AddGroup(groups, u" دیسکت بانک "_s, u"Bank_GB"_s);
+    BranchName_EDT = addText(bank, 0, 0, u"  نام شعبه :"_s, u"BranchName_EDT"_s, &M::_BranchName);
+    BranchCode_EDT = addText(bank, 0, 1, u"  کد شع&به :"_s, u"BranchCode_EDT"_s, &M::_BranchCode);
+    BranchNo_EDT = addText(bank, 1, 0, u"  شماره شعب&ه :"_s, u"BranchNo_EDT"_s, &M::_BranchNo);
+    StageCode_EDT = addNumber(bank, 1, 1, u"  کد مر&حله جاری :"_s, u"StageCode_EDT"_s, &M::_StageCode);
+    OrganCode_EDT = addText(bank, 2, 0, u"  کد &سازمان :"_s, u"OrganCode_EDT"_s, &M::_OrganCode);
     groups->addStretch();
     for (TSmartEdit_ZLM *number : {CaseNo_EDT, FactoryID_EDT, BranchCode_EDT, OrganCode_EDT})
         number->SetCodeForm(TSmartEdit_ZLM::PlainCode);
@@ -165,44 +157,38 @@ void TPayrollInfoGet_FRM::buildCompanyPage()
 void TPayrollInfoGet_FRM::buildTaxOfficePage()
 {
     using M = TPayrollInfo_Mapper;
-    QGridLayout *page =
-        AddPage(Payroll_PC, QStringLiteral("اطلاعات تکمیلی دارایی"), QStringLiteral("TaxOffice_TS"));
+    QGridLayout *page = AddPage(Payroll_PC, u"اطلاعات تکمیلی دارایی"_s, u"TaxOffice_TS"_s);
     auto *groups = new QVBoxLayout;
     page->addLayout(groups, 0, 0);
 
-    QGridLayout *payer =
-        AddGroup(groups, QStringLiteral("  اطلاعات پرداخت کننده حقوق  "), QStringLiteral("Payer_GB"));
-    PayerName_EDT = addText(payer, 0, 0, QStringLiteral("  &نام پرداخت کننده :"),
-                            QStringLiteral("PayerName_EDT"), &M::_PayerName);
-    PayerFamily_EDT = addText(payer, 0, 1, QStringLiteral("  نام &خانوادگی پرداخت کننده :"),
-                              QStringLiteral("PayerFamily_EDT"), &M::_PayerFamily);
+    QGridLayout *payer = AddGroup(groups, u"  اطلاعات پرداخت کننده حقوق  "_s, u"Payer_GB"_s);
+    PayerName_EDT = addText(payer, 0, 0, u"  &نام پرداخت کننده :"_s, u"PayerName_EDT"_s, &M::_PayerName);
+    PayerFamily_EDT =
+        addText(payer, 0, 1, u"  نام &خانوادگی پرداخت کننده :"_s, u"PayerFamily_EDT"_s, &M::_PayerFamily);
 
-    QGridLayout *signatories =
-        AddGroup(groups, QStringLiteral(" اطلاعات حساب امضا "), QStringLiteral("Signatur_GB"));
-    SignaturNameFirst_EDT = addText(signatories, 0, 0, QStringLiteral("  نام صاحب امضا اول :"),
-                                    QStringLiteral("SignaturNameFirst_EDT"), &M::_SignaturNameFirst);
-    SignaturFamilyFirst_EDT = addText(signatories, 0, 1, QStringLiteral("  نام خانوادگی صاحب امضا اول :"),
-                                      QStringLiteral("SignaturFamilyFirst_EDT"), &M::_SignaturFamilyFirst);
+    QGridLayout *signatories = AddGroup(groups, u" اطلاعات حساب امضا "_s, u"Signatur_GB"_s);
+    SignaturNameFirst_EDT = addText(signatories, 0, 0, u"  نام صاحب امضا اول :"_s, u"SignaturNameFirst_EDT"_s,
+                                    &M::_SignaturNameFirst);
+    SignaturFamilyFirst_EDT = addText(signatories, 0, 1, u"  نام خانوادگی صاحب امضا اول :"_s,
+                                      u"SignaturFamilyFirst_EDT"_s, &M::_SignaturFamilyFirst);
     SignaturIdNationalFirst_EDT =
-        addNationalNumber(signatories, 1, 0, QStringLiteral("  شماره ملی صاحب امضا اول :"),
-                          QStringLiteral("SignaturIdNationalFirst_EDT"), &M::_SignaturIdNationalFirst);
-    SignaturPositionFirst_EDT =
-        addText(signatories, 1, 1, QStringLiteral("  سمت صاحب امضا اول :"),
-                QStringLiteral("SignaturPositionFirst_EDT"), &M::_SignaturPositionFirst);
-    SignaturNameSecond_EDT = addText(signatories, 2, 0, QStringLiteral("  نام صاحب امضا دوم :"),
-                                     QStringLiteral("SignaturNameSecond_EDT"), &M::_SignaturNameSecond);
-    SignaturFamilySecond_EDT = addText(signatories, 2, 1, QStringLiteral("  نام خانوادگی صاحب امضا دوم :"),
-                                       QStringLiteral("SignaturFamilySecond_EDT"), &M::_SignaturFamilySecond);
+        addNationalNumber(signatories, 1, 0, u"  شماره ملی صاحب امضا اول :"_s,
+                          u"SignaturIdNationalFirst_EDT"_s, &M::_SignaturIdNationalFirst);
+    SignaturPositionFirst_EDT = addText(signatories, 1, 1, u"  سمت صاحب امضا اول :"_s,
+                                        u"SignaturPositionFirst_EDT"_s, &M::_SignaturPositionFirst);
+    SignaturNameSecond_EDT = addText(signatories, 2, 0, u"  نام صاحب امضا دوم :"_s,
+                                     u"SignaturNameSecond_EDT"_s, &M::_SignaturNameSecond);
+    SignaturFamilySecond_EDT = addText(signatories, 2, 1, u"  نام خانوادگی صاحب امضا دوم :"_s,
+                                       u"SignaturFamilySecond_EDT"_s, &M::_SignaturFamilySecond);
     SignaturIdNationalSecond_EDT =
-        addNationalNumber(signatories, 3, 0, QStringLiteral("  شماره ملی صاحب امضا دوم :"),
-                          QStringLiteral("SignaturIdNationalSecond_EDT"), &M::_SignaturIdNationalSecond);
-    SignaturPositionSecond_EDT =
-        addText(signatories, 3, 1, QStringLiteral("  سمت صاحب امضا دوم :"),
-                QStringLiteral("SignaturPositionSecond_EDT"), &M::_SignaturPositionSecond);
+        addNationalNumber(signatories, 3, 0, u"  شماره ملی صاحب امضا دوم :"_s,
+                          u"SignaturIdNationalSecond_EDT"_s, &M::_SignaturIdNationalSecond);
+    SignaturPositionSecond_EDT = addText(signatories, 3, 1, u"  سمت صاحب امضا دوم :"_s,
+                                         u"SignaturPositionSecond_EDT"_s, &M::_SignaturPositionSecond);
 
-    m_rows = new TDetail_Rows_Frame(this, QStringLiteral("PAyrollInfDB_List_TableView"),
-                                    {QString(), QStringLiteral("ویرایش سطر"), QString()},
-                                    {QString(), QStringLiteral("EditRow_BTN"), QString()}, true);
+    m_rows = new TDetail_Rows_Frame(this, u"PAyrollInfDB_List_TableView"_s,
+                                    {QString(), u"ویرایش سطر"_s, QString()},
+                                    {QString(), u"EditRow_BTN"_s, QString()}, true);
     m_rows->SetColumns(PayrollInfo_DM->PayrollDetailList_QUR, itemColumns());
     groups->addWidget(m_rows, 1);
     AddTabStop(m_rows->Grid());
@@ -237,7 +223,7 @@ void TPayrollInfoGet_FRM::applyBranchNumber()
 {
     const bool headOffice = BranchNo_EDT->GetText() == u"1";
     if (headOffice)
-        BranchName_EDT->SetText(QStringLiteral(" دفتر مرکزي "));
+        BranchName_EDT->SetText(u" دفتر مرکزي "_s);
     BranchName_EDT->setReadOnly(headOffice);
 }
 
@@ -268,29 +254,29 @@ bool TPayrollInfoGet_FRM::Validate()
 {
     if (CaseNo_EDT->GetText().size() < caseNumberDigits) {
         FocusInput(CaseNo_EDT);
-        ShowTooltipMessage(QStringLiteral("شماره پرونده نمي تواند کوچکتر از 12 رقم باشد"), CaseNo_EDT, 3000);
+        ShowTooltipMessage(u"شماره پرونده نمي تواند کوچکتر از 12 رقم باشد"_s, CaseNo_EDT, 3000);
         return false;
     }
     if (!CheckInput(NationalNo_EDT))
         return false;
     if (!require({
-            {LeisureIns_EDT, QStringLiteral("حق بيمه بيکاري")},
-            {BranchCode_EDT, QStringLiteral("کد شعبه")},
-            {StageCode_EDT, QStringLiteral("کد مرحله جاري")},
-            {OrganCode_EDT, QStringLiteral("کد سازمان")},
-            {BranchNo_EDT, QStringLiteral("شماره شعبه")},
+            {LeisureIns_EDT, u"حق بيمه بيکاري"_s},
+            {BranchCode_EDT, u"کد شعبه"_s},
+            {StageCode_EDT, u"کد مرحله جاري"_s},
+            {OrganCode_EDT, u"کد سازمان"_s},
+            {BranchNo_EDT, u"شماره شعبه"_s},
         }))
         return false;
     if (!mayFillTaxOfficePage())
         return true;
     return require({
-        {PayerName_EDT, QStringLiteral("نام پرداخت کننده")},
+        {PayerName_EDT, u"نام پرداخت کننده"_s},
         // The payer's name is tested again, so that the family name is in effect never required.
-        {PayerFamily_EDT, QStringLiteral("نام خانوادگي پرداخت کننده"), PayerName_EDT},
-        {SignaturNameFirst_EDT, QStringLiteral("نام صاحب امضا اول")},
-        {SignaturFamilyFirst_EDT, QStringLiteral("نام خانوادگي صاحب امضا اول")},
-        {SignaturIdNationalFirst_EDT, QStringLiteral("شماره ملي صاحب امضا اول")},
-        {SignaturPositionFirst_EDT, QStringLiteral("سمت صاحب امضا اول")},
+        {PayerFamily_EDT, u"نام خانوادگي پرداخت کننده"_s, PayerName_EDT},
+        {SignaturNameFirst_EDT, u"نام صاحب امضا اول"_s},
+        {SignaturFamilyFirst_EDT, u"نام خانوادگي صاحب امضا اول"_s},
+        {SignaturIdNationalFirst_EDT, u"شماره ملي صاحب امضا اول"_s},
+        {SignaturPositionFirst_EDT, u"سمت صاحب امضا اول"_s},
     });
 }
 
@@ -308,10 +294,10 @@ bool TPayrollInfoGet_FRM::SaveRecord()
         PayrollInfo_DM->PayrollInfo_Insert(m_info);
     } catch (const TDatabaseError &error) {
         DM.ADOConnection1->noteError(error); // the failure message tells its reason
-        MSGFinishedNotSuccessfully(QStringLiteral("ذخيره سازي"));
+        MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
         return false;
     }
-    MSGCompeletedSuccessfully(QStringLiteral("ذخيره سازي "));
+    MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
     return true;
 }
 
@@ -319,9 +305,9 @@ void TPayrollInfoGet_FRM::editRow()
 {
     Guarded([this] {
         const TQuery *items = PayrollInfo_DM->PayrollDetailList_QUR;
-        const QVariant id = items->value(QStringLiteral("ID"));
-        TPayrollInfoDetail_FRM editor(cspPayrollInfo, items->value(QStringLiteral("Type")), fmEdit, id);
+        const QVariant id = items->value(u"ID"_s);
+        TPayrollInfoDetail_FRM editor(cspPayrollInfo, items->value(u"Type"_s), fmEdit, id);
         if (editor.exec() == QDialog::Accepted)
-            m_rows->Reread(QStringLiteral("ID"), id);
+            m_rows->Reread(u"ID"_s, id);
     });
 }

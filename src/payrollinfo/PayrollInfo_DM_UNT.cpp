@@ -3,6 +3,8 @@
 #include "common/QueryTools.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 using namespace QueryTools;
 
 TPayrollInfo_DM *PayrollInfo_DM = nullptr;
@@ -73,7 +75,7 @@ void TPayrollInfo_DM::PayrollInfo_Insert(const TPayrollInfo_Mapper &info)
     TStatement batch;
     for (const TSetting &setting : settings) {
         batch.sql(batch.isEmpty() ? "update PayrollInfo set Value=" : " update PayrollInfo set Value=");
-        batch.text(AsStored(u"PayrollInfo"_qs, u"Value"_qs, info.*setting.field)).sql(setting.row);
+        batch.text(AsStored(u"PayrollInfo"_s, u"Value"_s, info.*setting.field)).sql(setting.row);
     }
     run(Temp_QUR, batch);
 }

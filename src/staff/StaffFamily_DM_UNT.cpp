@@ -3,6 +3,8 @@
 #include "common/QueryTools.h"
 #include "common/WorkingRows.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 using namespace QueryTools;
 
 namespace {
@@ -13,7 +15,7 @@ TWorkingRows members(TQuery *shown)
     for (const char *column :
          {"ID", "Type", "Name", "Sex", "InsuranceNumber", "BirthDate", "Death", "DeathDate", "Comment"})
         columns << QString::fromLatin1(column);
-    return {shown, QStringLiteral("tmpStaffFamily"), QStringLiteral("StaffCode"), columns};
+    return {shown, u"tmpStaffFamily"_s, u"StaffCode"_s, columns};
 }
 
 const char familyOfParameter[] =

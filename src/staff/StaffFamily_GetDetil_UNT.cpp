@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QMouseEvent>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int child = 1;
@@ -31,8 +33,8 @@ TStaffFamily_GetDetil_FRM::TStaffFamily_GetDetil_FRM(const QVariant &part, const
 
 void TStaffFamily_GetDetil_FRM::build()
 {
-    SetTitle(u"اطلاعات خانوار کارمند"_qs);
-    auto *inputs = AddGroup(Body(), u"اطلاعات خانوار کارمند"_qs, QStringLiteral("Family_PNL"));
+    SetTitle(u"اطلاعات خانوار کارمند"_s);
+    auto *inputs = AddGroup(Body(), u"اطلاعات خانوار کارمند"_s, u"Family_PNL"_s);
     const auto text = [&](const QString &caption, const char *name, int width) {
         return AddInput(inputs, -1, 0, caption, QString::fromLatin1(name),
                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, width));
@@ -44,28 +46,28 @@ void TStaffFamily_GetDetil_FRM::build()
         return AddInput(inputs, -1, 0, caption, QString::fromLatin1(name),
                         new TSmartComboBox_ZLM(this, items));
     };
-    Code_EDT = text(u"  &کد :"_qs, "Code_EDT", 15);
-    Code_EDT->SetText(QStringLiteral("0"));
+    Code_EDT = text(u"  &کد :"_s, "Code_EDT", 15);
+    Code_EDT->SetText(u"0"_s);
     Code_EDT->setEnabled(false);
-    Name_EDT = text(u"  نام و نام خانواد&گی :"_qs, "Name_EDT", 100);
-    Sex_CMB = choice(u"  جن&سیت :"_qs, "Sex_CMB", {u"مرد"_qs, u"زن"_qs});
-    BirthDate_EDT = date(u"  تاریخ تو&لد :"_qs, "BirthDate_EDT");
-    Comment_EDT = text(u"  شرح& :"_qs, "Comment_EDT", 50);
-    Type_CMB = choice(u"  &نسبت :"_qs, "Type_CMB", {u"فرزند"_qs, u"همسر"_qs});
-    InsuranceNumber_EDT = text(u"  کد بیم&ه :"_qs, "InsuranceNumber_EDT", 20);
+    Name_EDT = text(u"  نام و نام خانواد&گی :"_s, "Name_EDT", 100);
+    Sex_CMB = choice(u"  جن&سیت :"_s, "Sex_CMB", {u"مرد"_s, u"زن"_s});
+    BirthDate_EDT = date(u"  تاریخ تو&لد :"_s, "BirthDate_EDT");
+    Comment_EDT = text(u"  شرح& :"_s, "Comment_EDT", 50);
+    Type_CMB = choice(u"  &نسبت :"_s, "Type_CMB", {u"فرزند"_s, u"همسر"_s});
+    InsuranceNumber_EDT = text(u"  کد بیم&ه :"_s, "InsuranceNumber_EDT", 20);
     InsuranceNumber_EDT->SetCodeForm(TSmartEdit_ZLM::PlainCode);
-    DeathDate_EDT = date(u"  تاریخ &فوت :"_qs, "DeathDate_EDT");
+    DeathDate_EDT = date(u"  تاریخ &فوت :"_s, "DeathDate_EDT");
     DeathDate_EDT->setEnabled(false);
-    Death_CHK = AddTickBox(DeathDate_EDT, QStringLiteral("Death_CHK"));
+    Death_CHK = AddTickBox(DeathDate_EDT, u"Death_CHK"_s);
     connect(Death_CHK, &TSmartCheckBox_ZLM::changed, this, &TStaffFamily_GetDetil_FRM::deathChanged);
     QLabel *caption = CaptionOf(DeathDate_EDT);
-    caption->setObjectName(QStringLiteral("DeathDate_LBL"));
+    caption->setObjectName(u"DeathDate_LBL"_s);
     caption->setBuddy(Death_CHK);
     caption->installEventFilter(this);
-    KeepIn(QStringLiteral("tmpStaffFamily"),
+    KeepIn(u"tmpStaffFamily"_s,
            {{Name_EDT, "Name"}, {Comment_EDT, "Comment"}, {InsuranceNumber_EDT, "InsuranceNumber"}});
     Body()->addStretch(1);
-    BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs);
+    BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s);
     resize(460, 380);
 }
 
@@ -146,12 +148,12 @@ bool TStaffFamily_GetDetil_FRM::codeIsFree()
     const int loaded = Mode() == fmNew ? 0 : Identifier().toInt();
     const bool free = Staff_DM->Temp_QUR->isEmpty() || Code_EDT->GetText().toInt() == loaded;
     // One that was stored while this screen was open would let no save of the employee succeed.
-    const bool stored = Mode() == fmNew && !ScalerQuery(QStringLiteral("StaffFamily"), QStringLiteral("ID"),
-                                                        QStringLiteral("ID"), Code_EDT->GetText().toInt())
-                                                .isEmpty();
+    const bool stored =
+        Mode() == fmNew &&
+        !ScalerQuery(u"StaffFamily"_s, u"ID"_s, u"ID"_s, Code_EDT->GetText().toInt()).isEmpty();
     if (free && !stored)
         return true;
-    MsgRepeatedField(u"کد"_qs, u"خانواده"_qs, Code_EDT, this);
+    MsgRepeatedField(u"کد"_s, u"خانواده"_s, Code_EDT, this);
     FocusInput(Code_EDT);
     // Another workstation took the code meanwhile, and this input is not for typing: the next save has a new one.
     NewCode();
@@ -164,18 +166,18 @@ bool TStaffFamily_GetDetil_FRM::deathAfterBirth()
     if (!Death_CHK->isChecked() || DeathDate_EDT->GetText() >= BirthDate_EDT->GetText())
         return true;
     FocusInput(DeathDate_EDT);
-    ShowTooltipMessage(u"تاریخ فوت نمی تواند از تاریخ تولد کوچکتر باشد."_qs, DeathDate_EDT, shownFor, 4,
+    ShowTooltipMessage(u"تاریخ فوت نمی تواند از تاریخ تولد کوچکتر باشد."_s, DeathDate_EDT, shownFor, 4,
                        QColor(192, 192, 192), 0, 250);
     return false;
 }
 
 bool TStaffFamily_GetDetil_FRM::Validate()
 {
-    return RequireInput(Code_EDT, u"کد"_qs) && codeIsFree() &&
-           RequireInput(Name_EDT, u"نام و نام خانوادگي"_qs) && CheckInput(BirthDate_EDT) &&
+    return RequireInput(Code_EDT, u"کد"_s) && codeIsFree() &&
+           RequireInput(Name_EDT, u"نام و نام خانوادگي"_s) && CheckInput(BirthDate_EDT) &&
            CheckInput(DeathDate_EDT) && deathAfterBirth() &&
            // Without a date the row would be read back as of a living member.
-           (!Death_CHK->isChecked() || RequireInput(DeathDate_EDT, u"تاریخ فوت"_qs));
+           (!Death_CHK->isChecked() || RequireInput(DeathDate_EDT, u"تاریخ فوت"_s));
 }
 
 bool TStaffFamily_GetDetil_FRM::SaveRecord()
@@ -196,6 +198,6 @@ bool TStaffFamily_GetDetil_FRM::SaveRecord()
     if (saved)
         SetIdentifier(member._ID);
     else
-        MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+        MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
     return saved;
 }

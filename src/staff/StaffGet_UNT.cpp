@@ -13,6 +13,8 @@
 #include <QScopedValueRollback>
 #include <QTabWidget>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int familyPage = 3;
@@ -64,7 +66,7 @@ void TStaffGet_FRM::FingerPrint_GetPicDelete_BTNClick()
 
 QString TStaffGet_FRM::LockedEntityWord() const
 {
-    return u"کارمند"_qs;
+    return u"کارمند"_s;
 }
 
 void TStaffGet_FRM::NewCode()
@@ -84,8 +86,8 @@ bool TStaffGet_FRM::RecordExists()
 bool TStaffGet_FRM::StoredIsOwn()
 {
     const TQuery *stored = Staff_DM->StaffGet_QUR;
-    return stored->asString("Name") == AsStored(u"Staff"_qs, u"Name"_qs, m_sent._Name) &&
-           stored->asString("LastName") == AsStored(u"Staff"_qs, u"LastName"_qs, m_sent._LastName);
+    return stored->asString("Name") == AsStored(u"Staff"_s, u"Name"_s, m_sent._Name) &&
+           stored->asString("LastName") == AsStored(u"Staff"_s, u"LastName"_s, m_sent._LastName);
 }
 
 void TStaffGet_FRM::fillGroups(int code)
@@ -117,8 +119,8 @@ void TStaffGet_FRM::ClearRecord()
     Code_EDT->setReadOnly(false);
     Code_EDT->SetValue(Identifier());
     CardNumber_EDT->SetText(Identifier().toString());
-    PersonnelCode_EDT->SetText(QStringLiteral("0"));
-    InsuranceNumber_EDT->SetText(QStringLiteral("0"));
+    PersonnelCode_EDT->SetText(u"0"_s);
+    InsuranceNumber_EDT->SetText(u"0"_s);
     // Family rows that were taken up must be seen.
     showMarried(!Staff_DM->Family_QUR->isEmpty());
     LeaveDate_CHK->setChecked(false);
@@ -251,7 +253,7 @@ bool TStaffGet_FRM::takeTypedCode()
         const bool stored = RecordExists();
         SetIdentifier(held);
         if (stored) {
-            MsgRepeatedField(u"کد"_qs, u"کارمندان"_qs, Code_EDT, this);
+            MsgRepeatedField(u"کد"_s, u"کارمندان"_s, Code_EDT, this);
             RecordExists(); // StaffGet_QUR is where the new row is appended
         } else if (!TakeCode(typed)) {
             MSGInUse(LockedEntityWord());
@@ -310,7 +312,7 @@ void TStaffGet_FRM::leaveDateChanged()
 
 void TStaffGet_FRM::rereadFamily(const QVariant &id)
 {
-    const TListPlace place(*Staff_DM->Family_QUR, QStringLiteral("ID"));
+    const TListPlace place(*Staff_DM->Family_QUR, u"ID"_s);
     Staff_DM->FillDataFamilyList(code());
     if (id.isNull() || !Staff_DM->Family_QUR->locate("ID", id))
         place.restore(*Staff_DM->Family_QUR);

@@ -20,6 +20,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 TStaffList_FRM *StaffList_FRM = nullptr;
 
 namespace {
@@ -32,79 +34,79 @@ enum { allStaff = 0, employedStaff = 1, leftStaff = 2 };
 const QList<TGridColumn> &columns()
 {
     static const QList<TGridColumn> list = {
-        {"Code", u"کد"_qs, 60, true, TGridColumn::Code},
-        {"CoDate", u"تاریخ استخدام"_qs, 100, true, TGridColumn::Code},
-        {"fullnameTitle", u"نام و نام خانوادگی"_qs, 180},
-        {"PersonnelCode", u"کد پرسنلی"_qs, 100, true, TGridColumn::Code},
-        {"CardNumber", u"شماره کارت"_qs, 100, true, TGridColumn::Code},
-        {"DegreeTitle", u"مدرک"_qs, 100},
-        {"Major", u"رشته تحصیلی"_qs, 100},
-        {"InsuranceNumber", u"کد بیمه"_qs, 100, true, TGridColumn::Code},
-        {"MilitaryTitle", u"وضعیت نظام وظیفه"_qs, 130},
-        {"IsMarriedTitle", u"وضعیت تاهل"_qs, 100},
-        {"SexTitle", u"جنسیت"_qs, 60},
-        {"LeaveDate", u"تاریخ ترک کار"_qs, 100, true, TGridColumn::Code},
-        {"Add1", u"آدرس"_qs, 220},
-        {"Mob", u"شماره موبایل"_qs, 100, true, TGridColumn::Code},
-        {"Tel1", u"تلفن"_qs, 100, true, TGridColumn::Code},
-        {"Comment", u"شرح"_qs, 160},
-        {"BankTitle", u"بانک"_qs, 100},
-        {"AccountNumber", u"شماره حساب"_qs, 130, true, TGridColumn::Code},
-        {"Department", u"محل خدمت"_qs, 100},
-        {"BirthPlace", u"محل تولد"_qs, 100},
-        {"BirthDate", u"تاریخ تولد"_qs, 100, true, TGridColumn::Code},
-        {"IDNumber", u"شماره شناسنامه"_qs, 100, true, TGridColumn::Code},
-        {"FatherName", u"نام پدر"_qs, 100},
-        {"NationalID", u"کد ملی"_qs, 100, true, TGridColumn::Code},
-        {"UserCreated", u"کاربر ایجاد کننده"_qs, 140},
-        {"UserModified", u"کاربر تغییر دهنده"_qs, 140},
-        {"CreatedDateTime", u"زمان ایجاد"_qs, 130, true, TGridColumn::Code},
-        {"ModifiedDateTime", u"زمان تغییر"_qs, 130, true, TGridColumn::Code},
+        {"Code", u"کد"_s, 60, true, TGridColumn::Code},
+        {"CoDate", u"تاریخ استخدام"_s, 100, true, TGridColumn::Code},
+        {"fullnameTitle", u"نام و نام خانوادگی"_s, 180},
+        {"PersonnelCode", u"کد پرسنلی"_s, 100, true, TGridColumn::Code},
+        {"CardNumber", u"شماره کارت"_s, 100, true, TGridColumn::Code},
+        {"DegreeTitle", u"مدرک"_s, 100},
+        {"Major", u"رشته تحصیلی"_s, 100},
+        {"InsuranceNumber", u"کد بیمه"_s, 100, true, TGridColumn::Code},
+        {"MilitaryTitle", u"وضعیت نظام وظیفه"_s, 130},
+        {"IsMarriedTitle", u"وضعیت تاهل"_s, 100},
+        {"SexTitle", u"جنسیت"_s, 60},
+        {"LeaveDate", u"تاریخ ترک کار"_s, 100, true, TGridColumn::Code},
+        {"Add1", u"آدرس"_s, 220},
+        {"Mob", u"شماره موبایل"_s, 100, true, TGridColumn::Code},
+        {"Tel1", u"تلفن"_s, 100, true, TGridColumn::Code},
+        {"Comment", u"شرح"_s, 160},
+        {"BankTitle", u"بانک"_s, 100},
+        {"AccountNumber", u"شماره حساب"_s, 130, true, TGridColumn::Code},
+        {"Department", u"محل خدمت"_s, 100},
+        {"BirthPlace", u"محل تولد"_s, 100},
+        {"BirthDate", u"تاریخ تولد"_s, 100, true, TGridColumn::Code},
+        {"IDNumber", u"شماره شناسنامه"_s, 100, true, TGridColumn::Code},
+        {"FatherName", u"نام پدر"_s, 100},
+        {"NationalID", u"کد ملی"_s, 100, true, TGridColumn::Code},
+        {"UserCreated", u"کاربر ایجاد کننده"_s, 140},
+        {"UserModified", u"کاربر تغییر دهنده"_s, 140},
+        {"CreatedDateTime", u"زمان ایجاد"_s, 130, true, TGridColumn::Code},
+        {"ModifiedDateTime", u"زمان تغییر"_s, 130, true, TGridColumn::Code},
     };
     return list;
 }
 
-const TSearchItem employmentDate = {"CoDate", u"تاریخ استخدام"_qs, TSearchItem::Date};
+const TSearchItem employmentDate = {"CoDate", u"تاریخ استخدام"_s, TSearchItem::Date};
 
 // Their order and their spelling are the ones that users know.
 const QList<TSearchItem> &searchItems()
 {
     static const QList<TSearchItem> list = {
-        {"NationalID", u"کد ملی"_qs},
-        {"FatherName", u"نام پدر"_qs},
-        {"IDNumber", u"شماره شناسنامه"_qs},
-        {"BirthDate", u"تاریخ تولد"_qs, TSearchItem::Date},
-        {"BirthPlace", u"محل تولد"_qs},
-        {"Department", u"محل خدمت"_qs},
-        {"AccountNumber", u"شماره حساب"_qs},
-        {"BankTitle", u"بانک"_qs},
-        {"Tel1", u"شماره تلفن"_qs},
-        {"Mob", u"شماره موبایل"_qs},
-        {"Add1", u"آدرس"_qs},
-        {"LeaveDate", u"تاریخ ترک کار"_qs, TSearchItem::Date},
-        {"SexTitle", u"جنسیت"_qs},
-        {"IsMarriedTitle", u"وضعت تاهل"_qs},
-        {"MilitaryTitle", u"وضعیت نظام وظیفه"_qs},
-        {"InsuranceNumber", u"شماره بیمه"_qs},
-        {"Major", u"رشته تحصیلی"_qs},
-        {"DegreeTitle", u"مدرک"_qs},
-        {"CardNumber", u"شماره کارت"_qs},
-        {"PersonnelCode", u"کد پرسنلی"_qs},
-        {"fullnameTitle", u"نام و نام خانوادگی"_qs, TSearchItem::Text, true},
-        {"CoDate", u"تاریخ استخدام"_qs, TSearchItem::Date},
-        {"Code", u"کد"_qs, TSearchItem::Digits},
-        {"Comment", u"شرح"_qs},
-        {"UserCreated", u"کاربر ایجاد کننده"_qs},
-        {"UserModified", u"کاربر تغییر دهنده"_qs},
-        {"CreatedDateTime", u"زمان ایجاد"_qs},
-        {"ModifiedDateTime", u"زمان تغییر"_qs},
+        {"NationalID", u"کد ملی"_s},
+        {"FatherName", u"نام پدر"_s},
+        {"IDNumber", u"شماره شناسنامه"_s},
+        {"BirthDate", u"تاریخ تولد"_s, TSearchItem::Date},
+        {"BirthPlace", u"محل تولد"_s},
+        {"Department", u"محل خدمت"_s},
+        {"AccountNumber", u"شماره حساب"_s},
+        {"BankTitle", u"بانک"_s},
+        {"Tel1", u"شماره تلفن"_s},
+        {"Mob", u"شماره موبایل"_s},
+        {"Add1", u"آدرس"_s},
+        {"LeaveDate", u"تاریخ ترک کار"_s, TSearchItem::Date},
+        {"SexTitle", u"جنسیت"_s},
+        {"IsMarriedTitle", u"وضعت تاهل"_s},
+        {"MilitaryTitle", u"وضعیت نظام وظیفه"_s},
+        {"InsuranceNumber", u"شماره بیمه"_s},
+        {"Major", u"رشته تحصیلی"_s},
+        {"DegreeTitle", u"مدرک"_s},
+        {"CardNumber", u"شماره کارت"_s},
+        {"PersonnelCode", u"کد پرسنلی"_s},
+        {"fullnameTitle", u"نام و نام خانوادگی"_s, TSearchItem::Text, true},
+        {"CoDate", u"تاریخ استخدام"_s, TSearchItem::Date},
+        {"Code", u"کد"_s, TSearchItem::Digits},
+        {"Comment", u"شرح"_s},
+        {"UserCreated", u"کاربر ایجاد کننده"_s},
+        {"UserModified", u"کاربر تغییر دهنده"_s},
+        {"CreatedDateTime", u"زمان ایجاد"_s},
+        {"ModifiedDateTime", u"زمان تغییر"_s},
     };
     return list;
 }
 
 const QString &word()
 {
-    static const QString employee = u"کارمند"_qs;
+    static const QString employee = u"کارمند"_s;
     return employee;
 }
 
@@ -113,8 +115,8 @@ const QString &word()
 TStaffList_FRM::TStaffList_FRM(TFormMode mode, const QString &text)
     : TBaseDock_FRM(mode, text), m_pictures(new QTimer(this))
 {
-    SetTitle(u"لیست کارمندان"_qs);
-    BuildList(Staff_DM->List_QUR, QStringLiteral("Staff_List_GRD"), columns(), searchItems());
+    SetTitle(u"لیست کارمندان"_s);
+    BuildList(Staff_DM->List_QUR, u"Staff_List_GRD"_s, columns(), searchItems());
     BuildUsualLayout({});
     buildSearch();
     buildGroups();
@@ -128,7 +130,7 @@ TStaffList_FRM::~TStaffList_FRM() = default;
 void TStaffList_FRM::buildSearch()
 {
     Tab_Search = new TTab_Search_Frame(this);
-    Tab_Search->init({u"همه"_qs, u"شاغل"_qs, u"ترک کار"_qs});
+    Tab_Search->init({u"همه"_s, u"شاغل"_s, u"ترک کار"_s});
     connect(Tab_Search, &TTab_Search_Frame::tabChanged, this, &TStaffList_FRM::search);
     Range_Date_Search = new TRange_Date_Search_Frame(this);
     connect(Range_Date_Search, &TSearch_Frame::searchChanged, this, &TStaffList_FRM::search);
@@ -142,8 +144,7 @@ void TStaffList_FRM::buildSearch()
 
 void TStaffList_FRM::buildGroups()
 {
-    BuildGroups(Staff_DM->GroupList_QUR, QStringLiteral("StaffGroup_GRD"), u"نام گروه"_qs,
-                u"گروه کارمندان F11"_qs);
+    BuildGroups(Staff_DM->GroupList_QUR, u"StaffGroup_GRD"_s, u"نام گروه"_s, u"گروه کارمندان F11"_s);
     connect(Groups, &TGroup_Pane::groupMoved, this, &TStaffList_FRM::search);
     connect(Groups->Group_BTN, &QAbstractButton::clicked, this,
             [this] { Guarded([this] { chooseGroup(); }); });
@@ -164,23 +165,23 @@ void TStaffList_FRM::buildGroups()
 void TStaffList_FRM::buildPictures()
 {
     Pic_Show = new QFrame(Center());
-    Pic_Show->setObjectName(QStringLiteral("Pic_Show"));
+    Pic_Show->setObjectName(u"Pic_Show"_s);
     Pic_Show->setMinimumWidth(170);
     auto *column = new QVBoxLayout(Pic_Show);
-    auto *close = new TSmartButton_ZLM(u"x"_qs, Pic_Show);
-    close->setObjectName(QStringLiteral("ClosePicture_BTN"));
+    auto *close = new TSmartButton_ZLM(u"x"_s, Pic_Show);
+    close->setObjectName(u"ClosePicture_BTN"_s);
     close->setFocusPolicy(Qt::NoFocus);
     column->addWidget(close, 0, Qt::AlignLeft | Qt::AlignAbsolute);
     Pic_IMG = new TPictureBox_ZLM(Pic_Show);
-    Pic_IMG->setObjectName(QStringLiteral("Pic_IMG"));
-    Pic_IMG->setEmptyText(u"عکس"_qs);
+    Pic_IMG->setObjectName(u"Pic_IMG"_s);
+    Pic_IMG->setEmptyText(u"عکس"_s);
     Pic_IMG2 = new TPictureBox_ZLM(Pic_Show);
-    Pic_IMG2->setObjectName(QStringLiteral("Pic_IMG2"));
-    Pic_IMG2->setEmptyText(u"اثر انگشت"_qs);
+    Pic_IMG2->setObjectName(u"Pic_IMG2"_s);
+    Pic_IMG2->setEmptyText(u"اثر انگشت"_s);
     column->addWidget(Pic_IMG, 1);
     column->addWidget(Pic_IMG2, 1);
     Center()->addWidget(Pic_Show);
-    ShowPicture_BTN = AddButton(QStringLiteral("ShowPicture_BTN"), u"µ"_qs, {});
+    ShowPicture_BTN = AddButton(u"ShowPicture_BTN"_s, u"µ"_s, {});
     connect(ShowPicture_BTN, &QAbstractButton::clicked, this,
             [this] { showPicturePanel(Pic_Show->isHidden()); });
     connect(close, &QAbstractButton::clicked, this, [this] { showPicturePanel(false); });
@@ -279,7 +280,7 @@ void TStaffList_FRM::DeleteRecord()
 
 QString TStaffList_FRM::RecordName() const
 {
-    return Grid()->NameOfRow(ListQuery()->position(), {u"Code"_qs, u"fullnameTitle"_qs});
+    return Grid()->NameOfRow(ListQuery()->position(), {u"Code"_s, u"fullnameTitle"_s});
 }
 
 bool TStaffList_FRM::SelectRecord()
@@ -293,10 +294,10 @@ bool TStaffList_FRM::SelectRecord()
 void TStaffList_FRM::showPicturePanel(bool show)
 {
     Pic_Show->setVisible(show);
-    ShowPicture_BTN->setToolTip(show ? u"عدم نمايش تصوير"_qs : u"نمايش تصوير"_qs);
+    ShowPicture_BTN->setToolTip(show ? u"عدم نمايش تصوير"_s : u"نمايش تصوير"_s);
     ShowPicture_BTN->setAccessibleName(ShowPicture_BTN->toolTip());
     const QColor color = show ? QColor(82, 82, 82) : QColor(Qt::black);
-    ShowPicture_BTN->setStyleSheet(QStringLiteral("QToolTip { color: %1; }").arg(color.name()));
+    ShowPicture_BTN->setStyleSheet(u"QToolTip { color: %1; }"_s.arg(color.name()));
     QPalette palette = ShowPicture_BTN->palette();
     palette.setColor(QPalette::ButtonText, color);
     ShowPicture_BTN->setPalette(palette);

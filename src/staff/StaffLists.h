@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// What an employee's numbered columns stand for: a column stores the position of the chosen item, counted from 0.
 /// Items are only ever added at the end, and keep their spelling: lists and printed forms show them.
 namespace StaffLists {
@@ -9,8 +11,8 @@ namespace StaffLists {
 inline const QStringList &employments()
 {
     static const QStringList items = {
-        u"سایر"_qs,      u"پیمانی"_qs, u"رسمی"_qs,  u"رسمی آزمایشی"_qs, u"قراردادی"_qs, u"روزمزد"_qs,
-        u"خرید خدمت"_qs, u"مامور"_qs,  u"ساعتی"_qs, u"رسمی فصلی"_qs,    u"کارمزدی"_qs,
+        u"سایر"_s,      u"پیمانی"_s, u"رسمی"_s,  u"رسمی آزمایشی"_s, u"قراردادی"_s, u"روزمزد"_s,
+        u"خرید خدمت"_s, u"مامور"_s,  u"ساعتی"_s, u"رسمی فصلی"_s,    u"کارمزدی"_s,
     };
     return items;
 }
@@ -18,15 +20,15 @@ inline const QStringList &employments()
 inline const QStringList &fiscalExemptions()
 {
     static const QStringList items = {
-        u"عدم معافیت"_qs,
-        u"شاغلین در مناطق کمتر توسعه یافته"_qs,
-        u"آزادگان"_qs,
-        u"جانبازان انقلاب اسلامی و جنگ تحمیلی"_qs,
-        u"پرسنل نیروهای مسلح جمهوری اسلامی ایران"_qs,
-        u"مشمولان قانون استخدامی وزارت اطلاعات"_qs,
-        u"شاغلین در مناطق آزاد تجاری - صنعتی"_qs,
-        u"آزاده و جانباز"_qs,
-        u"بازنشسته ، وظیفه و مستمری بگیر"_qs,
+        u"عدم معافیت"_s,
+        u"شاغلین در مناطق کمتر توسعه یافته"_s,
+        u"آزادگان"_s,
+        u"جانبازان انقلاب اسلامی و جنگ تحمیلی"_s,
+        u"پرسنل نیروهای مسلح جمهوری اسلامی ایران"_s,
+        u"مشمولان قانون استخدامی وزارت اطلاعات"_s,
+        u"شاغلین در مناطق آزاد تجاری - صنعتی"_s,
+        u"آزاده و جانباز"_s,
+        u"بازنشسته ، وظیفه و مستمری بگیر"_s,
     };
     return items;
 }
@@ -34,10 +36,10 @@ inline const QStringList &fiscalExemptions()
 inline const QStringList &insurers()
 {
     static const QStringList items = {
-        u"سایر"_qs,
-        u"تامین اجتماعی"_qs,
-        u"خدمات درمانی"_qs,
-        u"بیمه نشده"_qs,
+        u"سایر"_s,
+        u"تامین اجتماعی"_s,
+        u"خدمات درمانی"_s,
+        u"بیمه نشده"_s,
     };
     return items;
 }
@@ -45,25 +47,25 @@ inline const QStringList &insurers()
 inline const QStringList &categories()
 {
     static const QStringList items = {
-        u"سایر"_qs,
-        u"اداری مالی"_qs,
-        u"آموزشی و فرهنگی"_qs,
-        u"امور اجتماعی"_qs,
-        u"فن آوری اطلاعات"_qs,
-        u"بهداشت و درمان"_qs,
-        u"فنی مهندسی"_qs,
-        u"خدمات"_qs,
-        u"کشاورزی و محیط زیست"_qs,
-        u"بازاریابی و فروش"_qs,
-        u"حراست و نگهبانی"_qs,
-        u"کارگری"_qs,
-        u"ترابری"_qs,
-        u"تولیدی"_qs,
-        u"کنترل کیفی"_qs,
-        u"تحقیقات"_qs,
-        u"انبارداری"_qs,
-        u"قضات"_qs,
-        u"اعضا هیئت علمی دانشگاهها و موسسات آموزش عالی"_qs,
+        u"سایر"_s,
+        u"اداری مالی"_s,
+        u"آموزشی و فرهنگی"_s,
+        u"امور اجتماعی"_s,
+        u"فن آوری اطلاعات"_s,
+        u"بهداشت و درمان"_s,
+        u"فنی مهندسی"_s,
+        u"خدمات"_s,
+        u"کشاورزی و محیط زیست"_s,
+        u"بازاریابی و فروش"_s,
+        u"حراست و نگهبانی"_s,
+        u"کارگری"_s,
+        u"ترابری"_s,
+        u"تولیدی"_s,
+        u"کنترل کیفی"_s,
+        u"تحقیقات"_s,
+        u"انبارداری"_s,
+        u"قضات"_s,
+        u"اعضا هیئت علمی دانشگاهها و موسسات آموزش عالی"_s,
     };
     return items;
 }
@@ -71,8 +73,8 @@ inline const QStringList &categories()
 inline const QStringList &degrees()
 {
     static const QStringList items = {
-        u"بي سواد و کم سواد"_qs, u"زیر دیپلم"_qs, u"ديپلم"_qs,     u"فوق ديپلم"_qs, u"ليسانس"_qs,
-        u"فوق ليسانس"_qs,        u"دکترا"_qs,     u"فوق دکترا"_qs,
+        u"بي سواد و کم سواد"_s, u"زیر دیپلم"_s, u"ديپلم"_s,     u"فوق ديپلم"_s, u"ليسانس"_s,
+        u"فوق ليسانس"_s,        u"دکترا"_s,     u"فوق دکترا"_s,
     };
     return items;
 }
@@ -80,13 +82,13 @@ inline const QStringList &degrees()
 inline const QStringList &militaryStates()
 {
     static const QStringList items = {
-        u"کارت پايان خدمت"_qs,
-        u"کارت معافيت پزشکي"_qs,
-        u"کارت معافيت کفالت"_qs,
-        u"کارت معافيت موقت"_qs,
-        u"مشمول"_qs,
-        u"غيره"_qs,
-        u"مشخص نشده"_qs,
+        u"کارت پايان خدمت"_s,
+        u"کارت معافيت پزشکي"_s,
+        u"کارت معافيت کفالت"_s,
+        u"کارت معافيت موقت"_s,
+        u"مشمول"_s,
+        u"غيره"_s,
+        u"مشخص نشده"_s,
     };
     return items;
 }

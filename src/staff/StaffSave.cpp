@@ -9,6 +9,8 @@
 #include "staff/StaffGet_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int shownFor = 3000; // milliseconds
@@ -18,14 +20,13 @@ constexpr int shownFor = 3000; // milliseconds
 bool TStaffGet_FRM::Validate()
 {
     // The order is the users': they are sent from page to page as they always were.
-    return takeTypedCode() && checkGroupChosen() && RequireInput(Name_EDT, u"نام"_qs) &&
-           RequireInput(LastName_EDT, u"نام خانوادگي"_qs) && checkFullName() &&
-           CheckInput(NationalCode_EDT) && checkLeaveAfterEmployment() && CheckInput(PostCode_EDT) &&
-           CheckInput(CoDate_EDT) && CheckInput(LeaveDate_EDT) && CheckInput(BirthDate_EDT) &&
-           checkGroupCode() && checkPersonnelCode() &&
-           checkRepeated(CardNumber_EDT, u"شماره کارت"_qs, m_staff._CardNumber) &&
-           checkRepeated(InsuranceNumber_EDT, u"کد بيمه"_qs, m_staff._InsuranceNumber) &&
-           checkRepeated(NationalCode_EDT, u"کد ملي"_qs, m_staff._NationalID) && CheckInput(Email_EDT) &&
+    return takeTypedCode() && checkGroupChosen() && RequireInput(Name_EDT, u"نام"_s) &&
+           RequireInput(LastName_EDT, u"نام خانوادگي"_s) && checkFullName() && CheckInput(NationalCode_EDT) &&
+           checkLeaveAfterEmployment() && CheckInput(PostCode_EDT) && CheckInput(CoDate_EDT) &&
+           CheckInput(LeaveDate_EDT) && CheckInput(BirthDate_EDT) && checkGroupCode() &&
+           checkPersonnelCode() && checkRepeated(CardNumber_EDT, u"شماره کارت"_s, m_staff._CardNumber) &&
+           checkRepeated(InsuranceNumber_EDT, u"کد بيمه"_s, m_staff._InsuranceNumber) &&
+           checkRepeated(NationalCode_EDT, u"کد ملي"_s, m_staff._NationalID) && CheckInput(Email_EDT) &&
            checkOrders() && checkLeaveDateGiven() && CheckInput(IssueDate_EDT);
 }
 
@@ -33,7 +34,7 @@ bool TStaffGet_FRM::checkGroupChosen()
 {
     if (StaffGroup_CMB->currentIndex() != 0)
         return true;
-    NotSaveable(u"کليه کارمندان"_qs, u"کارمندی"_qs, StaffGroup_CMB);
+    NotSaveable(u"کليه کارمندان"_s, u"کارمندی"_s, StaffGroup_CMB);
     FocusInput(StaffGroup_CMB);
     return false;
 }
@@ -45,7 +46,7 @@ bool TStaffGet_FRM::checkFullName()
     if (!found && Name_EDT->GetText() == m_staff._Name && LastName_EDT->GetText() == m_staff._LastName)
         return true;
     return checkTwin({{"Name", Name_EDT->GetText()}, {"LastName", LastName_EDT->GetText()}}, found, Name_EDT,
-                     u"نام"_qs, u"نام خانوادگي"_qs);
+                     u"نام"_s, u"نام خانوادگي"_s);
 }
 
 bool TStaffGet_FRM::checkTwin(const QList<TUniqueText> &texts, bool found, TSmartEdit_ZLM *input,
@@ -64,8 +65,8 @@ bool TStaffGet_FRM::checkLeaveAfterEmployment()
     if (!LeaveDate_CHK->isChecked() || LeaveDate_EDT->GetText() >= CoDate_EDT->GetText())
         return true;
     FocusInput(LeaveDate_EDT);
-    ShowTooltipMessage(u"تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد."_qs, LeaveDate_EDT, shownFor,
-                       4, QColor(192, 192, 192), 0, 250);
+    ShowTooltipMessage(u"تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد."_s, LeaveDate_EDT, shownFor, 4,
+                       QColor(192, 192, 192), 0, 250);
     return false;
 }
 
@@ -73,7 +74,7 @@ bool TStaffGet_FRM::checkGroupCode()
 {
     if (StaffGroup_CMB->Code() != 0)
         return true;
-    NotSaveable(u"کليه کارمندان"_qs, u"کارمندي"_qs, StaffGroup_CMB);
+    NotSaveable(u"کليه کارمندان"_s, u"کارمندي"_s, StaffGroup_CMB);
     FocusInput(StaffGroup_CMB);
     return false;
 }
@@ -85,10 +86,10 @@ bool TStaffGet_FRM::checkPersonnelCode()
         return true;
     QueryTools::open(Staff_DM->Temp_QUR,
                      TStatement("select PersonnelCode from Staff where PersonnelCode=").text(typed));
-    if (typed == QLatin1String("0") || typed == m_staff._PersonnelCode)
+    if (typed == "0"_L1 || typed == m_staff._PersonnelCode)
         return true;
     return checkTwin({{"PersonnelCode", typed}}, !Staff_DM->Temp_QUR->isEmpty(), PersonnelCode_EDT,
-                     u"کد پرسنلي"_qs, u"کارمندان"_qs);
+                     u"کد پرسنلي"_s, u"کارمندان"_s);
 }
 
 bool TStaffGet_FRM::checkRepeated(TSmartEdit_ZLM *input, const QString &word, const QString &loaded)
@@ -107,13 +108,13 @@ bool TStaffGet_FRM::checkRepeated(TSmartEdit_ZLM *input, const QString &word, co
         Staff_DM->Staff_GetNationallID(typed);
     }
     return typed == loaded || checkTwin({{QString::fromLatin1(column), typed}},
-                                        !Staff_DM->Temp_QUR->isEmpty(), input, word, u"کارمندان"_qs);
+                                        !Staff_DM->Temp_QUR->isEmpty(), input, word, u"کارمندان"_s);
 }
 
 // Without a date nothing would be stored of the box.
 bool TStaffGet_FRM::checkLeaveDateGiven()
 {
-    return !LeaveDate_CHK->isChecked() || RequireInput(LeaveDate_EDT, u"تاریخ ترک کار"_qs);
+    return !LeaveDate_CHK->isChecked() || RequireInput(LeaveDate_EDT, u"تاریخ ترک کار"_s);
 }
 
 bool TStaffGet_FRM::checkOrders()
@@ -123,10 +124,10 @@ bool TStaffGet_FRM::checkOrders()
         TStatement(" SELECT ISNULL(MIN(DoDate), 0) AS DoDateMin FROM Recruitment  WHERE StaffCode = ")
             .integer(code()));
     const QString earliest = Staff_DM->Temp_QUR->asString("DoDateMin");
-    if (earliest == QLatin1String("0") || CoDate_EDT->GetText() <= earliest)
+    if (earliest == "0"_L1 || CoDate_EDT->GetText() <= earliest)
         return true;
-    ShowSmartMessage(u"تاریخ استخدام نمی تواند بعد از تاریخ حکم کارگزینی باشد"_qs,
-                     u"کوچکترین تاریخ حکم کارگزینی که برای این کارمند ثبت شده است: "_qs + earliest, miError);
+    ShowSmartMessage(u"تاریخ استخدام نمی تواند بعد از تاریخ حکم کارگزینی باشد"_s,
+                     u"کوچکترین تاریخ حکم کارگزینی که برای این کارمند ثبت شده است: "_s + earliest, miError);
     FocusInput(CoDate_EDT);
     return false;
 }
@@ -152,14 +153,13 @@ bool TStaffGet_FRM::SaveRecord()
     const bool written = newRecord ? Staff_DM->Staff_Insert(m_sent) : Staff_DM->Staff_Update(m_sent);
     bool pictures = true;
     try {
-        pictures = savePicture(Picture_Get, QStringLiteral("Picture")) &&
-                   savePicture(FingerPrint_Get, QStringLiteral("FingerPrint"));
+        pictures = savePicture(Picture_Get, u"Picture"_s) && savePicture(FingerPrint_Get, u"FingerPrint"_s);
     } catch (const TDatabaseError &) {
         if (written)
             throw;
     }
     if (!written || !pictures) {
-        MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+        MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
         return false;
     }
     Staff_DM->Family_Insert(staffCode);
@@ -169,7 +169,7 @@ bool TStaffGet_FRM::SaveRecord()
     m_saveFailed = false;
     m_savedMembers = 0;
     SetIdentifier(staffCode);
-    MSGCompeletedSuccessfully(u"ذخيره سازي "_qs);
+    MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
     return true;
 }
 
@@ -190,9 +190,9 @@ void TStaffGet_FRM::SaveFailed()
 {
     if (familyIsGone())
         ShowSmartMessage(
-            u"این کارمند %1 سطر خانواده ثبت شده داشت که پیش از شکست ذخیره پاک شد؛ اکنون سطر ثبت شده ای ندارد."_qs
+            u"این کارمند %1 سطر خانواده ثبت شده داشت که پیش از شکست ذخیره پاک شد؛ اکنون سطر ثبت شده ای ندارد."_s
                 .arg(m_savedMembers),
-            u"سطرهای صفحه خانواده هنوز اینجاست؛ دوباره ذخیره کنید تا ثبت شود."_qs, miWarning);
+            u"سطرهای صفحه خانواده هنوز اینجاست؛ دوباره ذخیره کنید تا ثبت شود."_s, miWarning);
 }
 
 bool TStaffGet_FRM::MayDiscard()
@@ -201,7 +201,7 @@ bool TStaffGet_FRM::MayDiscard()
         return true;
     const TAnswer answer = ShowSmartMessage(
         u"سطرهای خانواده ثبت شده این کارمند با ذخیره ناموفق پاک شده است و تنها سطرهای همین صفحه باقی است."
-        u"\nاین سطرها برای بازیابی نگه داشته شود؟ (با «بله» هنگام باز کردن دوباره این کارمند پیشنهاد می شود؛ با «خیر» خانواده او از دست می رود.)"_qs,
+        u"\nاین سطرها برای بازیابی نگه داشته شود؟ (با «بله» هنگام باز کردن دوباره این کارمند پیشنهاد می شود؛ با «خیر» خانواده او از دست می رود.)"_s,
         TMessageButtons::YesNoCancel, TAnswer::Yes);
     if (answer == TAnswer::Yes)
         KeepRows();
@@ -265,7 +265,7 @@ TStaff_Mapper TStaffGet_FRM::typedStaff(bool newRecord) const
     staff._Major = Major_EDT->GetText();
     staff._Email = Email_EDT->GetText();
 
-    const QString user = UserInfo.Name + QStringLiteral(" (") + UserInfo.FullName + u')';
+    const QString user = UserInfo.Name + u" ("_s + UserInfo.FullName + u')';
     if (newRecord) {
         staff._CreatedTime = NowTime();
         staff._CreatedDate = NowDate();

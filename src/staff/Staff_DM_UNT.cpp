@@ -5,6 +5,8 @@
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "staff/StaffFields.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 using namespace QueryTools;
 
 TStaff_DM *Staff_DM = nullptr;
@@ -200,7 +202,7 @@ bool TStaff_DM::PerInf_Insert(const TPerinf_Mapper &person)
     return Post(Perinf_QUR, true, [&] {
         TQuery &row = *Perinf_QUR;
         row.setValue("GrpCode", group);
-        row.setValue("SitbgPrd", QStringLiteral("0"));
+        row.setValue("SitbgPrd", u"0"_s);
         row.setValue("Code", code);
         row.setValue("UserName", QString::number(code));
         row.setValue("Name", person._Name);

@@ -16,6 +16,8 @@
 
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const QList<TGridColumn> &bracketColumns()
@@ -59,41 +61,39 @@ TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mod
 
 void TTaxGet_FRM::build()
 {
-    SetTitle(QStringLiteral("جدول مالیاتی"));
+    SetTitle(u"جدول مالیاتی"_s);
     resize(820, 640);
 
     auto *inputs = new QGridLayout;
-    Title_EDT = AddInput(inputs, 0, 0, QStringLiteral("  &عنوان :"), QStringLiteral("Title_EDT"),
+    Title_EDT = AddInput(inputs, 0, 0, u"  &عنوان :"_s, u"Title_EDT"_s,
                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 100));
     Code_EDT = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15);
     Code_EDT->SetRange(0, 999999); // zero may be typed: saving then says that it must not stay
     Code_EDT->SetSpinRange(1, 999999);
-    Code_EDT->SetText(QStringLiteral("0"));
-    AddInput(inputs, 0, 1, QStringLiteral("  &کد :"), QStringLiteral("Code_EDT"), Code_EDT);
-    Comment_EDT = AddInput(inputs, 1, 0, QStringLiteral("  &شرح :"), QStringLiteral("Comment_EDT"),
+    Code_EDT->SetText(u"0"_s);
+    AddInput(inputs, 0, 1, u"  &کد :"_s, u"Code_EDT"_s, Code_EDT);
+    Comment_EDT = AddInput(inputs, 1, 0, u"  &شرح :"_s, u"Comment_EDT"_s,
                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     Body()->addLayout(inputs);
     connect(Code_EDT, &TSmartEdit_ZLM::exited, this, [this] { codeTyped(); });
 
     auto *note = new QLabel(QString::fromUtf8(notice), this);
-    note->setObjectName(QStringLiteral("Notice_LBL"));
+    note->setObjectName(u"Notice_LBL"_s);
     QFont bold = note->font();
     bold.setBold(true);
     note->setFont(bold);
     note->setWordWrap(true);
     Body()->addWidget(note);
 
-    auto *panel = new QGroupBox(QStringLiteral("لیست"), this);
+    auto *panel = new QGroupBox(u"لیست"_s, this);
     auto *panelLayout = new QVBoxLayout(panel);
-    m_rows = new TDetail_Rows_Frame(
-        panel, QStringLiteral("TaxDetail_List_GRD"),
-        {QStringLiteral("سطر جدید"), QStringLiteral("ویرایش سطر"), QStringLiteral("حذف سطر")},
-        {QStringLiteral("AddRow_BTN"), QStringLiteral("EditRow_BTN"), QStringLiteral("DelRow_BTN")}, true);
+    m_rows =
+        new TDetail_Rows_Frame(panel, u"TaxDetail_List_GRD"_s, {u"سطر جدید"_s, u"ویرایش سطر"_s, u"حذف سطر"_s},
+                               {u"AddRow_BTN"_s, u"EditRow_BTN"_s, u"DelRow_BTN"_s}, true);
     m_rows->SetColumns(Tax_DM->DetailList_QUR, bracketColumns());
     panelLayout->addWidget(m_rows, 1);
-    panelLayout->addWidget(new TDetailStrip_ZLM(panel, QStringLiteral("TaxDetail_View"),
-                                                QStringLiteral("سطر جاری"), Tax_DM->DetailList_QUR,
-                                                detailFields(), 2));
+    panelLayout->addWidget(new TDetailStrip_ZLM(panel, u"TaxDetail_View"_s, u"سطر جاری"_s,
+                                                Tax_DM->DetailList_QUR, detailFields(), 2));
     Body()->addWidget(panel, 1);
     for (QWidget *stop : {static_cast<QWidget *>(m_rows->Grid()), static_cast<QWidget *>(m_rows->AddRow),
                           static_cast<QWidget *>(m_rows->EditRow), static_cast<QWidget *>(m_rows->DelRow)})
@@ -102,8 +102,8 @@ void TTaxGet_FRM::build()
     connect(m_rows, &TDetail_Rows_Frame::editRow, this, &TTaxGet_FRM::editRow);
     connect(m_rows, &TDetail_Rows_Frame::deleteRow, this, &TTaxGet_FRM::deleteRow);
 
-    KeepIn(QStringLiteral("TaxMain"), {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
-    BuildFooter(QStringLiteral("ذخيره F3"), QStringLiteral("خروج Esc"));
+    KeepIn(u"TaxMain"_s, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
+    BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s);
 }
 
 // Opening a table drops what stands under its code, then copies the saved brackets; what an editor that ended abnormally
@@ -144,9 +144,9 @@ void TTaxGet_FRM::ShowRecord()
 {
     openWorkingRows();
     const TQuery *record = Tax_DM->Get_QUR;
-    Code_EDT->SetValue(record->value(QStringLiteral("Code")));
-    Title_EDT->SetText(record->asString(QStringLiteral("Title")));
-    Comment_EDT->SetText(record->asString(QStringLiteral("Comment")));
+    Code_EDT->SetValue(record->value(u"Code"_s));
+    Title_EDT->SetText(record->asString(u"Title"_s));
+    Comment_EDT->SetText(record->asString(u"Comment"_s));
     SetIsSaved(true);
 }
 
@@ -162,13 +162,10 @@ bool TTaxGet_FRM::StoredIsOwn()
 {
     const TQuery *stored = Tax_DM->Get_QUR;
     const auto same = [&](const QString &column, const QString &sent) {
-        return stored->asString(column) == AsStored(QStringLiteral("TaxMain"), column, sent);
+        return stored->asString(column) == AsStored(u"TaxMain"_s, column, sent);
     };
-    return m_sent && same(QStringLiteral("Title"), m_sent->_Title) &&
-           same(QStringLiteral("Comment"), m_sent->_Comment) &&
-           ScalerQuery(QStringLiteral("Tax"), QStringLiteral("TaxMainCode"), QStringLiteral("TaxMainCode"),
-                       Identifier())
-               .isEmpty();
+    return m_sent && same(u"Title"_s, m_sent->_Title) && same(u"Comment"_s, m_sent->_Comment) &&
+           ScalerQuery(u"Tax"_s, u"TaxMainCode"_s, u"TaxMainCode"_s, Identifier()).isEmpty();
 }
 
 bool TTaxGet_FRM::codeTyped()
@@ -180,9 +177,9 @@ bool TTaxGet_FRM::codeTyped()
     bool moved = false;
     Guarded([&] {
         if (Mode() != fmNew)
-            NotSaveable(QStringLiteral("کد"), QStringLiteral("جدول مالیاتی"), Code_EDT);
+            NotSaveable(u"کد"_s, u"جدول مالیاتی"_s, Code_EDT);
         else if (!moveTo(typed))
-            MsgRepeatedField(QStringLiteral("کد"), QStringLiteral("جدول مالیاتی"), Code_EDT, this);
+            MsgRepeatedField(u"کد"_s, u"جدول مالیاتی"_s, Code_EDT, this);
         else
             moved = true;
     });
@@ -240,7 +237,7 @@ bool TTaxGet_FRM::hasMoved(int from, int to)
 void TTaxGet_FRM::addRow()
 {
     if (Code_EDT->IsEmpty()) {
-        MsgRequiredField(QStringLiteral("کد"), Code_EDT, this);
+        MsgRequiredField(u"کد"_s, Code_EDT, this);
         FocusInput(Code_EDT);
         return;
     }
@@ -250,7 +247,7 @@ void TTaxGet_FRM::addRow()
     if (bracket.exec() != QDialog::Accepted)
         return;
     Guarded([&] {
-        m_rows->Reread(QStringLiteral("ID"));
+        m_rows->Reread(u"ID"_s);
         Tax_DM->DetailList_QUR->last();
         SetIsSaved(false);
     });
@@ -260,24 +257,23 @@ void TTaxGet_FRM::editRow()
 {
     if (!RowsAreOwn())
         return;
-    const QVariant id = Tax_DM->DetailList_QUR->value(QStringLiteral("ID"));
+    const QVariant id = Tax_DM->DetailList_QUR->value(u"ID"_s);
     TTax_GetDetail_FRM bracket(int(Part()), Identifier(), fmEdit, id);
     const bool changed = bracket.exec() == QDialog::Accepted;
     // Read in any case: another workstation may have deleted the bracket.
-    Guarded([&] { m_rows->Reread(QStringLiteral("ID"), id); });
+    Guarded([&] { m_rows->Reread(u"ID"_s, id); });
     if (changed)
         SetIsSaved(false);
 }
 
 void TTaxGet_FRM::deleteRow()
 {
-    const QString bracket = m_rows->Grid()->NameOfRow(
-        Tax_DM->DetailList_QUR->position(),
-        {QStringLiteral("FromSalary"), QStringLiteral("ToSalary"), QStringLiteral("Percent")});
+    const QString bracket = m_rows->Grid()->NameOfRow(Tax_DM->DetailList_QUR->position(),
+                                                      {u"FromSalary"_s, u"ToSalary"_s, u"Percent"_s});
     if (!HavePermission(UserInfo, Part(), cpDelete, false, true, QString()) || !RowsAreOwn() ||
         !MsgDeleteRow(bracket))
         return;
-    const QVariant id = Tax_DM->DetailList_QUR->value(QStringLiteral("ID"));
+    const QVariant id = Tax_DM->DetailList_QUR->value(u"ID"_s);
     bool gone = Guarded([&] { Tax_DM->TaxDetail_Del(id.toString()); });
     try {
         // One that got no answer may have been done.
@@ -291,29 +287,29 @@ void TTaxGet_FRM::deleteRow()
     if (!gone)
         return;
     SetIsSaved(false);
-    Guarded([&] { m_rows->Reread(QStringLiteral("ID")); });
+    Guarded([&] { m_rows->Reread(u"ID"_s); });
 }
 
 bool TTaxGet_FRM::Validate()
 {
     if (Code_EDT->IsEmpty()) {
-        MsgRequiredField(QStringLiteral("کد"), Code_EDT, this);
+        MsgRequiredField(u"کد"_s, Code_EDT, this);
         FocusInput(Code_EDT);
         return false;
     }
-    if (Code_EDT->GetText() == QLatin1String("0")) {
-        NotZeroValue(QStringLiteral("کد"), Code_EDT);
+    if (Code_EDT->GetText() == "0"_L1) {
+        NotZeroValue(u"کد"_s, Code_EDT);
         FocusInput(Code_EDT);
         return false;
     }
     if (!codeTyped())
         return false;
-    if (!RequireInput(Title_EDT, QStringLiteral("عنوان")))
+    if (!RequireInput(Title_EDT, u"عنوان"_s))
         return false;
     if (!Tax_DM->DetailList_QUR->active()) // a reading that failed closed it
         Tax_DM->TmpTax_OpenList(Identifier());
     if (Tax_DM->DetailList_QUR->isEmpty()) {
-        MsgNotEntered(QStringLiteral("سطري"));
+        MsgNotEntered(u"سطري"_s);
         FocusInput(m_rows->Grid());
         return false;
     }
@@ -331,7 +327,7 @@ bool TTaxGet_FRM::SaveRecord()
     const bool header = Mode() == fmNew ? Tax_DM->Tax_Insert(record) : Tax_DM->Tax_Update(record);
     const bool saved = header && Tax_DM->TaxDetail_Insert(record._Code);
     if (saved) {
-        MSGCompeletedSuccessfully(QStringLiteral("ذخيره سازي "));
+        MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
         return true;
     }
     if (header) {
@@ -340,7 +336,7 @@ bool TTaxGet_FRM::SaveRecord()
         m_savedOnce = true;
     }
     m_headerOnly = header;
-    MSGFinishedNotSuccessfully(QStringLiteral("ذخيره سازي"));
+    MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
     return false;
 }
 
@@ -350,8 +346,8 @@ void TTaxGet_FRM::SaveFailed()
     const auto &error = DM.ADOConnection1->lastError();
     if (std::exchange(m_headerOnly, false) && !(error && IsLineLost(error->fault())))
         ShowSmartMessage(
-            u"عنوان و شرح جدول ذخیره شد، ولی سطرها ذخیره نشد و سطرهای ثبت شده همان سطرهای پیشین است."_qs,
-            u"سطرهای این صفحه هنوز اینجاست؛ دوباره ذخیره کنید."_qs, miWarning);
+            u"عنوان و شرح جدول ذخیره شد، ولی سطرها ذخیره نشد و سطرهای ثبت شده همان سطرهای پیشین است."_s,
+            u"سطرهای این صفحه هنوز اینجاست؛ دوباره ذخیره کنید."_s, miWarning);
 }
 
 bool TTaxGet_FRM::WorkingRowsChanged()

@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::Literals::StringLiterals;
+
 TTaxList_FRM *TaxList_FRM = nullptr;
 
 namespace {
@@ -39,9 +41,9 @@ TTaxList_FRM::TTaxList_FRM(TFormMode mode, const QString &text) : TBaseDock_FRM(
         m_ownsData = true;
     }
     if (text.isEmpty())
-        SetTitle(QStringLiteral("جدول مالیاتی"));
-    BuildList(Tax_DM->List_QUR, QStringLiteral("TaxDB_List_TableView"), columns(), searchItems());
-    BuildUsualLayout(QStringLiteral("جدول مالیاتی"));
+        SetTitle(u"جدول مالیاتی"_s);
+    BuildList(Tax_DM->List_QUR, u"TaxDB_List_TableView"_s, columns(), searchItems());
+    BuildUsualLayout(u"جدول مالیاتی"_s);
     BuildButtons(true, false);
 }
 
@@ -62,12 +64,12 @@ TBaseGet_FRM *TTaxList_FRM::CreateEditor(bool newRecord)
 {
     if (newRecord)
         return new TTaxGet_FRM(cspTax, false, QString());
-    return new TTaxGet_FRM(cspTax, ListQuery()->value(QStringLiteral("Code")), fmEdit, false);
+    return new TTaxGet_FRM(cspTax, ListQuery()->value(u"Code"_s), fmEdit, false);
 }
 
 void TTaxList_FRM::DeleteRecord()
 {
-    const int code = ListQuery()->asInteger(QStringLiteral("Code"));
+    const int code = ListQuery()->asInteger(u"Code"_s);
     if (!BeginDelete(cspTaxualList, QString::number(code)))
         return;
     // Brackets and header go together or not at all.
@@ -80,15 +82,15 @@ void TTaxList_FRM::DeleteRecord()
     } catch (const TDatabaseError &error) {
         connection->RollbackTrans();
         connection->noteError(error);
-        TellDeleteFailed(QStringLiteral("سطر"));
+        TellDeleteFailed(u"سطر"_s);
     }
     RefreshList();
 }
 
 bool TTaxList_FRM::SelectRecord()
 {
-    SelectedCode = ListQuery()->asInteger(QStringLiteral("code"));
-    SelectedTitle = ListQuery()->asString(QStringLiteral("title"));
+    SelectedCode = ListQuery()->asInteger(u"code"_s);
+    SelectedTitle = ListQuery()->asString(u"title"_s);
     IsSelected = true;
     return true;
 }

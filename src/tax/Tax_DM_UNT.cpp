@@ -3,6 +3,8 @@
 #include "common/QueryTools.h"
 #include "common/WorkingRows.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 using namespace QueryTools;
 
 TTax_DM *Tax_DM = nullptr;
@@ -10,11 +12,8 @@ TTax_DM *Tax_DM = nullptr;
 namespace {
 TWorkingRows brackets(TQuery *shown)
 {
-    return {shown,
-            QStringLiteral("TmpTax"),
-            QStringLiteral("TaxMainCode"),
-            {QStringLiteral("FromSalary"), QStringLiteral("ToSalary"), QStringLiteral("Percent"),
-             QStringLiteral("Comment")}};
+    return {
+        shown, u"TmpTax"_s, u"TaxMainCode"_s, {u"FromSalary"_s, u"ToSalary"_s, u"Percent"_s, u"Comment"_s}};
 }
 
 const char detailList[] = "select * from Tmptax where TaxMainCode=:TaxMainCode order by fromSalary";

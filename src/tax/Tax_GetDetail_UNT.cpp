@@ -4,6 +4,8 @@
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "tax/Tax_DM_UNT.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 constexpr int boundsReversed = 10233;
 constexpr int boundsEqual = 10232;
@@ -26,27 +28,24 @@ TTax_GetDetail_FRM::TTax_GetDetail_FRM(const QVariant &part, const QVariant &mas
 
 void TTax_GetDetail_FRM::build()
 {
-    SetTitle(QStringLiteral("جدول مالیاتی"));
+    SetTitle(u"جدول مالیاتی"_s);
     resize(420, 230);
     auto *inputs = new QGridLayout;
     const auto number = [&](int row, const QString &caption, const QString &name, TSmartEdit_ZLM::Kind kind,
                             const QString &suffix) {
         auto *input = new TSmartEdit_ZLM(this, kind, 15);
-        input->SetText(QStringLiteral("0"));
+        input->SetText(u"0"_s);
         return AddInput(inputs, row, 0, caption, name, input, suffix);
     };
-    FromSalary_EDT = number(0, QStringLiteral("  &از حقوق :"), QStringLiteral("FromSalary_EDT"),
-                            TSmartEdit_ZLM::Money, {});
-    ToSalary_EDT =
-        number(1, QStringLiteral("  &تا حقوق :"), QStringLiteral("ToSalary_EDT"), TSmartEdit_ZLM::Money, {});
-    Percent_EDT = number(2, QStringLiteral("  نر&خ مالیات :"), QStringLiteral("Percent_EDT"),
-                         TSmartEdit_ZLM::Number, QStringLiteral("%"));
-    Comment_EDT = AddInput(inputs, 3, 0, QStringLiteral("  &شرح :"), QStringLiteral("Comment_EDT"),
+    FromSalary_EDT = number(0, u"  &از حقوق :"_s, u"FromSalary_EDT"_s, TSmartEdit_ZLM::Money, {});
+    ToSalary_EDT = number(1, u"  &تا حقوق :"_s, u"ToSalary_EDT"_s, TSmartEdit_ZLM::Money, {});
+    Percent_EDT = number(2, u"  نر&خ مالیات :"_s, u"Percent_EDT"_s, TSmartEdit_ZLM::Number, u"%"_s);
+    Comment_EDT = AddInput(inputs, 3, 0, u"  &شرح :"_s, u"Comment_EDT"_s,
                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     Body()->addLayout(inputs);
     connect(Percent_EDT, &TSmartEdit_ZLM::changed, this, [this] { GuardPercent(Percent_EDT, false); });
-    KeepIn(QStringLiteral("TmpTax"), {{Comment_EDT, "Comment"}});
-    BuildFooter(QStringLiteral("ذخيره و خروج F3"), QStringLiteral("خروج Esc"));
+    KeepIn(u"TmpTax"_s, {{Comment_EDT, "Comment"}});
+    BuildFooter(u"ذخيره و خروج F3"_s, u"خروج Esc"_s);
 }
 
 void TTax_GetDetail_FRM::ClearRecord()
@@ -79,36 +78,35 @@ QVariant TTax_GetDetail_FRM::StoredRow()
     Tax_DM->TmpTax_GetID(Master().toInt(), 0, m_sent->_FromSalary, m_sent->_ToSalary);
     if (Tax_DM->Temp_QUR->isEmpty())
         return {};
-    const QVariant id = Tax_DM->Temp_QUR->value(QStringLiteral("ID"));
+    const QVariant id = Tax_DM->Temp_QUR->value(u"ID"_s);
     Tax_DM->TmpTax_GetById(id);
     const TQuery *row = Tax_DM->TmpGet_QUR;
-    const bool own = row->asFloat(QStringLiteral("FromSalary")) == m_sent->_FromSalary &&
-                     row->asFloat(QStringLiteral("ToSalary")) == m_sent->_ToSalary &&
-                     row->asFloat(QStringLiteral("Percent")) == m_sent->_Percent &&
-                     row->asString(QStringLiteral("Comment")) ==
-                         AsStored(QStringLiteral("TmpTax"), QStringLiteral("Comment"), m_sent->_Comment);
+    const bool own = row->asFloat(u"FromSalary"_s) == m_sent->_FromSalary &&
+                     row->asFloat(u"ToSalary"_s) == m_sent->_ToSalary &&
+                     row->asFloat(u"Percent"_s) == m_sent->_Percent &&
+                     row->asString(u"Comment"_s) == AsStored(u"TmpTax"_s, u"Comment"_s, m_sent->_Comment);
     return own ? id : QVariant();
 }
 
 void TTax_GetDetail_FRM::ShowRecord()
 {
     const TQuery *row = Tax_DM->TmpGet_QUR;
-    FromSalary_EDT->SetValue(row->value(QStringLiteral("FromSalary")));
-    ToSalary_EDT->SetValue(row->value(QStringLiteral("ToSalary")));
-    Percent_EDT->SetValue(row->value(QStringLiteral("Percent")));
-    Comment_EDT->SetText(row->asString(QStringLiteral("Comment")));
+    FromSalary_EDT->SetValue(row->value(u"FromSalary"_s));
+    ToSalary_EDT->SetValue(row->value(u"ToSalary"_s));
+    Percent_EDT->SetValue(row->value(u"Percent"_s));
+    Comment_EDT->SetText(row->asString(u"Comment"_s));
     SetIsSaved(true);
 }
 
 bool TTax_GetDetail_FRM::Validate()
 {
     if (FromSalary_EDT->IsEmpty()) {
-        MsgRequiredField(QStringLiteral("از حقوق"), FromSalary_EDT, this);
+        MsgRequiredField(u"از حقوق"_s, FromSalary_EDT, this);
         FocusInput(FromSalary_EDT);
         return false;
     }
     if (ToSalary_EDT->IsEmpty()) {
-        MsgRequiredField(QStringLiteral("تا حقوق"), ToSalary_EDT, this);
+        MsgRequiredField(u"تا حقوق"_s, ToSalary_EDT, this);
         FocusInput(ToSalary_EDT);
         return false;
     }
@@ -126,7 +124,7 @@ bool TTax_GetDetail_FRM::Validate()
     }
     // The message names the rate differently from the input's caption; users know it so.
     if (Percent_EDT->GetText().trimmed().isEmpty()) {
-        MsgRequiredField(QStringLiteral("در صد"), Percent_EDT, this);
+        MsgRequiredField(u"در صد"_s, Percent_EDT, this);
         FocusInput(Percent_EDT);
         return false;
     }
@@ -151,8 +149,8 @@ bool TTax_GetDetail_FRM::SaveRecord()
     m_sent = row;
     const bool saved = Mode() == fmNew ? Tax_DM->TmpTax_Insert(row) : Tax_DM->TmpTax_Update(row);
     if (!saved)
-        MSGFinishedNotSuccessfully(QStringLiteral("ذخيره سازي"));
+        MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
     else if (Mode() == fmNew)
-        SetIdentifier(Tax_DM->TmpGet_QUR->value(QStringLiteral("ID"))); // saving may leave the row open
+        SetIdentifier(Tax_DM->TmpGet_QUR->value(u"ID"_s)); // saving may leave the row open
     return saved;
 }

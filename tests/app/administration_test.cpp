@@ -14,6 +14,8 @@
 #include <QRadioButton>
 #include <QTableWidget>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QString cell(const QTableWidget *table, int row, int column)
@@ -244,8 +246,8 @@ TEST_F(Screens, AWorkstationThatIsGoneIsTakenOutWithItsLocks)
 
 TEST_F(Screens, TheEventLogShowsNamesAndIsSearched)
 {
-    SetUserEvent(cspTax, cpDelete, u"جدول يک"_qs, false, true);
-    SetUserEvent(cspStaff, cpDelete, u"کارمند 12"_qs, false, true);
+    SetUserEvent(cspTax, cpDelete, u"جدول يک"_s, false, true);
+    SetUserEvent(cspStaff, cpDelete, u"کارمند 12"_s, false, true);
     TEventLog_FRM list;
     Keys::runModal([&] { return list.exec(); },
                    [&](QWidget *screen) {
@@ -257,7 +259,7 @@ TEST_F(Screens, TheEventLogShowsNamesAndIsSearched)
                        EXPECT_EQ(text("select count(*) from UserEvent"), "2")
                            << "nothing in it can be deleted";
                        Keys::picture(screen, "event-log");
-                       Keys::type(list.General_Search->Search_EDT(), u"یک"_qs);
+                       Keys::type(list.General_Search->Search_EDT(), u"یک"_s);
                        EXPECT_TRUE(Keys::waitFor([&] { return list.ListQuery()->recordCount() == 1; }));
                        EXPECT_EQ(list.ListQuery()->asInteger("SoftwarePart"), int(cspTax))
                            << "both forms of letters are one";

@@ -10,12 +10,14 @@
 #include <QClipboard>
 #include <QProcess>
 
+using namespace Qt::Literals::StringLiterals;
+
 // What the event log shows is what leaves it.
 
 TEST_F(Screens, TheEventLogCopiesAndExportsTheNamesThatItShows)
 {
-    SetUserEvent(cspTax, cpDelete, u"جدول یک"_qs, false, true);
-    SetUserEvent(TSoftwarePart(0), cpEdit, u"کاربر"_qs, true, true);
+    SetUserEvent(cspTax, cpDelete, u"جدول یک"_s, false, true);
+    SetUserEvent(TSoftwarePart(0), cpEdit, u"کاربر"_s, true, true);
     TEventLog_FRM list;
     Keys::runModal([&] { return list.exec(); },
                    [&](QWidget *screen) {
@@ -24,7 +26,7 @@ TEST_F(Screens, TheEventLogCopiesAndExportsTheNamesThatItShows)
                        };
                        EXPECT_EQ(cell(0, 4), SoftwarePartName(cspTax));
                        EXPECT_EQ(cell(0, 5), PermissionName(cpDelete));
-                       EXPECT_EQ(cell(1, 4), u"سیستم"_qs);
+                       EXPECT_EQ(cell(1, 4), u"سیستم"_s);
                        list.Grid()->setFocus();
                        Keys::press(screen, Qt::Key_Home);
                        Keys::press(screen, Qt::Key_C, Qt::ControlModifier);

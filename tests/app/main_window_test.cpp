@@ -21,6 +21,8 @@
 #include <sqlite3.h>
 #include <sys/resource.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QStringList buttonsOf(const TMain_FRM &window)
@@ -99,18 +101,18 @@ TEST_F(Screens, AUserWithoutAnyRightIsToldSoInTheWindow)
     QStringList texts;
     for (const auto *label : window.centralWidget()->findChildren<QLabel *>())
         texts << label->text();
-    EXPECT_TRUE(texts.join(' ').contains(u"دسترسی ندارید"_qs));
+    EXPECT_TRUE(texts.join(' ').contains(u"دسترسی ندارید"_s));
     Keys::picture(&window, "main-window-without-rights");
 }
 
 TEST_F(Screens, TheStatusBarSaysWhoWhereAndWhen)
 {
-    UserInfo.FullName = u"مریم کریمی"_qs;
+    UserInfo.FullName = u"مریم کریمی"_s;
     IniOptions.Com_Index = 12;
     TMain_FRM window(session);
     const auto shown = [&](const char *name) { return window.findChild<QLabel *>(name)->text(); };
-    EXPECT_EQ(shown("User_LBL"), u"کاربر: مریم کریمی"_qs);
-    EXPECT_EQ(shown("Workstation_LBL"), u"ایستگاه: 12"_qs);
+    EXPECT_EQ(shown("User_LBL"), u"کاربر: مریم کریمی"_s);
+    EXPECT_EQ(shown("Workstation_LBL"), u"ایستگاه: 12"_s);
     EXPECT_TRUE(shown("Database_LBL").contains(session.connection().displayName().section('/', -1)));
     EXPECT_FALSE(shown("Database_LBL").contains("PWD", Qt::CaseInsensitive));
     EXPECT_TRUE(shown("Date_LBL").contains(NowDate()));
@@ -185,8 +187,8 @@ TEST_F(Screens, ASelectionShowsWhatItReturned)
             [&](QWidget *screen) { Keys::press(screen, key); });
         return window.statusBar()->currentMessage();
     };
-    EXPECT_EQ(select(Qt::Key_Return), u"کد انتخاب شده: 41"_qs);
-    EXPECT_EQ(select(Qt::Key_Escape), u"چیزی انتخاب نشد."_qs);
+    EXPECT_EQ(select(Qt::Key_Return), u"کد انتخاب شده: 41"_s);
+    EXPECT_EQ(select(Qt::Key_Escape), u"چیزی انتخاب نشد."_s);
 }
 
 TEST_F(Screens, ALostConnectionIsAskedAboutAndMadeAgain)

@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QLineEdit>
 
+using namespace Qt::Literals::StringLiterals;
+
 // Which database a start works on, and whether it is made.
 
 namespace {
@@ -59,7 +61,7 @@ TEST_F(InProcess, AFileOfTheSettingsThatIsGoneIsNotMadeWithoutAWord)
     EXPECT_EQ(run({}), 1);
     ASSERT_EQ(messages.all().size(), 2);
     EXPECT_TRUE(messages.all()[0].text.contains(file));
-    EXPECT_TRUE(messages.all()[1].text.contains(u"تنظیمات"_qs)) << "and the settings are offered";
+    EXPECT_TRUE(messages.all()[1].text.contains(u"تنظیمات"_s)) << "and the settings are offered";
     EXPECT_FALSE(QFile::exists(home.filePath("disk")));
 }
 
@@ -76,7 +78,7 @@ TEST_F(InProcess, ADatabaseOfTheSettingsThatCannotBeOpenedIsAskedAbout)
     messages.answer({TAnswer::No});
     EXPECT_EQ(run({}), 1);
     ASSERT_EQ(messages.all().size(), 1);
-    EXPECT_TRUE(messages.last().text.contains(u"پایگاه داده نیست"_qs)) << messages.last().text.toStdString();
+    EXPECT_TRUE(messages.last().text.contains(u"پایگاه داده نیست"_s)) << messages.last().text.toStdString();
 
     messages.answer({TAnswer::Yes, TAnswer::Yes}); // to the settings, and to a new file
     QStringList shown;

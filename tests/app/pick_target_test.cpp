@@ -9,6 +9,8 @@
 
 #include <QAction>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 class PickTarget : public Screens {
@@ -66,7 +68,7 @@ TEST_F(PickTarget, EarningsAndDeductionsGoIntoAPersonnelOrder)
         EXPECT_EQ(items(screen), 0);
         pick(screen, Qt::Key_F6, {11, 12});
         EXPECT_EQ(items(screen), 2);
-        EXPECT_EQ(screen.Items_QUR->asString("KindTitle"), u"مزایا"_qs);
+        EXPECT_EQ(screen.Items_QUR->asString("KindTitle"), u"مزایا"_s);
         pick(screen, Qt::Key_F8, {21, 23});
         EXPECT_EQ(items(screen), 4);
         Keys::picture(&screen, "pick-into-order");
@@ -119,7 +121,6 @@ TEST_F(PickTarget, TheMenuOpensIt)
                 title = screen->windowTitle();
                 Keys::press(screen, Qt::Key_Escape);
             });
-        EXPECT_EQ(title,
-                  name == QLatin1String("PickIntoOrder_ACT") ? u"حکم های کارگزینی"_qs : u"کارکردها"_qs);
+        EXPECT_EQ(title, name == "PickIntoOrder_ACT"_L1 ? u"حکم های کارگزینی"_s : u"کارکردها"_s);
     }
 }

@@ -11,6 +11,8 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct TRun {
@@ -198,7 +200,7 @@ TEST_F(Program, ThePasswordIsNotInTheProcessListWhileItRuns)
     process.setProcessEnvironment(environment());
     process.start(program(), {"--odbc-file", file, "--call", "Open_TaxList"});
     ASSERT_TRUE(process.waitForStarted());
-    const QByteArray list = read(QStringLiteral("/proc/%1/cmdline").arg(process.processId()));
+    const QByteArray list = read(u"/proc/%1/cmdline"_s.arg(process.processId()));
     EXPECT_TRUE(list.contains("--odbc-file"));
     EXPECT_FALSE(list.contains("TopSecret"));
     process.kill();

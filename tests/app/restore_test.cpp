@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 // The question before a restore, and what happens while it stands.
 
 namespace {
@@ -69,7 +71,7 @@ TEST_F(TheQuestionBeforeARestore, ShowsWhatTheBackupHolds)
     choose("Restore_ACT");
     const QString question = messages.last().text;
     EXPECT_TRUE(question.contains("1403/02/03")) << question.toStdString();
-    EXPECT_TRUE(question.contains(u"پرسنل : 0"_qs)) << question.toStdString();
+    EXPECT_TRUE(question.contains(u"پرسنل : 0"_s)) << question.toStdString();
     EXPECT_EQ(name(), "now");
     EXPECT_EQ(QDir(home.path()).entryList({"*.restore*", "*before*"}), QStringList());
 }
@@ -79,7 +81,7 @@ TEST_F(TheQuestionBeforeARestore, IsInVainWhenARecordIsOpenedWhileItStands)
     TMeanwhile others([&] { run("insert into CodeLock_TBL(Code, Status, Com_Index) values('9', 806, 3)"); });
     choose("Restore_ACT");
     EXPECT_NE(others.question, QString());
-    EXPECT_TRUE(others.texts.last().contains(u"در حال ویرایش"_qs)) << others.texts.last().toStdString();
+    EXPECT_TRUE(others.texts.last().contains(u"در حال ویرایش"_s)) << others.texts.last().toStdString();
     EXPECT_EQ(name(), "now");
     EXPECT_EQ(QDir(home.path()).entryList({"*.restore*", "*before*"}), QStringList());
 }

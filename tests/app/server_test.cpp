@@ -13,6 +13,8 @@
 #include <QTextStream>
 #include <QTimer>
 
+using namespace Qt::Literals::StringLiterals;
+
 // The program on a server: the password comes from a file, from the environment or from whoever sits there, and is
 // seen nowhere else.
 
@@ -51,7 +53,7 @@ protected:
                   << "Open_TaxList";
         process.start(QStringLiteral(KETEBIONPAP_BIN "/ketebionpap"), arguments);
         EXPECT_TRUE(process.waitForStarted());
-        QFile commandLine(QStringLiteral("/proc/%1/cmdline").arg(process.processId()));
+        QFile commandLine(u"/proc/%1/cmdline"_s.arg(process.processId()));
         EXPECT_TRUE(commandLine.open(QIODevice::ReadOnly));
         QByteArray seen = commandLine.readAll();
         EXPECT_TRUE(seen.contains("Open_TaxList"));

@@ -5,6 +5,8 @@
 
 #include <QTableWidget>
 
+using namespace Qt::Literals::StringLiterals;
+
 // Where the short lists of the administration stand after their rows changed.
 
 using enum TAnswer;
@@ -26,7 +28,7 @@ TEST_F(Screens, AfterAUserIsDeletedTheNextOneIsCurrentAndTheQuestionNamedHim)
                        Keys::press(screen, Qt::Key_F7);
                        EXPECT_EQ(current(), "cyrus");
                        EXPECT_TRUE(messages.all().at(0).text.startsWith(
-                           u"آیا از حذف این سطر اطمینان دارید؟\nنام کاربر: \u2068bahar\u2069"_qs));
+                           u"آیا از حذف این سطر اطمینان دارید؟\nنام کاربر: \u2068bahar\u2069"_s));
                        // What another administrator does moves the places, not the current row.
                        run("delete from UserAccount where Name='anna'");
                        list.Refresh();
@@ -38,8 +40,7 @@ TEST_F(Screens, AfterAUserIsDeletedTheNextOneIsCurrentAndTheQuestionNamedHim)
 TEST_F(Screens, ALockThatCameOrWentElsewhereDoesNotMoveTheCurrentOne)
 {
     for (const char *code : {"1", "2", "3"})
-        run(u"insert into CodeLock_TBL(Code,Status,Com_Index) values('%1',806,7)"_qs.arg(
-            QLatin1String(code)));
+        run(u"insert into CodeLock_TBL(Code,Status,Com_Index) values('%1',806,7)"_s.arg(QLatin1String(code)));
     TLockList_FRM list;
     Keys::runModal([&] { return list.exec(); },
                    [&](QWidget *screen) {

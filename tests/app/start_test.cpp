@@ -16,6 +16,8 @@
 #include <QTextStream>
 #include <QTimer>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 void fill(QWidget *screen, std::initializer_list<std::pair<const char *, const char *>> inputs)
@@ -289,7 +291,7 @@ TEST_F(InProcess, TheFirstStartAsksForTheNumberThenForTheAdministratorThenShowsT
         return runWithWindow([&] { return run({}); }, answer,
                              [&](QWidget *window) {
                                  EXPECT_EQ(window->findChild<QLabel *>("Workstation_LBL")->text(),
-                                           u"ایستگاه: 31"_qs);
+                                           u"ایستگاه: 31"_s);
                                  window->close();
                              });
     };
@@ -324,7 +326,7 @@ TEST_F(InProcess, AnotherUserLogsInWithoutANewStart)
                             }),
               0)
         << err.toStdString();
-    EXPECT_EQ(users, QStringList({u"کاربر: مدیر شرکت نمونه"_qs, u"کاربر: boss"_qs}))
+    EXPECT_EQ(users, QStringList({u"کاربر: مدیر شرکت نمونه"_s, u"کاربر: boss"_s}))
         << "the sample company has no account, so its first one is made now";
 }
 
@@ -335,8 +337,8 @@ TEST_F(InProcess, ANamedServerThatCannotBeReachedIsToldAndEndsTheStart)
         EXPECT_EQ(run({"--odbc", place}), 1);
         EXPECT_TRUE(messages.last().text.contains(words)) << messages.last().text.toStdString();
     };
-    told("Server=127.0.0.1;Database=d", u"راه انداز ODBC"_qs);
-    told("Driver=FreeTDS;Server=127.0.0.1;Port=1;Database=d;LoginTimeout=2", u"نام سرور، شماره درگاه"_qs);
+    told("Server=127.0.0.1;Database=d", u"راه انداز ODBC"_s);
+    told("Driver=FreeTDS;Server=127.0.0.1;Port=1;Database=d;LoginTimeout=2", u"نام سرور، شماره درگاه"_s);
     EXPECT_EQ(messages.all().size(), 2);
     EXPECT_EQ(err.count('\n'), 2) << err.toStdString();
 }
@@ -352,13 +354,13 @@ TEST_F(InProcess, EachDialogOfTheStartLeadsToTheDatabaseSettings)
         ASSERT_TRUE((TDatabaseChoice{first, {}}.store()));
         QFile::remove(other);
         // Neither file is there yet: the user is asked before one is made.
-        if (where == QLatin1String("TLogin_FRM"))
+        if (where == "TLogin_FRM"_L1)
             messages.answer({TAnswer::Yes});
         else
             messages.answer({TAnswer::Yes, TAnswer::Yes});
         QStringList shown;
         bool turned = false;
-        if (where == QLatin1String("TLogin_FRM")) {
+        if (where == "TLogin_FRM"_L1) {
             TSession session;
             session.open({first, {}, TConnection::Missing::Create});
             ASSERT_EQ(CreateFirstAdministrator("boss", "boss", "x1y2z3"), TLoginResult::Ok);

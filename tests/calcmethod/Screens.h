@@ -19,6 +19,8 @@
 
 #include <memory>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// A company with two tax tables, and a clerk who holds all rights.
 class CalcMethodScreens : public testing::Test {
 protected:
@@ -28,7 +30,7 @@ protected:
         UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
         dm = std::make_unique<TCalcMethod_DM>(nullptr);
         CalcMethod_DM = dm.get();
-        db.run(u"insert into TaxMain(Code,Title) values(3,'جدول سوم')"_qs);
+        db.run(u"insert into TaxMain(Code,Title) values(3,'جدول سوم')"_s);
         db.run("insert into TaxMain(Code,Title) values(4,'table four')");
     }
     ~CalcMethodScreens() override
@@ -39,10 +41,8 @@ protected:
 
     void add(int code, const QString &title, const QString &columns = {}, const QString &values = {})
     {
-        db.run(QStringLiteral("insert into CalcMethod(Code,Title%1) values(%2,'%3'%4)")
-                   .arg(columns)
-                   .arg(code)
-                   .arg(title, values));
+        db.run(u"insert into CalcMethod(Code,Title%1) values(%2,'%3'%4)"_s.arg(columns).arg(code).arg(
+            title, values));
     }
     /// A clerk with these rights on the calculation methods only.
     void holdOnly(const QList<int> &rights)
@@ -50,8 +50,7 @@ protected:
         UserInfo = TUserInfo{7, "other", "other", false, true};
         db.run("delete from UserRight");
         for (const int right : rights)
-            db.run(QStringLiteral("insert into UserRight(UserCode,SoftwarePart,Permission) values(7,813,%1)")
-                       .arg(right));
+            db.run(u"insert into UserRight(UserCode,SoftwarePart,Permission) values(7,813,%1)"_s.arg(right));
     }
     QString titles() { return db.rows("select Code, Title from CalcMethod order by Code"); }
     QString locks() { return db.rows("select Code, Status, Com_Index from CodeLock_TBL order by Code"); }
@@ -101,6 +100,6 @@ protected:
         Keys::retype(editor.OverTime_EDT, "120");
         Keys::press(&editor, Qt::Key_1, Qt::ControlModifier);
     }
-    const QString saved = u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs;
-    const QString notSaved = u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs;
+    const QString saved = u"MSGCompeletedSuccessfully(ذخيره سازي )"_s;
+    const QString notSaved = u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_s;
 };

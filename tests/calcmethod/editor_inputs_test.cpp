@@ -3,6 +3,8 @@
 #include <QClipboard>
 #include <QGroupBox>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
@@ -13,7 +15,7 @@ TEST_F(CalcMethodEditor, ANewMethodHasItsDefaults)
     const auto editor = newEditor();
     open(*editor, [&] {
         EXPECT_EQ(editor->objectName(), "TCalcMethodGet_FRM");
-        EXPECT_EQ(editor->windowTitle(), u"روش محاسباتي"_qs);
+        EXPECT_EQ(editor->windowTitle(), u"روش محاسباتي"_s);
         EXPECT_EQ(editor->Code_EDT->GetText(), "7");
         EXPECT_TRUE(editor->Title_EDT->IsEmpty());
         EXPECT_FALSE(editor->Tax_CHK->isChecked());
@@ -31,7 +33,7 @@ TEST_F(CalcMethodEditor, ANewMethodHasItsDefaults)
             EXPECT_FALSE(input->isEnabled());
         EXPECT_EQ(editor->Entrance_EDT->GetText(), "08:00");
         EXPECT_EQ(editor->Exit_EDT->GetText(), "16:00");
-        EXPECT_EQ(editor->OverDis_CMB->currentText(), u"روزانه"_qs);
+        EXPECT_EQ(editor->OverDis_CMB->currentText(), u"روزانه"_s);
         EXPECT_EQ(editor->LeaveCeil_EDT->text(), "2");
         EXPECT_EQ(editor->OutPut_EDT->text(), "7.33");
         EXPECT_TRUE(editor->OverTime_EDT->IsEmpty());
@@ -51,20 +53,20 @@ TEST_F(CalcMethodEditor, EveryInputHasItsCaption)
 {
     const auto editor = newEditor();
     const std::pair<const char *, QString> captions[] = {
-        {"Code_EDT", u"  &کد :"_qs},
-        {"Title_EDT", u"  &عنوان :"_qs},
-        {"CalcMethodCode_EDT", u"  کد جدول مالیاتی :"_qs},
-        {"Maskok_SPNEDT", u"  &مانده مسکوک :"_qs},
-        {"Comment_EDT", u"  ش&رح :"_qs},
-        {"StaffIns_EDT", u"  حق بیمه کارم&ند :"_qs},
-        {"EmployerIns_EDT", u"  حق بیمه کار&فرما :"_qs},
-        {"DailyIns_EDT", u"  سقف بیمه روزانه& :"_qs},
-        {"Entrance_EDT", u"  ساعت ورود :"_qs},
-        {"Exit_EDT", u"  ساعت خروج :"_qs},
-        {"OverDis_CMB", u"  مبنای اضافه کار / کسر کار :"_qs},
-        {"OutPut_EDT", u"  حداقل کارکرد روزانه :"_qs},
-        {"LeaveCeil_EDT", u"  سقف مرخصی :"_qs},
-        {"OverTime_EDT", u"  سقف اضافه کاری :"_qs},
+        {"Code_EDT", u"  &کد :"_s},
+        {"Title_EDT", u"  &عنوان :"_s},
+        {"CalcMethodCode_EDT", u"  کد جدول مالیاتی :"_s},
+        {"Maskok_SPNEDT", u"  &مانده مسکوک :"_s},
+        {"Comment_EDT", u"  ش&رح :"_s},
+        {"StaffIns_EDT", u"  حق بیمه کارم&ند :"_s},
+        {"EmployerIns_EDT", u"  حق بیمه کار&فرما :"_s},
+        {"DailyIns_EDT", u"  سقف بیمه روزانه& :"_s},
+        {"Entrance_EDT", u"  ساعت ورود :"_s},
+        {"Exit_EDT", u"  ساعت خروج :"_s},
+        {"OverDis_CMB", u"  مبنای اضافه کار / کسر کار :"_s},
+        {"OutPut_EDT", u"  حداقل کارکرد روزانه :"_s},
+        {"LeaveCeil_EDT", u"  سقف مرخصی :"_s},
+        {"OverTime_EDT", u"  سقف اضافه کاری :"_s},
     };
     for (const auto &[name, caption] : captions) {
         auto *label = Keys::find<QLabel>(editor.get(), QString::fromLatin1(name) + "_Caption");
@@ -73,28 +75,28 @@ TEST_F(CalcMethodEditor, EveryInputHasItsCaption)
         EXPECT_EQ(label->buddy(), Keys::child(editor.get(), name)) << name;
     }
     const std::pair<const char *, QString> boxes[] = {
-        {"Tax_CHK", u"م&شمول  مالیات"_qs},         {"BedBes_CHK", u"محاسبه بدهکاري / &بستانکاري"_qs},
-        {"Loan_CHK", u"محاسبه ا&قساط"_qs},         {"DecTax_CHK", u"کسر 2.7 مالي&ات"_qs},
-        {"Insurance_CHK", u"   مشمو&ل بیمه  "_qs},
+        {"Tax_CHK", u"م&شمول  مالیات"_s},         {"BedBes_CHK", u"محاسبه بدهکاري / &بستانکاري"_s},
+        {"Loan_CHK", u"محاسبه ا&قساط"_s},         {"DecTax_CHK", u"کسر 2.7 مالي&ات"_s},
+        {"Insurance_CHK", u"   مشمو&ل بیمه  "_s},
     };
     for (const auto &[name, caption] : boxes)
         EXPECT_EQ(Keys::find<QAbstractButton>(editor.get(), name)->text(), caption) << name;
     const std::pair<const char *, QString> suffixes[] = {
-        {"StaffIns_EDT", "%"},         {"EmployerIns_EDT", "%"},
-        {"OutPut_EDT", u"ساعت"_qs},    {"LeaveCeil_EDT", u"روز در ماه"_qs},
-        {"OverTime_EDT", u"ساعت "_qs},
+        {"StaffIns_EDT", "%"},        {"EmployerIns_EDT", "%"},
+        {"OutPut_EDT", u"ساعت"_s},    {"LeaveCeil_EDT", u"روز در ماه"_s},
+        {"OverTime_EDT", u"ساعت "_s},
     };
     for (const auto &[name, suffix] : suffixes)
         EXPECT_EQ(Keys::find<QLabel>(editor.get(), QString::fromLatin1(name) + "_Suffix")->text(), suffix)
             << name;
-    EXPECT_EQ(editor->windowTitle(), u"روش محاسباتی"_qs);
-    EXPECT_EQ(editor->CalcMethod_PC->tabText(0), u"عمومی"_qs);
-    EXPECT_EQ(editor->CalcMethod_PC->tabText(1), u"حضور و غیاب"_qs);
+    EXPECT_EQ(editor->windowTitle(), u"روش محاسباتی"_s);
+    EXPECT_EQ(editor->CalcMethod_PC->tabText(0), u"عمومی"_s);
+    EXPECT_EQ(editor->CalcMethod_PC->tabText(1), u"حضور و غیاب"_s);
     EXPECT_TRUE(Keys::find<QGroupBox>(editor.get(), "Ins_GRP")->isAncestorOf(editor->Insurance_CHK));
-    EXPECT_EQ(editor->OverDis_CMB->itemText(0), u"روزانه"_qs);
-    EXPECT_EQ(editor->OverDis_CMB->itemText(1), u"ماهانه"_qs);
-    EXPECT_EQ(editor->Save_BTN->text(), u"ذخيره F3"_qs);
-    EXPECT_EQ(editor->EXit_BTN->text(), u"خروج Esc"_qs);
+    EXPECT_EQ(editor->OverDis_CMB->itemText(0), u"روزانه"_s);
+    EXPECT_EQ(editor->OverDis_CMB->itemText(1), u"ماهانه"_s);
+    EXPECT_EQ(editor->Save_BTN->text(), u"ذخيره F3"_s);
+    EXPECT_EQ(editor->EXit_BTN->text(), u"خروج Esc"_s);
 }
 
 TEST_F(CalcMethodEditor, EveryInputHasItsLimit)
@@ -184,7 +186,7 @@ TEST_F(CalcMethodEditor, ATypedCodeThatAnotherStationsNewRecordHoldsIsNotTaken)
                 fill(*editor);
             Keys::retype(editor->Code_EDT, "9");
             Keys::press(editor.get(), Qt::Key_F3);
-            EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(روش محاسباتی)"_qs));
+            EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(روش محاسباتی)"_s));
             EXPECT_TRUE(editor->isVisible());
             EXPECT_TRUE(editor->Code_EDT->hasFocus());
             EXPECT_EQ(titles(), "3|three");
@@ -207,9 +209,9 @@ TEST_F(CalcMethodEditor, Typing150IntoAShareLeaves15)
         check(editor->Insurance_CHK, true);
         for (auto *share : {editor->StaffIns_EDT, editor->EmployerIns_EDT}) {
             const std::pair<QString, QString> typed[] = {
-                {"150", "15"},     {"100", "100"}, {"101", "10"},        {"99.99", "99.99"},
-                {"1000", "100"},   {"999", "99"},  {"7.5", "7.5"},       {"100.5", "10.5"},
-                {u"۱۵۰"_qs, "15"}, {"15", "15"},   {"12.345", "12.345"},
+                {"150", "15"},    {"100", "100"}, {"101", "10"},        {"99.99", "99.99"},
+                {"1000", "100"},  {"999", "99"},  {"7.5", "7.5"},       {"100.5", "10.5"},
+                {u"۱۵۰"_s, "15"}, {"15", "15"},   {"12.345", "12.345"},
             };
             for (const auto &[keys, left] : typed) {
                 Keys::retype(share, keys);
@@ -258,7 +260,7 @@ TEST_F(CalcMethodEditor, UncheckingTaxEmptiesTheCodeAndItsTitle)
         EXPECT_TRUE(editor->CalcMethodCode_EDT->isEnabled());
         Keys::retype(editor->CalcMethodCode_EDT, "3");
         Keys::press(editor.get(), Qt::Key_Tab);
-        EXPECT_EQ(editor->CalcMethodCode_LBL->text(), u"جدول سوم"_qs);
+        EXPECT_EQ(editor->CalcMethodCode_LBL->text(), u"جدول سوم"_s);
         check(editor->Tax_CHK, false);
         EXPECT_FALSE(editor->CalcMethodCode_EDT->isEnabled());
         EXPECT_TRUE(editor->CalcMethodCode_EDT->IsEmpty());
@@ -326,9 +328,9 @@ TEST_F(CalcMethodEditor, TheTitleOfATypedTaxTableIsShownWhenItsCodeIsLeft)
     const auto editor = newEditor();
     open(*editor, [&] {
         check(editor->Tax_CHK, true);
-        Keys::retype(editor->CalcMethodCode_EDT, u"۳"_qs);
+        Keys::retype(editor->CalcMethodCode_EDT, u"۳"_s);
         Keys::press(editor.get(), Qt::Key_Return);
-        EXPECT_EQ(editor->CalcMethodCode_LBL->text(), u"جدول سوم"_qs);
+        EXPECT_EQ(editor->CalcMethodCode_LBL->text(), u"جدول سوم"_s);
         EXPECT_TRUE(editor->Maskok_SPNEDT->hasFocus());
         Keys::picture(editor.get(), "calcmethod_tax_code");
         Keys::retype(editor->CalcMethodCode_EDT, "");
@@ -352,7 +354,7 @@ TEST_F(CalcMethodEditor, AnUnknownTaxCodeIsClearedWithAHintAndKeepsTheFocus)
         EXPECT_EQ(editor->CalcMethodCode_LBL->text(), "");
         EXPECT_TRUE(editor->CalcMethodCode_EDT->hasFocus());
         ASSERT_EQ(messages.all().size(), 1);
-        EXPECT_EQ(messages.last().text, u"جدول مالیاتی با این کد ثبت نشده است"_qs);
+        EXPECT_EQ(messages.last().text, u"جدول مالیاتی با این کد ثبت نشده است"_s);
         EXPECT_EQ(messages.last().shape, TMessageShape::Balloon);
         EXPECT_EQ(messages.last().control, editor->CalcMethodCode_EDT);
         Keys::press(editor.get(), Qt::Key_Tab);
@@ -374,7 +376,7 @@ TEST_F(CalcMethodEditor, AnUnknownTaxCodeIsToldToo_WhenTheQuestionOfClosingIsAns
         Keys::press(editor.get(), Qt::Key_Escape);
         EXPECT_EQ(
             messages.take(),
-            (QStringList{"MsgNotSaved()", u"ShowTooltipMessage(جدول مالیاتی با این کد ثبت نشده است)"_qs}));
+            (QStringList{"MsgNotSaved()", u"ShowTooltipMessage(جدول مالیاتی با این کد ثبت نشده است)"_s}));
         EXPECT_TRUE(editor->isVisible());
         EXPECT_EQ(editor->CalcMethodCode_EDT->GetText(), "");
     });
@@ -389,7 +391,7 @@ TEST_F(CalcMethodEditor, ATaxTableWithoutATitleIsNotAvailable)
         check(editor->Tax_CHK, true);
         Keys::retype(editor->CalcMethodCode_EDT, "8");
         Keys::press(editor.get(), Qt::Key_Tab);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgCodeNotAvailable(جدول مالياتي)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgCodeNotAvailable(جدول مالياتي)"_s));
         EXPECT_EQ(editor->CalcMethodCode_EDT->GetText(), "8");
         EXPECT_EQ(editor->CalcMethodCode_LBL->text(), "");
         EXPECT_TRUE(editor->CalcMethodCode_EDT->hasFocus());

@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
@@ -32,31 +34,31 @@ TEST_F(CalcMethodEditor, TheInputsAreCheckedInTheirOrder)
         Keys::retype(editor->LeaveCeil_EDT, "");
         Keys::retype(editor->OutPut_EDT, "");
 
-        refused(u"MsgRepeatedField(کد|)"_qs, editor->Code_EDT, 0);
+        refused(u"MsgRepeatedField(کد|)"_s, editor->Code_EDT, 0);
         Keys::retype(editor->Code_EDT, "11");
-        refused(u"MsgRequiredField(عنوان)"_qs, editor->Title_EDT, 0);
-        Keys::retype(editor->Title_EDT, u"روش یازده"_qs);
-        refused(u"MsgRequiredField(کد جدول مالياتي)"_qs, editor->CalcMethodCode_EDT, 0);
+        refused(u"MsgRequiredField(عنوان)"_s, editor->Title_EDT, 0);
+        Keys::retype(editor->Title_EDT, u"روش یازده"_s);
+        refused(u"MsgRequiredField(کد جدول مالياتي)"_s, editor->CalcMethodCode_EDT, 0);
         Keys::retype(editor->CalcMethodCode_EDT, "4");
-        refused(u"MsgRequiredField(حق بيمه کارمند)"_qs, editor->StaffIns_EDT, 0);
+        refused(u"MsgRequiredField(حق بيمه کارمند)"_s, editor->StaffIns_EDT, 0);
         EXPECT_EQ(editor->CalcMethodCode_LBL->text(), "table four");
         Keys::retype(editor->StaffIns_EDT, "7");
-        refused(u"MsgRequiredField(حق بيمه کارفرما)"_qs, editor->EmployerIns_EDT, 0);
+        refused(u"MsgRequiredField(حق بيمه کارفرما)"_s, editor->EmployerIns_EDT, 0);
         Keys::picture(editor.get(), "calcmethod_refused");
         Keys::retype(editor->EmployerIns_EDT, "23");
-        refused(u"MsgRequiredField(سقف اضافه کاري)"_qs, editor->OverTime_EDT, 1);
+        refused(u"MsgRequiredField(سقف اضافه کاري)"_s, editor->OverTime_EDT, 1);
         Keys::retype(editor->OverTime_EDT, "100");
         Keys::press(editor.get(), Qt::Key_1, Qt::ControlModifier);
-        refused(u"MsgRequiredField(سقف مرخصي)"_qs, editor->LeaveCeil_EDT, 1);
+        refused(u"MsgRequiredField(سقف مرخصي)"_s, editor->LeaveCeil_EDT, 1);
         Keys::retype(editor->LeaveCeil_EDT, "2.5");
-        refused(u"MsgRequiredField(حداقل کارکرد روزانه)"_qs, editor->OutPut_EDT, 1);
+        refused(u"MsgRequiredField(حداقل کارکرد روزانه)"_s, editor->OutPut_EDT, 1);
         Keys::retype(editor->OutPut_EDT, "7.5");
         Keys::press(editor.get(), Qt::Key_F3);
         EXPECT_FALSE(editor->isVisible());
     });
     EXPECT_EQ(editor->result(), QDialog::Accepted);
     EXPECT_EQ(messages.take(), QStringList(saved));
-    EXPECT_EQ(titles(), u"9|nine\n11|روش یازده"_qs);
+    EXPECT_EQ(titles(), u"9|nine\n11|روش یازده"_s);
 }
 
 TEST_F(CalcMethodEditor, ATaxCodeStillBeingTypedIsCheckedBySaving)
@@ -69,7 +71,7 @@ TEST_F(CalcMethodEditor, ATaxCodeStillBeingTypedIsCheckedBySaving)
         Keys::press(editor.get(), Qt::Key_F3);
         EXPECT_TRUE(editor->isVisible());
         ASSERT_EQ(messages.all().size(), 1) << "the hint, and no further message";
-        EXPECT_EQ(messages.last().text, u"جدول مالیاتی با این کد ثبت نشده است"_qs);
+        EXPECT_EQ(messages.last().text, u"جدول مالیاتی با این کد ثبت نشده است"_s);
         EXPECT_TRUE(editor->CalcMethodCode_EDT->hasFocus());
         EXPECT_TRUE(editor->CalcMethodCode_EDT->IsEmpty());
         Keys::type(editor->CalcMethodCode_EDT, "3");
@@ -117,13 +119,13 @@ TEST_F(CalcMethodEditor, EveryInputReachesItsColumnAndComesBack)
     const auto editor = newEditor();
     open(*editor, [&] {
         Keys::retype(editor->Code_EDT, "42");
-        Keys::retype(editor->Title_EDT, u"روش كارگاه"_qs);
+        Keys::retype(editor->Title_EDT, u"روش كارگاه"_s);
         check(editor->Tax_CHK, true);
         Keys::retype(editor->CalcMethodCode_EDT, "3");
         editor->Maskok_SPNEDT->setFocus();
         Keys::press(editor.get(), Qt::Key_Up);
         Keys::press(editor.get(), Qt::Key_Up);
-        Keys::retype(editor->Comment_EDT, u"شرح"_qs);
+        Keys::retype(editor->Comment_EDT, u"شرح"_s);
         check(editor->BedBes_CHK, true);
         check(editor->Loan_CHK, true);
         check(editor->DecTax_CHK, false);
@@ -143,7 +145,7 @@ TEST_F(CalcMethodEditor, EveryInputReachesItsColumnAndComesBack)
         Keys::press(editor.get(), Qt::Key_F3);
     });
     EXPECT_EQ(messages.take(), QStringList(saved));
-    const QString row = u"42|روش كارگاه|7.5|22|1000|3|1234567|0|2|2.5|8|شرح|1|1|1|1|1|07:30|15:45"_qs;
+    const QString row = u"42|روش كارگاه|7.5|22|1000|3|1234567|0|2|2.5|8|شرح|1|1|1|1|1|07:30|15:45"_s;
     const QString columns =
         "select Code,Title,StaffIns,EmployerIns,OverTime,TaxMainCode,DailyIns,DecTax,Maskok,"
         "LeaveCeil,OutPut,Comment,Insurance,Tax,BedBes,Loan,OverDis,Entrance,[Exit] "
@@ -152,11 +154,11 @@ TEST_F(CalcMethodEditor, EveryInputReachesItsColumnAndComesBack)
 
     const auto again = editorOf(42);
     open(*again, [&] {
-        EXPECT_EQ(again->windowTitle(), u"روش محاسباتی"_qs);
-        EXPECT_EQ(again->CalcMethodCode_LBL->text(), u"جدول سوم"_qs);
+        EXPECT_EQ(again->windowTitle(), u"روش محاسباتی"_s);
+        EXPECT_EQ(again->CalcMethodCode_LBL->text(), u"جدول سوم"_s);
         EXPECT_EQ(again->MandeMaskok_LBL->text(), "100");
         EXPECT_EQ(again->DailyIns_EDT->text(), "1,234,567");
-        EXPECT_EQ(again->OverDis_CMB->currentText(), u"ماهانه"_qs);
+        EXPECT_EQ(again->OverDis_CMB->currentText(), u"ماهانه"_s);
         EXPECT_TRUE(again->IsSaved());
         Keys::picture(again.get(), "calcmethod_edit_general");
         Keys::press(again.get(), Qt::Key_2, Qt::ControlModifier);
@@ -195,7 +197,7 @@ TEST_F(CalcMethodEditor, AMethodIsSavedUnderItsOwnCodeNotUnderThatOfAnother)
         EXPECT_EQ(titles(), "1|first\n2|two");
         Keys::retype(editor->Code_EDT, "2");
         Keys::press(editor.get(), Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|)"_s));
         EXPECT_TRUE(editor->isVisible());
         Keys::retype(editor->Code_EDT, "3");
         Keys::press(editor.get(), Qt::Key_F3, Qt::ShiftModifier);
@@ -282,7 +284,7 @@ TEST_F(CalcMethodEditor, SaveAndNewStartsTheNextMethodAndThreeBoxesKeepTheirStat
         EXPECT_TRUE(editor->StaffIns_EDT->isEnabled());
         EXPECT_EQ(editor->Maskok_SPNEDT->value(), 0);
         EXPECT_EQ(editor->MandeMaskok_LBL->text(), "0");
-        EXPECT_EQ(editor->windowTitle(), u"روش محاسباتي"_qs);
+        EXPECT_EQ(editor->windowTitle(), u"روش محاسباتي"_s);
         Keys::retype(editor->Title_EDT, "second");
         Keys::press(editor.get(), Qt::Key_F3);
     });
@@ -303,7 +305,7 @@ TEST_F(CalcMethodEditor, SaveAndNewBringsEveryOtherDefaultBack)
         Keys::retype(editor->Exit_EDT, "1545");
         editor->OverDis_CMB->setFocus();
         Keys::press(editor.get(), Qt::Key_Down);
-        EXPECT_EQ(editor->OverDis_CMB->currentText(), u"ماهانه"_qs);
+        EXPECT_EQ(editor->OverDis_CMB->currentText(), u"ماهانه"_s);
         Keys::retype(editor->OutPut_EDT, "8");
         Keys::retype(editor->LeaveCeil_EDT, "3");
         Keys::press(editor.get(), Qt::Key_F3, Qt::ControlModifier);
@@ -313,7 +315,7 @@ TEST_F(CalcMethodEditor, SaveAndNewBringsEveryOtherDefaultBack)
         EXPECT_TRUE(editor->DailyIns_EDT->IsEmpty());
         EXPECT_EQ(editor->Entrance_EDT->GetText(), "08:00");
         EXPECT_EQ(editor->Exit_EDT->GetText(), "16:00");
-        EXPECT_EQ(editor->OverDis_CMB->currentText(), u"روزانه"_qs);
+        EXPECT_EQ(editor->OverDis_CMB->currentText(), u"روزانه"_s);
         EXPECT_EQ(editor->OutPut_EDT->text(), "7.33");
         EXPECT_EQ(editor->LeaveCeil_EDT->text(), "2");
         EXPECT_TRUE(editor->IsSaved());

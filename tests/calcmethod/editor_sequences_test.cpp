@@ -3,6 +3,8 @@
 #include <QTabBar>
 #include <QTest>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 TEST_F(CalcMethodEditor, AWrongTaxCodeKeepsItsPageHoweverThePageIsLeft)
@@ -14,8 +16,8 @@ TEST_F(CalcMethodEditor, AWrongTaxCodeKeepsItsPageHoweverThePageIsLeft)
         QTabBar *tabs = e.CalcMethod_PC->tabBar();
         QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
     };
-    const QString unknown = u"ShowTooltipMessage(جدول مالیاتی با این کد ثبت نشده است)"_qs;
-    const QString untitled = u"MsgCodeNotAvailable(جدول مالياتي)"_qs;
+    const QString unknown = u"ShowTooltipMessage(جدول مالیاتی با این کد ثبت نشده است)"_s;
+    const QString untitled = u"MsgCodeNotAvailable(جدول مالياتي)"_s;
     for (const std::function<void(TCalcMethodGet_FRM &)> &leave :
          {std::function(byDigit), {byTab}, {byClick}}) {
         const auto editor = newEditor();
@@ -84,12 +86,11 @@ TEST_F(CalcMethodEditor, AStoredTaxCodeCountsOnlyWhereTaxApplies)
             EXPECT_TRUE(editor->IsSaved());
             Keys::press(editor.get(), Qt::Key_F3, Qt::ShiftModifier);
             const bool missing = editor->Tax_CHK->isChecked() && !*one.shown;
-            EXPECT_EQ(messages.take(),
-                      QStringList(missing ? u"MsgRequiredField(کد جدول مالياتي)"_qs : saved));
+            EXPECT_EQ(messages.take(), QStringList(missing ? u"MsgRequiredField(کد جدول مالياتي)"_s : saved));
             check(editor->Tax_CHK, false);
             check(editor->Tax_CHK, true);
             Keys::press(editor.get(), Qt::Key_F3, Qt::ShiftModifier);
-            EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد جدول مالياتي)"_qs));
+            EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد جدول مالياتي)"_s));
         });
         messages.take();
         EXPECT_EQ(db.rows(QString("select Tax, TaxMainCode from CalcMethod where Code=%1").arg(code)),
@@ -101,7 +102,7 @@ TEST_F(CalcMethodEditor, WhatAnotherProgramStoredBeyondTheInputsLimitsIsKept)
 {
     const QString comment(100, u'ک');
     add(1, "m", ",Comment,OverTime,LeaveCeil,OutPut,StaffIns,DailyIns",
-        u",'%1',5000,-1,2000,7.123456789,123456789012.125"_qs.arg(comment));
+        u",'%1',5000,-1,2000,7.123456789,123456789012.125"_s.arg(comment));
     const auto editor = editorOf(1);
     open(*editor, [&] {
         EXPECT_TRUE(editor->IsSaved());
@@ -111,7 +112,7 @@ TEST_F(CalcMethodEditor, WhatAnotherProgramStoredBeyondTheInputsLimitsIsKept)
     });
     EXPECT_EQ(
         db.rows("select Title, Comment, OverTime, LeaveCeil, OutPut, StaffIns, DailyIns from CalcMethod"),
-        u"n|%1|5000|-1|2000|7.123456789|123456789012.125"_qs.arg(comment));
+        u"n|%1|5000|-1|2000|7.123456789|123456789012.125"_s.arg(comment));
 }
 
 TEST_F(CalcMethodEditor, AMethodWithoutAnyValueOpensAndIsSaved)
@@ -123,12 +124,12 @@ TEST_F(CalcMethodEditor, AMethodWithoutAnyValueOpensAndIsSaved)
         EXPECT_EQ(editor->MandeMaskok_LBL->text(), "0");
         EXPECT_EQ(editor->OverDis_CMB->currentIndex(), 0);
         Keys::press(editor.get(), Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_qs));
-        Keys::type(editor->Title_EDT, u"ي ی ' "_qs);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_s));
+        Keys::type(editor->Title_EDT, u"ي ی ' "_s);
         Keys::press(editor.get(), Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList(saved));
     });
-    EXPECT_EQ(titles(), u"9|ي ی ' "_qs);
+    EXPECT_EQ(titles(), u"9|ي ی ' "_s);
 }
 
 } // namespace

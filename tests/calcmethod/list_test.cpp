@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
@@ -50,21 +52,21 @@ TEST_F(CalcMethodList, OpensAtItsLastRowWithColumnsAndCaptions)
         EXPECT_EQ(list.objectName(), "TCalcMethodList_FRM");
         EXPECT_EQ(list.ListQuery()->position(), 1);
         EXPECT_TRUE(list.Grid()->hasFocus());
-        EXPECT_EQ(Keys::find<QLabel>(&list, "Caption_PNL")->text(), u"ليست روش هاي محاسباتي"_qs);
+        EXPECT_EQ(Keys::find<QLabel>(&list, "Caption_PNL")->text(), u"ليست روش هاي محاسباتي"_s);
         struct TExpected {
             QString field, caption;
             int width;
             bool visible;
         };
         const TExpected expected[] = {
-            {"Code", u"کد"_qs, 43, true},
-            {"Title", u"عنوان"_qs, 152, true},
-            {"StaffIns", u"حق بيمه کارمند"_qs, 90, true},
-            {"EmployerIns", u"حق بيمه کارفرما"_qs, 89, true},
-            {"DailyIns", u"سقف بيمه روزانه"_qs, 97, true},
-            {"TaxTitle", u"عنوان جدول مالياتي"_qs, 145, true},
-            {"OverTime", u"سقف اضافه کاری"_qs, 0, false},
-            {"MaskokTitle", u"مانده مسکوک"_qs, 0, false},
+            {"Code", u"کد"_s, 43, true},
+            {"Title", u"عنوان"_s, 152, true},
+            {"StaffIns", u"حق بيمه کارمند"_s, 90, true},
+            {"EmployerIns", u"حق بيمه کارفرما"_s, 89, true},
+            {"DailyIns", u"سقف بيمه روزانه"_s, 97, true},
+            {"TaxTitle", u"عنوان جدول مالياتي"_s, 145, true},
+            {"OverTime", u"سقف اضافه کاری"_s, 0, false},
+            {"MaskokTitle", u"مانده مسکوک"_s, 0, false},
         };
         const QList<TGridColumn> &columns = list.Grid()->Model()->columns();
         ASSERT_EQ(columns.size(), qsizetype(std::size(expected)));
@@ -81,14 +83,14 @@ TEST_F(CalcMethodList, OpensAtItsLastRowWithColumnsAndCaptions)
             EXPECT_GE(list.ListQuery()->fieldIndex(columns[i].field), 0) << columns[i].field.toStdString();
         }
         const std::pair<TSmartButton_ZLM *, QString> buttons[] = {
-            {list.New_BTN, u"جدید F4"_qs},   {list.EDit_BTN, u"ویرایش F5"_qs},
-            {list.Del_BTN, u"حذف F7"_qs},    {list.Select_BTN, u"انتخاب Enter"_qs},
-            {list.EXit_BTN, u"خروج Esc"_qs},
+            {list.New_BTN, u"جدید F4"_s},   {list.EDit_BTN, u"ویرایش F5"_s},
+            {list.Del_BTN, u"حذف F7"_s},    {list.Select_BTN, u"انتخاب Enter"_s},
+            {list.EXit_BTN, u"خروج Esc"_s},
         };
         for (const auto &[button, caption] : buttons)
             EXPECT_EQ(button->text(), caption);
         const auto *model = list.Grid()->model();
-        EXPECT_EQ(model->index(0, 5).data().toString(), u"جدول سوم"_qs);
+        EXPECT_EQ(model->index(0, 5).data().toString(), u"جدول سوم"_s);
         EXPECT_EQ(model->index(1, 4).data().toString(), "1,234,567");
         Keys::picture(&list, "calcmethod_list");
         Keys::press(&list, Qt::Key_Escape);
@@ -138,7 +140,7 @@ TEST_F(CalcMethodList, F5EditsTheCurrentMethodAndRefreshesAfterASave)
         inEditor(list, Qt::Key_F5, [&](TCalcMethodGet_FRM &editor) {
             EXPECT_EQ(editor.Mode(), fmEdit);
             EXPECT_EQ(editor.Code_EDT->GetText(), "1");
-            EXPECT_EQ(editor.CalcMethodCode_LBL->text(), u"جدول سوم"_qs);
+            EXPECT_EQ(editor.CalcMethodCode_LBL->text(), u"جدول سوم"_s);
             Keys::retype(editor.Title_EDT, "changed");
             Keys::press(&editor, Qt::Key_F3);
         });
@@ -202,7 +204,7 @@ TEST_F(CalcMethodList, AMethodThatOrdersReferToStaysAndTheEventIsWrittenAllTheSa
         messages.answer({Yes});
         db.clearTrace();
         Keys::press(&list, Qt::Key_F7);
-        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(روش)"_qs}));
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(روش)"_s}));
         EXPECT_EQ(events(), "813|3|2");
         EXPECT_EQ(titles(), "1|one\n2|two");
         EXPECT_TRUE(db.trace().join(u'\n').contains("CalcMethod_VW")) << "refreshed all the same";
@@ -218,9 +220,9 @@ TEST_F(CalcMethodList, ADeleteThatFailsForAnotherReasonTellsItAndBlamesNoReferen
         db.failStatement(3, TFault::Locked); // behind the look at the row and the event's line
         Keys::press(&list, Qt::Key_F7);
         db.failStatement(0);
-        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(روش)"_qs}));
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(روش)"_s}));
         EXPECT_EQ(messages.last().text,
-                  u"این روش حذف نشد.\n"_qs + TDatabaseError(TFault::Locked, {}).userText());
+                  u"این روش حذف نشد.\n"_s + TDatabaseError(TFault::Locked, {}).userText());
         EXPECT_EQ(titles(), "1|one\n2|two");
         EXPECT_EQ(events(), "813|3|2");
     });
@@ -247,7 +249,7 @@ TEST_F(CalcMethodList, MethodsAreDeletedOneAfterTheOtherUntilNoneIsLeft)
         EXPECT_FALSE(list.Del_BTN->isEnabled());
         Keys::press(&list, Qt::Key_F7);
         Keys::press(&list, Qt::Key_F5);
-        EXPECT_EQ(messages.take(), QStringList(4, u"MsgDeleteRow()"_qs));
+        EXPECT_EQ(messages.take(), QStringList(4, u"MsgDeleteRow()"_s));
     });
     EXPECT_EQ(db.rows("select EventText from UserEvent order by ID"), "3\n4\n1");
 }
@@ -260,10 +262,10 @@ TEST_F(CalcMethodList, AFaultAtEachStatementOfADeleteIsToldAndTheNextTryWorks)
         const struct {
             QStringList told;
             const char *events;
-        } tries[] = {{{u"MsgDatabaseError()"_qs}, "0"},                           // the right
-                     {{u"MsgDatabaseError()"_qs}, "0"},                           // whether the row is stored
-                     {{u"MsgDeleteRow()"_qs, u"MsgDatabaseError()"_qs}, "0"},     // the event
-                     {{u"MsgDeleteRow()"_qs, u"MsgHasSubRecords(روش)"_qs}, "1"}}; // the delete
+        } tries[] = {{{u"MsgDatabaseError()"_s}, "0"},                          // the right
+                     {{u"MsgDatabaseError()"_s}, "0"},                          // whether the row is stored
+                     {{u"MsgDeleteRow()"_s, u"MsgDatabaseError()"_s}, "0"},     // the event
+                     {{u"MsgDeleteRow()"_s, u"MsgHasSubRecords(روش)"_s}, "1"}}; // the delete
         int n = 0;
         for (const auto &one : tries) {
             db.failStatement(++n);
@@ -278,7 +280,7 @@ TEST_F(CalcMethodList, AFaultAtEachStatementOfADeleteIsToldAndTheNextTryWorks)
         db.failStatement(0);
         messages.answer({Yes});
         Keys::press(&list, Qt::Key_F7);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgDeleteRow()"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgDeleteRow()"_s));
     });
     EXPECT_EQ(titles(), "1|one");
 }
@@ -332,12 +334,12 @@ TEST_F(CalcMethodList, ADoubleClickChoosesInSelectMode)
 
 TEST_F(CalcMethodList, TheSearchFindsByTitleAndByTheOtherItems)
 {
-    add(12, u"روش كارگاهي"_qs);
+    add(12, u"روش كارگاهي"_s);
     TCalcMethodList_FRM list(fmBrowse, {});
     open(list, [&] {
         auto *field = list.General_Search->Field_CMB();
         auto *text = list.General_Search->Search_EDT();
-        EXPECT_EQ(field->currentText(), u"عنوان"_qs);
+        EXPECT_EQ(field->currentText(), u"عنوان"_s);
         const auto found = [&](const QString &typed, const QString &titles) {
             Keys::retype(text, typed);
             QStringList seen;
@@ -350,16 +352,16 @@ TEST_F(CalcMethodList, TheSearchFindsByTitleAndByTheOtherItems)
             EXPECT_TRUE(Keys::waitFor(listed, 2000))
                 << typed.toStdString() << ": " << seen.join(u',').toStdString();
         };
-        found(u"کارگاهی"_qs, u"روش كارگاهي"_qs);
+        found(u"کارگاهی"_s, u"روش كارگاهي"_s);
         found("ONE", "one");
         found("%", "");
         found("'", "");
-        found("", u"one,two,روش كارگاهي"_qs);
-        field->setCurrentText(u"کد"_qs);
-        found(u"۱"_qs, u"one,روش كارگاهي"_qs);
-        field->setCurrentText(u"عنوان جدول مالياتي"_qs);
-        found(u"سوم"_qs, "one");
-        field->setCurrentText(u"سقف بيمه روزانه"_qs);
+        found("", u"one,two,روش كارگاهي"_s);
+        field->setCurrentText(u"کد"_s);
+        found(u"۱"_s, u"one,روش كارگاهي"_s);
+        field->setCurrentText(u"عنوان جدول مالياتي"_s);
+        found(u"سوم"_s, "one");
+        field->setCurrentText(u"سقف بيمه روزانه"_s);
         found("1,234", "two");
     });
     EXPECT_EQ(messages.take(), QStringList());

@@ -2,6 +2,8 @@
 
 #include <QLabel>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 class CalenderDay : public CalenderScreens {
@@ -27,31 +29,31 @@ protected:
 
 TEST_F(CalenderDay, ShowsTheDayAndItsTexts)
 {
-    day("1402/05/10", 3, 3, u"عاشورا"_qs);
+    day("1402/05/10", 3, 3, u"عاشورا"_s);
     day("1402/05/11", 4, 2);
     edit("1402/05/10", [&](TCalender_Day_FRM &screen) {
         EXPECT_EQ(screen.Date_EDT->GetText(), "1402/05/10");
-        EXPECT_EQ(screen.Day_LBL->text().trimmed(), u"سه شنبه"_qs);
-        EXPECT_EQ(screen.Title_EDT->GetText(), u"عاشورا"_qs);
+        EXPECT_EQ(screen.Day_LBL->text().trimmed(), u"سه شنبه"_s);
+        EXPECT_EQ(screen.Title_EDT->GetText(), u"عاشورا"_s);
         EXPECT_EQ(screen.Comment_EDT->GetText(), "c");
         EXPECT_TRUE(screen.Holiday_RB->isChecked());
         EXPECT_FALSE(screen.WorkDay_RB->isChecked());
-        EXPECT_EQ(screen.WorkDay_RB->text(), u"روز&کاری"_qs);
-        EXPECT_EQ(screen.WeekEnd_RB->text(), u"روز تع&طیل هفته"_qs);
-        EXPECT_EQ(screen.Holiday_RB->text(), u"تعطیل ر&سمی"_qs);
+        EXPECT_EQ(screen.WorkDay_RB->text(), u"روز&کاری"_s);
+        EXPECT_EQ(screen.WeekEnd_RB->text(), u"روز تع&طیل هفته"_s);
+        EXPECT_EQ(screen.Holiday_RB->text(), u"تعطیل ر&سمی"_s);
         const auto caption = [&](const QString &input) {
-            return Keys::find<QLabel>(&screen, input + u"_Caption"_qs)->text();
+            return Keys::find<QLabel>(&screen, input + u"_Caption"_s)->text();
         };
-        EXPECT_EQ(caption("Date_EDT"), u"  تار&یخ :"_qs);
-        EXPECT_EQ(caption("Title_EDT"), u"  &عنوان :"_qs);
-        EXPECT_EQ(caption("Comment_EDT"), u"  &شرح :"_qs);
+        EXPECT_EQ(caption("Date_EDT"), u"  تار&یخ :"_s);
+        EXPECT_EQ(caption("Title_EDT"), u"  &عنوان :"_s);
+        EXPECT_EQ(caption("Comment_EDT"), u"  &شرح :"_s);
         const auto labels = screen.findChildren<QLabel *>();
         const auto day = std::find_if(labels.begin(), labels.end(),
-                                      [](const QLabel *label) { return label->text() == u"  روز :"_qs; });
+                                      [](const QLabel *label) { return label->text() == u"  روز :"_s; });
         ASSERT_NE(day, labels.end());
         EXPECT_EQ((*day)->geometry().center().y(), screen.Day_LBL->geometry().center().y())
             << "beside the day";
-        EXPECT_EQ(screen.Save_BTN->text(), u"ذخیره F3"_qs);
+        EXPECT_EQ(screen.Save_BTN->text(), u"ذخیره F3"_s);
         EXPECT_EQ(screen.Title_EDT->MaxLength(), 50);
         EXPECT_EQ(screen.Comment_EDT->MaxLength(), 50);
         EXPECT_TRUE(screen.IsSaved());
@@ -73,8 +75,8 @@ TEST_F(CalenderDay, StoresTitleCommentAndTypeNeverTheDate)
     for (const int type : {3, 2, 1}) {
         const int result = edit("1402/05/10", [&](TCalender_Day_FRM &screen) {
             Keys::retype(screen.Date_EDT, "1402/05/20");
-            Keys::retype(screen.Title_EDT, u"عاشورا"_qs);
-            Keys::retype(screen.Comment_EDT, u"تعطیل"_qs);
+            Keys::retype(screen.Title_EDT, u"عاشورا"_s);
+            Keys::retype(screen.Comment_EDT, u"تعطیل"_s);
             QRadioButton *choices[] = {screen.WorkDay_RB, screen.WeekEnd_RB, screen.Holiday_RB};
             choices[type - 1]->setFocus();
             Keys::press(&screen, Qt::Key_Space);
@@ -82,8 +84,8 @@ TEST_F(CalenderDay, StoresTitleCommentAndTypeNeverTheDate)
             EXPECT_FALSE(screen.isVisible());
         });
         EXPECT_EQ(result, QDialog::Accepted);
-        EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs));
-        EXPECT_EQ(wholeDay(), u"1402/05/10|3|%1|عاشورا|تعطیل"_qs.arg(type));
+        EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_s));
+        EXPECT_EQ(wholeDay(), u"1402/05/10|3|%1|عاشورا|تعطیل"_s.arg(type));
     }
 }
 
@@ -95,7 +97,7 @@ TEST_F(CalenderDay, NeedsATitleAndADate)
         Keys::retype(screen.Date_EDT, "1402/15/20");
         messages.take();
         Keys::press(&screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_s));
         EXPECT_TRUE(screen.Title_EDT->hasFocus());
         Keys::type(screen.Title_EDT, "t");
         Keys::press(&screen, Qt::Key_F3);
@@ -105,7 +107,7 @@ TEST_F(CalenderDay, NeedsATitleAndADate)
         messages.answer({No});
         Keys::press(&screen, Qt::Key_Escape);
     });
-    EXPECT_EQ(wholeDay(), u"1402/05/10|3|1|روز|c"_qs);
+    EXPECT_EQ(wholeDay(), u"1402/05/10|3|1|روز|c"_s);
 }
 
 TEST_F(CalenderDay, ADayThatTheCalendarDoesNotHaveKeepsItsDateAndIsSaved)
@@ -116,7 +118,7 @@ TEST_F(CalenderDay, ADayThatTheCalendarDoesNotHaveKeepsItsDateAndIsSaved)
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_FALSE(screen.isVisible());
     });
-    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs));
+    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_s));
     EXPECT_EQ(wholeDay(), "1402/12/30|3|1|t|c");
     edit("1402/12/30", [&](TCalender_Day_FRM &screen) {
         Keys::retype(screen.Date_EDT, "1402/12/31"); // another date that is none
@@ -153,7 +155,7 @@ TEST_F(CalenderDay, ADayDeletedMeanwhileIsToldAndNothingTypedIsLost)
         Keys::retype(screen.Title_EDT, "new");
         db.run("delete from Calender");
         Keys::press(&screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_s));
         EXPECT_TRUE(screen.isVisible());
         EXPECT_EQ(screen.Title_EDT->GetText(), "new");
         messages.answer({No});
@@ -178,7 +180,7 @@ TEST_F(CalenderDay, AFaultAtEveryStatementOfASaveLosesNothing)
                 EXPECT_EQ(messages.take().size(), 1) << fault;
                 EXPECT_EQ(screen.Title_EDT->GetText(), "new");
                 EXPECT_TRUE(screen.Holiday_RB->isChecked());
-                EXPECT_EQ(wholeDay(), u"1402/05/10|3|1|روز|c"_qs);
+                EXPECT_EQ(wholeDay(), u"1402/05/10|3|1|روز|c"_s);
             }
         } while (screen.isVisible() && fault < 20);
     });
@@ -196,12 +198,12 @@ TEST_F(CalenderDay, ADayWithoutItsValuesOpensAsAWorkingDay)
             EXPECT_TRUE(screen.WorkDay_RB->isChecked());
             EXPECT_TRUE(screen.IsSaved());
             Keys::press(&screen, Qt::Key_F3);
-            EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_qs));
-            Keys::type(screen.Title_EDT, u"ي'ی"_qs);
+            EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_s));
+            Keys::type(screen.Title_EDT, u"ي'ی"_s);
             Keys::press(&screen, Qt::Key_F3);
             messages.take();
         });
-    EXPECT_EQ(wholeDay(), u"1399/01/05|9|1|ي'ی|\n1399/01/06||1|ي'ی|"_qs);
+    EXPECT_EQ(wholeDay(), u"1399/01/05|9|1|ي'ی|\n1399/01/06||1|ي'ی|"_s);
 }
 
 TEST_F(CalenderDay, TheTypeThatWasChosenLastIsStored)

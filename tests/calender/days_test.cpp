@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 using namespace CalenderDays;
 
 namespace {
@@ -14,7 +16,7 @@ QString text(const QList<TCalenderMapper> &days)
 {
     QStringList lines;
     for (const TCalenderMapper &day : days)
-        lines << QStringLiteral("%1 %2 %3 %4").arg(day._Date).arg(day._Day).arg(day._Type).arg(day._Title);
+        lines << u"%1 %2 %3 %4"_s.arg(day._Date).arg(day._Day).arg(day._Type).arg(day._Title);
     return lines.join(u'\n');
 }
 
@@ -28,7 +30,7 @@ TEST(CalenderDays, TheFirstWeekOf1399)
                                                                   u"1399/01/04 3 3 عيد نوروز\n"
                                                                   u"1399/01/05 4 1 t\n"
                                                                   u"1399/01/06 5 1 t\n"
-                                                                  u"1399/01/07 6 2 t"_qs);
+                                                                  u"1399/01/07 6 2 t"_s);
 }
 
 TEST(CalenderDays, AHolidayComesBeforeTheWeekEnd)
@@ -37,7 +39,7 @@ TEST(CalenderDays, AHolidayComesBeforeTheWeekEnd)
     const auto days = of({1399, 1, 13, 1399, 1, 13, 6, 6, "t", "c"});
     ASSERT_EQ(days.size(), 1);
     EXPECT_EQ(days[0]._Type, 3);
-    EXPECT_EQ(days[0]._Title, u"روز طبيعت"_qs);
+    EXPECT_EQ(days[0]._Title, u"روز طبيعت"_s);
     EXPECT_EQ(days[0]._Comment, "c");
 }
 
@@ -47,12 +49,11 @@ TEST(CalenderDays, TheFixedHolidaysAreTheTenOfTheYear)
     for (int month = 1; month <= 12; ++month)
         for (int day = 1; day <= 31; ++day)
             if (!fixedHoliday(month, day).isNull())
-                found << QStringLiteral("%1/%2 %3").arg(month).arg(day).arg(fixedHoliday(month, day));
-    EXPECT_EQ(found,
-              (QStringList{u"1/1 عيد نوروز"_qs, u"1/2 عيد نوروز"_qs, u"1/3 عيد نوروز"_qs, u"1/4 عيد نوروز"_qs,
-                           u"1/12 روز جمهوري اسلامي ايران"_qs, u"1/13 روز طبيعت"_qs,
-                           u"3/14 رحلت حضرت امام خميني ( ره )"_qs, u"3/15 قيام خونين 15 خرداد"_qs,
-                           u"11/22 پيروزي انقلاب اسلامي"_qs, u"12/29 روز ملي شدن صنعت نفت ايران"_qs}));
+                found << u"%1/%2 %3"_s.arg(month).arg(day).arg(fixedHoliday(month, day));
+    EXPECT_EQ(found, (QStringList{u"1/1 عيد نوروز"_s, u"1/2 عيد نوروز"_s, u"1/3 عيد نوروز"_s,
+                                  u"1/4 عيد نوروز"_s, u"1/12 روز جمهوري اسلامي ايران"_s, u"1/13 روز طبيعت"_s,
+                                  u"3/14 رحلت حضرت امام خميني ( ره )"_s, u"3/15 قيام خونين 15 خرداد"_s,
+                                  u"11/22 پيروزي انقلاب اسلامي"_s, u"12/29 روز ملي شدن صنعت نفت ايران"_s}));
 }
 
 TEST(CalenderDays, EverySingleYearFrom1395To1420HasItsRealWeekdays)
@@ -114,8 +115,8 @@ TEST(CalenderDays, MonthsHave31DaysAndFrom7On30)
 
 TEST(CalenderDays, TheNamesStandInTheOrderOfTheColumn)
 {
-    EXPECT_EQ(weekdays(), (QStringList{u"شنبه"_qs, u"يکشنبه"_qs, u"دوشنبه"_qs, u"سه شنبه"_qs, u"چهار شنبه"_qs,
-                                       u"پنجشنبه"_qs, u"جمعه"_qs}));
+    EXPECT_EQ(weekdays(), (QStringList{u"شنبه"_s, u"يکشنبه"_s, u"دوشنبه"_s, u"سه شنبه"_s, u"چهار شنبه"_s,
+                                       u"پنجشنبه"_s, u"جمعه"_s}));
 }
 
 TEST(CalenderDays, AWholeYearWithItsRealWeekdaysRaisesNoDoubt)

@@ -6,6 +6,8 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 /// What becomes of a generation that looks wrong, ends early, or meets another one.
@@ -56,7 +58,7 @@ TEST_F(CalenderGeneration, AStartDayThatIsNotTheDatesIsAskedAboutBeforeAnyDayIsS
         EXPECT_EQ(messages.last().operation, "MsgGoOnAnyway");
         EXPECT_EQ(messages.last().shape, TMessageShape::Question);
         EXPECT_EQ(messages.last().defaultAnswer, No);
-        for (const QString &word : {u"1404/01/01"_qs, u"جمعه"_qs, u"شنبه"_qs, u"365"_qs})
+        for (const QString &word : {u"1404/01/01"_s, u"جمعه"_s, u"شنبه"_s, u"365"_s})
             EXPECT_TRUE(messages.last().text.contains(word)) << word.toStdString();
         EXPECT_TRUE(screen.isVisible());
         EXPECT_TRUE(screen.StartDay_CMB->hasFocus());
@@ -65,7 +67,7 @@ TEST_F(CalenderGeneration, AStartDayThatIsNotTheDatesIsAskedAboutBeforeAnyDayIsS
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_FALSE(screen.isVisible());
     });
-    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي |365 روز)"_qs));
+    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي |365 روز)"_s));
     EXPECT_EQ(count(), 365);
 }
 
@@ -77,8 +79,8 @@ TEST_F(CalenderGeneration, ADayThatTheCalendarDoesNotHaveIsAskedAbout)
         messages.answer({No});
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_EQ(messages.last().operation, "MsgGoOnAnyway");
-        EXPECT_TRUE(messages.last().text.contains(u"1402/12/30"_qs));
-        EXPECT_FALSE(messages.last().text.contains(u"1403/12/30"_qs));
+        EXPECT_TRUE(messages.last().text.contains(u"1402/12/30"_s));
+        EXPECT_FALSE(messages.last().text.contains(u"1403/12/30"_s));
         EXPECT_TRUE(screen.Date2_EDT->hasFocus());
         EXPECT_EQ(count(), 0);
         messages.answer({Yes});
@@ -93,7 +95,7 @@ TEST_F(CalenderGeneration, TheDefaultEndOfACommonYearIsExplainedBesideIt)
     generate([&](TCalender_Set_FRM &screen) {
         Keys::type(screen.Title_EDT, "t");
         Keys::retype(screen.Date2_EDT, "1404/12/30");
-        EXPECT_EQ(screen.Date2Hint_LBL->text(), u"اسفند 1404 تنها 29 روز دارد"_qs);
+        EXPECT_EQ(screen.Date2Hint_LBL->text(), u"اسفند 1404 تنها 29 روز دارد"_s);
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_TRUE(screen.Date2_EDT->hasFocus());
         EXPECT_TRUE(screen.Date2Hint_LBL->isVisible());
@@ -102,8 +104,8 @@ TEST_F(CalenderGeneration, TheDefaultEndOfACommonYearIsExplainedBesideIt)
         EXPECT_EQ(screen.Date2Hint_LBL->text(), "");
         Keys::retype(screen.Date2_EDT, "1403/12/30");
         EXPECT_EQ(screen.Date2Hint_LBL->text(), "");
-        Keys::retype(screen.Date2_EDT, u"۱۴۰۴/۷/۳۱"_qs);
-        EXPECT_EQ(screen.Date2Hint_LBL->text(), u"مهر 1404 تنها 30 روز دارد"_qs);
+        Keys::retype(screen.Date2_EDT, u"۱۴۰۴/۷/۳۱"_s);
+        EXPECT_EQ(screen.Date2Hint_LBL->text(), u"مهر 1404 تنها 30 روز دارد"_s);
         Keys::retype(screen.Date2_EDT, "1404/13/30");
         EXPECT_EQ(screen.Date2Hint_LBL->text(), "");
         messages.take();
@@ -120,7 +122,7 @@ TEST_F(CalenderGeneration, AnInsertThatFailsTellsHowFarItCameAndPutsTheRestIntoT
         failNothing();
         const QStringList told = messages.take();
         ASSERT_EQ(told.size(), 2);
-        EXPECT_EQ(told[0], u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs);
+        EXPECT_EQ(told[0], u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_s);
         for (const char *date : {"1402/05/01", "1402/05/05", "1402/05/06", "1402/05/31"})
             EXPECT_TRUE(told[1].contains(date)) << date;
         EXPECT_EQ(events(), "803|1|1402/05/01 ... 1402/05/05");
@@ -128,7 +130,7 @@ TEST_F(CalenderGeneration, AnInsertThatFailsTellsHowFarItCameAndPutsTheRestIntoT
         EXPECT_FALSE(screen.IsSaved());
         EXPECT_FALSE(screen.Cancel_BTN->isVisible());
         EXPECT_TRUE(screen.Title_EDT->isEnabled());
-        EXPECT_EQ(screen.Title_EDT->GetText(), u"روز"_qs);
+        EXPECT_EQ(screen.Title_EDT->GetText(), u"روز"_s);
         EXPECT_EQ(screen.Date1_EDT->GetText(), "1402/05/06");
         EXPECT_EQ(screen.Date2_EDT->GetText(), "1402/05/31");
         EXPECT_EQ(screen.StartDayHint_LBL->text(), "") << "the weekday is counted on";
@@ -137,7 +139,7 @@ TEST_F(CalenderGeneration, AnInsertThatFailsTellsHowFarItCameAndPutsTheRestIntoT
         EXPECT_FALSE(screen.isVisible());
     });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي |26 روز)"_qs));
+    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي |26 روز)"_s));
     EXPECT_EQ(events(), "803|1|1402/05/01 ... 1402/05/05\n803|1|1402/05/06 ... 1402/05/31");
     EXPECT_EQ(db.text("select count(distinct Date) from Calender"), "31");
     EXPECT_EQ(locks(), "");
@@ -150,7 +152,7 @@ TEST_F(CalenderGeneration, AnInsertThatFailsAtOnceLeavesAllAsTyped)
         failDay(1);
         Keys::press(&screen, Qt::Key_F3);
         failNothing();
-        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_s));
         EXPECT_EQ(screen.Date1_EDT->GetText(), "1402/05/01");
         leave(screen);
     });

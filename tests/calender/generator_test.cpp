@@ -13,6 +13,8 @@
 
 #include <thread>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 class CalenderGenerator : public CalenderScreens {
@@ -40,26 +42,26 @@ TEST_F(CalenderGenerator, OpensWithTheYearAndItsTexts)
         EXPECT_EQ(screen.Date1_EDT->GetText(), year + "/01/01");
         EXPECT_EQ(screen.Date2_EDT->GetText(), year + "/12/30"); // the thirtieth in every year
         EXPECT_EQ(screen.StartDay_CMB->currentIndex(), 0);
-        EXPECT_EQ(screen.StartDay_CMB->currentText(), u"شنبه"_qs);
+        EXPECT_EQ(screen.StartDay_CMB->currentText(), u"شنبه"_s);
         EXPECT_EQ(screen.WeekEnd_CMB->currentIndex(), 6);
-        EXPECT_EQ(screen.WeekEnd_CMB->currentText(), u"جمعه"_qs);
+        EXPECT_EQ(screen.WeekEnd_CMB->currentText(), u"جمعه"_s);
         EXPECT_EQ(screen.Title_EDT->MaxLength(), 50);
         EXPECT_EQ(screen.Comment_EDT->MaxLength(), 50);
         EXPECT_TRUE(screen.Title_EDT->hasFocus());
-        EXPECT_EQ(screen.Save_BTN->text(), u"ذخیره F3"_qs);
-        EXPECT_EQ(screen.EXit_BTN->text(), u"خروج Esc"_qs);
+        EXPECT_EQ(screen.Save_BTN->text(), u"ذخیره F3"_s);
+        EXPECT_EQ(screen.EXit_BTN->text(), u"خروج Esc"_s);
         EXPECT_FALSE(screen.Progress_PB->isVisible());
         EXPECT_FALSE(screen.Progress_LBL->isVisible());
         EXPECT_FALSE(screen.Cancel_BTN->isVisible());
         const auto caption = [&](const QString &input) {
-            return Keys::find<QLabel>(&screen, input + u"_Caption"_qs)->text();
+            return Keys::find<QLabel>(&screen, input + u"_Caption"_s)->text();
         };
-        EXPECT_EQ(caption("Title_EDT"), u"  &عنوان :"_qs);
-        EXPECT_EQ(caption("Date1_EDT"), u"  از &تاریخ :"_qs);
-        EXPECT_EQ(caption("StartDay_CMB"), u"  روز &شروع :"_qs);
-        EXPECT_EQ(caption("Comment_EDT"), u"  ش&رح :"_qs);
-        EXPECT_EQ(caption("WeekEnd_CMB"), u"  روز تعط&یل هفته :"_qs);
-        EXPECT_EQ(caption("Date2_EDT"), u"  تا ت&اریخ :"_qs);
+        EXPECT_EQ(caption("Title_EDT"), u"  &عنوان :"_s);
+        EXPECT_EQ(caption("Date1_EDT"), u"  از &تاریخ :"_s);
+        EXPECT_EQ(caption("StartDay_CMB"), u"  روز &شروع :"_s);
+        EXPECT_EQ(caption("Comment_EDT"), u"  ش&رح :"_s);
+        EXPECT_EQ(caption("WeekEnd_CMB"), u"  روز تعط&یل هفته :"_s);
+        EXPECT_EQ(caption("Date2_EDT"), u"  تا ت&اریخ :"_s);
         Keys::picture(&screen, "calender_generator");
         // Title, from, start day, comment, week end, to.
         for (QWidget *next :
@@ -75,7 +77,7 @@ TEST_F(CalenderGenerator, ValidatesInItsOrder)
 {
     day("1399/05/10");
     generate([&](TCalender_Set_FRM &screen) {
-        expectRefused(screen, {u"MsgRequiredField(عنوان)"_qs}, screen.Title_EDT);
+        expectRefused(screen, {u"MsgRequiredField(عنوان)"_s}, screen.Title_EDT);
         Keys::type(screen.Title_EDT, "refused");
         Keys::retype(screen.Date1_EDT, "1399/13/01");
         expectRefused(screen, {"ShowSmartMessage:10()"}, screen.Date1_EDT);
@@ -100,7 +102,7 @@ TEST_F(CalenderGenerator, ValidatesInItsOrder)
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_EQ(messages.take().size(), 1);
         EXPECT_EQ(messages.last().operation, "ShowSmartMessage");
-        EXPECT_EQ(messages.last().words.value(0), u"بازه انتخاب تاریخ نباید بیش از یک سال باشد"_qs);
+        EXPECT_EQ(messages.last().words.value(0), u"بازه انتخاب تاریخ نباید بیش از یک سال باشد"_s);
         EXPECT_EQ(messages.last().icon, miWarning);
         EXPECT_TRUE(screen.Date2_EDT->hasFocus());
         leave(screen);
@@ -124,17 +126,17 @@ TEST_F(CalenderGenerator, AnEmptyDateIsNotValid)
 TEST_F(CalenderGenerator, GeneratesTheFirstWeekOf1399)
 {
     const int result = generate([&](TCalender_Set_FRM &screen) {
-        fill(screen, "1399/1/1", u"۱۳۹۹/۰۱/۰۷"_qs, 0); // a Friday, taken for a Saturday
+        fill(screen, "1399/1/1", u"۱۳۹۹/۰۱/۰۷"_s, 0); // a Friday, taken for a Saturday
         Keys::type(screen.Comment_EDT, "c");
         messages.answer({Yes});
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_FALSE(screen.isVisible());
     });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(messages.take().last(), u"MSGCompeletedSuccessfully(ذخيره سازي |7 روز)"_qs);
+    EXPECT_EQ(messages.take().last(), u"MSGCompeletedSuccessfully(ذخيره سازي |7 روز)"_s);
     EXPECT_EQ(stored(),
               u"1399/01/01|0|3|عيد نوروز\n1399/01/02|1|3|عيد نوروز\n1399/01/03|2|3|عيد نوروز\n"
-              u"1399/01/04|3|3|عيد نوروز\n1399/01/05|4|1|روز\n1399/01/06|5|1|روز\n1399/01/07|6|2|روز"_qs);
+              u"1399/01/04|3|3|عيد نوروز\n1399/01/05|4|1|روز\n1399/01/06|5|1|روز\n1399/01/07|6|2|روز"_s);
     EXPECT_EQ(db.text("select count(*) from Calender where Comment='c'"), "7");
 }
 
@@ -178,7 +180,7 @@ TEST_F(CalenderGenerator, ARangeAcrossTheEndOfAYearMayGenerateNothingAndThatIsNo
             EXPECT_EQ(messages.take().size(), 1);
             EXPECT_EQ(messages.last().operation, "ShowSmartMessage");
             EXPECT_EQ(messages.last().icon, miWarning);
-            EXPECT_TRUE(messages.last().text.contains(u"1399"_qs)) << "where to part the range";
+            EXPECT_TRUE(messages.last().text.contains(u"1399"_s)) << "where to part the range";
             leave(screen);
         });
         EXPECT_EQ(result, QDialog::Rejected);
@@ -202,7 +204,7 @@ TEST_F(CalenderGenerator, ARangeThatWasStoredAndStaysOpenIsRefusedUntilItIsAnoth
             EXPECT_EQ(count(), 3);
         }
         Keys::retype(screen.Date1_EDT, "1399/02/04");
-        Keys::retype(screen.Date2_EDT, u"۱۳۹۹۰۲۰۵"_qs);
+        Keys::retype(screen.Date2_EDT, u"۱۳۹۹۰۲۰۵"_s);
         screen.StartDay_CMB->setCurrentIndex(5);
         Keys::press(&screen, Qt::Key_F3, Qt::ControlModifier);
         EXPECT_EQ(count(), 5);
@@ -248,14 +250,14 @@ TEST_F(CalenderGenerator, AHintTellsTheRealWeekdayWhileAnotherOneIsChosen)
 {
     generate([&](TCalender_Set_FRM &screen) {
         Keys::retype(screen.Date1_EDT, "1399/01/01"); // a Friday
-        EXPECT_TRUE(screen.StartDayHint_LBL->text().contains(u"جمعه"_qs));
+        EXPECT_TRUE(screen.StartDayHint_LBL->text().contains(u"جمعه"_s));
         Keys::picture(&screen, "calender_generator_hint");
         screen.StartDay_CMB->setFocus();
         Keys::press(&screen, Qt::Key_End);
         EXPECT_EQ(screen.StartDay_CMB->currentIndex(), 6);
         EXPECT_EQ(screen.StartDayHint_LBL->text(), "");
         Keys::retype(screen.Date1_EDT, "1399/01/02");
-        EXPECT_TRUE(screen.StartDayHint_LBL->text().contains(u"شنبه"_qs));
+        EXPECT_TRUE(screen.StartDayHint_LBL->text().contains(u"شنبه"_s));
         EXPECT_EQ(screen.StartDay_CMB->currentIndex(), 6); // the user's choice is not touched
         Keys::retype(screen.Date1_EDT, "1399/13/01");
         EXPECT_EQ(screen.StartDayHint_LBL->text(), "");
@@ -272,7 +274,7 @@ TEST_F(CalenderGenerator, ADatabaseErrorOfTheRangeCheckIsToldAndNothingIsLost)
         db.failStatement(0);
         EXPECT_EQ(messages.take(), QStringList("MsgDatabaseError()"));
         EXPECT_TRUE(screen.isVisible());
-        EXPECT_EQ(screen.Title_EDT->GetText(), u"روز"_qs);
+        EXPECT_EQ(screen.Title_EDT->GetText(), u"روز"_s);
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_FALSE(screen.isVisible());
     });
@@ -291,8 +293,8 @@ TEST_F(CalenderGenerator, EscStopsTheGenerationAtThatDay)
             EXPECT_EQ(screen.Progress_PB->maximum(), 365);
             const int reached = screen.Progress_PB->value();
             EXPECT_GT(reached, 0);
-            const QString last = db.text(u"select Date from Calender where ID=%1"_qs.arg(reached));
-            EXPECT_EQ(screen.Progress_LBL->text(), u"%1 روز از 365 روز، تا %2"_qs.arg(reached).arg(last));
+            const QString last = db.text(u"select Date from Calender where ID=%1"_s.arg(reached));
+            EXPECT_EQ(screen.Progress_LBL->text(), u"%1 روز از 365 روز، تا %2"_s.arg(reached).arg(last));
             Keys::picture(&screen, "calender_generating");
             Keys::press(&screen, Qt::Key_Escape);
         });
@@ -328,12 +330,12 @@ TEST_F(CalenderGenerator, AYearFromTheDayThatTheHintNamesHasItsRealWeekdays)
 {
     for (const int year : {1403, 1404}) {
         db.run("delete from Calender");
-        const QString first = u"%1/01/01"_qs.arg(year);
+        const QString first = u"%1/01/01"_s.arg(year);
         generate([&](TCalender_Set_FRM &screen) {
-            fill(screen, first, u"%1/12/%2"_qs.arg(year).arg(year == 1403 ? 30 : 29), 3);
+            fill(screen, first, u"%1/12/%2"_s.arg(year).arg(year == 1403 ? 30 : 29), 3);
             const QString hint = screen.StartDayHint_LBL->text();
             for (int day = 0; day < 7; ++day)
-                if (hint.contains(u" %1 "_qs.arg(CalenderDays::weekdays().at(day))))
+                if (hint.contains(u" %1 "_s.arg(CalenderDays::weekdays().at(day))))
                     screen.StartDay_CMB->setCurrentIndex(day);
             EXPECT_EQ(screen.StartDayHint_LBL->text(), "") << hint.toStdString();
             Keys::press(&screen, Qt::Key_F3);
@@ -366,11 +368,11 @@ TEST_F(CalenderGenerator, ADatabaseHeldByAnotherProcessIsToldAfterTheWait)
         watch.start();
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_GE(watch.elapsed(), 3000);
-        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_s));
         ASSERT_TRUE(db.connection().lastError() && db.connection().lastError()->fault() == TFault::Locked);
         EXPECT_TRUE(messages.last().text.endsWith(db.connection().lastError()->userText()));
         EXPECT_FALSE(screen.Progress_PB->isVisible());
-        EXPECT_EQ(screen.Title_EDT->GetText(), u"روز"_qs);
+        EXPECT_EQ(screen.Title_EDT->GetText(), u"روز"_s);
         other.RollbackTrans();
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_FALSE(screen.isVisible());
@@ -394,7 +396,7 @@ TEST_F(CalenderGenerator, ADatabaseHeldForAWhileIsWaitedFor)
         later.join();
         EXPECT_FALSE(screen.isVisible());
     });
-    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي |31 روز)"_qs));
+    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي |31 روز)"_s));
     EXPECT_EQ(count(), 31);
 }
 

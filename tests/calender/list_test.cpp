@@ -14,6 +14,8 @@
 
 #include <iostream>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 class CalenderList : public CalenderScreens {
@@ -21,11 +23,11 @@ protected:
     void week()
     {
         for (int i = 0; i < 7; ++i)
-            day(u"1402/05/%1"_qs.arg(i + 7, 2, 10, QChar(u'0')), i,
+            day(u"1402/05/%1"_s.arg(i + 7, 2, 10, QChar(u'0')), i,
                 i == 6   ? 2
                 : i == 3 ? 3
                          : 1,
-                i == 3 ? u"عاشورا"_qs : u"روز"_qs);
+                i == 3 ? u"عاشورا"_s : u"روز"_s);
     }
     /// Days of many years, stored in one transaction.
     void years(int from, int to)
@@ -51,25 +53,25 @@ TEST_F(CalenderList, ShowsItsColumnsAndNames)
     week();
     TCalender_List_FRM list(fmBrowse, {});
     open(list, [&] {
-        EXPECT_EQ(list.windowTitle(), u"تقویم کاری"_qs);
+        EXPECT_EQ(list.windowTitle(), u"تقویم کاری"_s);
         EXPECT_EQ(list.Grid()->objectName(), "CalenderDB_List_GRD");
         QStringList captions;
         for (int column = 0; column < list.Grid()->model()->columnCount(); ++column)
             if (!list.Grid()->isColumnHidden(column))
                 captions << list.Grid()->model()->headerData(column, Qt::Horizontal).toString();
-        EXPECT_EQ(captions, (QStringList{u"ردیف"_qs, u"تاریخ"_qs, u"عنوان"_qs, u"روز"_qs, u"نوع روز"_qs}));
+        EXPECT_EQ(captions, (QStringList{u"ردیف"_s, u"تاریخ"_s, u"عنوان"_s, u"روز"_s, u"نوع روز"_s}));
         EXPECT_EQ(rows(list), u"1|1402/05/07|روز|شنبه|روز کاري\n"
                               u"2|1402/05/08|روز|يکشنبه|روز کاري\n"
                               u"3|1402/05/09|روز|دوشنبه|روز کاري\n"
                               u"4|1402/05/10|عاشورا|سه شنبه|روز تعطيل رسمي\n"
                               u"5|1402/05/11|روز|چهار شنبه|روز کاري\n"
                               u"6|1402/05/12|روز|پنجشنبه|روز کاري\n"
-                              u"7|1402/05/13|روز|جمعه|روز تعطيل هفته"_qs);
-        EXPECT_EQ(list.New_BTN->text(), u"جدید F4"_qs);
-        EXPECT_EQ(list.EDit_BTN->text(), u"ویرایش F5"_qs);
-        EXPECT_EQ(list.Del_BTN->text(), u"حذف F7"_qs);
-        EXPECT_EQ(list.PrintList_BTN->text(), u"پیش نمایش ليست F9"_qs);
-        EXPECT_EQ(list.EXit_BTN->text(), u"خروج Esc"_qs);
+                              u"7|1402/05/13|روز|جمعه|روز تعطيل هفته"_s);
+        EXPECT_EQ(list.New_BTN->text(), u"جدید F4"_s);
+        EXPECT_EQ(list.EDit_BTN->text(), u"ویرایش F5"_s);
+        EXPECT_EQ(list.Del_BTN->text(), u"حذف F7"_s);
+        EXPECT_EQ(list.PrintList_BTN->text(), u"پیش نمایش ليست F9"_s);
+        EXPECT_EQ(list.EXit_BTN->text(), u"خروج Esc"_s);
         EXPECT_EQ(list.Select_BTN, nullptr);
         Keys::picture(&list, "calender_list");
         list.Tab_Search->SetCurrentTab(1);
@@ -163,7 +165,7 @@ TEST_F(CalenderList, F5AndADoubleClickEditTheCurrentDay)
                 return 0;
             },
             [&](QWidget *screen) {
-                EXPECT_EQ(Keys::find<TSmartEdit_ZLM>(screen, "Title_EDT")->GetText(), u"عاشورا"_qs);
+                EXPECT_EQ(Keys::find<TSmartEdit_ZLM>(screen, "Title_EDT")->GetText(), u"عاشورا"_s);
                 Keys::press(screen, Qt::Key_Escape);
             });
     });
@@ -325,7 +327,7 @@ TEST_F(CalenderList, TheTabsSearchByTextAndByDates)
         const auto shows = [&](int count) {
             return Keys::waitFor([&] { return list.Grid()->model()->rowCount() == count; });
         };
-        Keys::type(list.General_Search->Search_EDT()->Widget(), u"عاشورا"_qs);
+        Keys::type(list.General_Search->Search_EDT()->Widget(), u"عاشورا"_s);
         EXPECT_TRUE(shows(1));
         Keys::press(&list, Qt::Key_2, Qt::ControlModifier); // the other tab: its own dates, not the text
         EXPECT_EQ(list.Tab_Search->CurrentTab(), 1);

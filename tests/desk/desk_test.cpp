@@ -1,12 +1,14 @@
 #include "Story.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-const QString question = QStringLiteral("پرسش");
-const QString warning = QStringLiteral("هشدار");
-const QString settings = QStringLiteral(" اطلاعات پایه");
-const QString methods = QStringLiteral("ليست روش هاي محاسباتي");
-const QString method = QStringLiteral("روش محاسباتی");
+const QString question = u"پرسش"_s;
+const QString warning = u"هشدار"_s;
+const QString settings = u" اطلاعات پایه"_s;
+const QString methods = u"ليست روش هاي محاسباتي"_s;
+const QString method = u"روش محاسباتی"_s;
 
 /// Two calculation methods, the second with a tax table.
 class MethodsOnTheDesk : public Story {
@@ -37,7 +39,7 @@ protected:
                                                                         {20, "mine"},
                                                                         {25, "0013542419"},
                                                                         {29, ""}})
-            db.run(u"update PayrollInfo set Value='%1' where Code=%2"_qs.arg(value).arg(code));
+            db.run(u"update PayrollInfo set Value='%1' where Code=%2"_s.arg(value).arg(code));
         db.run("insert into Fiscal(Code,Title) values(901,'earning')");
         item = db.text("select min(ID) from PayrollInfoDetail where Type=0");
     }
@@ -80,7 +82,7 @@ TEST_F(SettingsOnTheDesk, TheHeadOfficeIsNamedWhenEscapeAndEnterSaveItsNumber)
     press({"Return"});
     EXPECT_EQ(ends(), 0);
     EXPECT_EQ(db.text("select Value from PayrollInfo where Code=19"), "1");
-    EXPECT_EQ(db.text("select Value from PayrollInfo where Code=20"), u" دفتر مرکزي "_qs);
+    EXPECT_EQ(db.text("select Value from PayrollInfo where Code=20"), u" دفتر مرکزي "_s);
 }
 
 TEST_F(SettingsOnTheDesk, ThePersianNoDropsWhatWasTypedAndEscapeGoesOnEditing)
@@ -171,13 +173,13 @@ TEST_F(MethodsOnTheDesk, ARefusedSaveLeadsToTheInputOnItsPage)
 {
     open("Open_CalculatingMethods", methods);
     press({"F4"});
-    ASSERT_TRUE(comes(u"روش محاسباتي"_qs));
+    ASSERT_TRUE(comes(u"روش محاسباتي"_s));
     press({"Return"}); // from the code to the title
     type("new");
     press({"F3"});
     ASSERT_TRUE(comes(warning)) << "there is no overtime";
     press({"Return"});
-    ASSERT_TRUE(comes(u"روش محاسباتي"_qs));
+    ASSERT_TRUE(comes(u"روش محاسباتي"_s));
     type("120");
     press({"F3"});
     ASSERT_TRUE(comes(methods));
@@ -193,7 +195,7 @@ TEST_F(MethodsOnTheDesk, AnAccessKeyLeadsToItsInputOnAPersianKeyboard)
     press({"alt+Arabic_ain"}); // the title
     press({"ctrl+a", "Arabic_seen", "Arabic_lam", "Arabic_alef", "Arabic_meem", "F3"});
     ASSERT_TRUE(comes(methods));
-    EXPECT_EQ(titles(), u"1|first\n2|سلام"_qs);
+    EXPECT_EQ(titles(), u"1|first\n2|سلام"_s);
 }
 
 TEST_F(MethodsOnTheDesk, EnterPicksTheRowThatTheArrowsChose)
@@ -206,16 +208,16 @@ TEST_F(MethodsOnTheDesk, EnterPicksTheRowThatTheArrowsChose)
 
 TEST_F(Story, AGroupIsMadeOnAPersianKeyboardAndPicked)
 {
-    open("Select_StaffGroup", u"گروه"_qs);
+    open("Select_StaffGroup", u"گروه"_s);
     desk.setLayout("ir");
     press({"F4"});
-    ASSERT_TRUE(comes(u"گروه کارمندان"_qs));
+    ASSERT_TRUE(comes(u"گروه کارمندان"_s));
     press({"Arabic_ain", "Arabic_lam", "Farsi_yeh", "F3"});
-    EXPECT_TRUE(becomes(u"select count(*) from StaffGroup where Name='علی'"_qs, "1"));
-    ASSERT_TRUE(comes(u"گروه"_qs));
+    EXPECT_TRUE(becomes(u"select count(*) from StaffGroup where Name='علی'"_s, "1"));
+    ASSERT_TRUE(comes(u"گروه"_s));
     press({"End", "Return"});
     EXPECT_EQ(ends(), 0);
-    EXPECT_EQ(out, db.text(u"select Code from StaffGroup where Name='علی'"_qs));
+    EXPECT_EQ(out, db.text(u"select Code from StaffGroup where Name='علی'"_s));
 }
 
 TEST_F(Story, AnEmployeeBeginsAtTheNameAndEnterLeadsOn)
@@ -223,9 +225,9 @@ TEST_F(Story, AnEmployeeBeginsAtTheNameAndEnterLeadsOn)
     db.run("insert into StaffGroup(Code,Name) values(2,'workers')");
     db.run("insert into Staff(Code,StaffGroup,Name,LastName,PersonnelCode,InsuranceNumber,CardNumber) "
            "values(5,2,'a','b','0','5','5')");
-    open("Open_StaffList", u""_qs);
+    open("Open_StaffList", u""_s);
     press({"F5"});
-    ASSERT_TRUE(comes(u" اطلاعات کارمندان"_qs));
+    ASSERT_TRUE(comes(u" اطلاعات کارمندان"_s));
     type("ali");
     press({"Return"});
     type("rezai");

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QLabel>
 
+using namespace Qt::Literals::StringLiterals;
+
 TEST_F(ItemEditor, ANewEarningOpensOnMonthlyWithTheNextCodeOfBothKinds)
 {
     editNew(cspFiscal, "2", [&](TFiscalDeducation_Get_FRM &editor) {
@@ -11,11 +13,11 @@ TEST_F(ItemEditor, ANewEarningOpensOnMonthlyWithTheNextCodeOfBothKinds)
         EXPECT_FALSE(editor.Code_EDT->isEnabled());
         EXPECT_TRUE(editor.Title_EDT->hasFocus());
         EXPECT_EQ(editor.Group_CMB->Code(), 2);
-        EXPECT_EQ(editor.CalcType_CMB->currentText(), u"ماهيانه"_qs);
+        EXPECT_EQ(editor.CalcType_CMB->currentText(), u"ماهيانه"_s);
         EXPECT_EQ(editor.CalcType_CMB->currentIndex(), 2);
         EXPECT_EQ(editor.CalcType_CMB->count(), 4);
         EXPECT_EQ(editor.CalcType_CMB->toolTip(),
-                  u"با توجه به تعداد روزهاي کارکرد کارمند در ماه محاسبه ميشود"_qs);
+                  u"با توجه به تعداد روزهاي کارکرد کارمند در ماه محاسبه ميشود"_s);
         EXPECT_TRUE(editor.Insurance_CHK->isVisible());
         EXPECT_TRUE(editor.Insurance_LBL->isVisible());
         EXPECT_TRUE(editor.Tax_CHK->isVisible());
@@ -25,7 +27,7 @@ TEST_F(ItemEditor, ANewEarningOpensOnMonthlyWithTheNextCodeOfBothKinds)
         EXPECT_TRUE(editor.Cost_EDT->IsEmpty());
         EXPECT_FALSE(editor.CostPercent_EDT->isVisible());
         EXPECT_FALSE(editor.Percent_LBL->isVisible());
-        EXPECT_EQ(editor.Cost_LBL->text(), u" مب&لغ :"_qs);
+        EXPECT_EQ(editor.Cost_LBL->text(), u" مب&لغ :"_s);
         EXPECT_TRUE(editor.IsSaved());
         Keys::picture(&editor, "earning_new");
         Keys::press(&editor, Qt::Key_Escape);
@@ -38,7 +40,7 @@ TEST_F(ItemEditor, BeforeItOpensItsAmountHasACaptionOfItsOwn)
 {
     Entity_DM = new TEntity_DM(nullptr);
     for (const TSoftwarePart part : {cspFiscal, cspDeduction})
-        EXPECT_EQ(TFiscalDeducation_Get_FRM(part, false, "1").Cost_LBL->text(), u"  مبل&غ :"_qs);
+        EXPECT_EQ(TFiscalDeducation_Get_FRM(part, false, "1").Cost_LBL->text(), u"  مبل&غ :"_s);
 }
 
 TEST_F(ItemEditor, ANewDeductionOffersAmountPercentAndFixed)
@@ -48,16 +50,16 @@ TEST_F(ItemEditor, ANewDeductionOffersAmountPercentAndFixed)
         QStringList offered;
         for (int i = 0; i < editor.CalcType_CMB->count(); ++i)
             offered << editor.CalcType_CMB->itemText(i);
-        EXPECT_EQ(offered, (QStringList{u"مبلغ"_qs, u"درصد"_qs, u"ثابت"_qs}));
+        EXPECT_EQ(offered, (QStringList{u"مبلغ"_s, u"درصد"_s, u"ثابت"_s}));
         EXPECT_EQ(editor.CalcType_CMB->currentIndex(), 0);
-        EXPECT_EQ(editor.CalcType_CMB->toolTip(), u"با توجه به مقدار کارکرد کارمند محاسبه ميشود"_qs);
+        EXPECT_EQ(editor.CalcType_CMB->toolTip(), u"با توجه به مقدار کارکرد کارمند محاسبه ميشود"_s);
         EXPECT_FALSE(editor.Insurance_CHK->isVisible());
         EXPECT_FALSE(editor.Insurance_LBL->isVisible());
         EXPECT_FALSE(editor.Tax_CHK->isVisible());
         EXPECT_FALSE(editor.Tax_LBL->isVisible());
         EXPECT_TRUE(editor.InstallmentWarning_LBL->isVisible());
         EXPECT_EQ(editor.InstallmentWarning_LBL->text(),
-                  u"در صورتی که کسورات مورد نظر اقساط باشد ، حساب قسط در حکم کارگزینی ملاک خواهد بود"_qs);
+                  u"در صورتی که کسورات مورد نظر اقساط باشد ، حساب قسط در حکم کارگزینی ملاک خواهد بود"_s);
         EXPECT_EQ(editor.InstallmentWarning_LBL->palette().color(QPalette::WindowText), QColor(0x80, 0, 0));
         Keys::picture(&editor, "deduction_new");
     });
@@ -66,14 +68,14 @@ TEST_F(ItemEditor, ANewDeductionOffersAmountPercentAndFixed)
 TEST_F(ItemEditor, EachInputHasItsCaptionAndItsLimits)
 {
     const std::pair<const char *, QString> captions[] = {
-        {"Code_EDT", u"  کد :"_qs},
-        {"Group_CMB", u"  کد &گروه :"_qs},
-        {"Title_EDT", u"  &عنوان :"_qs},
-        {"TSelect_AccountCode1", u"  &حساب :"_qs},
-        {"CalcType_CMB", u"  &مبنای محاسباتی :"_qs},
-        {"Comment_EDT", u"  &شرح :"_qs},
-        {"Insurance_CHK", u"بیم&ه"_qs},
-        {"Tax_CHK", u"مالیا&ت"_qs},
+        {"Code_EDT", u"  کد :"_s},
+        {"Group_CMB", u"  کد &گروه :"_s},
+        {"Title_EDT", u"  &عنوان :"_s},
+        {"TSelect_AccountCode1", u"  &حساب :"_s},
+        {"CalcType_CMB", u"  &مبنای محاسباتی :"_s},
+        {"Comment_EDT", u"  &شرح :"_s},
+        {"Insurance_CHK", u"بیم&ه"_s},
+        {"Tax_CHK", u"مالیا&ت"_s},
     };
     editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
         for (const auto &[name, caption] : captions) {
@@ -84,9 +86,9 @@ TEST_F(ItemEditor, EachInputHasItsCaptionAndItsLimits)
             ASSERT_TRUE(label != labels.end()) << name;
             EXPECT_EQ((*label)->text(), caption) << name;
         }
-        EXPECT_EQ(editor.Save_BTN->text(), u"ذخيره F3"_qs);
+        EXPECT_EQ(editor.Save_BTN->text(), u"ذخيره F3"_s);
         EXPECT_EQ(editor.Save_BTN->SaveMode(), svSaveClose);
-        EXPECT_EQ(editor.EXit_BTN->text(), u"خروج Esc"_qs);
+        EXPECT_EQ(editor.EXit_BTN->text(), u"خروج Esc"_s);
         EXPECT_EQ(editor.Code_EDT->MaxLength(), 15);
         EXPECT_EQ(editor.Title_EDT->MaxLength(), 50);
         EXPECT_EQ(editor.Cost_EDT->MaxLength(), 15);
@@ -113,7 +115,7 @@ TEST_F(ItemEditor, EnterGoesThroughTheInputsInTheirOrder)
         }
     });
     editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
-        chooseBasis(editor, u"درصد"_qs);
+        chooseBasis(editor, u"درصد"_s);
         for (QWidget *input :
              {static_cast<QWidget *>(editor.CalcType_CMB), static_cast<QWidget *>(editor.CostPercent_EDT),
               static_cast<QWidget *>(editor.Comment_EDT)}) {
@@ -126,10 +128,10 @@ TEST_F(ItemEditor, EnterGoesThroughTheInputsInTheirOrder)
 
 TEST_F(ItemEditor, TheHintOfTheBasisTellsWhatItMeansForTheKind)
 {
-    const QString amount = u"با توجه به مقدار کارکرد کارمند محاسبه ميشود"_qs;
-    const QString percent = u"با توجه به درصدي از دستمزد کارمند محاسبه ميشود"_qs;
-    const QString byDays = u"با توجه به تعداد روزهاي کارکرد کارمند در ماه محاسبه ميشود"_qs;
-    const QString fixed = u"به صورت ثابت در هر فيش حقوقي اضافه ميشود"_qs;
+    const QString amount = u"با توجه به مقدار کارکرد کارمند محاسبه ميشود"_s;
+    const QString percent = u"با توجه به درصدي از دستمزد کارمند محاسبه ميشود"_s;
+    const QString byDays = u"با توجه به تعداد روزهاي کارکرد کارمند در ماه محاسبه ميشود"_s;
+    const QString fixed = u"به صورت ثابت در هر فيش حقوقي اضافه ميشود"_s;
     const auto hints = [&](TSoftwarePart part) {
         QStringList shown;
         editNew(part, "-1", [&](TFiscalDeducation_Get_FRM &editor) {
@@ -148,7 +150,7 @@ TEST_F(ItemEditor, TheHintOfTheBasisTellsWhatItMeansForTheKind)
 TEST_F(ItemEditor, ThePercentSignStandsBehindItsNumber)
 {
     editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
-        chooseBasis(editor, u"درصد"_qs);
+        chooseBasis(editor, u"درصد"_s);
         QCoreApplication::processEvents();
         const QRect number = editor.CostPercent_EDT->geometry();
         EXPECT_LT(editor.Percent_LBL->geometry().right(), number.left());
@@ -161,30 +163,30 @@ TEST_F(ItemEditor, FixedIsStoredAsTwoForADeductionAndAsThreeForAnEarning)
 {
     editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
         fill(editor, "d");
-        chooseBasis(editor, u"ثابت"_qs);
-        EXPECT_EQ(editor.CalcType_CMB->toolTip(), u"به صورت ثابت در هر فيش حقوقي اضافه ميشود"_qs);
+        chooseBasis(editor, u"ثابت"_s);
+        EXPECT_EQ(editor.CalcType_CMB->toolTip(), u"به صورت ثابت در هر فيش حقوقي اضافه ميشود"_s);
         Keys::press(&editor, Qt::Key_F3);
     });
     editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
         fill(editor, "e");
-        chooseBasis(editor, u"ثابت"_qs);
-        EXPECT_EQ(editor.CalcType_CMB->toolTip(), u"به صورت ثابت در هر فيش حقوقي اضافه ميشود"_qs);
+        chooseBasis(editor, u"ثابت"_s);
+        EXPECT_EQ(editor.CalcType_CMB->toolTip(), u"به صورت ثابت در هر فيش حقوقي اضافه ميشود"_s);
         Keys::press(&editor, Qt::Key_F3);
     });
     EXPECT_EQ(db.text("select CalcType from Deduction where Code=10"), "2");
     EXPECT_EQ(db.text("select CalcType from Fiscal where Code=11"), "3");
-    EXPECT_EQ(db.text("select CalcTitle from Deduction_vw where Code=10"), u"ثابت"_qs);
-    EXPECT_EQ(db.text("select CalcTitle from Fiscal_vw where Code=1"), u"ماهيانه"_qs);
+    EXPECT_EQ(db.text("select CalcTitle from Deduction_vw where Code=10"), u"ثابت"_s);
+    EXPECT_EQ(db.text("select CalcTitle from Fiscal_vw where Code=1"), u"ماهيانه"_s);
 }
 
 TEST_F(ItemEditor, AnEarningIsTypedAndSavedWithTheKeyboardAlone)
 {
     const int result = editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
         // From the title, Enter goes through the three levels of the account to basis, amount and description.
-        Keys::type(editor.focusWidget(), u"حق «مسکن» 'o'"_qs);
+        Keys::type(editor.focusWidget(), u"حق «مسکن» 'o'"_s);
         Keys::press(&editor, Qt::Key_Return);
         EXPECT_TRUE(editor.TSelect_AccountCode1->TotalCode_EDT->hasFocus());
-        Keys::type(editor.focusWidget(), u"۶۱"_qs);
+        Keys::type(editor.focusWidget(), u"۶۱"_s);
         Keys::press(&editor, Qt::Key_Return);
         EXPECT_TRUE(editor.TSelect_AccountCode1->AssistantCode_EDT->hasFocus());
         Keys::type(editor.focusWidget(), "2");
@@ -193,14 +195,14 @@ TEST_F(ItemEditor, AnEarningIsTypedAndSavedWithTheKeyboardAlone)
         Keys::type(editor.focusWidget(), "40000");
         Keys::press(&editor, Qt::Key_Return);
         EXPECT_TRUE(editor.CalcType_CMB->hasFocus());
-        EXPECT_EQ(editor.TSelect_AccountCode1->Name_LBL->text(), u"پرسنلی / مزایا / اداری"_qs);
+        EXPECT_EQ(editor.TSelect_AccountCode1->Name_LBL->text(), u"پرسنلی / مزایا / اداری"_s);
         Keys::press(&editor, Qt::Key_Return);
         EXPECT_TRUE(editor.Cost_EDT->hasFocus());
-        Keys::type(editor.focusWidget(), u"1,234,567,890.5"_qs);
+        Keys::type(editor.focusWidget(), u"1,234,567,890.5"_s);
         EXPECT_EQ(editor.Cost_EDT->text(), "1,234,567,890.5");
         Keys::press(&editor, Qt::Key_Return);
         EXPECT_TRUE(editor.Comment_EDT->hasFocus());
-        Keys::type(editor.focusWidget(), u"شرح"_qs);
+        Keys::type(editor.focusWidget(), u"شرح"_s);
         editor.Insurance_CHK->setFocus();
         Keys::press(&editor, Qt::Key_Space);
         Keys::picture(&editor, "earning_filled");
@@ -208,7 +210,7 @@ TEST_F(ItemEditor, AnEarningIsTypedAndSavedWithTheKeyboardAlone)
         EXPECT_FALSE(editor.isVisible());
     });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(earning(10), u"1|2|حق «مسکن» 'o'|61|2|40000|1234567890.5|1|0|شرح"_qs);
+    EXPECT_EQ(earning(10), u"1|2|حق «مسکن» 'o'|61|2|40000|1234567890.5|1|0|شرح"_s);
     EXPECT_EQ(messages.take(), QStringList());
 }
 
@@ -216,8 +218,8 @@ TEST_F(ItemEditor, PercentTakesThePlaceOfTheAmountAndIsNeverEmpty)
 {
     editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
         fill(editor, "e");
-        chooseBasis(editor, u"درصد"_qs);
-        EXPECT_EQ(editor.Cost_LBL->text(), u"&نرخ :"_qs);
+        chooseBasis(editor, u"درصد"_s);
+        EXPECT_EQ(editor.Cost_LBL->text(), u"&نرخ :"_s);
         EXPECT_FALSE(editor.Cost_EDT->isVisible());
         EXPECT_EQ(editor.Cost_EDT->GetText(), "0");
         EXPECT_TRUE(editor.CostPercent_EDT->isVisible());
@@ -243,12 +245,12 @@ TEST_F(ItemEditor, GoingBackFromPercentOffersTheAmountZero)
 {
     editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
         fill(editor, "d");
-        chooseBasis(editor, u"درصد"_qs);
-        chooseBasis(editor, u"مبلغ"_qs);
+        chooseBasis(editor, u"درصد"_s);
+        chooseBasis(editor, u"مبلغ"_s);
         EXPECT_TRUE(editor.Cost_EDT->isVisible());
         EXPECT_FALSE(editor.CostPercent_EDT->isVisible());
         EXPECT_EQ(editor.Cost_EDT->text(), "0");
-        EXPECT_EQ(editor.Cost_LBL->text(), u" مب&لغ :"_qs);
+        EXPECT_EQ(editor.Cost_LBL->text(), u" مب&لغ :"_s);
         EXPECT_EQ(editor.Cost_LBL->buddy(), editor.Cost_EDT);
         leave(editor);
     });
@@ -276,16 +278,16 @@ TEST_F(ItemEditor, AnEarningIsShownAsItIsStored)
     edit(cspFiscal, 3, [&](TFiscalDeducation_Get_FRM &editor) {
         EXPECT_EQ(editor.Code_EDT->GetText(), "3");
         EXPECT_EQ(editor.Group_CMB->Code(), 2);
-        EXPECT_EQ(editor.Title_EDT->GetText(), u"اضافه کاری"_qs);
-        EXPECT_EQ(editor.CalcType_CMB->currentText(), u"مبلغ"_qs);
+        EXPECT_EQ(editor.Title_EDT->GetText(), u"اضافه کاری"_s);
+        EXPECT_EQ(editor.CalcType_CMB->currentText(), u"مبلغ"_s);
         EXPECT_EQ(editor.Cost_EDT->text(), "500.25");
         EXPECT_TRUE(editor.Insurance_CHK->isChecked());
         EXPECT_FALSE(editor.Tax_CHK->isChecked());
-        EXPECT_EQ(editor.Comment_EDT->GetText(), u"توضیح"_qs);
+        EXPECT_EQ(editor.Comment_EDT->GetText(), u"توضیح"_s);
         EXPECT_EQ(editor.TSelect_AccountCode1->TotalCode_EDT->GetText(), "61");
         EXPECT_EQ(editor.TSelect_AccountCode1->AssistantCode_EDT->GetText(), "1");
         EXPECT_EQ(editor.TSelect_AccountCode1->DetailCode_EDT->GetText(), "2");
-        EXPECT_EQ(editor.TSelect_AccountCode1->Name_LBL->text(), u"پرسنلی / حقوق / فروش"_qs);
+        EXPECT_EQ(editor.TSelect_AccountCode1->Name_LBL->text(), u"پرسنلی / حقوق / فروش"_s);
         EXPECT_TRUE(editor.Title_EDT->hasFocus());
         EXPECT_TRUE(editor.IsSaved());
         Keys::picture(&editor, "earning_edit");
@@ -306,7 +308,7 @@ TEST_F(ItemEditor, AFixedDeductionIsShownAsFixed)
 {
     edit(cspDeduction, 9, [&](TFiscalDeducation_Get_FRM &editor) {
         EXPECT_EQ(editor.CalcType_CMB->count(), 3);
-        EXPECT_EQ(editor.CalcType_CMB->currentText(), u"ثابت"_qs);
+        EXPECT_EQ(editor.CalcType_CMB->currentText(), u"ثابت"_s);
         EXPECT_FALSE(editor.Insurance_CHK->isVisible());
         EXPECT_TRUE(editor.InstallmentWarning_LBL->isVisible());
     });
@@ -332,7 +334,7 @@ TEST_F(ItemEditor, MinusOneChoosesTheFirstGroupAndAGroupThatIsGoneNone)
         EXPECT_EQ(editor.Group_CMB->currentIndex(), -1);
         fill(editor, "d");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList{u"NotSaveable(کليه گروه ها|رکوردي)"_qs});
+        EXPECT_EQ(messages.take(), QStringList{u"NotSaveable(کليه گروه ها|رکوردي)"_s});
         leave(editor);
     });
 }

@@ -1,10 +1,12 @@
 #include "entity/ItemPick.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 // Items that another workstation deleted while the list was open.
 
 TEST_F(ItemPick, AnItemThatIsGoneIsNotPickedForTheCaller)
 {
-    pick(u"0;1;"_qs, [&](TFiscalDeducation_List_FRM &screen) {
+    pick(u"0;1;"_s, [&](TFiscalDeducation_List_FRM &screen) {
         goTo(screen, 2);
         db.run("delete from Fiscal where Code=2");
         enter(screen);
@@ -19,25 +21,25 @@ TEST_F(ItemPick, AnItemThatIsGoneIsNotPickedForTheCaller)
 
 TEST_F(ItemPick, OfTickedItemsTheOnesThatAreGoneAreNamedAndTheOthersTaken)
 {
-    EXPECT_EQ(pick(u"1;2;12"_qs,
+    EXPECT_EQ(pick(u"1;2;12"_s,
                    [&](TFiscalDeducation_List_FRM &screen) {
                        tick(screen, {8, 9});
                        db.run("delete from Deduction where Code=9");
                        enter(screen);
                    }),
               QDialog::Accepted);
-    EXPECT_EQ(messages.take(), QStringList{u"MsgRecordGone(کد: 9)"_qs});
+    EXPECT_EQ(messages.take(), QStringList{u"MsgRecordGone(کد: 9)"_s});
     EXPECT_EQ(deductionsOf(12), "8|300");
 }
 
 TEST_F(ItemPick, AnOutputGetsNoRowOfAnItemThatIsGone)
 {
-    pick(u"0;3;21"_qs, [&](TFiscalDeducation_List_FRM &screen) {
+    pick(u"0;3;21"_s, [&](TFiscalDeducation_List_FRM &screen) {
         tick(screen, {3});
         db.run("delete from Fiscal where Code=3");
         enter(screen);
         EXPECT_TRUE(screen.isVisible());
-        EXPECT_EQ(messages.take(), QStringList{u"MsgRecordGone(کد: 3)"_qs});
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRecordGone(کد: 3)"_s});
         EXPECT_EQ(screen.Grid()->Model()->unlistedChecks(), QList<qlonglong>()) << "nothing stays ticked";
         EXPECT_EQ(screen.ListQuery()->rowOfKey(3), -1);
         // A row of the list that was never painted would answer code 0.

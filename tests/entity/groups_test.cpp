@@ -3,6 +3,8 @@
 #include <QAction>
 #include <QMenu>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 TEST_F(ItemList, TheGroupPaneHasItsNamesItsNumbersAndItsMenu)
@@ -12,13 +14,13 @@ TEST_F(ItemList, TheGroupPaneHasItsNamesItsNumbersAndItsMenu)
         const QList<TGridColumn> &columns = groups->Grid->Model()->columns();
         ASSERT_EQ(columns.size(), 2);
         EXPECT_EQ(columns[0].format, TGridColumn::RowNumber);
-        EXPECT_EQ(columns[1].caption, u"نام گردوه"_qs);
+        EXPECT_EQ(columns[1].caption, u"نام گردوه"_s);
         EXPECT_EQ(groups->Grid->selectionMode(), QAbstractItemView::SingleSelection);
         EXPECT_EQ(groups->Grid->objectName(), "GroupListDBList_GRD");
         QStringList menu;
         for (const QAction *action : groups->GroupList_PUM->actions())
             menu << action->objectName() + "=" + action->text();
-        EXPECT_EQ(menu, (QStringList{u"GNew_PMI=جدید"_qs, u"GEdit_PMI=ویرایش"_qs, u"GDelete_PMI=حذف"_qs}));
+        EXPECT_EQ(menu, (QStringList{u"GNew_PMI=جدید"_s, u"GEdit_PMI=ویرایش"_s, u"GDelete_PMI=حذف"_s}));
         EXPECT_GT(groups->mapTo(&screen, QPoint(0, 0)).x(), screen.Grid()->mapTo(&screen, QPoint(0, 0)).x());
     });
 }
@@ -29,7 +31,7 @@ TEST_F(ItemList, TheGroupSearchMindsCaseAndBeginningsAndStaysWhereNothingFits)
     db.run("insert into FiscalGrp(Code,Name) values(4,'shift two')");
     list(0, [&](TFiscalDeducation_List_FRM &screen) {
         TSmartEdit_ZLM *search = screen.Groups->SearchGroup_EDT;
-        EXPECT_EQ(search->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        EXPECT_EQ(search->text(), u"جستجو ... (Ctrl + F11)"_s);
         EXPECT_EQ(search->palette().color(QPalette::Text), QColor(Qt::gray));
         Keys::press(&screen, Qt::Key_F11, Qt::ControlModifier);
         EXPECT_NE(search->palette().color(QPalette::Text), QColor(Qt::gray));
@@ -41,7 +43,7 @@ TEST_F(ItemList, TheGroupSearchMindsCaseAndBeginningsAndStaysWhereNothingFits)
         EXPECT_EQ(screen.Groups->CurrentCode(), 3);
         Keys::retype(search, {});
         screen.Grid()->setFocus();
-        EXPECT_EQ(search->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        EXPECT_EQ(search->text(), u"جستجو ... (Ctrl + F11)"_s);
         EXPECT_EQ(search->palette().color(QPalette::Text), QColor(Qt::gray));
         EXPECT_EQ(screen.Groups->CurrentCode(), 3);
     });
@@ -83,7 +85,7 @@ TEST_F(ItemList, GroupAndSearchNarrowTogether)
 {
     list(0, [&](TFiscalDeducation_List_FRM &screen) {
         goToGroup(screen, 2);
-        Keys::type(screen.General_Search->Search_EDT(), u"كاري"_qs); // the other kaf and yeh
+        Keys::type(screen.General_Search->Search_EDT(), u"كاري"_s); // the other kaf and yeh
         Keys::press(&screen, Qt::Key_Return);
         EXPECT_EQ(codes(screen), (QStringList{"3", "5"}));
         goToGroup(screen, 1);
@@ -96,15 +98,15 @@ TEST_F(ItemList, GroupAndSearchNarrowTogether)
 TEST_F(ItemList, TheGroupSearchMovesToTheFirstNameThatBeginsWithTheText)
 {
     list(0, [&](TFiscalDeducation_List_FRM &screen) {
-        EXPECT_EQ(screen.Groups->SearchGroup_EDT->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        EXPECT_EQ(screen.Groups->SearchGroup_EDT->text(), u"جستجو ... (Ctrl + F11)"_s);
         Keys::press(&screen, Qt::Key_F11, Qt::ControlModifier);
         EXPECT_TRUE(screen.Groups->SearchGroup_EDT->hasFocus());
         EXPECT_EQ(screen.Groups->SearchGroup_EDT->text(), QString());
-        Keys::type(screen.Groups->SearchGroup_EDT, u"اضا"_qs);
+        Keys::type(screen.Groups->SearchGroup_EDT, u"اضا"_s);
         EXPECT_EQ(screen.Groups->CurrentCode(), 2);
         EXPECT_EQ(codes(screen), (QStringList{"3", "4", "5"}));
         screen.Grid()->setFocus();
-        EXPECT_EQ(screen.Groups->SearchGroup_EDT->text(), u"اضا"_qs);
+        EXPECT_EQ(screen.Groups->SearchGroup_EDT->text(), u"اضا"_s);
     });
 }
 

@@ -14,19 +14,21 @@
 #include <QTest>
 #include <QToolButton>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 TEST_F(ItemList, OfEarningsOpensOnAllGroupsAtTheLastRowWithTheFocusInTheSearch)
 {
     list(0, [&](TFiscalDeducation_List_FRM &screen) {
         EXPECT_EQ(screen.objectName(), "TFiscalDeducation_List_FRM");
-        EXPECT_EQ(screen.windowTitle(), u" ليست مزايا "_qs);
-        EXPECT_EQ(screen.Groups->Group_BTN->text(), u"گروه مزايا"_qs);
+        EXPECT_EQ(screen.windowTitle(), u" ليست مزايا "_s);
+        EXPECT_EQ(screen.Groups->Group_BTN->text(), u"گروه مزايا"_s);
         EXPECT_EQ(codes(screen), (QStringList{"1", "2", "3", "4", "5"}));
         EXPECT_EQ(screen.ListQuery()->position(), 4);
         EXPECT_EQ(screen.Groups->CurrentCode(), 0);
         EXPECT_TRUE(screen.General_Search->Search_EDT()->hasFocus());
-        EXPECT_EQ(screen.General_Search->Field_CMB()->currentText(), u"کد و عنوان"_qs);
+        EXPECT_EQ(screen.General_Search->Field_CMB()->currentText(), u"کد و عنوان"_s);
         EXPECT_TRUE(columnShown(screen, "InsuranceTitle"));
         EXPECT_TRUE(columnShown(screen, "TaxTitle"));
         EXPECT_FALSE(screen.Select_BTN->isEnabled());
@@ -40,8 +42,8 @@ TEST_F(ItemList, OfEarningsOpensOnAllGroupsAtTheLastRowWithTheFocusInTheSearch)
 TEST_F(ItemList, OfDeductionsHidesInsuranceAndTax)
 {
     list(1, [&](TFiscalDeducation_List_FRM &screen) {
-        EXPECT_EQ(screen.windowTitle(), u" ليست کسورات"_qs);
-        EXPECT_EQ(screen.Groups->Group_BTN->text(), u"گروه کسورات"_qs);
+        EXPECT_EQ(screen.windowTitle(), u" ليست کسورات"_s);
+        EXPECT_EQ(screen.Groups->Group_BTN->text(), u"گروه کسورات"_s);
         EXPECT_EQ(codes(screen), (QStringList{"6", "7", "8", "9"}));
         EXPECT_FALSE(columnShown(screen, "InsuranceTitle"));
         EXPECT_FALSE(columnShown(screen, "TaxTitle"));
@@ -58,12 +60,12 @@ TEST_F(ItemList, ShowsAmountsAsMoneyAndTheStripShowsTheCurrentItem)
     list(0, [&](TFiscalDeducation_List_FRM &screen) {
         goTo(screen, 1);
         EXPECT_EQ(screen.Grid()->Model()->index(0, 3).data().toString(), "103,909,680.5");
-        EXPECT_EQ(screen.Grid()->Model()->index(0, 2).data().toString(), u"ماهيانه"_qs);
+        EXPECT_EQ(screen.Grid()->Model()->index(0, 2).data().toString(), u"ماهيانه"_s);
         auto *strip = screen.findChild<TDetailStrip_ZLM *>();
         ASSERT_TRUE(strip);
         EXPECT_EQ(strip->ShownText("Code"), "1");
-        EXPECT_EQ(strip->ShownText("Title"), u"حقوق"_qs);
-        EXPECT_EQ(strip->ShownText("CalcTitle"), u"ماهيانه"_qs);
+        EXPECT_EQ(strip->ShownText("Title"), u"حقوق"_s);
+        EXPECT_EQ(strip->ShownText("CalcTitle"), u"ماهيانه"_s);
         EXPECT_EQ(strip->ShownText("Cost"), "103,909,680.5");
     });
 }
@@ -71,22 +73,22 @@ TEST_F(ItemList, ShowsAmountsAsMoneyAndTheStripShowsTheCurrentItem)
 TEST_F(ItemList, ShowsItsColumnsSearchItemsFieldsAndButtonsInTheirOrder)
 {
     const QList<std::pair<QString, QString>> columns = {
-        {"code", u"کد"_qs},         {"title", u"عنوان"_qs},         {"CalcTitle", u"مبنای محاسباتی"_qs},
-        {"Cost", u"مبلغ / نرخ"_qs}, {"InsuranceTitle", u"بیمه"_qs}, {"TaxTitle", u"مالیات"_qs},
+        {"code", u"کد"_s},         {"title", u"عنوان"_s},         {"CalcTitle", u"مبنای محاسباتی"_s},
+        {"Cost", u"مبلغ / نرخ"_s}, {"InsuranceTitle", u"بیمه"_s}, {"TaxTitle", u"مالیات"_s},
     };
     const int widths[] = {65, 186, 131, 129, 73, 68};
     const QList<std::pair<QString, QString>> items = {
-        {"Code", u"کد"_qs},         {"CodeName", u"کد و عنوان"_qs},
-        {"Title", u"عنوان"_qs},     {"CalcTitle", u"مبنای محاسباتی"_qs},
-        {"Cost", u"مبلغ / نرخ"_qs}, {"Comment", u"شرح"_qs},
+        {"Code", u"کد"_s},         {"CodeName", u"کد و عنوان"_s},
+        {"Title", u"عنوان"_s},     {"CalcTitle", u"مبنای محاسباتی"_s},
+        {"Cost", u"مبلغ / نرخ"_s}, {"Comment", u"شرح"_s},
     };
     const QList<std::pair<QString, QString>> fields = {
-        {"Code", u"کد"_qs},         {"Title", u"عنوان"_qs}, {"CalcTitle", u"مبنای محاسباتی"_qs},
-        {"Cost", u"مبلغ / نرخ"_qs}, {"Comment", u"شرح"_qs},
+        {"Code", u"کد"_s},         {"Title", u"عنوان"_s}, {"CalcTitle", u"مبنای محاسباتی"_s},
+        {"Cost", u"مبلغ / نرخ"_s}, {"Comment", u"شرح"_s},
     };
     const std::pair<const char *, QString> buttons[] = {
-        {"New_BTN", u"جدید F4"_qs},         {"EDit_BTN", u"ویرایش F5"_qs}, {"Del_BTN", u"حذف F7"_qs},
-        {"Select_BTN", u"انتخاب Enter"_qs}, {"EXit_BTN", u"خروج Esc"_qs},
+        {"New_BTN", u"جدید F4"_s},         {"EDit_BTN", u"ویرایش F5"_s}, {"Del_BTN", u"حذف F7"_s},
+        {"Select_BTN", u"انتخاب Enter"_s}, {"EXit_BTN", u"خروج Esc"_s},
     };
     list(0, [&](TFiscalDeducation_List_FRM &screen) {
         QList<std::pair<QString, QString>> shown;
@@ -156,7 +158,7 @@ TEST_F(ItemList, OfEarningsShowsInsuranceAndTaxEachTimeItOpens)
                 action->trigger();
     };
     list(0, [&](TFiscalDeducation_List_FRM &screen) {
-        for (const QString &caption : {u"بیمه"_qs, u"مالیات"_qs, u"مبنای محاسباتی"_qs})
+        for (const QString &caption : {u"بیمه"_s, u"مالیات"_s, u"مبنای محاسباتی"_s})
             choose(screen, caption);
         EXPECT_FALSE(columnShown(screen, "InsuranceTitle"));
         EXPECT_FALSE(columnShown(screen, "TaxTitle"));
@@ -170,7 +172,7 @@ TEST_F(ItemList, OfEarningsShowsInsuranceAndTaxEachTimeItOpens)
         EXPECT_EQ(menu.actions().size(), 6);
         EXPECT_TRUE(menu.actions()[4]->isChecked());
         EXPECT_TRUE(menu.actions()[5]->isChecked());
-        choose(screen, u"مبنای محاسباتی"_qs);
+        choose(screen, u"مبنای محاسباتی"_s);
     });
     list(1, [&](TFiscalDeducation_List_FRM &screen) {
         EXPECT_FALSE(columnShown(screen, "InsuranceTitle"));
@@ -186,7 +188,7 @@ TEST_F(ItemList, MakesItsDataModuleAndFreesIt)
         TFiscalDeducation_List_FRM screen(fmBrowse, 0, {});
         EXPECT_NE(Entity_DM, nullptr);
         {
-            TFiscalDeducation_List_FRM inner(fmSelect, u"0;1;0"_qs, {});
+            TFiscalDeducation_List_FRM inner(fmSelect, u"0;1;0"_s, {});
         }
         EXPECT_NE(Entity_DM, nullptr); // the outer list stands on its rows
     }
@@ -232,7 +234,7 @@ TEST_F(ItemList, AnEmptyGroupTableOpensAndAsksForAGroup)
     list(0, [&](TFiscalDeducation_List_FRM &screen) {
         EXPECT_EQ(codes(screen), QStringList());
         for (const TSmartGrid_ZLM *grid : {screen.Grid(), screen.Groups->Grid})
-            EXPECT_EQ(paintedText(grid->viewport()), u"<داده ای برای نمایش وجود ندارد>"_qs);
+            EXPECT_EQ(paintedText(grid->viewport()), u"<داده ای برای نمایش وجود ندارد>"_s);
         Keys::press(&screen, Qt::Key_F4);
         EXPECT_EQ(messages.take(), QStringList{"MakeGroup()"});
     });
@@ -305,7 +307,7 @@ TEST_F(ItemList, AnItemInUseIsNotDeleted)
             goTo(screen, code);
             screen.General_Search->setFocus();
             Keys::press(&screen, Qt::Key_F7);
-            EXPECT_EQ(messages.take(), QStringList{u"MsgHasSubRecords(مزايا)"_qs}) << code;
+            EXPECT_EQ(messages.take(), QStringList{u"MsgHasSubRecords(مزايا)"_s}) << code;
             EXPECT_TRUE(screen.Grid()->hasFocus());
         }
     });
@@ -313,7 +315,7 @@ TEST_F(ItemList, AnItemInUseIsNotDeleted)
         for (const int code : {6, 8, 9}) { // 6 is the settings' insurance deduction
             goTo(screen, code);
             Keys::press(&screen, Qt::Key_F7);
-            EXPECT_EQ(messages.take(), QStringList{u"MsgHasSubRecords(کسورات)"_qs}) << code;
+            EXPECT_EQ(messages.take(), QStringList{u"MsgHasSubRecords(کسورات)"_s}) << code;
         }
     });
     EXPECT_EQ(db.text("select count(*) from Fiscal"), "5");
@@ -328,7 +330,7 @@ TEST_F(ItemList, AnItemBoundMeanwhileIsNotDeletedEither)
         bind(9, 5); // the list does not know yet
         messages.answer({Yes});
         Keys::press(&screen, Qt::Key_F7);
-        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(مزايا)"_qs}));
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(مزايا)"_s}));
         EXPECT_EQ(codes(screen).size(), 5);
         EXPECT_EQ(screen.ListQuery()->asInteger("PayrollCode"), 9); // read anew
     });

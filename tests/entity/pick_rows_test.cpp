@@ -1,11 +1,13 @@
 #include "entity/ItemPick.h"
 #include "support/LostAnswer.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 // Which rows are picked, and which of several reasons against a row is told.
 
 TEST_F(ItemPick, OfHighlightedRowsWithoutTicksOnlyTheCurrentOneIsTaken)
 {
-    EXPECT_EQ(pick(u"1;2;12"_qs,
+    EXPECT_EQ(pick(u"1;2;12"_s,
                    [&](TFiscalDeducation_List_FRM &screen) {
                        goTo(screen, 7);
                        Keys::press(&screen, Qt::Key_Down, Qt::ShiftModifier);
@@ -13,7 +15,7 @@ TEST_F(ItemPick, OfHighlightedRowsWithoutTicksOnlyTheCurrentOneIsTaken)
                    }),
               QDialog::Accepted);
     EXPECT_EQ(deductionsOf(12), "8|300");
-    EXPECT_EQ(pick(u"0;3;21"_qs,
+    EXPECT_EQ(pick(u"0;3;21"_s,
                    [&](TFiscalDeducation_List_FRM &screen) {
                        goTo(screen, 3);
                        Keys::press(&screen, Qt::Key_A, Qt::ControlModifier);
@@ -41,17 +43,17 @@ TEST_F(ItemPick, TheCurrentOneOfHighlightedRowsIsRefusedLikeASingleRow)
         });
         return list;
     };
-    EXPECT_EQ(told(u"0;2;10"_qs, 1), QStringList{"ShowSmartMessage:10251()"});
-    EXPECT_EQ(told(u"0;2;10"_qs, 2), QStringList{u"SelectBefore(سطر)"_qs});
-    EXPECT_EQ(told(u"0;3;21"_qs, 2), QStringList{"ShowSmartMessage:10121()"});
-    EXPECT_EQ(told(u"0;3;21"_qs, 3), QStringList{u"SelectBefore(سطر)"_qs});
+    EXPECT_EQ(told(u"0;2;10"_s, 1), QStringList{"ShowSmartMessage:10251()"});
+    EXPECT_EQ(told(u"0;2;10"_s, 2), QStringList{u"SelectBefore(سطر)"_s});
+    EXPECT_EQ(told(u"0;3;21"_s, 2), QStringList{"ShowSmartMessage:10121()"});
+    EXPECT_EQ(told(u"0;3;21"_s, 3), QStringList{u"SelectBefore(سطر)"_s});
     EXPECT_EQ(earningsOf(10), "2|1");
     EXPECT_EQ(outputs(), "21|3|0|4");
 }
 
 TEST_F(ItemPick, SpaceTicksAllHighlightedRowsAndThenTheyAreTakenTogether)
 {
-    EXPECT_EQ(pick(u"1;2;12"_qs,
+    EXPECT_EQ(pick(u"1;2;12"_s,
                    [&](TFiscalDeducation_List_FRM &screen) {
                        goTo(screen, 7);
                        Keys::press(&screen, Qt::Key_Down, Qt::ShiftModifier);
@@ -65,7 +67,7 @@ TEST_F(ItemPick, SpaceTicksAllHighlightedRowsAndThenTheyAreTakenTogether)
 
 TEST_F(ItemPick, WhatFollowsAnotherSemicolonIsNoPartOfTheTarget)
 {
-    EXPECT_EQ(pick(u"0;2;10;11"_qs,
+    EXPECT_EQ(pick(u"0;2;10;11"_s,
                    [&](TFiscalDeducation_List_FRM &screen) {
                        EXPECT_EQ(screen.Parameter(2), QVariant("10"));
                        EXPECT_EQ(screen.Parameter(3), QVariant("11"));
@@ -75,7 +77,7 @@ TEST_F(ItemPick, WhatFollowsAnotherSemicolonIsNoPartOfTheTarget)
               QDialog::Accepted);
     EXPECT_EQ(earningsOf(10), "3|500.25");
     EXPECT_EQ(earningsOf(11), "");
-    EXPECT_EQ(pick(u"1;3;21;"_qs,
+    EXPECT_EQ(pick(u"1;3;21;"_s,
                    [&](TFiscalDeducation_List_FRM &screen) {
                        goTo(screen, 8);
                        enter(screen);
@@ -93,13 +95,13 @@ TEST_F(ItemPick, OfTwoReasonsAgainstARowTheOrderTellsTheFirst)
     db.run("insert into tmpRecFiscal(RecruitmentCode,ItemCode,Cost) values(10,3,7)");
     db.run("update Fiscal set Cost=0 where Code=3");
     const auto told = [&](std::initializer_list<int> ticked, int current) {
-        return toldBy(u"0;2;10"_qs, ticked, current);
+        return toldBy(u"0;2;10"_s, ticked, current);
     };
     // Reserved before repeated, reserved before worth nothing, repeated before worth nothing.
     EXPECT_EQ(told({1, 3, 4}, 1), (QStringList{"ShowSmartMessage:10249(1)", "ShowSmartMessage:10250(3)",
                                                "ShowSmartMessage:10249(4)"}));
     EXPECT_EQ(told({}, 1), QStringList{"ShowSmartMessage:10251()"});
-    EXPECT_EQ(told({}, 3), QStringList{u"SelectBefore(سطر)"_qs});
+    EXPECT_EQ(told({}, 3), QStringList{u"SelectBefore(سطر)"_s});
     EXPECT_EQ(told({}, 4), QStringList{"ShowSmartMessage:10251()"});
     EXPECT_EQ(earningsOf(10), "1|7\n3|7");
 }
@@ -108,7 +110,7 @@ TEST_F(ItemPick, ADeductionOfTheMethodThatCostsNothingIsSkippedAndTheNextRowIsVi
 {
     db.run(
         "update Deduction set Cost=0 where Code in (6,7)"); // insurance and tax, which the order's method computes
-    EXPECT_EQ(pick(u"1;2;10"_qs,
+    EXPECT_EQ(pick(u"1;2;10"_s,
                    [&](TFiscalDeducation_List_FRM &screen) {
                        tick(screen, {6, 7, 8});
                        enter(screen);
@@ -117,7 +119,7 @@ TEST_F(ItemPick, ADeductionOfTheMethodThatCostsNothingIsSkippedAndTheNextRowIsVi
               QDialog::Accepted);
     EXPECT_EQ(messages.take(), (QStringList{"ShowSmartMessage:10122()", "ShowSmartMessage:10122()"}));
     EXPECT_EQ(deductionsOf(10), "8|300");
-    pick(u"1;2;10"_qs, [&](TFiscalDeducation_List_FRM &screen) {
+    pick(u"1;2;10"_s, [&](TFiscalDeducation_List_FRM &screen) {
         goTo(screen, 6);
         enter(screen);
         EXPECT_TRUE(screen.isVisible());
@@ -129,7 +131,7 @@ TEST_F(ItemPick, ADeductionOfTheMethodThatCostsNothingIsSkippedAndTheNextRowIsVi
 TEST_F(ItemPick, ADeductionOfTheMethodThatIsOnTheOrderAlreadyIsSkippedToo)
 {
     db.run("insert into tmpRecDeduction(Recruitmentcode,ItemCode,Cost) values(10,6,1)");
-    EXPECT_EQ(pick(u"1;2;10"_qs,
+    EXPECT_EQ(pick(u"1;2;10"_s,
                    [&](TFiscalDeducation_List_FRM &screen) {
                        tick(screen, {6, 8});
                        enter(screen);
@@ -146,7 +148,7 @@ TEST_F(ItemPick, AnOutputTellsThatARowIsNotForItBeforeThatItIsRepeated)
         db.run(QString("insert into tmpstaffOutPutDetail(OutPutCode,Amount,Type,ItemCode) values(21,4,0,%1)")
                    .arg(item));
     const auto told = [&](std::initializer_list<int> ticked, int current) {
-        return toldBy(u"0;3;21"_qs, ticked, current);
+        return toldBy(u"0;3;21"_s, ticked, current);
     };
     EXPECT_EQ(told({2, 5}, 2), (QStringList{"ShowSmartMessage:10120(2)", "ShowSmartMessage:10120(5)"}));
     EXPECT_EQ(told({}, 2), QStringList{"ShowSmartMessage:10121()"});
@@ -191,7 +193,7 @@ TEST_F(ItemPick, AnItemThatSomebodyElseAddedStaysRefusedAfterAFaultOfAnotherKind
                        db.run("insert into tmpRecFiscal(RecruitmentCode,ItemCode,Cost) values(10,3,1)");
                        messages.take();
                        enter(screen);
-                       EXPECT_EQ(messages.take(), QStringList{u"SelectBefore(سطر)"_qs});
+                       EXPECT_EQ(messages.take(), QStringList{u"SelectBefore(سطر)"_s});
                    }),
               QDialog::Rejected);
 }

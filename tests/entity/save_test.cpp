@@ -3,15 +3,17 @@
 
 #include <QLabel>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 TEST_F(ItemEditor, TheAllGroupsRowCannotBeSavedInto)
 {
     editNew(cspFiscal, "0", [&](TFiscalDeducation_Get_FRM &editor) {
-        EXPECT_EQ(editor.Group_CMB->currentText(), u"کليه گروه ها"_qs);
+        EXPECT_EQ(editor.Group_CMB->currentText(), u"کليه گروه ها"_s);
         fill(editor, "e");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList{u"NotSaveable(کليه گروه ها|رکوردي)"_qs});
+        EXPECT_EQ(messages.take(), QStringList{u"NotSaveable(کليه گروه ها|رکوردي)"_s});
         EXPECT_TRUE(editor.Group_CMB->hasFocus());
         Keys::press(&editor, Qt::Key_Down);
         Keys::press(&editor, Qt::Key_F3);
@@ -30,42 +32,42 @@ TEST_F(ItemEditor, ValidationsRunInTheirOrder)
             EXPECT_TRUE(!focus || focus->hasFocus()) << message.toStdString();
         };
         editor.Code_EDT->Clear();
-        refused(u"MsgRequiredField(کد)"_qs, nullptr);
+        refused(u"MsgRequiredField(کد)"_s, nullptr);
         editor.Code_EDT->SetText("6"); // a deduction's
-        refused(u"MsgRepeatedField(کد|)"_qs, nullptr);
+        refused(u"MsgRepeatedField(کد|)"_s, nullptr);
         EXPECT_EQ(editor.Code_EDT->GetText(), "10");
-        refused(u"NotSaveable(کليه گروه ها|رکوردي)"_qs, editor.Group_CMB);
+        refused(u"NotSaveable(کليه گروه ها|رکوردي)"_s, editor.Group_CMB);
         editor.Group_CMB->SetCode(1);
-        refused(u"MsgRequiredField(عنوان)"_qs, editor.Title_EDT);
-        Keys::type(editor.Title_EDT, u"پاداش"_qs);
-        refused(u"MsgRepeatedField(عنوان|مزايا)"_qs, editor.Title_EDT);
-        Keys::retype(editor.Title_EDT, u"تازه"_qs);
+        refused(u"MsgRequiredField(عنوان)"_s, editor.Title_EDT);
+        Keys::type(editor.Title_EDT, u"پاداش"_s);
+        refused(u"MsgRepeatedField(عنوان|مزايا)"_s, editor.Title_EDT);
+        Keys::retype(editor.Title_EDT, u"تازه"_s);
         TSelect_AccountCode *account = editor.TSelect_AccountCode1;
-        refused(u"MsgRequiredField(حساب کارمند را به طور کامل)"_qs, account->TotalCode_EDT);
+        refused(u"MsgRequiredField(حساب کارمند را به طور کامل)"_s, account->TotalCode_EDT);
         Keys::type(account->TotalCode_EDT, "61");
-        refused(u"MsgRequiredField(حساب کارمند را به طور کامل)"_qs, account->TotalCode_EDT);
+        refused(u"MsgRequiredField(حساب کارمند را به طور کامل)"_s, account->TotalCode_EDT);
         Keys::type(account->AssistantCode_EDT, "1");
-        refused(u"MsgRequiredField(حساب کارمند را به طور کامل)"_qs, account->TotalCode_EDT);
+        refused(u"MsgRequiredField(حساب کارمند را به طور کامل)"_s, account->TotalCode_EDT);
         Keys::type(account->DetailCode_EDT, "2");
-        refused(u"MsgRequiredField(مبلغ)"_qs, editor.Cost_EDT);
+        refused(u"MsgRequiredField(مبلغ)"_s, editor.Cost_EDT);
         Keys::type(editor.Cost_EDT, "0");
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_FALSE(editor.isVisible());
     });
-    EXPECT_EQ(earning(10), u"1|2|تازه|61|1|2|0|0|0|"_qs);
+    EXPECT_EQ(earning(10), u"1|2|تازه|61|1|2|0|0|0|"_s);
 }
 
 TEST_F(ItemEditor, AnAmountThatIsEmptyWhileTheBasisIsPercentIsAskedForAsTheRate)
 {
     editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
         fill(editor, "e");
-        chooseBasis(editor, u"درصد"_qs);
+        chooseBasis(editor, u"درصد"_s);
         editor.Cost_EDT->Clear(); // nobody can: it is hidden
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_EQ(messages.last().control, editor.Cost_EDT);
-        EXPECT_EQ(messages.take(), QStringList{u"MsgRequiredField(نرخ)"_qs});
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRequiredField(نرخ)"_s});
         EXPECT_TRUE(editor.isVisible());
-        chooseBasis(editor, u"مبلغ"_qs);
+        chooseBasis(editor, u"مبلغ"_s);
         Keys::type(editor.Cost_EDT, "12");
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_FALSE(editor.isVisible());
@@ -76,59 +78,59 @@ TEST_F(ItemEditor, AnAmountThatIsEmptyWhileTheBasisIsPercentIsAskedForAsTheRate)
 TEST_F(ItemEditor, ARepeatedTitleOfADeductionIsToldWithTheWordOfTheEarnings)
 {
     editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
-        fill(editor, u"مساعده"_qs);
+        fill(editor, u"مساعده"_s);
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(عنوان|مزايا)"_qs});
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(عنوان|مزايا)"_s});
         leave(editor);
     });
 }
 
 TEST_F(ItemEditor, ATitleIsRepeatedHoweverItIsWrittenAndTheItemIsNamed)
 {
-    db.run(u"update Fiscal set Title=N' كار عيدي' where Code=4"_qs);
+    db.run(u"update Fiscal set Title=N' كار عيدي' where Code=4"_s);
     editNew(cspFiscal, "1", [&](TFiscalDeducation_Get_FRM &editor) {
-        fill(editor, u"کار عیدی"_qs);
+        fill(editor, u"کار عیدی"_s);
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(عنوان|مزايا)"_qs});
-        EXPECT_TRUE(messages.last().text.endsWith(u"كار عيدي (کد 4)"_qs))
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(عنوان|مزايا)"_s});
+        EXPECT_TRUE(messages.last().text.endsWith(u"كار عيدي (کد 4)"_s))
             << messages.last().text.toStdString();
         EXPECT_TRUE(editor.Title_EDT->hasFocus());
         Keys::retype(editor.Title_EDT, "   ");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList{u"MsgRequiredField(عنوان)"_qs});
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRequiredField(عنوان)"_s});
         leave(editor);
     });
     edit(cspFiscal, 4, [&](TFiscalDeducation_Get_FRM &editor) { // its own title in another form is no other's
         messages.take();
-        Keys::retype(editor.Title_EDT, u"کار عیدی"_qs);
+        Keys::retype(editor.Title_EDT, u"کار عیدی"_s);
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList());
         EXPECT_FALSE(editor.isVisible());
     });
-    EXPECT_EQ(db.text("select Title from Fiscal where Code=4"), u"کار عیدی"_qs);
+    EXPECT_EQ(db.text("select Title from Fiscal where Code=4"), u"کار عیدی"_s);
 }
 
 TEST_F(ItemEditor, TitlesAreUniqueWithinTheirKindOnly)
 {
     editNew(cspDeduction, "5", [&](TFiscalDeducation_Get_FRM &editor) {
-        fill(editor, u"پاداش"_qs); // an earning's
+        fill(editor, u"پاداش"_s); // an earning's
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_FALSE(editor.isVisible());
     });
-    EXPECT_EQ(db.text("select Title from Deduction where Code=10"), u"پاداش"_qs);
+    EXPECT_EQ(db.text("select Title from Deduction where Code=10"), u"پاداش"_s);
     edit(cspFiscal, 4, [&](TFiscalDeducation_Get_FRM &editor) { // keeps its own title
         Keys::retype(editor.Cost_EDT, "77");
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_FALSE(editor.isVisible());
     });
     edit(cspFiscal, 4, [&](TFiscalDeducation_Get_FRM &editor) {
-        Keys::retype(editor.Title_EDT, u"مسکن"_qs);
+        Keys::retype(editor.Title_EDT, u"مسکن"_s);
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(عنوان|مزايا)"_qs});
-        EXPECT_EQ(editor.Title_EDT->GetText(), u"مسکن"_qs);
+        EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(عنوان|مزايا)"_s});
+        EXPECT_EQ(editor.Title_EDT->GetText(), u"مسکن"_s);
         leave(editor);
     });
-    EXPECT_EQ(earning(4), u"2|0|پاداش|61|1|2|77|0|0|"_qs);
+    EXPECT_EQ(earning(4), u"2|0|پاداش|61|1|2|77|0|0|"_s);
 }
 
 TEST_F(ItemEditor, ACodeThatAnotherUserSavedMeanwhileIsToldAndStaysTheProposedOne)
@@ -138,7 +140,7 @@ TEST_F(ItemEditor, ACodeThatAnotherUserSavedMeanwhileIsToldAndStaysTheProposedOn
         db.run("insert into Deduction(Code,GrpCode,CalcType,Title) values(10,5,0,'theirs')");
         for (int attempt = 0; attempt < 2; ++attempt) {
             Keys::press(&editor, Qt::Key_F3);
-            EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(کد|)"_qs});
+            EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(کد|)"_s});
             EXPECT_EQ(editor.Code_EDT->GetText(), "10");
         }
         EXPECT_EQ(editor.Title_EDT->GetText(), "e");
@@ -155,10 +157,10 @@ TEST_F(ItemEditor, AnAccountThatTheChartDoesNotHaveCountsAsNone)
         fill(editor, "e");
         Keys::retype(editor.TSelect_AccountCode1->AssistantCode_EDT, "99");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), (QStringList{u"MsgRequiredField(حساب کارمند را به طور کامل)"_qs,
-                                                u"ShowTooltipMessage(کد معین 99 ثبت نشده است)"_qs}));
+        EXPECT_EQ(messages.take(), (QStringList{u"MsgRequiredField(حساب کارمند را به طور کامل)"_s,
+                                                u"ShowTooltipMessage(کد معین 99 ثبت نشده است)"_s}));
         EXPECT_EQ(editor.TSelect_AccountCode1->AssistantCode_EDT->GetText(), "99");
-        EXPECT_TRUE(editor.TSelect_AccountCode1->Name_LBL->text().contains(u"کد معین 99 ثبت نشده است"_qs));
+        EXPECT_TRUE(editor.TSelect_AccountCode1->Name_LBL->text().contains(u"کد معین 99 ثبت نشده است"_s));
         Keys::picture(&editor, "earning_unknown_account");
         leave(editor);
     });
@@ -173,7 +175,7 @@ TEST_F(ItemEditor, TheDetailAccountOfADeductionIsNarrower)
                   "4000");                                         // the last digit is not taken
         editor.TSelect_AccountCode1->SetCodes("61", "1", "40000"); // as a picker gives it
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take().last(), u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs);
+        EXPECT_EQ(messages.take().last(), u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_s);
         EXPECT_TRUE(editor.isVisible());
         EXPECT_EQ(editor.Title_EDT->GetText(), "d");
         leave(editor);
@@ -188,7 +190,7 @@ TEST_F(ItemEditor, AGroupDeletedByAnotherWorkstationIsToldAndNothingIsLost)
         db.run("update Fiscal set GrpCode=1");
         db.run("delete from FiscalGrp where Code=2");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList{u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs});
+        EXPECT_EQ(messages.take(), QStringList{u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_s});
         EXPECT_TRUE(editor.isVisible());
         EXPECT_EQ(editor.Title_EDT->GetText(), "e");
         editor.Group_CMB->SetCode(1);
@@ -204,7 +206,7 @@ TEST_F(ItemEditor, AnItemDeletedWhileItsEditorIsOpenIsToldAndTheInputsStay)
         Keys::retype(editor.Title_EDT, "kept");
         db.run("delete from Fiscal where Code=4");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList{u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs});
+        EXPECT_EQ(messages.take(), QStringList{u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_s});
         EXPECT_EQ(editor.Title_EDT->GetText(), "kept");
         leave(editor);
     });
@@ -250,8 +252,8 @@ TEST_F(ItemEditor, AFaultAtAnyStatementOfASaveLosesNothing)
 TEST_F(ItemEditor, ASaveWhoseAnswerWasLostIsGoneOnWith)
 {
     const int result = editNew(cspFiscal, "2", [&](TFiscalDeducation_Get_FRM &editor) {
-        fill(editor, u"  کلی'ي  "_qs);
-        chooseBasis(editor, u"درصد"_qs);
+        fill(editor, u"  کلی'ي  "_s);
+        chooseBasis(editor, u"درصد"_s);
         Keys::retype(editor.CostPercent_EDT, "9.50");
         editor.Tax_CHK->setChecked(true);
         Keys::retype(editor.Comment_EDT, "c");
@@ -279,11 +281,10 @@ TEST_F(ItemEditor, AnItemThatAnotherUserStoredWhileTheLineWasLostIsNotWrittenOve
             fill(editor, "mine");
             breakBefore(db, "insert into [Deduction]", [&] { Keys::press(&editor, Qt::Key_F3); });
             messages.take();
-            db.run(
-                u"insert into Deduction(Code,GrpCode,CalcType,Title,Cost,Kol,Moin,Tafzili) values(10,%1)"_qs
-                    .arg(theirs));
+            db.run(u"insert into Deduction(Code,GrpCode,CalcType,Title,Cost,Kol,Moin,Tafzili) values(10,%1)"_s
+                       .arg(theirs));
             Keys::press(&editor, Qt::Key_F3);
-            EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(کد|)"_qs});
+            EXPECT_EQ(messages.take(), QStringList{u"MsgRepeatedField(کد|)"_s});
             EXPECT_TRUE(editor.isVisible());
             EXPECT_EQ(editor.Title_EDT->GetText(), "mine");
             leave(editor);
@@ -298,14 +299,14 @@ TEST_F(ItemEditor, SaveAndNewBeginsTheNextItemInTheSameGroup)
 {
     editNew(cspFiscal, "2", [&](TFiscalDeducation_Get_FRM &editor) {
         fill(editor, "first");
-        chooseBasis(editor, u"درصد"_qs);
+        chooseBasis(editor, u"درصد"_s);
         Keys::retype(editor.CostPercent_EDT, "9");
         editor.Tax_CHK->setChecked(true);
         Keys::press(&editor, Qt::Key_F3, Qt::ControlModifier);
         EXPECT_TRUE(editor.isVisible());
         EXPECT_EQ(editor.Code_EDT->GetText(), "11");
         EXPECT_EQ(editor.Group_CMB->Code(), 2);
-        EXPECT_EQ(editor.CalcType_CMB->currentText(), u"ماهيانه"_qs);
+        EXPECT_EQ(editor.CalcType_CMB->currentText(), u"ماهيانه"_s);
         EXPECT_TRUE(editor.Title_EDT->IsEmpty());
         EXPECT_TRUE(editor.Cost_EDT->IsEmpty());
         EXPECT_EQ(editor.CostPercent_EDT->text(), "0");

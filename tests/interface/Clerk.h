@@ -6,6 +6,8 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// Sees every screen come up, and answers it as soon as it is at work.
 class TClerk : public QObject {
 public:
@@ -27,7 +29,7 @@ public:
 private:
     void work(QDialog *screen) const
     {
-        auto *select = screen->findChild<QAbstractButton *>(QStringLiteral("Select_BTN"));
+        auto *select = screen->findChild<QAbstractButton *>(u"Select_BTN"_s);
         if (answer == Chooses && select && select->isEnabled())
             select->click();
         else if (answer == ClosesTheBox)

@@ -15,6 +15,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// A host with a database, a user and the module, which it knows by its entries' names only.
 class Interface : public testing::Test {
 protected:
@@ -25,19 +27,16 @@ protected:
         db.run("insert into CalcMethod(Code,Title) values(5,'five')");
         db.run("insert into CalcMethod(Code,Title) values(8,'eight')");
         for (const int code : {3, 4})
-            db.run(QStringLiteral("insert into TaxMain(Code,Title) values(%1,'t%1')").arg(code));
+            db.run(u"insert into TaxMain(Code,Title) values(%1,'t%1')"_s.arg(code));
         for (const int code : {11, 12})
-            db.run(QStringLiteral("insert into Staff(Code,Name,LastName,StaffGroup) values(%1,'n','l%1',0)")
-                       .arg(code));
+            db.run(u"insert into Staff(Code,Name,LastName,StaffGroup) values(%1,'n','l%1',0)"_s.arg(code));
         db.run("insert into StaffGroup(Code,Name) values(2,'two')");
         for (const int code : {21, 22})
             db.run(
-                QStringLiteral("insert into Fiscal(Code,Title,GrpCode,Cost,CalcType) values(%1,'f%1',0,10,1)")
-                    .arg(code));
+                u"insert into Fiscal(Code,Title,GrpCode,Cost,CalcType) values(%1,'f%1',0,10,1)"_s.arg(code));
         for (const int code : {31, 32})
-            db.run(QStringLiteral(
-                       "insert into Deduction(Code,Title,GrpCode,Cost,CalcType) values(%1,'d%1',0,10,1)")
-                       .arg(code));
+            db.run(u"insert into Deduction(Code,Title,GrpCode,Cost,CalcType) values(%1,'d%1',0,10,1)"_s.arg(
+                code));
     }
     ~Interface() override
     {
@@ -76,9 +75,8 @@ protected:
         UserInfo = TUserInfo{7, "other", "other", false, true};
         db.run("delete from UserRight");
         for (const auto &[part, right] : rights)
-            db.run(QStringLiteral("insert into UserRight(UserCode,SoftwarePart,Permission) values(7,%1,%2)")
-                       .arg(part)
-                       .arg(right));
+            db.run(u"insert into UserRight(UserCode,SoftwarePart,Permission) values(7,%1,%2)"_s.arg(part).arg(
+                right));
     }
     /// The data module of this class, null when none lives.
     static QObject *dataModule(const QString &name)

@@ -13,6 +13,8 @@
 #include <cstring>
 #include <thread>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// What an entry asks, shows and leaves.
@@ -133,8 +135,7 @@ TEST_F(Interface, AScreenGoesBeforeItsDataModule)
          {"Open_CalculatingMethods", "Open_StaffList", "Select_CalculatingMethods", "Select_Staff"}) {
         QStringList gone;
         shown(name, [&](QWidget *screen) {
-            const QString module =
-                QLatin1String(name).contains(QLatin1String("Staff")) ? "TStaff_DM" : "TCalcMethod_DM";
+            const QString module = QLatin1String(name).contains("Staff"_L1) ? "TStaff_DM" : "TCalcMethod_DM";
             ASSERT_TRUE(dataModule(module)) << name;
             QObject::connect(screen, &QObject::destroyed, [&] { gone << "screen"; });
             QObject::connect(dataModule(module), &QObject::destroyed, [&] { gone << "data module"; });
@@ -147,7 +148,7 @@ TEST_F(Interface, AScreenGoesBeforeItsDataModule)
 TEST_F(Interface, AScreenOpensWithoutTheLibraryThatWritesSpreadsheets)
 {
     shown("Open_CalculatingMethods", escape);
-    QFile maps(QStringLiteral("/proc/self/maps"));
+    QFile maps(u"/proc/self/maps"_s);
     ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
     const QByteArray loaded = maps.readAll();
     EXPECT_TRUE(loaded.contains("libKetebionpapHost"));
@@ -210,7 +211,7 @@ TEST_F(Interface, TheItemListsGetKindSelectTypeAndFilter)
         {"Select_FiscalList", 0, 1, u"", {"0", "1", "0"}},
         {"Select_FiscalList", 0, 1, nullptr, {"0", "1", "0"}},
         {"Select_DeductionList", 0, 2, u"x", {"1", "2", "x"}},
-        {"Select_FiscalList", 0, -7, u"روش ۱", {"0", "-7", u"روش ۱"_qs}},
+        {"Select_FiscalList", 0, -7, u"روش ۱", {"0", "-7", u"روش ۱"_s}},
         {"Select_FiscalDeducation", 1, 4, u"", {"1", "4", ""}},
         {"Select_FiscalDeducation", 0, 5, nullptr, {"0", "5", ""}},
         {"Select_FiscalDeducation", 1, 3, u"%1 %s'", {"1", "3", "%1 %s'"}},
@@ -390,8 +391,7 @@ TEST_F(Interface, TheDocumentQuotesTheExampleAsItIsBuilt)
     const QString document = contentOf("integration.md");
     for (const auto &[name, language] :
          {std::pair("host.c", "c"), {"services.h", "c"}, {"services.cpp", "cpp"}})
-        EXPECT_TRUE(document.contains(
-            QStringLiteral("```%1\n%2```\n").arg(language, contentOf(QStringLiteral("example/") + name))))
+        EXPECT_TRUE(document.contains(u"```%1\n%2```\n"_s.arg(language, contentOf(u"example/"_s + name))))
             << name;
 }
 

@@ -84,9 +84,9 @@ protected:
         db.run("insert into UserAccount(Code,Name,FullName,PasswordHash,IsAdmin,IsActive,FailedCount) "
                "values(1,'clerk','clerk','',0,1,0)");
         for (const int right : rights)
-            db.run(u"insert into UserRight(UserCode,SoftwarePart,Permission) values(1,801,%1)"_qs.arg(right));
+            db.run(u"insert into UserRight(UserCode,SoftwarePart,Permission) values(1,801,%1)"_s.arg(right));
     }
-    const QString saved = u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs;
+    const QString saved = u"MSGCompeletedSuccessfully(ذخيره سازي )"_s;
     QString stored(int code)
     {
         return db.text(QString("select Value from PayrollInfo where Code=%1").arg(code));

@@ -1,5 +1,7 @@
 #include "payrollinfo/Screens.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 TEST_F(PayrollItem, AnItemIsLinkedByTypingTheCode)
 {
     const int result = show(earning, 0, [&](TPayrollInfoDetail_FRM &screen) {
@@ -34,7 +36,7 @@ TEST_F(PayrollItem, AnEarningsCodeIsNoDeductionsCode)
 
 TEST_F(PayrollItem, ACodeIsLookedUpToo_WhenTheQuestionOfClosingIsAnsweredWithYes)
 {
-    db.run(u"update PayrollInfoDetail set UserCode=901 where ID=%1"_qs.arg(earning));
+    db.run(u"update PayrollInfoDetail set UserCode=901 where ID=%1"_s.arg(earning));
     messages.standInFront();
     for (const char *wrong : {"999", "902"}) {
         messages.take();
@@ -229,11 +231,11 @@ TEST_F(PayrollItem, ShowsItsTextsAsGiven)
         for (const QLabel *label : screen.findChildren<QLabel *>())
             if (label->objectName().isEmpty())
                 captions << label->text();
-        EXPECT_EQ(captions, QStringList(u"  عنوان :"_qs));
-        EXPECT_EQ(Keys::find<QLabel>(&screen, "FiscalDeducationCode_EDT_Caption")->text(), u"  &کد :"_qs);
+        EXPECT_EQ(captions, QStringList(u"  عنوان :"_s));
+        EXPECT_EQ(Keys::find<QLabel>(&screen, "FiscalDeducationCode_EDT_Caption")->text(), u"  &کد :"_s);
         // Its yeh is the Persian one, unlike the one of the editor behind it.
-        EXPECT_EQ(screen.Save_BTN->text(), u"ذخیره F3"_qs);
-        EXPECT_EQ(screen.EXit_BTN->text(), u"خروج Esc"_qs);
+        EXPECT_EQ(screen.Save_BTN->text(), u"ذخیره F3"_s);
+        EXPECT_EQ(screen.EXit_BTN->text(), u"خروج Esc"_s);
     });
 }
 
@@ -277,7 +279,7 @@ TEST_F(PayrollItem, ACodeThatCannotBeLookedUpIsNotSaved)
         EXPECT_EQ(screen.FiscalDeducationCode_EDT->GetText(), "777");
         EXPECT_EQ(linkOf(earning), before);
         Keys::press(&screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgCodeNotAvailable(مزايا)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgCodeNotAvailable(مزايا)"_s));
         messages.answer({TAnswer::No});
     });
     EXPECT_EQ(linkOf(earning), before);
@@ -285,7 +287,7 @@ TEST_F(PayrollItem, ACodeThatCannotBeLookedUpIsNotSaved)
 
 TEST_F(PayrollItem, ACodeWhoseLookUpFailedWhenItWasLeftIsLookedUpBySaving)
 {
-    db.run(u"update PayrollInfoDetail set UserCode=901 where ID=%1"_qs.arg(earning));
+    db.run(u"update PayrollInfoDetail set UserCode=901 where ID=%1"_s.arg(earning));
     show(earning, 0, [&](TPayrollInfoDetail_FRM &screen) {
         EXPECT_EQ(screen.Code_LBL->text(), "earning");
         Keys::retype(screen.FiscalDeducationCode_EDT, "777");
@@ -296,7 +298,7 @@ TEST_F(PayrollItem, ACodeWhoseLookUpFailedWhenItWasLeftIsLookedUpBySaving)
         EXPECT_FALSE(screen.FiscalDeducationCode_EDT->hasFocus());
         EXPECT_EQ(screen.Code_LBL->text(), "") << "no title of another code beside it";
         Keys::press(&screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgCodeNotAvailable(مزايا)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgCodeNotAvailable(مزايا)"_s));
         EXPECT_TRUE(screen.isVisible());
         messages.answer({TAnswer::No});
     });

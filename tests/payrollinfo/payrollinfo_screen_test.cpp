@@ -1,5 +1,7 @@
 #include "payrollinfo/Screens.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 TEST_F(PayrollInfoEditor, AllInputsAreStoredUnderTheirCodesAndReadBack)
 {
     show([&](TPayrollInfoGet_FRM &screen) {
@@ -88,42 +90,42 @@ TEST_F(PayrollInfoEditor, SavingAsksForEachInputInOrderAndStopsAtTheFirst)
 TEST_F(PayrollInfoEditor, EachInputHasItsCaptionItsLimitAndItsChoices)
 {
     const std::pair<const char *, QString> captions[] = {
-        {"FactoryID_EDT", u"  شما&ره کارگاه :"_qs},
-        {"FactoryName_EDT", u"  نام &کارگاه :"_qs},
-        {"EmployerName_EDT", u"  ن&ام کارفرما :"_qs},
-        {"FactoryAdrr_EDT", u"  نشانی کار&گاه :"_qs},
-        {"Ejtemae_EDT", u"  نام شعبه &تامین اجتماعی :"_qs},
-        {"LeisureIns_EDT", u"  &حق بیمه بیکاری :"_qs},
-        {"BranchCode_EDT", u"  کد شع&به :"_qs},
-        {"StageCode_EDT", u"  کد مر&حله جاری :"_qs},
-        {"OrganCode_EDT", u"  کد &سازمان :"_qs},
-        {"CaseNo_EDT", u"  &شماره پرونده :"_qs},
-        {"EmployeeTitle_CMB", u"  &عنوان کارفرما :"_qs},
-        {"LegalTitle_CMB", u"  عن&وان شخص حقوقی :"_qs},
-        {"NationalNo_EDT", u"  ش&ماره ملی کارفرما :"_qs},
-        {"BranchNo_EDT", u"  شماره شعب&ه :"_qs},
-        {"BranchName_EDT", u"  نام شعبه :"_qs},
-        {"PayerName_EDT", u"  &نام پرداخت کننده :"_qs},
-        {"PayerFamily_EDT", u"  نام &خانوادگی پرداخت کننده :"_qs},
-        {"SignaturNameFirst_EDT", u"  نام صاحب امضا اول :"_qs},
-        {"SignaturFamilyFirst_EDT", u"  نام خانوادگی صاحب امضا اول :"_qs},
-        {"SignaturIdNationalFirst_EDT", u"  شماره ملی صاحب امضا اول :"_qs},
-        {"SignaturPositionFirst_EDT", u"  سمت صاحب امضا اول :"_qs},
-        {"SignaturNameSecond_EDT", u"  نام صاحب امضا دوم :"_qs},
-        {"SignaturFamilySecond_EDT", u"  نام خانوادگی صاحب امضا دوم :"_qs},
-        {"SignaturIdNationalSecond_EDT", u"  شماره ملی صاحب امضا دوم :"_qs},
-        {"SignaturPositionSecond_EDT", u"  سمت صاحب امضا دوم :"_qs},
+        {"FactoryID_EDT", u"  شما&ره کارگاه :"_s},
+        {"FactoryName_EDT", u"  نام &کارگاه :"_s},
+        {"EmployerName_EDT", u"  ن&ام کارفرما :"_s},
+        {"FactoryAdrr_EDT", u"  نشانی کار&گاه :"_s},
+        {"Ejtemae_EDT", u"  نام شعبه &تامین اجتماعی :"_s},
+        {"LeisureIns_EDT", u"  &حق بیمه بیکاری :"_s},
+        {"BranchCode_EDT", u"  کد شع&به :"_s},
+        {"StageCode_EDT", u"  کد مر&حله جاری :"_s},
+        {"OrganCode_EDT", u"  کد &سازمان :"_s},
+        {"CaseNo_EDT", u"  &شماره پرونده :"_s},
+        {"EmployeeTitle_CMB", u"  &عنوان کارفرما :"_s},
+        {"LegalTitle_CMB", u"  عن&وان شخص حقوقی :"_s},
+        {"NationalNo_EDT", u"  ش&ماره ملی کارفرما :"_s},
+        {"BranchNo_EDT", u"  شماره شعب&ه :"_s},
+        {"BranchName_EDT", u"  نام شعبه :"_s},
+        {"PayerName_EDT", u"  &نام پرداخت کننده :"_s},
+        {"PayerFamily_EDT", u"  نام &خانوادگی پرداخت کننده :"_s},
+        {"SignaturNameFirst_EDT", u"  نام صاحب امضا اول :"_s},
+        {"SignaturFamilyFirst_EDT", u"  نام خانوادگی صاحب امضا اول :"_s},
+        {"SignaturIdNationalFirst_EDT", u"  شماره ملی صاحب امضا اول :"_s},
+        {"SignaturPositionFirst_EDT", u"  سمت صاحب امضا اول :"_s},
+        {"SignaturNameSecond_EDT", u"  نام صاحب امضا دوم :"_s},
+        {"SignaturFamilySecond_EDT", u"  نام خانوادگی صاحب امضا دوم :"_s},
+        {"SignaturIdNationalSecond_EDT", u"  شماره ملی صاحب امضا دوم :"_s},
+        {"SignaturPositionSecond_EDT", u"  سمت صاحب امضا دوم :"_s},
     };
-    const QStringList employerTitles{u"حقیقی"_qs, u"حقوقی"_qs};
-    const QStringList legalTitles{u"وزارت خانه"_qs,
-                                  u"موسسه دولتی"_qs,
-                                  u"شرکت دولتی"_qs,
-                                  u"سایر دستگاههای دولتی"_qs,
-                                  u"نهادهای عمومی غیر دولتی"_qs,
-                                  u"بخش خصوصی"_qs,
-                                  u"سایر پرداخت کنندگان حقوق"_qs};
+    const QStringList employerTitles{u"حقیقی"_s, u"حقوقی"_s};
+    const QStringList legalTitles{u"وزارت خانه"_s,
+                                  u"موسسه دولتی"_s,
+                                  u"شرکت دولتی"_s,
+                                  u"سایر دستگاههای دولتی"_s,
+                                  u"نهادهای عمومی غیر دولتی"_s,
+                                  u"بخش خصوصی"_s,
+                                  u"سایر پرداخت کنندگان حقوق"_s};
     show([&](TPayrollInfoGet_FRM &screen) {
-        EXPECT_EQ(screen.windowTitle(), u" اطلاعات پایه "_qs);
+        EXPECT_EQ(screen.windowTitle(), u" اطلاعات پایه "_s);
         for (const auto &[name, caption] : captions) {
             auto *label = Keys::find<QLabel>(&screen, QString::fromLatin1(name) + "_Caption");
             EXPECT_EQ(label->text(), caption) << name;
@@ -152,13 +154,13 @@ TEST_F(PayrollInfoEditor, EachInputHasItsCaptionItsLimitAndItsChoices)
             EXPECT_EQ(input->MaxLength(), 15);
         }
         EXPECT_EQ(Keys::find<QLabel>(&screen, "LeisureIns_EDT_Suffix")->text(), "%");
-        EXPECT_EQ(screen.Payroll_PC->tabText(0), u"اطلاعات شرکت"_qs);
-        EXPECT_EQ(screen.Payroll_PC->tabText(1), u"اطلاعات تکمیلی دارایی"_qs);
+        EXPECT_EQ(screen.Payroll_PC->tabText(0), u"اطلاعات شرکت"_s);
+        EXPECT_EQ(screen.Payroll_PC->tabText(1), u"اطلاعات تکمیلی دارایی"_s);
         QStringList groups;
         for (const char *name : {"General_GB", "Bank_GB", "Payer_GB", "Signatur_GB"})
             groups << Keys::find<QGroupBox>(&screen, name)->title();
-        EXPECT_EQ(groups, (QStringList{u"عمومی"_qs, u" دیسکت بانک "_qs, u"  اطلاعات پرداخت کننده حقوق  "_qs,
-                                       u" اطلاعات حساب امضا "_qs}));
+        EXPECT_EQ(groups, (QStringList{u"عمومی"_s, u" دیسکت بانک "_s, u"  اطلاعات پرداخت کننده حقوق  "_s,
+                                       u" اطلاعات حساب امضا "_s}));
     });
 }
 

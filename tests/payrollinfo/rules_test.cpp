@@ -1,5 +1,7 @@
 #include "payrollinfo/Screens.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 TEST_F(PayrollInfoEditor, TheRatesStartAsZero)
@@ -58,20 +60,20 @@ TEST_F(PayrollInfoEditor, TypedBlanksAreNoTextAndTypedCodesAreStoredInLatinDigit
         fillAll(screen);
         Keys::retype(screen.OrganCode_EDT, "  ");
         Keys::press(&screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد سازمان)"_qs));
-        Keys::retype(screen.OrganCode_EDT, u" ۷۷ "_qs);
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد سازمان)"_s));
+        Keys::retype(screen.OrganCode_EDT, u" ۷۷ "_s);
         screen.Payroll_PC->setCurrentIndex(1);
         Keys::retype(screen.PayerName_EDT, "  ");
         screen.SignaturPositionFirst_EDT->Clear();
         Keys::press(&screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(سمت صاحب امضا اول)"_qs))
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(سمت صاحب امضا اول)"_s))
             << "the others first";
         screen.SignaturPositionFirst_EDT->SetText("p");
         screen.Payroll_PC->setCurrentIndex(0);
         Keys::press(&screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(نام پرداخت کننده)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(نام پرداخت کننده)"_s));
         EXPECT_TRUE(screen.PayerName_EDT->hasFocus());
-        Keys::retype(screen.PayerName_EDT, u"مریم"_qs);
+        Keys::retype(screen.PayerName_EDT, u"مریم"_s);
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList(saved));
     });
@@ -89,7 +91,7 @@ TEST_F(PayrollInfoEditor, ACaseNumberThatIsTooShortIsToldInGreyWhenItsPageIsShow
         Witness witness(messages);
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_EQ(messages.take(),
-                  QStringList(u"ShowTooltipMessage(شماره پرونده نمي تواند کوچکتر از 12 رقم باشد)"_qs));
+                  QStringList(u"ShowTooltipMessage(شماره پرونده نمي تواند کوچکتر از 12 رقم باشد)"_s));
         EXPECT_TRUE(witness.atShownInput);
         const TMessage balloon = messages.last();
         EXPECT_EQ(balloon.shape, TMessageShape::Balloon);
@@ -108,7 +110,7 @@ TEST_F(PayrollInfoEditor, TheHeadOfficeIsNamedOnOpeningAndTheScreenIsStillSaved)
     db.run("update PayrollInfo set Value='1' where Code=19");
     db.run("update PayrollInfo set Value='other' where Code=20");
     show([&](TPayrollInfoGet_FRM &screen) {
-        EXPECT_EQ(screen.BranchName_EDT->GetText(), u" دفتر مرکزي "_qs);
+        EXPECT_EQ(screen.BranchName_EDT->GetText(), u" دفتر مرکزي "_s);
         EXPECT_TRUE(screen.BranchName_EDT->isReadOnly());
         EXPECT_TRUE(screen.IsSaved());
     });
@@ -142,7 +144,7 @@ TEST_F(PayrollInfoEditor, TheHeadOfficeIsNamedToo_WhenTheQuestionOfClosingIsAnsw
         EXPECT_EQ(messages.take(), (QStringList{"MsgNotSaved()", saved}));
     });
     EXPECT_EQ(stored(19), "1");
-    EXPECT_EQ(stored(20), u" دفتر مرکزي "_qs);
+    EXPECT_EQ(stored(20), u" دفتر مرکزي "_s);
 }
 
 TEST_F(PayrollInfoEditor, TheHiddenLegalTitleIsStoredAsItStands)
@@ -182,7 +184,7 @@ TEST_F(PayrollInfoEditor, WithTheRightTheSecondPageOpensAndIsAskedFor)
         fillAll(screen);
         screen.PayerName_EDT->Clear();
         Keys::press(&screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(نام پرداخت کننده)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(نام پرداخت کننده)"_s));
         EXPECT_TRUE(screen.isVisible());
         EXPECT_EQ(screen.Payroll_PC->currentIndex(), 1);
         EXPECT_TRUE(screen.PayerName_EDT->hasFocus());
@@ -234,7 +236,7 @@ TEST_F(PayrollInfoEditor, WhatIsChangedAfterASaveIsSavedByTheNextOne)
 
 TEST_F(PayrollInfoEditor, TheHeadOfficesNameStaysWhenTheBranchNumberChangesAndComesBackWithIt)
 {
-    const QString head = u" دفتر مرکزي "_qs;
+    const QString head = u" دفتر مرکزي "_s;
     show([&](TPayrollInfoGet_FRM &screen) {
         const auto leave = [&](const QString &number) {
             Keys::retype(screen.BranchNo_EDT, number);

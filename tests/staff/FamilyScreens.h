@@ -5,6 +5,8 @@
 #include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
 #include "staff/StaffFamily_GetDetil_UNT.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 /// The screen of one family member, and the staff editor's page of them.
 class StaffFamily : public StaffScreens {
 protected:
@@ -20,7 +22,7 @@ protected:
     {
         return db.rows(
             u"select StaffCode,ID,Name,Sex,BirthDate,Death,DeathDate,Comment,Type,InsuranceNumber from "
-            "tmpStaffFamily where ID=%1"_qs.arg(id));
+            "tmpStaffFamily where ID=%1"_s.arg(id));
     }
     static TDetail_Rows_Frame *frame(TStaffGet_FRM &editor)
     {

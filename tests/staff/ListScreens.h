@@ -6,14 +6,16 @@
 #include "host/NewBaseForms_PKG/Groups_UNT.h"
 #include "staff/StaffList_UNT.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 /// The staff list on three employees: one in the office, two in production.
 class StaffList : public StaffScreens {
 protected:
     StaffList()
     {
-        add(1, u"علی"_qs, u"احمدی"_qs, "CoDate='1400/01/01', StaffGroup=1");
-        add(2, u"رضا"_qs, u"کریمی"_qs, "CoDate='1401/06/15', StaffGroup=2, LeaveDate='1403/01/01'");
-        add(3, u"مریم"_qs, u"يزدي"_qs, "CoDate='1402/03/20', StaffGroup=2, Sex=1, IsMarried=1, Degree=4");
+        add(1, u"علی"_s, u"احمدی"_s, "CoDate='1400/01/01', StaffGroup=1");
+        add(2, u"رضا"_s, u"کریمی"_s, "CoDate='1401/06/15', StaffGroup=2, LeaveDate='1403/01/01'");
+        add(3, u"مریم"_s, u"يزدي"_s, "CoDate='1402/03/20', StaffGroup=2, Sex=1, IsMarried=1, Degree=4");
     }
     int with(TFormMode mode, const std::function<void(TStaffList_FRM &)> &work)
     {

@@ -15,6 +15,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// Shows texts as texts where a test fails.
 inline void PrintTo(const QString &text, std::ostream *out)
 {
@@ -41,7 +43,7 @@ protected:
     StaffScreens()
     {
         IniOptions.Com_Index = 1;
-        UserInfo = TUserInfo{1, "clerk", u"مریم کاتب"_qs, true, true};
+        UserInfo = TUserInfo{1, "clerk", u"مریم کاتب"_s, true, true};
         db.run("insert into StaffGroup(Code,Name) values(1,N'اداری')");
         db.run("insert into StaffGroup(Code,Name) values(2,N'تولید')");
         Staff_DM = new TStaff_DM(nullptr);
@@ -58,10 +60,10 @@ protected:
     {
         db.run(
             u"insert into Staff(Code,StaffGroup,Name,LastName,PersonnelCode,InsuranceNumber,CardNumber,LeaveDate) "
-            "values(%1,1,N'%2',N'%3','0','','','')"_qs.arg(code)
+            "values(%1,1,N'%2',N'%3','0','','','')"_s.arg(code)
                 .arg(name, lastName));
         if (!more.isEmpty())
-            db.run(u"update Staff set %1 where Code=%2"_qs.arg(more).arg(code));
+            db.run(u"update Staff set %1 where Code=%2"_s.arg(more).arg(code));
     }
     void setPicture(int code, const QByteArray &bytes)
     {
@@ -72,14 +74,14 @@ protected:
     {
         db.run(
             u"insert into %1(ID,StaffCode,Type,Name,Sex,InsuranceNumber,BirthDate,Death,DeathDate,Comment) "
-            "values(%2,%3,1,N'%4',0,'','1390/01/05',0,'','')"_qs.arg(table)
+            "values(%2,%3,1,N'%4',0,'','1390/01/05',0,'','')"_s.arg(table)
                 .arg(id)
                 .arg(staff)
                 .arg(name));
     }
     QString value(const QString &column, int code)
     {
-        return db.text(u"select %1 from Staff where Code=%2"_qs.arg(column).arg(code));
+        return db.text(u"select %1 from Staff where Code=%2"_s.arg(column).arg(code));
     }
     QString locks() { return db.rows("select Code, Status, Com_Index from CodeLock_TBL order by Code"); }
     QString saved() { return db.rows("select ID, StaffCode, Name from StaffFamily order by ID"); }
@@ -133,8 +135,8 @@ protected:
         Keys::press(&screen, key, modifiers);
     }
     /// The least that a new employee needs.
-    static void fill(TStaffGet_FRM &editor, const QString &name = u"رضا"_qs,
-                     const QString &lastName = u"کریمی"_qs)
+    static void fill(TStaffGet_FRM &editor, const QString &name = u"رضا"_s,
+                     const QString &lastName = u"کریمی"_s)
     {
         choose(editor, editor.StaffGroup_CMB, 1);
         type(editor, editor.Name_EDT, name);
@@ -151,8 +153,8 @@ protected:
             << (editor.focusWidget() ? editor.focusWidget()->objectName().toStdString() : "nothing");
     }
 
-    const QString savedMessage = u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs;
-    const QString notSavedMessage = u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_qs;
+    const QString savedMessage = u"MSGCompeletedSuccessfully(ذخيره سازي )"_s;
+    const QString notSavedMessage = u"MSGFinishedNotSuccessfully(ذخيره سازي |ذخيره سازي)"_s;
 
     TestDatabase db;
     ScriptedMessages messages;

@@ -1,5 +1,7 @@
 #include "staff/Screens.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
@@ -34,10 +36,10 @@ TEST_F(StaffChecks, TheFifteenChecksComeInTheirOrder)
         "PersonnelCode='55', CardNumber='56', InsuranceNumber='57', NationalID='0084575948'");
     add(6, "six", "six");
     db.run("insert into Recruitment(Code,StaffCode,DoDate) values(1,6,'1400/06/01')");
-    const QString leaveNote = u"ShowTooltipMessage(تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد.)"_qs;
+    const QString leaveNote = u"ShowTooltipMessage(تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد.)"_s;
     const QString ordersNote =
         u"ShowSmartMessage(تاریخ استخدام نمی تواند بعد از تاریخ حکم کارگزینی باشد|کوچکترین تاریخ حکم "
-        "کارگزینی که برای این کارمند ثبت شده است: 1400/06/01)"_qs;
+        "کارگزینی که برای این کارمند ثبت شده است: 1400/06/01)"_s;
     const auto opened = editorOf(6);
     TStaffGet_FRM &editor = *opened;
     open(editor, [&] {
@@ -55,13 +57,13 @@ TEST_F(StaffChecks, TheFifteenChecksComeInTheirOrder)
         type(editor, editor.PostCode_EDT, "123");
         type(editor, editor.Email_EDT, "nobody.ir");
 
-        refused(editor, u"NotSaveable(کليه کارمندان|کارمندی)"_qs, 0, editor.StaffGroup_CMB);
+        refused(editor, u"NotSaveable(کليه کارمندان|کارمندی)"_s, 0, editor.StaffGroup_CMB);
         choose(editor, editor.StaffGroup_CMB, 1); // the group of all, in the second place
-        refused(editor, u"MsgRequiredField(نام)"_qs, 0, editor.Name_EDT);
+        refused(editor, u"MsgRequiredField(نام)"_s, 0, editor.Name_EDT);
         type(editor, editor.Name_EDT, "five");
-        refused(editor, u"MsgRequiredField(نام خانوادگي)"_qs, 0, editor.LastName_EDT);
+        refused(editor, u"MsgRequiredField(نام خانوادگي)"_s, 0, editor.LastName_EDT);
         type(editor, editor.LastName_EDT, "five");
-        refused(editor, u"MsgRepeatedField(نام|نام خانوادگي)"_qs, 0, editor.Name_EDT);
+        refused(editor, u"MsgRepeatedField(نام|نام خانوادگي)"_s, 0, editor.Name_EDT);
         type(editor, editor.Name_EDT, "six");
         refused(editor, "ShowSmartMessage:10310()", 0, editor.NationalCode_EDT);
         type(editor, editor.NationalCode_EDT, "0084575948");
@@ -75,15 +77,15 @@ TEST_F(StaffChecks, TheFifteenChecksComeInTheirOrder)
         type(editor, editor.LeaveDate_EDT, "1404/12/29");
         refused(editor, "ShowSmartMessage:10()", 0, editor.BirthDate_EDT);
         type(editor, editor.BirthDate_EDT, "1370/07/30");
-        refused(editor, u"NotSaveable(کليه کارمندان|کارمندي)"_qs, 0, editor.StaffGroup_CMB);
+        refused(editor, u"NotSaveable(کليه کارمندان|کارمندي)"_s, 0, editor.StaffGroup_CMB);
         choose(editor, editor.StaffGroup_CMB, 2);
-        refused(editor, u"MsgRepeatedField(کد پرسنلي|کارمندان)"_qs, 1, editor.PersonnelCode_EDT);
+        refused(editor, u"MsgRepeatedField(کد پرسنلي|کارمندان)"_s, 1, editor.PersonnelCode_EDT);
         type(editor, editor.PersonnelCode_EDT, "0");
-        refused(editor, u"MsgRepeatedField(شماره کارت|کارمندان)"_qs, 1, editor.CardNumber_EDT);
+        refused(editor, u"MsgRepeatedField(شماره کارت|کارمندان)"_s, 1, editor.CardNumber_EDT);
         type(editor, editor.CardNumber_EDT, "6");
-        refused(editor, u"MsgRepeatedField(کد بيمه|کارمندان)"_qs, 1, editor.InsuranceNumber_EDT);
+        refused(editor, u"MsgRepeatedField(کد بيمه|کارمندان)"_s, 1, editor.InsuranceNumber_EDT);
         type(editor, editor.InsuranceNumber_EDT, "6");
-        refused(editor, u"MsgRepeatedField(کد ملي|کارمندان)"_qs, 0, editor.NationalCode_EDT);
+        refused(editor, u"MsgRepeatedField(کد ملي|کارمندان)"_s, 0, editor.NationalCode_EDT);
         type(editor, editor.NationalCode_EDT, {});
         refused(editor, "ShowSmartMessage:13()", 2, editor.Email_EDT);
         type(editor, editor.Email_EDT, "some@body.ir");
@@ -101,7 +103,7 @@ TEST_F(StaffChecks, TheGroupOfAllIsRefusedFirst)
         choose(editor, editor.StaffGroup_CMB, 0);
         type(editor, editor.Name_EDT, {});
         turnTo(editor, editor.CoDate_EDT);
-        refused(editor, u"NotSaveable(کليه کارمندان|کارمندی)"_qs, 0, editor.StaffGroup_CMB);
+        refused(editor, u"NotSaveable(کليه کارمندان|کارمندی)"_s, 0, editor.StaffGroup_CMB);
     });
 }
 
@@ -111,22 +113,22 @@ TEST_F(StaffChecks, TheNamesAreRequired)
         type(editor, editor.Name_EDT, {});
         type(editor, editor.LastName_EDT, {});
         turnTo(editor, editor.CoDate_EDT);
-        refused(editor, u"MsgRequiredField(نام)"_qs, 0, editor.Name_EDT);
+        refused(editor, u"MsgRequiredField(نام)"_s, 0, editor.Name_EDT);
         type(editor, editor.Name_EDT, " "); // a blank is a text, here as in the other screens
         turnTo(editor, editor.CoDate_EDT);
-        refused(editor, u"MsgRequiredField(نام خانوادگي)"_qs, 0, editor.LastName_EDT);
+        refused(editor, u"MsgRequiredField(نام خانوادگي)"_s, 0, editor.LastName_EDT);
     });
 }
 
 TEST_F(StaffChecks, AnotherEmployeeOfTheSameFullNameIsRefused)
 {
-    add(5, u"D''Arc"_qs, u"ژان"_qs);
+    add(5, u"D''Arc"_s, u"ژان"_s);
     with([&](TStaffGet_FRM &editor) {
         type(editor, editor.Name_EDT, "D'Arc");
-        type(editor, editor.LastName_EDT, u"ژان"_qs);
+        type(editor, editor.LastName_EDT, u"ژان"_s);
         type(editor, editor.NationalCode_EDT, "123"); // checked later
         turnTo(editor, editor.CoDate_EDT);
-        refused(editor, u"MsgRepeatedField(نام|نام خانوادگي)"_qs, 0, editor.Name_EDT);
+        refused(editor, u"MsgRepeatedField(نام|نام خانوادگي)"_s, 0, editor.Name_EDT);
     });
     const auto own = editorOf(5);
     open(*own, [&] { accepted(*own); });
@@ -148,7 +150,7 @@ TEST_F(StaffChecks, ALeaveDateBeforeTheEmploymentDateIsRefused)
         tick(editor, editor.LeaveDate_CHK);
         type(editor, editor.LeaveDate_EDT, "1403/12/29");
         type(editor, editor.PostCode_EDT, "12"); // checked later
-        refused(editor, u"ShowTooltipMessage(تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد.)"_qs, 1,
+        refused(editor, u"ShowTooltipMessage(تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد.)"_s, 1,
                 editor.LeaveDate_EDT);
         EXPECT_EQ(messages.last().displayTime, 3000);
         EXPECT_EQ(messages.last().icon, 4);
@@ -160,7 +162,7 @@ TEST_F(StaffChecks, ALeaveDateBeforeTheEmploymentDateIsRefused)
         refused(editor, "ShowSmartMessage:12()", 2, editor.PostCode_EDT);
         // A ticked box without a date is earlier than any employment.
         type(editor, editor.LeaveDate_EDT, {});
-        refused(editor, u"ShowTooltipMessage(تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد.)"_qs, 1,
+        refused(editor, u"ShowTooltipMessage(تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد.)"_s, 1,
                 editor.LeaveDate_EDT);
     });
 }
@@ -211,7 +213,7 @@ TEST_F(StaffChecks, AGroupOfCodeZeroIsRefusedWhereverItStands)
         choose(editor, editor.StaffGroup_CMB, 1);
         ASSERT_EQ(editor.StaffGroup_CMB->Code(), 0);
         turnTo(editor, editor.CoDate_EDT);
-        refused(editor, u"NotSaveable(کليه کارمندان|کارمندي)"_qs, 0, editor.StaffGroup_CMB); // the other yeh
+        refused(editor, u"NotSaveable(کليه کارمندان|کارمندي)"_s, 0, editor.StaffGroup_CMB); // the other yeh
     });
 }
 
@@ -222,7 +224,7 @@ TEST_F(StaffChecks, ARepeatedPersonnelCodeIsRefused)
         type(editor, editor.PersonnelCode_EDT, "77");
         type(editor, editor.CardNumber_EDT, "5"); // checked later
         turnTo(editor, editor.Name_EDT);
-        refused(editor, u"MsgRepeatedField(کد پرسنلي|کارمندان)"_qs, 1, editor.PersonnelCode_EDT);
+        refused(editor, u"MsgRepeatedField(کد پرسنلي|کارمندان)"_s, 1, editor.PersonnelCode_EDT);
     });
     const auto own = editorOf(5);
     open(*own, [&] { accepted(*own); });
@@ -246,13 +248,13 @@ TEST_F(StaffChecks, RepeatedNumbersAreRefusedInTheirOrder)
         type(editor, editor.NationalCode_EDT, "0084575948");
         type(editor, editor.Email_EDT, "no");
         turnTo(editor, editor.Name_EDT);
-        refused(editor, u"MsgRepeatedField(شماره کارت|کارمندان)"_qs, 1, editor.CardNumber_EDT);
+        refused(editor, u"MsgRepeatedField(شماره کارت|کارمندان)"_s, 1, editor.CardNumber_EDT);
         type(editor, editor.CardNumber_EDT, {}); // an empty one is not looked up
         turnTo(editor, editor.Name_EDT);
-        refused(editor, u"MsgRepeatedField(کد بيمه|کارمندان)"_qs, 1, editor.InsuranceNumber_EDT);
+        refused(editor, u"MsgRepeatedField(کد بيمه|کارمندان)"_s, 1, editor.InsuranceNumber_EDT);
         type(editor, editor.InsuranceNumber_EDT, {});
         turnTo(editor, editor.Email_EDT);
-        refused(editor, u"MsgRepeatedField(کد ملي|کارمندان)"_qs, 0, editor.NationalCode_EDT);
+        refused(editor, u"MsgRepeatedField(کد ملي|کارمندان)"_s, 0, editor.NationalCode_EDT);
         type(editor, editor.NationalCode_EDT, {});
         turnTo(editor, editor.Name_EDT);
         refused(editor, "ShowSmartMessage:13()", 2, editor.Email_EDT);
@@ -269,7 +271,7 @@ TEST_F(StaffChecks, InsuranceNumberZeroCountsAsRepeated)
 {
     add(5, "five", "five", "InsuranceNumber='0'");
     with([&](TStaffGet_FRM &editor) {
-        refused(editor, u"MsgRepeatedField(کد بيمه|کارمندان)"_qs, 1, editor.InsuranceNumber_EDT);
+        refused(editor, u"MsgRepeatedField(کد بيمه|کارمندان)"_s, 1, editor.InsuranceNumber_EDT);
     });
 }
 
@@ -296,7 +298,7 @@ TEST_F(StaffChecks, AnEmploymentAfterTheEarliestOrderIsRefused)
         turnTo(*editor, editor->Name_EDT);
         refused(*editor,
                 u"ShowSmartMessage(تاریخ استخدام نمی تواند بعد از تاریخ حکم کارگزینی باشد|کوچکترین تاریخ حکم "
-                "کارگزینی که برای این کارمند ثبت شده است: 1401/06/01)"_qs,
+                "کارگزینی که برای این کارمند ثبت شده است: 1401/06/01)"_s,
                 1, editor->CoDate_EDT);
         EXPECT_EQ(messages.last().icon, 1);
         type(*editor, editor->CoDate_EDT, "1401/06/01");

@@ -8,6 +8,8 @@
 #include <QClipboard>
 #include <QLabel>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
@@ -20,7 +22,7 @@ TEST_F(StaffEditor, ANewEmployeeHasItsDefaults)
     const auto editor = newEditor(2);
     open(*editor, [&] {
         EXPECT_EQ(editor->objectName(), "TStaffGet_FRM");
-        EXPECT_EQ(editor->windowTitle(), u" اطلاعات کارمندان"_qs);
+        EXPECT_EQ(editor->windowTitle(), u" اطلاعات کارمندان"_s);
         EXPECT_EQ(editor->Code_EDT->GetText(), "7");
         EXPECT_EQ(editor->CardNumber_EDT->GetText(), "7");
         EXPECT_EQ(editor->PersonnelCode_EDT->GetText(), "0");
@@ -41,7 +43,7 @@ TEST_F(StaffEditor, ANewEmployeeHasItsDefaults)
         EXPECT_EQ(locks(), "7|806|1");
         for (int page = 0; page < 3; ++page) {
             press(*editor, Qt::Key(Qt::Key_1 + page), Qt::ControlModifier);
-            Keys::picture(editor.get(), u"staff_new_%1"_qs.arg(page + 1));
+            Keys::picture(editor.get(), u"staff_new_%1"_s.arg(page + 1));
         }
         press(*editor, Qt::Key_Escape);
     });
@@ -60,7 +62,7 @@ TEST_F(StaffEditor, AGroupThatIsNotThereLeavesTheFirstOneChosen)
     const auto editor = newEditor(9);
     open(*editor, [&] {
         EXPECT_EQ(editor->StaffGroup_CMB->currentIndex(), 0);
-        EXPECT_EQ(editor->StaffGroup_CMB->currentText(), u"کليه کارمندان"_qs);
+        EXPECT_EQ(editor->StaffGroup_CMB->currentText(), u"کليه کارمندان"_s);
     });
 }
 
@@ -73,37 +75,37 @@ TEST_F(StaffEditor, EveryInputHasItsCaptionAndItsWidth)
         int length;
     };
     const QList<TRow> rows = {
-        {editor->Code_EDT, u"  &کد :"_qs, 15},
-        {editor->Name_EDT, u"  &نام :"_qs, 50},
-        {editor->LastName_EDT, u"  نام خانواد&گی :"_qs, 50},
-        {editor->NationalCode_EDT, u"  کد م&لی :"_qs, 10},
-        {editor->BirthPlace_EDT, u"  محل &تولد :"_qs, 50},
-        {editor->IssuePlace_EDT, u"  محل &صدور :"_qs, 50},
-        {editor->IDNumber_EDT, u"  شماره شناسنا&مه :"_qs, 10},
-        {editor->FatherName_EDT, u"  نام پد&ر :"_qs, 50},
-        {editor->BirthDate_EDT, u"  تاریخ ت&ولد :"_qs, 10},
-        {editor->IssueDate_EDT, u"  تاریخ ص&دور :"_qs, 10},
-        {editor->CoDate_EDT, u"  تاری&خ استخدام :"_qs, 10},
-        {editor->PersonnelCode_EDT, u"  کد پرس&نلی :"_qs, 15},
-        {editor->Job_EDT, u"  ش&غل :"_qs, 50},
-        {editor->BankTitle_EDT, u"  &عنوان بانک :"_qs, 50},
-        {editor->Comment_EDT, u"  &شرح :"_qs, 50},
-        {editor->LeaveDate_EDT, u"  تاریخ &ترک کار :"_qs, 10},
-        {editor->CardNumber_EDT, u"  شماره ک&ارت :"_qs, 20},
-        {editor->Department_EDT, u"  م&حل خدمت :"_qs, 50},
-        {editor->AccountNumber_EDT, u"  شماره ح&ساب :"_qs, 30},
-        {editor->InsuranceNumber_EDT, u"  کد &بیمه :"_qs, 10},
-        {editor->JobCode_EDT, u"  کد شغ&ل :"_qs, 6},
-        {editor->JobGroup_EDT, u"  &گروه شغل :"_qs, 50},
-        {editor->Tel1_EDT, u"  ت&لفن1 :"_qs, 15},
-        {editor->Tel2_EDT, u"  &تلفن2 :"_qs, 15},
-        {editor->Fax_EDT, u"  فاکس& :"_qs, 50},
-        {editor->Mobile_EDT, u"  موبایل& :"_qs, 50},
-        {editor->Addr1_EDT, u"  آدر&س1 :"_qs, 300},
-        {editor->Addr2_EDT, u"  آد&رس2 :"_qs, 300},
-        {editor->PostCode_EDT, u"  کد پستی :"_qs, 10},
-        {editor->Major_EDT, u"  رشته تح&صیلی :"_qs, 50},
-        {editor->Email_EDT, u"  پست الکترونی&کی :"_qs, 50},
+        {editor->Code_EDT, u"  &کد :"_s, 15},
+        {editor->Name_EDT, u"  &نام :"_s, 50},
+        {editor->LastName_EDT, u"  نام خانواد&گی :"_s, 50},
+        {editor->NationalCode_EDT, u"  کد م&لی :"_s, 10},
+        {editor->BirthPlace_EDT, u"  محل &تولد :"_s, 50},
+        {editor->IssuePlace_EDT, u"  محل &صدور :"_s, 50},
+        {editor->IDNumber_EDT, u"  شماره شناسنا&مه :"_s, 10},
+        {editor->FatherName_EDT, u"  نام پد&ر :"_s, 50},
+        {editor->BirthDate_EDT, u"  تاریخ ت&ولد :"_s, 10},
+        {editor->IssueDate_EDT, u"  تاریخ ص&دور :"_s, 10},
+        {editor->CoDate_EDT, u"  تاری&خ استخدام :"_s, 10},
+        {editor->PersonnelCode_EDT, u"  کد پرس&نلی :"_s, 15},
+        {editor->Job_EDT, u"  ش&غل :"_s, 50},
+        {editor->BankTitle_EDT, u"  &عنوان بانک :"_s, 50},
+        {editor->Comment_EDT, u"  &شرح :"_s, 50},
+        {editor->LeaveDate_EDT, u"  تاریخ &ترک کار :"_s, 10},
+        {editor->CardNumber_EDT, u"  شماره ک&ارت :"_s, 20},
+        {editor->Department_EDT, u"  م&حل خدمت :"_s, 50},
+        {editor->AccountNumber_EDT, u"  شماره ح&ساب :"_s, 30},
+        {editor->InsuranceNumber_EDT, u"  کد &بیمه :"_s, 10},
+        {editor->JobCode_EDT, u"  کد شغ&ل :"_s, 6},
+        {editor->JobGroup_EDT, u"  &گروه شغل :"_s, 50},
+        {editor->Tel1_EDT, u"  ت&لفن1 :"_s, 15},
+        {editor->Tel2_EDT, u"  &تلفن2 :"_s, 15},
+        {editor->Fax_EDT, u"  فاکس& :"_s, 50},
+        {editor->Mobile_EDT, u"  موبایل& :"_s, 50},
+        {editor->Addr1_EDT, u"  آدر&س1 :"_s, 300},
+        {editor->Addr2_EDT, u"  آد&رس2 :"_s, 300},
+        {editor->PostCode_EDT, u"  کد پستی :"_s, 10},
+        {editor->Major_EDT, u"  رشته تح&صیلی :"_s, 50},
+        {editor->Email_EDT, u"  پست الکترونی&کی :"_s, 50},
     };
     const auto labelOf = [&](QWidget *input) -> QString {
         for (auto *label : editor->findChildren<QLabel *>())
@@ -116,23 +118,23 @@ TEST_F(StaffEditor, EveryInputHasItsCaptionAndItsWidth)
         EXPECT_EQ(row.input->MaxLength(), row.length) << row.input->objectName().toStdString();
     }
     const QList<std::pair<TSmartComboBox_ZLM *, QString>> choices = {
-        {editor->Sex_CMB, u"  &جنسیت :"_qs},
-        {editor->StaffGroup_CMB, u"  &گروه کارمند :"_qs},
-        {editor->IsMarried_CMB, u"  و&ضعیت تاهل :"_qs},
-        {editor->EmploymentTitle_CMB, u"  استخدام :"_qs},
-        {editor->FiscalExemption_CMB, u"  معافیت مالی :"_qs},
-        {editor->Insurance_CMB, u"  بیمه :"_qs},
-        {editor->Category_CMB, u"  رسته :"_qs},
-        {editor->National_CMB, u"  ملیت :"_qs},
-        {editor->Degree_CMB, u"  م&درک تحصیلی :"_qs},
-        {editor->Military_CMB, u"  وضعیت ن&ظام وظیفه :"_qs},
+        {editor->Sex_CMB, u"  &جنسیت :"_s},
+        {editor->StaffGroup_CMB, u"  &گروه کارمند :"_s},
+        {editor->IsMarried_CMB, u"  و&ضعیت تاهل :"_s},
+        {editor->EmploymentTitle_CMB, u"  استخدام :"_s},
+        {editor->FiscalExemption_CMB, u"  معافیت مالی :"_s},
+        {editor->Insurance_CMB, u"  بیمه :"_s},
+        {editor->Category_CMB, u"  رسته :"_s},
+        {editor->National_CMB, u"  ملیت :"_s},
+        {editor->Degree_CMB, u"  م&درک تحصیلی :"_s},
+        {editor->Military_CMB, u"  وضعیت ن&ظام وظیفه :"_s},
     };
     for (const auto &[choice, caption] : choices)
         EXPECT_EQ(labelOf(choice), caption) << choice->objectName().toStdString();
-    const QStringList pages = {u"عمومی"_qs, u"پرسنلی"_qs, u"تکمیلی"_qs, u"خانواده"_qs};
+    const QStringList pages = {u"عمومی"_s, u"پرسنلی"_s, u"تکمیلی"_s, u"خانواده"_s};
     for (int page = 0; page < pages.size(); ++page) {
         EXPECT_EQ(editor->Staff_PC->tabText(page), pages[page]);
-        EXPECT_EQ(editor->Staff_PC->widget(page)->objectName(), u"ts%1"_qs.arg(page + 1));
+        EXPECT_EQ(editor->Staff_PC->widget(page)->objectName(), u"ts%1"_s.arg(page + 1));
     }
     EXPECT_EQ(editor->LeaveDate_LBL->objectName(), "LeaveDate_LBL");
 }
@@ -143,14 +145,14 @@ TEST_F(StaffEditor, EveryInputIsStoredAndShownAgain)
     const auto editor = newEditor();
     const int result = open(*editor, [&] {
         choose(*editor, editor->StaffGroup_CMB, 2);
-        type(*editor, editor->Name_EDT, u"علي"_qs);
-        type(*editor, editor->LastName_EDT, u"O'Brien کاشانی"_qs);
-        type(*editor, editor->NationalCode_EDT, u"۰۰۸۴۵۷۵۹۴۸"_qs);
+        type(*editor, editor->Name_EDT, u"علي"_s);
+        type(*editor, editor->LastName_EDT, u"O'Brien کاشانی"_s);
+        type(*editor, editor->NationalCode_EDT, u"۰۰۸۴۵۷۵۹۴۸"_s);
         choose(*editor, editor->Sex_CMB, 1);
-        type(*editor, editor->BirthPlace_EDT, u"یزد"_qs);
-        type(*editor, editor->IssuePlace_EDT, u"تفت"_qs);
+        type(*editor, editor->BirthPlace_EDT, u"یزد"_s);
+        type(*editor, editor->IssuePlace_EDT, u"تفت"_s);
         type(*editor, editor->IDNumber_EDT, "1234");
-        type(*editor, editor->FatherName_EDT, u"حسن"_qs);
+        type(*editor, editor->FatherName_EDT, u"حسن"_s);
         type(*editor, editor->BirthDate_EDT, "13700130");
         type(*editor, editor->IssueDate_EDT, "1370/02/05");
         choose(*editor, editor->IsMarried_CMB, 1);
@@ -158,30 +160,30 @@ TEST_F(StaffEditor, EveryInputIsStoredAndShownAgain)
         choose(*editor, editor->EmploymentTitle_CMB, 4);
         choose(*editor, editor->FiscalExemption_CMB, 2);
         type(*editor, editor->PersonnelCode_EDT, "P-77");
-        type(*editor, editor->Job_EDT, u"حسابدار"_qs);
-        type(*editor, editor->BankTitle_EDT, u"ملي"_qs);
+        type(*editor, editor->Job_EDT, u"حسابدار"_s);
+        type(*editor, editor->BankTitle_EDT, u"ملي"_s);
         choose(*editor, editor->Insurance_CMB, 1);
-        type(*editor, editor->Comment_EDT, u"شرح"_qs);
+        type(*editor, editor->Comment_EDT, u"شرح"_s);
         tick(*editor, editor->LeaveDate_CHK);
         type(*editor, editor->LeaveDate_EDT, "1404/05/01");
         choose(*editor, editor->Category_CMB, 18);
         choose(*editor, editor->National_CMB, 1);
         type(*editor, editor->CardNumber_EDT, "C-1");
-        type(*editor, editor->Department_EDT, u"دفتر"_qs);
+        type(*editor, editor->Department_EDT, u"دفتر"_s);
         type(*editor, editor->AccountNumber_EDT, "0101-22");
         type(*editor, editor->InsuranceNumber_EDT, "0012345678");
         type(*editor, editor->JobCode_EDT, "000125");
-        type(*editor, editor->JobGroup_EDT, u"اداری"_qs);
+        type(*editor, editor->JobGroup_EDT, u"اداری"_s);
         type(*editor, editor->Tel1_EDT, "021-88001122");
         type(*editor, editor->Tel2_EDT, "02188");
         type(*editor, editor->Fax_EDT, "88");
         type(*editor, editor->Mobile_EDT, "0912");
-        type(*editor, editor->Addr1_EDT, u"خیابان"_qs);
-        type(*editor, editor->Addr2_EDT, u"کوچه"_qs);
+        type(*editor, editor->Addr1_EDT, u"خیابان"_s);
+        type(*editor, editor->Addr2_EDT, u"کوچه"_s);
         type(*editor, editor->PostCode_EDT, "1234567890");
         choose(*editor, editor->Degree_CMB, 5);
         choose(*editor, editor->Military_CMB, 6);
-        type(*editor, editor->Major_EDT, u"حسابداری"_qs);
+        type(*editor, editor->Major_EDT, u"حسابداری"_s);
         type(*editor, editor->Email_EDT, "a@b.ir");
         EXPECT_FALSE(editor->IsSaved());
         press(*editor, Qt::Key_F3);
@@ -197,9 +199,9 @@ TEST_F(StaffEditor, EveryInputIsStoredAndShownAgain)
             "Email from Staff"),
         u"1|2|علي|O'Brien کاشانی|0084575948|1|یزد|تفت|1234|حسن|1370/01/30|1370/02/05|1|1403/12/30|4|2|P-77|"
         "حسابدار|ملي|1|شرح|1404/05/01|18|1|C-1|دفتر|0101-22|0012345678|000125|اداری|021-88001122|02188|88|0912|"
-        "خیابان|کوچه|1234567890|5|6|حسابداری|a@b.ir"_qs);
+        "خیابان|کوچه|1234567890|5|6|حسابداری|a@b.ir"_s);
     EXPECT_EQ(db.rows("select CreatedDate,UserCreated,ModifiedDate,ModifiedTime,UserModified from Staff"),
-              NowDate() + u"|clerk (مریم کاتب)|||"_qs);
+              NowDate() + u"|clerk (مریم کاتب)|||"_s);
     EXPECT_TRUE(QRegularExpression("^\\d\\d:\\d\\d$").match(value("CreatedTime", 1)).hasMatch());
     EXPECT_EQ(locks(), "");
 
@@ -208,7 +210,7 @@ TEST_F(StaffEditor, EveryInputIsStoredAndShownAgain)
         EXPECT_TRUE(again->Code_EDT->isReadOnly());
         EXPECT_EQ(again->focusWidget(), again->Name_EDT);
         EXPECT_EQ(again->StaffGroup_CMB->Code(), 2);
-        EXPECT_EQ(again->LastName_EDT->GetText(), u"O'Brien کاشانی"_qs);
+        EXPECT_EQ(again->LastName_EDT->GetText(), u"O'Brien کاشانی"_s);
         EXPECT_EQ(again->Sex_CMB->currentIndex(), 1);
         EXPECT_EQ(again->BirthDate_EDT->GetText(), "1370/01/30");
         EXPECT_EQ(again->CoDate_EDT->GetText(), "1403/12/30");
@@ -224,13 +226,13 @@ TEST_F(StaffEditor, EveryInputIsStoredAndShownAgain)
         EXPECT_TRUE(again->IsSaved());
         for (int page = 0; page < 4; ++page) {
             press(*again, Qt::Key(Qt::Key_1 + page), Qt::ControlModifier);
-            Keys::picture(again.get(), u"staff_edit_%1"_qs.arg(page + 1));
+            Keys::picture(again.get(), u"staff_edit_%1"_s.arg(page + 1));
         }
         press(*again, Qt::Key_F3);
     });
     EXPECT_EQ(messages.take(), QStringList(savedMessage));
     EXPECT_EQ(db.rows("select Name,LeaveDate,Military,ModifiedDate,UserModified from Staff"),
-              u"علي|1404/05/01|6|"_qs + NowDate() + u"|clerk (مریم کاتب)"_qs);
+              u"علي|1404/05/01|6|"_s + NowDate() + u"|clerk (مریم کاتب)"_s);
 }
 
 TEST_F(StaffEditor, ClearingTheLeaveDateBoxStoresNoLeaveDate)
@@ -325,11 +327,11 @@ TEST_F(StaffEditor, ATypedCodeThatIsTakenComesBack)
         EXPECT_EQ(editor->Code_EDT->GetText(), "31");
         type(*editor, editor->Code_EDT, "5");
         press(*editor, Qt::Key_Tab);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|کارمندان)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|کارمندان)"_s));
         EXPECT_EQ(editor->Code_EDT->GetText(), "31");
         type(*editor, editor->Code_EDT, "30");
         press(*editor, Qt::Key_Tab);
-        EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_s));
         EXPECT_EQ(editor->Code_EDT->GetText(), "31");
         type(*editor, editor->Code_EDT, {});
         press(*editor, Qt::Key_Tab);
@@ -362,7 +364,7 @@ TEST_F(StaffEditor, SavingAndGoingOnStartsAClearedEmployee)
         EXPECT_EQ(locks(), "2|806|1");
         press(*editor, Qt::Key_Escape);
     });
-    EXPECT_EQ(db.rows("select Code, Name from Staff"), u"1|رضا"_qs);
+    EXPECT_EQ(db.rows("select Code, Name from Staff"), u"1|رضا"_s);
     EXPECT_EQ(locks(), "");
 }
 
@@ -374,10 +376,10 @@ TEST_F(StaffEditor, ASavedEmployeeThatStaysOpenIsEditedFromThenOn)
         press(*editor, Qt::Key_F3, Qt::ShiftModifier);
         EXPECT_EQ(editor->Mode(), fmEdit);
         EXPECT_TRUE(editor->Code_EDT->isReadOnly());
-        type(*editor, editor->Name_EDT, u"حسن"_qs);
+        type(*editor, editor->Name_EDT, u"حسن"_s);
         press(*editor, Qt::Key_F3);
     });
-    EXPECT_EQ(db.rows("select Code, Name from Staff"), u"1|حسن"_qs);
+    EXPECT_EQ(db.rows("select Code, Name from Staff"), u"1|حسن"_s);
 }
 
 TEST_F(StaffEditor, AnEmployeeHeldByAnotherWorkstationDoesNotOpen)
@@ -386,7 +388,7 @@ TEST_F(StaffEditor, AnEmployeeHeldByAnotherWorkstationDoesNotOpen)
     db.run("insert into CodeLock_TBL(Code,Status,Com_Index) values('5',806,2)");
     const auto editor = editorOf(5);
     EXPECT_EQ(editor->exec(), QDialog::Rejected);
-    EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_qs));
+    EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_s));
 }
 
 TEST_F(StaffEditor, AnEmployeeThatIsGoneDoesNotOpen)
@@ -445,7 +447,7 @@ TEST_F(StaffEditor, ALongTextIsCutWhenItIsPastedAndTheUserIsTold)
         press(*editor, Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(editor->Comment_EDT->GetText(), QString(50, u'ش'));
         EXPECT_TRUE(Keys::waitFor([&] { return messages.last().control == editor->Comment_EDT; }));
-        EXPECT_TRUE(messages.take().value(0).startsWith(u"ShowTooltipMessage(متن از 50 نویسه بلندتر بود"_qs));
+        EXPECT_TRUE(messages.take().value(0).startsWith(u"ShowTooltipMessage(متن از 50 نویسه بلندتر بود"_s));
         press(*editor, Qt::Key_Escape);
     });
 }

@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 TEST_F(StaffFamily, AFullMemberThatNobodyTouchedIsSavedAsItWas)
@@ -10,14 +12,14 @@ TEST_F(StaffFamily, AFullMemberThatNobodyTouchedIsSavedAsItWas)
         "insert into tmpStaffFamily(ID,StaffCode,Type,Name,Sex,InsuranceNumber,BirthDate,Death,DeathDate,Comment) "
         "values(4,5,2,N'سارا يزدی',1,'0077','1372/06/31',1,'1403/12/30',N'شرح كوتاه')");
     const QString before = row(4);
-    EXPECT_EQ(before, u"5|4|سارا يزدی|1|1372/06/31|1|1403/12/30|شرح كوتاه|2|0077"_qs);
+    EXPECT_EQ(before, u"5|4|سارا يزدی|1|1372/06/31|1|1403/12/30|شرح كوتاه|2|0077"_s);
     const auto screen = member(4);
     open(*screen, [&] {
         EXPECT_EQ(screen->Type_CMB->currentIndex(), 1);
         EXPECT_EQ(screen->Sex_CMB->currentIndex(), 1);
         EXPECT_EQ(screen->BirthDate_EDT->GetText(), "1372/06/31");
         EXPECT_EQ(screen->InsuranceNumber_EDT->GetText(), "0077");
-        EXPECT_EQ(screen->Comment_EDT->GetText(), u"شرح كوتاه"_qs);
+        EXPECT_EQ(screen->Comment_EDT->GetText(), u"شرح كوتاه"_s);
         EXPECT_TRUE(screen->Death_CHK->isChecked());
         EXPECT_TRUE(screen->DeathDate_EDT->isEnabled());
         EXPECT_EQ(screen->DeathDate_EDT->GetText(), "1403/12/30");
@@ -46,7 +48,7 @@ TEST_F(StaffFamily, AKinshipThatIsNeitherShowsASpouse)
 {
     addMember(4, 5, "x", "tmpStaffFamily");
     for (const char *kinship : {"0", "3", "null"}) {
-        db.run(u"update tmpStaffFamily set Type=%1"_qs.arg(QLatin1String(kinship)));
+        db.run(u"update tmpStaffFamily set Type=%1"_s.arg(QLatin1String(kinship)));
         const auto screen = member(4);
         open(*screen, [&] { EXPECT_EQ(screen->Type_CMB->currentIndex(), 1) << kinship; });
     }
@@ -59,7 +61,7 @@ TEST_F(StaffFamily, AMemberWithoutACodeIsRefusedFirst)
     open(*screen, [&] {
         screen->Code_EDT->SetText({});
         press(*screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد)"_s));
         EXPECT_EQ(messages.last().control, screen->Code_EDT);
         EXPECT_TRUE(screen->isVisible());
     });
@@ -73,9 +75,9 @@ TEST_F(StaffFamily, ATakenCodeIsToldBeforeAMissingName)
     open(*screen, [&] {
         addMember(1, 6, "theirs", "tmpStaffFamily");
         press(*screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|خانواده)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|خانواده)"_s));
         press(*screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(نام و نام خانوادگي)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(نام و نام خانوادگي)"_s));
     });
     EXPECT_EQ(working(), "1|6|theirs");
 }
@@ -109,8 +111,8 @@ TEST_F(StaffFamily, ALongNameIsCutToFiftyCharacters)
             messages.answer({Yes});
             press(*screen, Qt::Key_F3);
         });
-        EXPECT_EQ(messages.take(), QStringList(u"MsgTextsCut(نام و نام خانوادگی)"_qs));
-        EXPECT_EQ(working(), u"1|5|"_qs + name.left(50));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgTextsCut(نام و نام خانوادگی)"_s));
+        EXPECT_EQ(working(), u"1|5|"_s + name.left(50));
     }
 }
 

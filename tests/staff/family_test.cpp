@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QTest>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 TEST_F(StaffFamily, ANewMemberHasItsDefaults)
@@ -28,20 +30,20 @@ TEST_F(StaffFamily, ANewMemberHasItsDefaults)
 TEST_F(StaffFamily, TheInputsHaveTheirCaptions)
 {
     const auto screen = newMember();
-    const QList<std::pair<const char *, QString>> captions = {{"Code_EDT", u"  &کد :"_qs},
-                                                              {"Name_EDT", u"  نام و نام خانواد&گی :"_qs},
-                                                              {"Sex_CMB", u"  جن&سیت :"_qs},
-                                                              {"BirthDate_EDT", u"  تاریخ تو&لد :"_qs},
-                                                              {"Comment_EDT", u"  شرح& :"_qs},
-                                                              {"Type_CMB", u"  &نسبت :"_qs},
-                                                              {"InsuranceNumber_EDT", u"  کد بیم&ه :"_qs}};
+    const QList<std::pair<const char *, QString>> captions = {{"Code_EDT", u"  &کد :"_s},
+                                                              {"Name_EDT", u"  نام و نام خانواد&گی :"_s},
+                                                              {"Sex_CMB", u"  جن&سیت :"_s},
+                                                              {"BirthDate_EDT", u"  تاریخ تو&لد :"_s},
+                                                              {"Comment_EDT", u"  شرح& :"_s},
+                                                              {"Type_CMB", u"  &نسبت :"_s},
+                                                              {"InsuranceNumber_EDT", u"  کد بیم&ه :"_s}};
     for (const auto &[name, caption] : captions)
         EXPECT_EQ(Keys::find<QLabel>(screen.get(), QString::fromLatin1(name) + "_Caption")->text(), caption)
             << name;
-    EXPECT_EQ(Keys::find<QLabel>(screen.get(), "DeathDate_LBL")->text(), u"  تاریخ &فوت :"_qs);
-    EXPECT_EQ(screen->findChild<QGroupBox *>()->title(), u"اطلاعات خانوار کارمند"_qs);
-    EXPECT_EQ(screen->Save_BTN->text(), u"ذخيره F3"_qs);
-    EXPECT_EQ(screen->EXit_BTN->text(), u"خروج Esc"_qs);
+    EXPECT_EQ(Keys::find<QLabel>(screen.get(), "DeathDate_LBL")->text(), u"  تاریخ &فوت :"_s);
+    EXPECT_EQ(screen->findChild<QGroupBox *>()->title(), u"اطلاعات خانوار کارمند"_s);
+    EXPECT_EQ(screen->Save_BTN->text(), u"ذخيره F3"_s);
+    EXPECT_EQ(screen->EXit_BTN->text(), u"خروج Esc"_s);
     EXPECT_EQ(screen->Code_EDT->MaxLength(), 15);
     EXPECT_EQ(screen->Name_EDT->MaxLength(), 100);
     EXPECT_EQ(screen->Comment_EDT->MaxLength(), 50);
@@ -52,22 +54,22 @@ TEST_F(StaffFamily, AMemberIsStoredInTheWorkingTableOnly)
 {
     const auto screen = newMember();
     const int result = open(*screen, [&] {
-        Keys::type(screen->Name_EDT, u"سارا"_qs);
+        Keys::type(screen->Name_EDT, u"سارا"_s);
         screen->Sex_CMB->setFocus();
         press(*screen, Qt::Key_Down);
         Keys::type(screen->BirthDate_EDT, "13911230");
         screen->Type_CMB->setFocus();
         press(*screen, Qt::Key_Down);
         Keys::type(screen->InsuranceNumber_EDT, "001");
-        Keys::type(screen->Comment_EDT, u"شرح دوازده حرفی"_qs); // the column holds 10
+        Keys::type(screen->Comment_EDT, u"شرح دوازده حرفی"_s); // the column holds 10
         messages.answer({Yes});
         press(*screen, Qt::Key_F3);
     });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(row(1), u"5|1|سارا|1|1391/12/30|0||شرح دوازده|2|001"_qs.replace(
-                          u"شرح دوازده"_qs, u"شرح دوازده حرفی"_qs.left(10)));
+    EXPECT_EQ(row(1), u"5|1|سارا|1|1391/12/30|0||شرح دوازده|2|001"_s.replace(u"شرح دوازده"_s,
+                                                                             u"شرح دوازده حرفی"_s.left(10)));
     EXPECT_EQ(saved(), "");
-    EXPECT_EQ(messages.take(), QStringList(u"MsgTextsCut(شرح)"_qs));
+    EXPECT_EQ(messages.take(), QStringList(u"MsgTextsCut(شرح)"_s));
 }
 
 TEST_F(StaffFamily, ADeathTicksItsBoxAndEqualsTheBirthAtTheEarliest)
@@ -83,7 +85,7 @@ TEST_F(StaffFamily, ADeathTicksItsBoxAndEqualsTheBirthAtTheEarliest)
         Keys::type(screen->DeathDate_EDT, "1390/01/04");
         press(*screen, Qt::Key_F3, Qt::ShiftModifier);
         EXPECT_EQ(messages.take(),
-                  QStringList(u"ShowTooltipMessage(تاریخ فوت نمی تواند از تاریخ تولد کوچکتر باشد.)"_qs));
+                  QStringList(u"ShowTooltipMessage(تاریخ فوت نمی تواند از تاریخ تولد کوچکتر باشد.)"_s));
         EXPECT_EQ(messages.last().shape, TMessageShape::Balloon);
         EXPECT_EQ(messages.last().control, screen->DeathDate_EDT);
         EXPECT_EQ(messages.last().displayTime, 3000);
@@ -125,7 +127,7 @@ TEST_F(StaffFamily, TheChecksRunInTheirOrder)
     open(*screen, [&] {
         Keys::type(screen->BirthDate_EDT, "1404/12/30");
         press(*screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(نام و نام خانوادگي)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(نام و نام خانوادگي)"_s));
         EXPECT_EQ(screen->focusWidget(), screen->Name_EDT);
         Keys::type(screen->Name_EDT, "x");
         screen->Death_CHK->setFocus();
@@ -150,7 +152,7 @@ TEST_F(StaffFamily, ACodeThatWasTakenMeanwhileIsRefusedAndTheNextSaveHasANewOne)
         Keys::type(screen->Name_EDT, "mine");
         addMember(1, 6, "theirs", "tmpStaffFamily");
         press(*screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|خانواده)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|خانواده)"_s));
         EXPECT_EQ(screen->Name_EDT->GetText(), "mine");
         press(*screen, Qt::Key_F3);
     });
@@ -165,7 +167,7 @@ TEST_F(StaffFamily, ACodeThatWasStoredMeanwhileIsRefusedAndTheNextSaveHasANewOne
         db.run("insert into Staff(Code) values(6)");
         addMember(1, 6, "theirs", "StaffFamily");
         press(*screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|خانواده)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|خانواده)"_s));
         press(*screen, Qt::Key_F3);
     });
     EXPECT_EQ(working(), "2|5|mine");

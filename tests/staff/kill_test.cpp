@@ -8,6 +8,8 @@
 
 #include <csignal>
 
+using namespace Qt::Literals::StringLiterals;
+
 // The editor's process dies between any two statements of a save: a real process, a real SIGKILL.
 class StaffKill : public StaffScreens {
 protected:
@@ -35,7 +37,7 @@ protected:
     void empty()
     {
         for (const char *table : {"tmpStaffFamily", "StaffFamily", "Staff", "CodeLock_TBL"})
-            db.run(u"delete from %1"_qs.arg(QLatin1String(table)));
+            db.run(u"delete from %1"_s.arg(QLatin1String(table)));
         recovery.asked.clear();
     }
 };

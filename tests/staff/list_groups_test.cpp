@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QTimer>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
@@ -14,7 +16,7 @@ public:
     TEditorsShown() { qApp->installEventFilter(this); }
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::Show && watched->objectName() == QLatin1String("TStaffGet_FRM")) {
+        if (event->type() == QEvent::Show && watched->objectName() == "TStaffGet_FRM"_L1) {
             ++count;
             QTimer::singleShot(0, static_cast<QWidget *>(watched), &QWidget::close);
         }
@@ -47,11 +49,11 @@ TEST_F(StaffList, AGroupThatIsMadeThereDoesNotOpenTheEditorYet)
         TEditorsShown editors;
         inScreen<TGroupList_FRM>(list, Qt::Key_F4, [&](TGroupList_FRM &groups) {
             inScreen<TGroupGet_FRM>(groups, Qt::Key_F4, [&](TGroupGet_FRM &group) {
-                Keys::type(group.Name_EDT, u"فروش"_qs);
+                Keys::type(group.Name_EDT, u"فروش"_s);
                 press(group, Qt::Key_F3);
             });
             EXPECT_EQ(messages.take(),
-                      QStringList({"MakeGroup()", u"MSGCompeletedSuccessfully(ذخیره سازی)"_qs}));
+                      QStringList({"MakeGroup()", u"MSGCompeletedSuccessfully(ذخیره سازی)"_s}));
             press(groups, Qt::Key_Escape);
         });
         EXPECT_EQ(editors.count, 0);
@@ -72,7 +74,7 @@ TEST_F(StaffList, GroupsAreKeptThroughTheHost)
             },
             [&](QWidget *screen) {
                 auto &editor = dynamic_cast<TGroupGet_FRM &>(*screen);
-                Keys::type(editor.Name_EDT, u"فروش"_qs);
+                Keys::type(editor.Name_EDT, u"فروش"_s);
                 Keys::press(&editor, Qt::Key_F3);
             });
         EXPECT_EQ(list.Groups->CurrentCode(), 3); // the last row
@@ -85,11 +87,11 @@ TEST_F(StaffList, GroupsAreKeptThroughTheHost)
             },
             [&](QWidget *screen) {
                 auto &editor = dynamic_cast<TGroupGet_FRM &>(*screen);
-                EXPECT_EQ(editor.Name_EDT->GetText(), u"فروش"_qs);
-                Keys::retype(editor.Name_EDT, u"بازرگانی"_qs);
+                EXPECT_EQ(editor.Name_EDT->GetText(), u"فروش"_s);
+                Keys::retype(editor.Name_EDT, u"بازرگانی"_s);
                 Keys::press(&editor, Qt::Key_F3);
             });
-        EXPECT_EQ(Staff_DM->GroupList_QUR->asString("Name"), u"بازرگانی"_qs);
+        EXPECT_EQ(Staff_DM->GroupList_QUR->asString("Name"), u"بازرگانی"_s);
         messages.take();
         list.Groups->GDelete_PMI->trigger();
         EXPECT_EQ(messages.take().value(0), "MsgDeleteRow()");

@@ -13,6 +13,8 @@
 #include <QTabBar>
 #include <QTest>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
@@ -46,7 +48,7 @@ TEST_F(StaffList, ItShowsEverybodyAtTheLastRow)
 {
     with(fmBrowse, [&](TStaffList_FRM &list) {
         EXPECT_EQ(list.objectName(), "TStaffList_FRM");
-        EXPECT_EQ(list.windowTitle(), u"لیست کارمندان"_qs);
+        EXPECT_EQ(list.windowTitle(), u"لیست کارمندان"_s);
         EXPECT_EQ(codes(list), "1 2 3");
         EXPECT_EQ(list.ListQuery()->asInteger("Code"), 3);
         EXPECT_EQ(list.Groups->CurrentCode(), 0);
@@ -63,82 +65,82 @@ TEST_F(StaffList, TheGridAndTheSearchHaveTheirTitles)
         QStringList titles;
         for (const TGridColumn &column : columns)
             titles << column.field + '=' + column.caption;
-        const QStringList expected = {u"Code=کد"_qs,
-                                      u"CoDate=تاریخ استخدام"_qs,
-                                      u"fullnameTitle=نام و نام خانوادگی"_qs,
-                                      u"PersonnelCode=کد پرسنلی"_qs,
-                                      u"CardNumber=شماره کارت"_qs,
-                                      u"DegreeTitle=مدرک"_qs,
-                                      u"Major=رشته تحصیلی"_qs,
-                                      u"InsuranceNumber=کد بیمه"_qs,
-                                      u"MilitaryTitle=وضعیت نظام وظیفه"_qs,
-                                      u"IsMarriedTitle=وضعیت تاهل"_qs,
-                                      u"SexTitle=جنسیت"_qs,
-                                      u"LeaveDate=تاریخ ترک کار"_qs,
-                                      u"Add1=آدرس"_qs,
-                                      u"Mob=شماره موبایل"_qs,
-                                      u"Tel1=تلفن"_qs,
-                                      u"Comment=شرح"_qs,
-                                      u"BankTitle=بانک"_qs,
-                                      u"AccountNumber=شماره حساب"_qs,
-                                      u"Department=محل خدمت"_qs,
-                                      u"BirthPlace=محل تولد"_qs,
-                                      u"BirthDate=تاریخ تولد"_qs,
-                                      u"IDNumber=شماره شناسنامه"_qs,
-                                      u"FatherName=نام پدر"_qs,
-                                      u"NationalID=کد ملی"_qs,
-                                      u"UserCreated=کاربر ایجاد کننده"_qs,
-                                      u"UserModified=کاربر تغییر دهنده"_qs,
-                                      u"CreatedDateTime=زمان ایجاد"_qs,
-                                      u"ModifiedDateTime=زمان تغییر"_qs};
+        const QStringList expected = {u"Code=کد"_s,
+                                      u"CoDate=تاریخ استخدام"_s,
+                                      u"fullnameTitle=نام و نام خانوادگی"_s,
+                                      u"PersonnelCode=کد پرسنلی"_s,
+                                      u"CardNumber=شماره کارت"_s,
+                                      u"DegreeTitle=مدرک"_s,
+                                      u"Major=رشته تحصیلی"_s,
+                                      u"InsuranceNumber=کد بیمه"_s,
+                                      u"MilitaryTitle=وضعیت نظام وظیفه"_s,
+                                      u"IsMarriedTitle=وضعیت تاهل"_s,
+                                      u"SexTitle=جنسیت"_s,
+                                      u"LeaveDate=تاریخ ترک کار"_s,
+                                      u"Add1=آدرس"_s,
+                                      u"Mob=شماره موبایل"_s,
+                                      u"Tel1=تلفن"_s,
+                                      u"Comment=شرح"_s,
+                                      u"BankTitle=بانک"_s,
+                                      u"AccountNumber=شماره حساب"_s,
+                                      u"Department=محل خدمت"_s,
+                                      u"BirthPlace=محل تولد"_s,
+                                      u"BirthDate=تاریخ تولد"_s,
+                                      u"IDNumber=شماره شناسنامه"_s,
+                                      u"FatherName=نام پدر"_s,
+                                      u"NationalID=کد ملی"_s,
+                                      u"UserCreated=کاربر ایجاد کننده"_s,
+                                      u"UserModified=کاربر تغییر دهنده"_s,
+                                      u"CreatedDateTime=زمان ایجاد"_s,
+                                      u"ModifiedDateTime=زمان تغییر"_s};
         EXPECT_EQ(titles, expected);
         QStringList searches;
         for (const TSearchItem &item : list.ZelmoSearchManager1->Items()) {
             searches << item.caption;
             EXPECT_GE(list.ListQuery()->fieldIndex(item.field), 0) << item.field.toStdString();
         }
-        const QStringList expectedSearches = {u"کد ملی"_qs,
-                                              u"نام پدر"_qs,
-                                              u"شماره شناسنامه"_qs,
-                                              u"تاریخ تولد"_qs,
-                                              u"محل تولد"_qs,
-                                              u"محل خدمت"_qs,
-                                              u"شماره حساب"_qs,
-                                              u"بانک"_qs,
-                                              u"شماره تلفن"_qs,
-                                              u"شماره موبایل"_qs,
-                                              u"آدرس"_qs,
-                                              u"تاریخ ترک کار"_qs,
-                                              u"جنسیت"_qs,
-                                              u"وضعت تاهل"_qs,
-                                              u"وضعیت نظام وظیفه"_qs,
-                                              u"شماره بیمه"_qs,
-                                              u"رشته تحصیلی"_qs,
-                                              u"مدرک"_qs,
-                                              u"شماره کارت"_qs,
-                                              u"کد پرسنلی"_qs,
-                                              u"نام و نام خانوادگی"_qs,
-                                              u"تاریخ استخدام"_qs,
-                                              u"کد"_qs,
-                                              u"شرح"_qs,
-                                              u"کاربر ایجاد کننده"_qs,
-                                              u"کاربر تغییر دهنده"_qs,
-                                              u"زمان ایجاد"_qs,
-                                              u"زمان تغییر"_qs};
+        const QStringList expectedSearches = {u"کد ملی"_s,
+                                              u"نام پدر"_s,
+                                              u"شماره شناسنامه"_s,
+                                              u"تاریخ تولد"_s,
+                                              u"محل تولد"_s,
+                                              u"محل خدمت"_s,
+                                              u"شماره حساب"_s,
+                                              u"بانک"_s,
+                                              u"شماره تلفن"_s,
+                                              u"شماره موبایل"_s,
+                                              u"آدرس"_s,
+                                              u"تاریخ ترک کار"_s,
+                                              u"جنسیت"_s,
+                                              u"وضعت تاهل"_s,
+                                              u"وضعیت نظام وظیفه"_s,
+                                              u"شماره بیمه"_s,
+                                              u"رشته تحصیلی"_s,
+                                              u"مدرک"_s,
+                                              u"شماره کارت"_s,
+                                              u"کد پرسنلی"_s,
+                                              u"نام و نام خانوادگی"_s,
+                                              u"تاریخ استخدام"_s,
+                                              u"کد"_s,
+                                              u"شرح"_s,
+                                              u"کاربر ایجاد کننده"_s,
+                                              u"کاربر تغییر دهنده"_s,
+                                              u"زمان ایجاد"_s,
+                                              u"زمان تغییر"_s};
         EXPECT_EQ(searches, expectedSearches);
         const QList<std::pair<TSmartButton_ZLM *, QString>> buttons = {
-            {list.New_BTN, u"جدید F4"_qs},
-            {list.EDit_BTN, u"ویرایش F5"_qs},
-            {list.Del_BTN, u"حذف F7"_qs},
-            {list.Select_BTN, u"انتخاب Enter"_qs},
-            {list.PrintList_BTN, u"پیش نمایش ليست F9"_qs},
-            {list.EXit_BTN, u"خروج Esc"_qs},
-            {list.ShowPicture_BTN, u"µ"_qs},
-            {list.Groups->Group_BTN, u"گروه کارمندان F11"_qs}};
+            {list.New_BTN, u"جدید F4"_s},
+            {list.EDit_BTN, u"ویرایش F5"_s},
+            {list.Del_BTN, u"حذف F7"_s},
+            {list.Select_BTN, u"انتخاب Enter"_s},
+            {list.PrintList_BTN, u"پیش نمایش ليست F9"_s},
+            {list.EXit_BTN, u"خروج Esc"_s},
+            {list.ShowPicture_BTN, u"µ"_s},
+            {list.Groups->Group_BTN, u"گروه کارمندان F11"_s}};
         for (const auto &[button, caption] : buttons)
             EXPECT_EQ(button->text(), caption);
         EXPECT_EQ(list.Groups->Grid->objectName(), "StaffGroup_GRD");
-        EXPECT_EQ(list.Groups->Grid->Model()->columns().first().caption, u"نام گروه"_qs);
+        EXPECT_EQ(list.Groups->Grid->Model()->columns().first().caption, u"نام گروه"_s);
     });
 }
 
@@ -152,7 +154,7 @@ TEST_F(StaffList, EveryDetailFieldFindsByTheDatabase)
                 press(list, Qt::Key_Return);
                 return list.ListQuery()->recordCount();
             };
-            EXPECT_EQ(find(u"هیچ1"_qs), 0) << list.ZelmoSearchManager1->Items()[i].caption.toStdString();
+            EXPECT_EQ(find(u"هیچ1"_s), 0) << list.ZelmoSearchManager1->Items()[i].caption.toStdString();
             EXPECT_EQ(find({}), 3);
         }
         EXPECT_EQ(messages.take(), QStringList());
@@ -162,7 +164,7 @@ TEST_F(StaffList, EveryDetailFieldFindsByTheDatabase)
 TEST_F(StaffList, SearchingFindsBothFormsOfYeh)
 {
     with(fmBrowse, [&](TStaffList_FRM &list) {
-        Keys::type(list.General_Search->Search_EDT(), u"یزدی"_qs);
+        Keys::type(list.General_Search->Search_EDT(), u"یزدی"_s);
         EXPECT_TRUE(Keys::waitFor([&] { return codes(list) == "3"; }));
     });
 }
@@ -211,16 +213,16 @@ TEST_F(StaffList, TheGroupSearchBoxShowsItsHintInGreyAndMovesToTheGroup)
 {
     with(fmBrowse, [&](TStaffList_FRM &list) {
         TSmartEdit_ZLM *box = list.Groups->SearchGroup_EDT;
-        EXPECT_EQ(box->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        EXPECT_EQ(box->text(), u"جستجو ... (Ctrl + F11)"_s);
         EXPECT_EQ(box->palette().color(QPalette::Text), QColor(Qt::gray));
         press(list, Qt::Key_F11, Qt::ControlModifier);
         EXPECT_TRUE(box->hasFocus());
         EXPECT_NE(box->palette().color(QPalette::Text), QColor(Qt::gray));
-        Keys::type(box, u"تو"_qs);
+        Keys::type(box, u"تو"_s);
         EXPECT_EQ(list.Groups->CurrentCode(), 2);
         Keys::retype(box, {});
         list.Grid()->setFocus();
-        EXPECT_EQ(box->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        EXPECT_EQ(box->text(), u"جستجو ... (Ctrl + F11)"_s);
         EXPECT_EQ(box->palette().color(QPalette::Text), QColor(Qt::gray));
         EXPECT_EQ(list.Groups->CurrentCode(), 2);
     });
@@ -254,7 +256,7 @@ TEST_F(StaffList, AnEmployeeIsEditedAndTheListReadAnew)
             press(editor, Qt::Key_F3);
         });
         EXPECT_EQ(list.ListQuery()->asInteger("Code"), 2);
-        EXPECT_EQ(list.ListQuery()->asString("fullnameTitle"), u"changed کریمی"_qs);
+        EXPECT_EQ(list.ListQuery()->asString("fullnameTitle"), u"changed کریمی"_s);
     });
 }
 
@@ -270,7 +272,7 @@ TEST_F(StaffList, DeletingAsksLogsAndDeletes)
     });
     EXPECT_EQ(messages.last().text,
               u"آیا از حذف این سطر اطمینان دارید؟\nکد: \u20683\u2069 - نام و نام خانوادگی: "
-              u"\u2068مریم يزدي\u2069"_qs);
+              u"\u2068مریم يزدي\u2069"_s);
     EXPECT_EQ(messages.take(), QStringList({"MsgDeleteRow()", "MsgDeleteRow()"}));
     EXPECT_EQ(db.rows("select SoftwarePart,Permission,EventText from UserEvent"), "806|3|3");
     EXPECT_EQ(working(), "");
@@ -285,7 +287,8 @@ TEST_F(StaffList, AFaultBeforeTheDeleteDeletesNobody)
             db.failStatement(n, TFault::ConnectionLost);
             press(list, Qt::Key_F7);
             db.failStatement(0);
-            EXPECT_EQ(messages.take().last(), n == 4 ? u"MsgHasSubRecords(کارمند)"_qs : "MsgDatabaseError()") << n;
+            EXPECT_EQ(messages.take().last(), n == 4 ? u"MsgHasSubRecords(کارمند)"_s : "MsgDatabaseError()")
+                << n;
             EXPECT_TRUE(messages.last().text.contains(TDatabaseError(TFault::ConnectionLost, {}).userText()))
                 << n;
             EXPECT_EQ(codes(list), "1 2 3") << n;
@@ -330,7 +333,7 @@ TEST_F(StaffList, AnEmployeeOpenInAnEditorIsNotDeleted)
     db.run("insert into CodeLock_TBL(Code,Status,Com_Index) values('3',806,2)");
     with(fmBrowse, [&](TStaffList_FRM &list) {
         press(list, Qt::Key_F7);
-        EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_s));
         EXPECT_EQ(codes(list), "1 2 3");
     });
     EXPECT_EQ(db.text("select count(*) from UserEvent"), "0");
@@ -342,7 +345,7 @@ TEST_F(StaffList, AnEmployeeWithOrdersIsNotDeleted)
     messages.answer({Yes});
     with(fmBrowse, [&](TStaffList_FRM &list) {
         press(list, Qt::Key_F7);
-        EXPECT_EQ(messages.take(), QStringList({"MsgDeleteRow()", u"MsgHasSubRecords(کارمند)"_qs}));
+        EXPECT_EQ(messages.take(), QStringList({"MsgDeleteRow()", u"MsgHasSubRecords(کارمند)"_s}));
         EXPECT_EQ(codes(list), "1 2 3");
     });
 }
@@ -384,7 +387,7 @@ TEST_F(StaffList, SelectingKeepsTheEmployeeForTheCaller)
     EXPECT_EQ(result, QDialog::Accepted);
     EXPECT_EQ(list.SelectedCode, 2);
     EXPECT_EQ(list.SelectedStaffGroup, 2);
-    EXPECT_EQ(list.SelectedFullName, u"رضا کریمی"_qs);
+    EXPECT_EQ(list.SelectedFullName, u"رضا کریمی"_s);
 }
 
 TEST_F(StaffList, ADoubleClickSelectsWhenSomethingIsToBeSelected)
@@ -430,11 +433,11 @@ TEST_F(StaffList, ThePicturePanelFollowsTheRows)
     setPicture(2, bytes);
     with(fmBrowse, [&](TStaffList_FRM &list) {
         EXPECT_FALSE(list.Pic_Show->isVisible());
-        EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"نمايش تصوير"_qs);
+        EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"نمايش تصوير"_s);
         EXPECT_EQ(list.ShowPicture_BTN->palette().color(QPalette::ButtonText), QColor(Qt::black));
         list.ShowPicture_BTN->click();
         EXPECT_TRUE(list.Pic_Show->isVisible());
-        EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"عدم نمايش تصوير"_qs);
+        EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"عدم نمايش تصوير"_s);
         EXPECT_EQ(list.ShowPicture_BTN->palette().color(QPalette::ButtonText), QColor(82, 82, 82));
         EXPECT_TRUE(list.Pic_IMG->isEmpty());
         list.Grid()->setFocus();
@@ -447,7 +450,7 @@ TEST_F(StaffList, ThePicturePanelFollowsTheRows)
         EXPECT_TRUE(Keys::waitFor([&] { return list.Pic_IMG->isEmpty(); }));
         QTest::mouseClick(Keys::child(&list, "ClosePicture_BTN"), Qt::LeftButton);
         EXPECT_FALSE(list.Pic_Show->isVisible());
-        EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"نمايش تصوير"_qs);
+        EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"نمايش تصوير"_s);
     });
 }
 

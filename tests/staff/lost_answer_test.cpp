@@ -1,6 +1,8 @@
 #include "staff/FamilyScreens.h"
 #include "support/LostAnswer.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 // The database stored what was typed, and the line was lost before it could say so. The next save goes on from there:
 // the record's own name and numbers are not taken for another's, and its family stays.
 
@@ -82,7 +84,7 @@ TEST_F(StaffLostAnswer, AnEditedEmployeeIsNotRefusedForItsOwnNewNumbers)
         type(*editor, editor->Job_EDT, "more");
         // Another's number is refused as ever; back to the first one and forth again.
         type(*editor, editor->CardNumber_EDT, "6");
-        refused(*editor, u"MsgRepeatedField(شماره کارت|کارمندان)"_qs, 1, editor->CardNumber_EDT);
+        refused(*editor, u"MsgRepeatedField(شماره کارت|کارمندان)"_s, 1, editor->CardNumber_EDT);
         type(*editor, editor->CardNumber_EDT, "5");
         stay(*editor);
         type(*editor, editor->CardNumber_EDT, "88");
@@ -126,7 +128,7 @@ TEST_F(StaffLostAnswer, ATypedCodeThatCannotBeTakenLeavesTheFamilyUnderTheOldOne
 {
     const auto refusedTyping = [&](const std::function<void(TStaffGet_FRM &)> &leaveTheCode) {
         for (const char *table : {"Staff", "tmpStaffFamily", "CodeLock_TBL"})
-            db.run(u"delete from %1"_qs.arg(QLatin1String(table)));
+            db.run(u"delete from %1"_s.arg(QLatin1String(table)));
         bool refusedOnce = false;
         const auto editor = newEditor();
         open(*editor, [&] {
@@ -138,11 +140,11 @@ TEST_F(StaffLostAnswer, ATypedCodeThatCannotBeTakenLeavesTheFamilyUnderTheOldOne
             refusedOnce = !messages.take().isEmpty();
             const QString code = refusedOnce ? "1" : "9";
             EXPECT_EQ(editor->Code_EDT->GetText(), code);
-            EXPECT_EQ(working(), u"4|%1|child"_qs.arg(code));
+            EXPECT_EQ(working(), u"4|%1|child"_s.arg(code));
             EXPECT_EQ(locks(), code + "|806|1");
             EXPECT_EQ(Staff_DM->Family_QUR->recordCount(), 1);
             stay(*editor);
-            EXPECT_EQ(saved(), u"4|%1|child"_qs.arg(code));
+            EXPECT_EQ(saved(), u"4|%1|child"_s.arg(code));
         });
         return refusedOnce;
     };
@@ -204,7 +206,7 @@ TEST_F(StaffLostAnswer, AnEmployeeThatAnotherWorkstationStoredUnderTheCodeIsNotW
         press(*editor, Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList(savedMessage));
     });
-    EXPECT_EQ(db.rows("select Code, LastName from Staff order by Code"), u"1|theirs\n9|کریمی"_qs);
+    EXPECT_EQ(db.rows("select Code, LastName from Staff order by Code"), u"1|theirs\n9|کریمی"_s);
     EXPECT_EQ(saved(), "1|1|their child");
 }
 
@@ -232,7 +234,7 @@ TEST_F(StaffLostAnswer, AFamilyMemberOfAnotherEmployeeIsNotWrittenOver)
         EXPECT_EQ(messages.take(), QStringList(notSavedMessage));
         addMember(1, 6, "theirs", "tmpStaffFamily");
         press(*screen, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|خانواده)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|خانواده)"_s));
         press(*screen, Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList());
     });

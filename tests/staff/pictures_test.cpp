@@ -14,6 +14,8 @@
 #include <QMimeData>
 #include <QTest>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
@@ -50,7 +52,7 @@ protected:
     QByteArray stored(const QString &column, int code)
     {
         return db.connection()
-            .scalar(u"select %1 from Staff where Code=%2"_qs.arg(column).arg(code))
+            .scalar(u"select %1 from Staff where Code=%2"_s.arg(column).arg(code))
             .toByteArray();
     }
     static QByteArray formatOf(const QByteArray &bytes)
@@ -220,7 +222,7 @@ TEST_F(StaffPictures, BrokenHugeAndStrangeFilesAreRefusedWithAMessage)
             EXPECT_FALSE(editor->Picture_Get->TakeFile(file(name, bytes))) << name.toStdString();
             const QStringList told = messages.take();
             ASSERT_EQ(told.size(), 1) << name.toStdString();
-            EXPECT_TRUE(told[0].startsWith(u"ShowSmartMessage(تصویر پذیرفته نشد|"_qs))
+            EXPECT_TRUE(told[0].startsWith(u"ShowSmartMessage(تصویر پذیرفته نشد|"_s))
                 << told[0].toStdString();
             EXPECT_TRUE(editor->Picture_Get->IsEmpty()) << name.toStdString();
             EXPECT_FALSE(editor->Picture_Get->HasFile()) << name.toStdString();

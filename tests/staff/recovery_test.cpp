@@ -9,6 +9,8 @@
 #include <QSet>
 #include <QTimer>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
@@ -378,7 +380,7 @@ TEST_F(StaffProgram, DISABLED_LeavesEmployeeFiveOpen)
 // 25 editors are opened, each goes on to four more employees.
 TEST_F(StaffProgram, DISABLED_Saves125NewEmployees)
 {
-    const QStringList saved{u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs};
+    const QStringList saved{u"MSGCompeletedSuccessfully(ذخيره سازي )"_s};
     for (int opened = 0; opened < 25; ++opened) {
         TStaffGet_FRM editor(cspStaff, false, "1");
         Keys::runModal([&] { return editor.exec(); },

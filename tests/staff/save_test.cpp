@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QTemporaryDir>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
@@ -16,7 +18,7 @@ protected:
     {
         db.connection().BeginTrans(); // one writing to the disk, not ten
         for (const char *table : {"tmpStaffFamily", "StaffFamily", "Staff", "CodeLock_TBL"})
-            db.run(u"delete from %1"_qs.arg(QLatin1String(table)));
+            db.run(u"delete from %1"_s.arg(QLatin1String(table)));
         add(5, "before", "five",
             "IsMarried=1, CardNumber='5', InsuranceNumber='55', NationalID='0084575948', "
             "Comment=N'شرح', Tel1='021', LeaveDate='1404/01/01'");
@@ -38,7 +40,7 @@ protected:
     TTables tables()
     {
         const auto all = [this](const QString &table, const QString &key) {
-            TQuery rows(&db.connection(), QStringLiteral("Dump"));
+            TQuery rows(&db.connection(), u"Dump"_s);
             rows.setStatement(QString("select * from %1 order by %2").arg(table, key));
             rows.open();
             QStringList lines;
@@ -254,13 +256,13 @@ TEST_F(StaffSave, APersonIsEnteredInTheGroupThatTheUserChooses)
     db.run("insert into PersonGroup(Code,Name) values(3,N'فروشندگان')");
     db.run("insert into PersonGroup(Code,Name) values(4,N'کارکنان')");
     TPerinf_Mapper person;
-    person._Name = u"رضا"_qs;
-    person._LName = u"کریمی"_qs;
+    person._Name = u"رضا"_s;
+    person._LName = u"کریمی"_s;
     messages.answer({Yes});
     Keys::runModal([&] { return int(Staff_DM->PerInf_Insert(person)); },
                    [&](QWidget *groups) { Keys::press(groups, Qt::Key_Return); });
     EXPECT_EQ(messages.take().value(0), "ShowSmartMessage:20106()");
-    EXPECT_EQ(db.rows("select code, GrpCode, fullname from Perinf"), u"1|4|رضا کریمی"_qs);
+    EXPECT_EQ(db.rows("select code, GrpCode, fullname from Perinf"), u"1|4|رضا کریمی"_s);
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "host/Declaration_PKG/Process_unt.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 /// The working family rows are everybody's, and the lock on an employee can be freed.
@@ -74,7 +76,7 @@ TEST_F(StaffSharedRows, WhatAnotherStationHasOpenMeanwhileIsNotSavedOver)
         type(*editor, editor->Name_EDT, "typed");
         db.run("update CodeLock_TBL set Com_Index=2");
         press(*editor, Qt::Key_F3);
-        EXPECT_TRUE(messages.take().value(0).contains(u"ایستگاه دیگری"_qs));
+        EXPECT_TRUE(messages.take().value(0).contains(u"ایستگاه دیگری"_s));
         EXPECT_TRUE(editor->isVisible());
         EXPECT_EQ(editor->Name_EDT->GetText(), "typed");
         messages.answer({No});
@@ -127,7 +129,7 @@ TEST_F(StaffSharedRows, ATypedCodeWithStrangersRowsIsNotTaken)
     open(*editor, [&] {
         type(*editor, editor->Code_EDT, "9");
         press(*editor, Qt::Key_Tab);
-        EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_s));
         EXPECT_EQ(editor->Code_EDT->GetText(), "1");
         press(*editor, Qt::Key_Escape);
     });
@@ -147,7 +149,7 @@ TEST_F(StaffSharedRows, ASaveThatBrokeAfterTheFamilyWasClearedSaysSoAndKeepsItFo
             const QStringList said = messages.take();
             ASSERT_EQ(said.size(), 2);
             EXPECT_EQ(said[0], notSavedMessage);
-            EXPECT_TRUE(said[1].contains(u"2 سطر خانواده ثبت شده داشت"_qs)) << said[1].toStdString();
+            EXPECT_TRUE(said[1].contains(u"2 سطر خانواده ثبت شده داشت"_s)) << said[1].toStdString();
             EXPECT_FALSE(editor->IsSaved());
             EXPECT_EQ(saved(), "");
             messages.answer({No, Cancel});
@@ -190,7 +192,7 @@ TEST_F(StaffSharedRows, RecoveryTellsTheRowsOfEachEmployee)
 {
     for (const int code : {12, 15}) {
         db.run(
-            u"insert into CodeLock_TBL(Code,Status,Com_Index,ProcessID,Process) values('%1',806,1,77,'%2')"_qs
+            u"insert into CodeLock_TBL(Code,Status,Com_Index,ProcessID,Process) values('%1',806,1,77,'%2')"_s
                 .arg(code)
                 .arg(ThisProcess() + "1"));
         addMember(code, code, "x", "tmpStaffFamily");

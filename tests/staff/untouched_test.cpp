@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QRegularExpression>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 class StaffUntouched : public StaffScreens {
@@ -36,7 +38,7 @@ protected:
 
 TEST_F(StaffUntouched, SavingAFullEmployeeThatNobodyTouchedChangesNothingButItsMarks)
 {
-    add(7, u"علي"_qs, u"کاشانی يزدي"_qs,
+    add(7, u"علي"_s, u"کاشانی يزدي"_s,
         u"StaffGroup=2, NationalID='0084575948', Sex=1, BirthPlace=N'یزد', IssuePlace=N'تفت', IDNumber='1234', "
         "FatherName=N'حسن', BirthDate='1370/12/30', IssueDate='1371/02/05', IsMarried=1, CoDate='1399/12/30', "
         "Employment=10, FiscalExemption=8, PersonnelCode='P-77', Job=N'حسابدار', BankTitle=N'ملي', Insurance=3, "
@@ -45,11 +47,11 @@ TEST_F(StaffUntouched, SavingAFullEmployeeThatNobodyTouchedChangesNothingButItsM
         "JobGroup=N'اداری', Tel1='021-88001122', Tel2='02188', Fax='88', Mob='0912', Add1=N'خیابان', "
         "Add2=N'کوچه', PostCode='1234567890', Degree=7, Military=6, Major=N'حسابداری', Email='a@b.ir', "
         "CreatedTime='08:05', CreatedDate='1399/12/30', UserCreated=N'maker (سازنده)', "
-        "ModifiedTime='09:10', ModifiedDate='1400/01/05', UserModified='changer'"_qs);
+        "ModifiedTime='09:10', ModifiedDate='1400/01/05', UserModified='changer'"_s);
     for (const auto &[column, color] :
          {std::pair("Picture", Qt::darkCyan), std::pair("FingerPrint", Qt::gray)})
         db.connection().execute(
-            TStatement(u"update Staff set %1="_qs.arg(QLatin1String(column))).value(jpeg(color)));
+            TStatement(u"update Staff set %1="_s.arg(QLatin1String(column))).value(jpeg(color)));
     db.run(
         "insert into StaffFamily(ID,StaffCode,Type,Name,Sex,InsuranceNumber,BirthDate,Death,DeathDate,Comment) "
         "values(4,7,2,N'سارا',1,'0077','1372/06/31',1,'1403/12/30',N'شرح')");
@@ -68,14 +70,14 @@ TEST_F(StaffUntouched, SavingAFullEmployeeThatNobodyTouchedChangesNothingButItsM
     EXPECT_TRUE(QRegularExpression("^\\d\\d:\\d\\d$").match(value("ModifiedTime", 7)).hasMatch());
     EXPECT_NE(value("ModifiedTime", 7) + value("ModifiedDate", 7), "09:101400/01/05");
     EXPECT_EQ(value("ModifiedDate", 7), NowDate());
-    EXPECT_EQ(value("UserModified", 7), u"clerk (مریم کاتب)"_qs);
+    EXPECT_EQ(value("UserModified", 7), u"clerk (مریم کاتب)"_s);
 }
 
 // The columns were made wider than the inputs, and other programs fill them too.
 TEST_F(StaffUntouched, StoredTextsThatAreLongerThanTheirInputsStayWhole)
 {
     add(7, "seven", QString(100, u'ک'),
-        u"PersonnelCode='%1', InsuranceNumber='%1', AccountNumber='%2', Comment=N'%3', JobGroup=N'%4'"_qs.arg(
+        u"PersonnelCode='%1', InsuranceNumber='%1', AccountNumber='%2', Comment=N'%3', JobGroup=N'%4'"_s.arg(
             QString(20, u'1'), QString(50, u'2'), QString(150, u'ش'), QString(100, u'گ')));
     const auto texts = [this] {
         return db.rows(

@@ -12,6 +12,8 @@
 #include <exception>
 #include <stdexcept>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// Where a key goes that is pressed while `window` is at work: an open menu or list first, then the focus.
@@ -43,9 +45,9 @@ QString textOf(Qt::Key key, Qt::KeyboardModifiers modifiers)
     if (modifiers.testFlag(Qt::ControlModifier) || modifiers.testFlag(Qt::AltModifier))
         return {};
     if (key == Qt::Key_Return || key == Qt::Key_Enter)
-        return QStringLiteral("\r");
+        return u"\r"_s;
     if (key == Qt::Key_Tab)
-        return QStringLiteral("\t");
+        return u"\t"_s;
     if (key < 0x20 || key >= 0x7F)
         return {};
     const QChar letter = QChar(ushort(key));
@@ -184,5 +186,5 @@ void Keys::picture(QWidget *window, const QString &name)
         return;
     QApplication::processEvents();
     EXPECT_TRUE(QDir().mkpath(folder));
-    EXPECT_TRUE(window->grab().save(folder + u'/' + name + QStringLiteral(".png"))) << name.toStdString();
+    EXPECT_TRUE(window->grab().save(folder + u'/' + name + u".png"_s)) << name.toStdString();
 }

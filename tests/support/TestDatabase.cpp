@@ -8,6 +8,8 @@
 
 #include <QFile>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // The schema is laid once in a process; each test gets a copy of the file.
@@ -15,7 +17,7 @@ const QString &emptyFile()
 {
     static const QTemporaryDir folder;
     static const QString path = [] {
-        const QString file = folder.filePath(QStringLiteral("empty.db"));
+        const QString file = folder.filePath(u"empty.db"_s);
         TConnection connection;
         connection.openFile(file);
         return file;
@@ -37,7 +39,7 @@ TestDatabase::TestDatabase(Place place) : m_onServer(place == AnyEngine && TestS
         ++m_count;
         m_trace.append(statement.asText());
         if (m_failAt > 0 && m_count == m_failAt)
-            throw TDatabaseError(m_fault, QStringLiteral("played by a test"), statement.boundText());
+            throw TDatabaseError(m_fault, u"played by a test"_s, statement.boundText());
     });
 }
 
@@ -49,13 +51,12 @@ TestDatabase::~TestDatabase()
 
 QString TestDatabase::path() const
 {
-    return m_onServer ? TestServer::ownDatabase().connectionString()
-                      : m_folder.filePath(QStringLiteral("test.db"));
+    return m_onServer ? TestServer::ownDatabase().connectionString() : m_folder.filePath(u"test.db"_s);
 }
 
 void TestDatabase::open(TConnection &connection, const QString &path)
 {
-    if (TOdbcConnectionString(path).has(QStringLiteral("DRIVER")))
+    if (TOdbcConnectionString(path).has(u"DRIVER"_s))
         connection.openOdbc(path);
     else
         connection.openFile(path);
@@ -119,7 +120,7 @@ QString TestDatabase::text(const QString &sql)
 QString TestDatabase::rows(const QString &sql)
 {
     const Quiet quiet(m_failAt, m_count, m_trace);
-    TQuery query(&m_connection, QStringLiteral("rows"));
+    TQuery query(&m_connection, u"rows"_s);
     query.setStatement(sql);
     query.open();
     QStringList lines;

@@ -13,6 +13,8 @@
 #include <unistd.h>
 #include <vector>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 int connectTo(const QByteArray &host, int port)
@@ -83,8 +85,8 @@ bool sendAll(int to, const char *bytes, ssize_t size)
 TestProxy::TestProxy(const QString &connectionString)
 {
     const TOdbcConnectionString string(connectionString);
-    m_host = string.value(QStringLiteral("SERVER")).toUtf8();
-    m_port = string.value(QStringLiteral("PORT")).toInt();
+    m_host = string.value(u"SERVER"_s).toUtf8();
+    m_port = string.value(u"PORT"_s).toInt();
     if (m_port == 0)
         m_port = 1433;
     m_listener = socket(AF_INET, SOCK_STREAM, 0);
@@ -95,10 +97,9 @@ TestProxy::TestProxy(const QString &connectionString)
     if (bind(m_listener, reinterpret_cast<sockaddr *>(&address), size) != 0 || listen(m_listener, 16) != 0 ||
         getsockname(m_listener, reinterpret_cast<sockaddr *>(&address), &size) != 0)
         throw std::runtime_error("no port for the test's line");
+    m_connectionString = TestServer::with(connectionString, u"SERVER"_s, u"127.0.0.1"_s);
     m_connectionString =
-        TestServer::with(connectionString, QStringLiteral("SERVER"), QStringLiteral("127.0.0.1"));
-    m_connectionString = TestServer::with(m_connectionString, QStringLiteral("PORT"),
-                                          QString::number(ntohs(address.sin_port)));
+        TestServer::with(m_connectionString, u"PORT"_s, QString::number(ntohs(address.sin_port)));
     m_thread = std::thread([this] { work(); });
 }
 

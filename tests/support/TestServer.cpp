@@ -11,6 +11,8 @@
 #include <cstdio>
 #include <memory>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 int madeDatabases = 0;
@@ -29,7 +31,7 @@ QString TestServer::with(const QString &connectionString, const QString &word, c
 
 QString TestServer::connectionString(const QString &database)
 {
-    return with(qEnvironmentVariable("KETEBIONPAP_TEST_ODBC"), QStringLiteral("DATABASE"), database);
+    return with(qEnvironmentVariable("KETEBIONPAP_TEST_ODBC"), u"DATABASE"_s, database);
 }
 
 void TestServer::runOnServer(const QString &sql, const QString &database)
@@ -55,17 +57,15 @@ void TestServer::runOnServer(const QString &sql, const QString &database)
 }
 
 TestServer::Database::Database(const QString &options)
-    : m_name(QStringLiteral("ketebionpap_test_%1_%2")
-                 .arg(QCoreApplication::applicationPid())
-                 .arg(++madeDatabases))
+    : m_name(u"ketebionpap_test_%1_%2"_s.arg(QCoreApplication::applicationPid()).arg(++madeDatabases))
 {
-    runOnServer(QStringLiteral("create database %1 %2").arg(m_name, options));
+    runOnServer(u"create database %1 %2"_s.arg(m_name, options));
 }
 
 TestServer::Database::~Database()
 {
     try {
-        runOnServer(QStringLiteral("drop database ") + m_name);
+        runOnServer(u"drop database "_s + m_name);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "%s is left on the server: %s\n", qUtf8Printable(m_name), error.what());
     }
@@ -87,25 +87,24 @@ QStringList names(TEngine &engine, const QString &sql)
 
 QStringList tablesOf(TEngine &engine, const char *type = "BASE TABLE")
 {
-    return names(engine, QStringLiteral("select TABLE_NAME from INFORMATION_SCHEMA.TABLES where "
-                                        "TABLE_TYPE='%1' and "
-                                        "TABLE_NAME<>'SchemaVersion_TBL' order by TABLE_NAME")
-                             .arg(QLatin1String(type)));
+    return names(engine, u"select TABLE_NAME from INFORMATION_SCHEMA.TABLES where "
+                         "TABLE_TYPE='%1' and "
+                         "TABLE_NAME<>'SchemaVersion_TBL' order by TABLE_NAME"_s.arg(QLatin1String(type)));
 }
 
 // Tables that others refer to are emptied by rows, after those that refer to them; all others at once, which also
 // sets their counters back.
 QString emptying(TEngine &engine, const QStringList &tables)
 {
-    const QStringList referred = names(
-        engine, QStringLiteral("select distinct object_name(referenced_object_id) from sys.foreign_keys"));
+    const QStringList referred =
+        names(engine, u"select distinct object_name(referenced_object_id) from sys.foreign_keys"_s);
     QString first;
     QString then;
     for (const QString &table : tables) {
         if (referred.contains(table, Qt::CaseInsensitive))
-            then += QStringLiteral("delete from [%1]\n").arg(table);
+            then += u"delete from [%1]\n"_s.arg(table);
         else
-            first += QStringLiteral("truncate table [%1]\n").arg(table);
+            first += u"truncate table [%1]\n"_s.arg(table);
     }
     return first + then;
 }
@@ -154,11 +153,11 @@ void TestServer::emptyDatabase()
     QString own;
     for (const QString &view : tablesOf(*emptier, "VIEW")) {
         if (!views.contains(view, Qt::CaseInsensitive))
-            own += QStringLiteral("drop view [%1]\n").arg(view);
+            own += u"drop view [%1]\n"_s.arg(view);
     }
     for (const QString &table : tablesOf(*emptier)) {
         if (!tables.contains(table, Qt::CaseInsensitive))
-            own += QStringLiteral("drop table [%1]\n").arg(table); // a test's
+            own += u"drop table [%1]\n"_s.arg(table); // a test's
     }
     emptier->runScript(own + script);
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// The server that tests may use: KETEBIONPAP_TEST_ODBC holds a connection string to it, with a user who may make
 /// databases. Its DATABASE is not touched: every test program makes a database of its own and drops it.
 namespace TestServer {
@@ -13,7 +15,7 @@ QString connectionString(const QString &database);
 /// The same with other words put in or replaced, such as {"PORT", "1434"}.
 QString with(const QString &connectionString, const QString &word, const QString &value);
 /// Runs a text outside any database of the suite. Throws TDatabaseError.
-void runOnServer(const QString &sql, const QString &database = QStringLiteral("master"));
+void runOnServer(const QString &sql, const QString &database = u"master"_s);
 
 /// A database that is made empty and dropped when this goes.
 class Database {

@@ -3,6 +3,8 @@
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 TaxScreens::TaxScreens()
 {
     IniOptions.Com_Index = 1;
@@ -20,11 +22,11 @@ TaxScreens::~TaxScreens()
 
 void TaxScreens::table(int code, const QString &title, const QString &brackets)
 {
-    db.run(u"insert into TaxMain(Code, Title, Comment) values(%1, '%2', 'c')"_qs.arg(code).arg(title));
+    db.run(u"insert into TaxMain(Code, Title, Comment) values(%1, '%2', 'c')"_s.arg(code).arg(title));
     for (const QString &line : brackets.split(u'\n', Qt::SkipEmptyParts)) {
         const QStringList cells = line.split(u'|');
         db.run(
-            u"insert into Tax(TaxMainCode, FromSalary, ToSalary, [Percent], Comment) values(%1, %2, %3, %4, 'b')"_qs
+            u"insert into Tax(TaxMainCode, FromSalary, ToSalary, [Percent], Comment) values(%1, %2, %3, %4, 'b')"_s
                 .arg(code)
                 .arg(cells[0], cells[1], cells[2]));
     }
@@ -43,7 +45,7 @@ int TaxScreens::edit(int code, const std::function<void(TTaxGet_FRM &)> &work)
 
 TSmartGrid_ZLM *TaxScreens::grid(TTaxGet_FRM &editor)
 {
-    return Keys::find<TSmartGrid_ZLM>(&editor, QStringLiteral("TaxDetail_List_GRD"));
+    return Keys::find<TSmartGrid_ZLM>(&editor, u"TaxDetail_List_GRD"_s);
 }
 
 void TaxScreens::inBracket(TTaxGet_FRM &editor, Qt::Key key, Qt::KeyboardModifiers modifiers,
@@ -99,12 +101,12 @@ QString TaxScreens::shown(TTaxGet_FRM &editor)
 QString TaxScreens::permanent(int code)
 {
     return db.rows(
-        u"select FromSalary, ToSalary, [Percent] from Tax where TaxMainCode=%1 order by FromSalary"_qs.arg(
+        u"select FromSalary, ToSalary, [Percent] from Tax where TaxMainCode=%1 order by FromSalary"_s.arg(
             code));
 }
 
 QString TaxScreens::working()
 {
-    return db.rows(QStringLiteral(
-        "select TaxMainCode, FromSalary, ToSalary, [Percent] from TmpTax order by TaxMainCode, FromSalary"));
+    return db.rows(
+        u"select TaxMainCode, FromSalary, ToSalary, [Percent] from TmpTax order by TaxMainCode, FromSalary"_s);
 }

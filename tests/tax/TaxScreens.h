@@ -13,6 +13,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// A bracket as a clerk types it.
 struct TypedBracket {
     QString from;
@@ -42,7 +44,7 @@ protected:
     ~TaxScreens() override;
 
     /// A stored tax table: brackets as "from|to|percent" by lines.
-    void table(int code, const QString &title, const QString &brackets = QStringLiteral("0|1000|0"));
+    void table(int code, const QString &title, const QString &brackets = u"0|1000|0"_s);
     /// Opens the editor (code 0: a new table) and works in it.
     int edit(int code, const std::function<void(TTaxGet_FRM &)> &work);
     /// Opens the bracket screen by a key in the grid and works in it.
@@ -55,16 +57,10 @@ protected:
     static QString shown(TTaxGet_FRM &editor);
     static TSmartGrid_ZLM *grid(TTaxGet_FRM &editor);
 
-    QString headers()
-    {
-        return db.rows(QStringLiteral("select Code, Title, Comment from TaxMain order by Code"));
-    }
+    QString headers() { return db.rows(u"select Code, Title, Comment from TaxMain order by Code"_s); }
     QString permanent(int code);
     QString working();
-    QString locks()
-    {
-        return db.rows(QStringLiteral("select Code, Com_Index from CodeLock_TBL order by Code"));
-    }
+    QString locks() { return db.rows(u"select Code, Com_Index from CodeLock_TBL order by Code"_s); }
 
     TestDatabase db;
     ScriptedMessages messages;

@@ -4,6 +4,8 @@
 #include <QClipboard>
 #include <QLabel>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 class TaxBracket : public TaxScreens {
@@ -34,9 +36,9 @@ TEST_F(TaxBracket, ValidatesInItsOrder)
     inNew([&](TTax_GetDetail_FRM &screen) {
         EXPECT_TRUE(screen.FromSalary_EDT->hasFocus());
         EXPECT_TRUE(screen.IsSaved());
-        expectRefused(screen, u"MsgRequiredField(از حقوق)"_qs, screen.FromSalary_EDT);
+        expectRefused(screen, u"MsgRequiredField(از حقوق)"_s, screen.FromSalary_EDT);
         Keys::retype(screen.FromSalary_EDT, "1000");
-        expectRefused(screen, u"MsgRequiredField(تا حقوق)"_qs, screen.ToSalary_EDT);
+        expectRefused(screen, u"MsgRequiredField(تا حقوق)"_s, screen.ToSalary_EDT);
         Keys::retype(screen.ToSalary_EDT, "999");
         expectRefused(screen, "ShowSmartMessage:10233()", screen.ToSalary_EDT);
         EXPECT_EQ(messages.last().displayTime, 3000);
@@ -47,7 +49,7 @@ TEST_F(TaxBracket, ValidatesInItsOrder)
         Keys::retype(screen.FromSalary_EDT, "1500");
         Keys::retype(screen.ToSalary_EDT, "1600");
         // The message names the rate otherwise than its caption, on purpose.
-        expectRefused(screen, u"MsgRequiredField(در صد)"_qs, screen.Percent_EDT);
+        expectRefused(screen, u"MsgRequiredField(در صد)"_s, screen.Percent_EDT);
         Keys::retype(screen.Percent_EDT, "0");
         expectRefused(screen, "ShowSmartMessage:10234()", screen.FromSalary_EDT);
         EXPECT_EQ(messages.last().control, screen.FromSalary_EDT);
@@ -121,7 +123,7 @@ TEST_F(TaxBracket, TheRateDropsTheDigitThatTakesItOver100)
         }
         Keys::retype(screen.Percent_EDT, "150");
         EXPECT_EQ(screen.Percent_EDT->cursorPosition(), 2);
-        QApplication::clipboard()->setText(u"۱۵۰٪"_qs);
+        QApplication::clipboard()->setText(u"۱۵۰٪"_s);
         Keys::press(&screen, Qt::Key_A, Qt::ControlModifier);
         Keys::press(&screen, Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(screen.Percent_EDT->GetText(), "15");
@@ -132,14 +134,14 @@ TEST_F(TaxBracket, TheRateDropsTheDigitThatTakesItOver100)
 TEST_F(TaxBracket, FifteenDigitsAndDecimalsAndPastedTextArriveExactly)
 {
     inNew([&](TTax_GetDetail_FRM &screen) {
-        QApplication::clipboard()->setText(u"۴٬۸۰۰٬۰۰۰٬۰۰۰ ریال"_qs);
+        QApplication::clipboard()->setText(u"۴٬۸۰۰٬۰۰۰٬۰۰۰ ریال"_s);
         screen.FromSalary_EDT->setFocus();
         Keys::press(&screen, Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(screen.FromSalary_EDT->GetText(), "4800000000");
         EXPECT_EQ(screen.FromSalary_EDT->text(), "4,800,000,000");
         Keys::retype(screen.ToSalary_EDT, "9999999999999999"); // the sixteenth is not taken
         EXPECT_EQ(screen.ToSalary_EDT->GetText(), "999999999999999");
-        Keys::retype(screen.Percent_EDT, u"۱۲٫۷۵"_qs);
+        Keys::retype(screen.Percent_EDT, u"۱۲٫۷۵"_s);
         EXPECT_EQ(screen.Percent_EDT->GetText(), "12.75");
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_EQ(working(), "5|1000|2000|10\n5|4800000000|999999999999999|12.75");
@@ -181,7 +183,7 @@ TEST_F(TaxBracket, ARowDeletedByAnotherWorkstationIsToldAndNothingTypedIsLost)
             Keys::retype(screen.FromSalary_EDT, "5");
             db.run("delete from TmpTax where FromSalary=0");
             Keys::press(&screen, Qt::Key_F3);
-            EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs));
+            EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_s));
             EXPECT_TRUE(screen.isVisible());
             EXPECT_EQ(screen.FromSalary_EDT->GetText(), "5");
             messages.answer({No});
@@ -251,7 +253,7 @@ TEST_F(TaxBracket, AFaultAtEveryStatementOfItsSaveKeepsWhatWasTyped)
                     const QStringList told = messages.take();
                     ASSERT_EQ(told.size(), 1);
                     EXPECT_TRUE(told[0] == "MsgDatabaseError()" ||
-                                told[0] == u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs)
+                                told[0] == u"MSGFinishedNotSuccessfully(ذخيره سازي)"_s)
                         << told[0].toStdString();
                     EXPECT_EQ(screen.ToSalary_EDT->GetText(), "4000");
                     EXPECT_EQ(working(), "5|1000|2000|10");
@@ -278,14 +280,14 @@ TEST_F(TaxBracket, ShowsItsTextsAsGiven)
 {
     inNew([&](TTax_GetDetail_FRM &screen) {
         const auto caption = [&](const QString &input) {
-            return Keys::find<QLabel>(&screen, input + u"_Caption"_qs)->text();
+            return Keys::find<QLabel>(&screen, input + u"_Caption"_s)->text();
         };
-        EXPECT_EQ(caption("FromSalary_EDT"), u"  &از حقوق :"_qs);
-        EXPECT_EQ(caption("ToSalary_EDT"), u"  &تا حقوق :"_qs);
-        EXPECT_EQ(caption("Percent_EDT"), u"  نر&خ مالیات :"_qs);
-        EXPECT_EQ(caption("Comment_EDT"), u"  &شرح :"_qs);
+        EXPECT_EQ(caption("FromSalary_EDT"), u"  &از حقوق :"_s);
+        EXPECT_EQ(caption("ToSalary_EDT"), u"  &تا حقوق :"_s);
+        EXPECT_EQ(caption("Percent_EDT"), u"  نر&خ مالیات :"_s);
+        EXPECT_EQ(caption("Comment_EDT"), u"  &شرح :"_s);
         EXPECT_EQ(Keys::find<QLabel>(&screen, "Percent_EDT_Suffix")->text(), "%");
-        EXPECT_EQ(screen.Save_BTN->text(), u"ذخيره و خروج F3"_qs);
+        EXPECT_EQ(screen.Save_BTN->text(), u"ذخيره و خروج F3"_s);
         for (TSmartEdit_ZLM *edit : {screen.FromSalary_EDT, screen.ToSalary_EDT, screen.Percent_EDT})
             EXPECT_EQ(edit->MaxLength(), 15);
         EXPECT_EQ(screen.Comment_EDT->MaxLength(), 50);

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QClipboard>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 TEST_F(TaxEditor, AFreeCodeTypedByHandTakesTheLockAndTheWorkingRowsAlong)
@@ -10,7 +12,7 @@ TEST_F(TaxEditor, AFreeCodeTypedByHandTakesTheLockAndTheWorkingRowsAlong)
     edit(0, [&](TTaxGet_FRM &editor) {
         Keys::type(editor.Title_EDT, "t");
         add(editor, {"0", "1000", "0"});
-        Keys::retype(editor.Code_EDT, u"۷۷"_qs);
+        Keys::retype(editor.Code_EDT, u"۷۷"_s);
         Keys::press(&editor, Qt::Key_Tab);
         EXPECT_EQ(locks(), "77|1");
         EXPECT_EQ(working(), "77|0|1000|0");
@@ -48,7 +50,7 @@ TEST_F(TaxEditor, AStoredOrLockedCodeTypedByHandIsRefusedAndTheOldOneComesBack)
         for (const char *code : {"5", "9"}) {
             Keys::retype(editor.Code_EDT, code);
             Keys::press(&editor, Qt::Key_Tab);
-            EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|جدول مالیاتی)"_qs)) << code;
+            EXPECT_EQ(messages.take(), QStringList(u"MsgRepeatedField(کد|جدول مالیاتی)"_s)) << code;
             EXPECT_EQ(editor.Code_EDT->GetText(), "6");
             expectFocus(editor.Code_EDT);
         }
@@ -89,7 +91,7 @@ TEST_F(TaxEditor, TheCodeOfAStoredTableCannotBeChanged)
     edit(5, [&](TTaxGet_FRM &editor) {
         Keys::retype(editor.Code_EDT, "6");
         Keys::press(&editor, Qt::Key_Tab);
-        EXPECT_EQ(messages.take(), QStringList(u"NotSaveable(کد|جدول مالیاتی)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"NotSaveable(کد|جدول مالیاتی)"_s));
         EXPECT_EQ(editor.Code_EDT->GetText(), "5");
         Keys::press(&editor, Qt::Key_F3);
     });

@@ -2,6 +2,8 @@
 
 #include <QTimer>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 TEST_F(TaxEditor, AFaultAtEveryStatementOfANewTablesSaveLosesNothingThatWasTyped)
@@ -20,8 +22,8 @@ TEST_F(TaxEditor, AFaultAtEveryStatementOfANewTablesSaveLosesNothingThatWasTyped
                 return;
             // The first two only ask whether lock and rows are still there.
             const QStringList said = messages.take();
-            EXPECT_EQ(said.value(0), statement <= 2 ? u"MsgDatabaseError()"_qs
-                                                    : u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs)
+            EXPECT_EQ(said.value(0),
+                      statement <= 2 ? u"MsgDatabaseError()"_s : u"MSGFinishedNotSuccessfully(ذخيره سازي)"_s)
                 << statement;
             // Once the header is stored, the user is told what is not.
             EXPECT_EQ(said.size(), headers().isEmpty() ? 1 : 2) << statement;
@@ -61,8 +63,8 @@ TEST_F(TaxEditor, AFaultBetweenHeaderAndBracketsLeavesTheHeaderWritten)
         db.connection().setStatementHook({});
         const QStringList said = messages.take();
         ASSERT_EQ(said.size(), 2);
-        EXPECT_EQ(said[0], u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs);
-        EXPECT_TRUE(said[1].contains(u"سطرهای ثبت شده همان سطرهای پیشین است"_qs));
+        EXPECT_EQ(said[0], u"MSGFinishedNotSuccessfully(ذخيره سازي)"_s);
+        EXPECT_TRUE(said[1].contains(u"سطرهای ثبت شده همان سطرهای پیشین است"_s));
         EXPECT_EQ(headers(), "5|new|c");
         EXPECT_EQ(permanent(5), "0|1000|0") << "the old brackets stay until the new ones are there";
         EXPECT_FALSE(editor.IsSaved());
@@ -108,7 +110,7 @@ TEST_F(TaxEditor, ATableDeletedMeanwhileIsToldWhenItIsSaved)
         db.run("delete from Tax");
         db.run("delete from TaxMain");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_s));
         EXPECT_TRUE(editor.isVisible());
         EXPECT_EQ(editor.Title_EDT->GetText(), "new");
         messages.answer({No});

@@ -5,6 +5,8 @@
 #include <QTest>
 #include <QToolButton>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 TEST_F(TaxEditor, TheCodeIsZeroUntilOneIsAllotted)
@@ -127,7 +129,7 @@ TEST_F(TaxEditor, DeletingABracketNeedsTheRightToDeleteAndNoOther)
             UserInfo.IsAdmin = false;
             db.run("delete from UserRight");
             for (const int right : row.rights)
-                db.run(u"insert into UserRight(UserCode, SoftwarePart, Permission) values(1, 802, %1)"_qs.arg(
+                db.run(u"insert into UserRight(UserCode, SoftwarePart, Permission) values(1, 802, %1)"_s.arg(
                     right));
             messages.take();
             if (row.deletes)
@@ -160,7 +162,7 @@ TEST_F(TaxEditor, AHeaderThatCannotBeWrittenLeavesTheStoredBracketsAlone)
         Keys::press(&editor, Qt::Key_F3);
         db.connection().setStatementHook({});
         EXPECT_TRUE(refused);
-        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MSGFinishedNotSuccessfully(ذخيره سازي)"_s));
         EXPECT_TRUE(editor.isVisible());
         EXPECT_FALSE(editor.IsSaved());
         EXPECT_EQ(headers(), "5|t|c");

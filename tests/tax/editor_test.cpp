@@ -13,6 +13,8 @@
 
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 TEST_F(TaxEditor, TheYearOf1403IsEnteredByKeysAndStored)
@@ -21,8 +23,8 @@ TEST_F(TaxEditor, TheYearOf1403IsEnteredByKeysAndStored)
         EXPECT_EQ(editor.Code_EDT->GetText(), "1");
         EXPECT_EQ(locks(), "1|1");
         expectFocus(editor.Title_EDT);
-        Keys::type(editor.Title_EDT, u"مالیات حقوق ۱۴۰۳"_qs);
-        add(editor, {"0", "1440000000", "0", u"معاف"_qs});
+        Keys::type(editor.Title_EDT, u"مالیات حقوق ۱۴۰۳"_s);
+        add(editor, {"0", "1440000000", "0", u"معاف"_s});
         EXPECT_FALSE(editor.IsSaved());
         add(editor, {"1440000001", "1980000000", "10"});
         add(editor, {"1980000001", "3240000000", "15"});
@@ -38,8 +40,8 @@ TEST_F(TaxEditor, TheYearOf1403IsEnteredByKeysAndStored)
         EXPECT_FALSE(editor.isVisible());
     });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs));
-    EXPECT_EQ(headers(), u"1|مالیات حقوق ۱۴۰۳|"_qs);
+    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_s));
+    EXPECT_EQ(headers(), u"1|مالیات حقوق ۱۴۰۳|"_s);
     EXPECT_EQ(permanent(1), "0|1440000000|0\n1440000001|1980000000|10\n1980000001|3240000000|15\n"
                             "3240000001|4800000000|20\n4800000001|99999999999999|30");
     EXPECT_EQ(working(), "");
@@ -48,10 +50,10 @@ TEST_F(TaxEditor, TheYearOf1403IsEnteredByKeysAndStored)
 
 TEST_F(TaxEditor, ShowsItsTextsAsGiven)
 {
-    table(5, u"جدول ۱۴۰۴"_qs, "0|2880000000|0\n2880000001|3600000000|10");
+    table(5, u"جدول ۱۴۰۴"_s, "0|2880000000|0\n2880000001|3600000000|10");
     edit(5, [&](TTaxGet_FRM &editor) {
-        EXPECT_EQ(editor.windowTitle(), u"جدول مالیاتی"_qs);
-        EXPECT_EQ(editor.Title_EDT->GetText(), u"جدول ۱۴۰۴"_qs);
+        EXPECT_EQ(editor.windowTitle(), u"جدول مالیاتی"_s);
+        EXPECT_EQ(editor.Title_EDT->GetText(), u"جدول ۱۴۰۴"_s);
         EXPECT_EQ(editor.Code_EDT->GetText(), "5");
         EXPECT_EQ(editor.Comment_EDT->GetText(), "c");
         EXPECT_EQ(editor.Title_EDT->MaxLength(), 100);
@@ -60,31 +62,31 @@ TEST_F(TaxEditor, ShowsItsTextsAsGiven)
         auto *notice = Keys::find<QLabel>(&editor, "Notice_LBL");
         EXPECT_EQ(notice->text(),
                   u"توجه : جهت محاسبه صحیح مالیات لطفا بازه های مالیاتی را به ترتیب  و با دقت وارد نمایید. "
-                  u"همچنین بازه معاف از مالیات که ار صفر شروع میشود را نیز وارد نمایید."_qs);
+                  u"همچنین بازه معاف از مالیات که ار صفر شروع میشود را نیز وارد نمایید."_s);
         EXPECT_TRUE(notice->font().bold());
-        EXPECT_EQ(Keys::find<QToolButton>(&editor, "AddRow_BTN")->text(), u"سطر جدید"_qs);
-        EXPECT_EQ(Keys::find<QToolButton>(&editor, "EditRow_BTN")->text(), u"ویرایش سطر"_qs);
-        EXPECT_EQ(Keys::find<QToolButton>(&editor, "DelRow_BTN")->text(), u"حذف سطر"_qs);
-        EXPECT_EQ(editor.Save_BTN->text(), u"ذخيره F3"_qs);
-        EXPECT_EQ(editor.EXit_BTN->text(), u"خروج Esc"_qs);
+        EXPECT_EQ(Keys::find<QToolButton>(&editor, "AddRow_BTN")->text(), u"سطر جدید"_s);
+        EXPECT_EQ(Keys::find<QToolButton>(&editor, "EditRow_BTN")->text(), u"ویرایش سطر"_s);
+        EXPECT_EQ(Keys::find<QToolButton>(&editor, "DelRow_BTN")->text(), u"حذف سطر"_s);
+        EXPECT_EQ(editor.Save_BTN->text(), u"ذخيره F3"_s);
+        EXPECT_EQ(editor.EXit_BTN->text(), u"خروج Esc"_s);
         const auto caption = [&](const QString &input) {
-            return Keys::find<QLabel>(&editor, input + u"_Caption"_qs)->text();
+            return Keys::find<QLabel>(&editor, input + u"_Caption"_s)->text();
         };
-        EXPECT_EQ(caption("Title_EDT"), u"  &عنوان :"_qs);
-        EXPECT_EQ(caption("Code_EDT"), u"  &کد :"_qs);
-        EXPECT_EQ(caption("Comment_EDT"), u"  &شرح :"_qs);
+        EXPECT_EQ(caption("Title_EDT"), u"  &عنوان :"_s);
+        EXPECT_EQ(caption("Code_EDT"), u"  &کد :"_s);
+        EXPECT_EQ(caption("Comment_EDT"), u"  &شرح :"_s);
         auto *strip = Keys::child(&editor, "TaxDetail_View");
-        EXPECT_EQ(qobject_cast<QGroupBox *>(strip->parentWidget())->title(), u"لیست"_qs);
+        EXPECT_EQ(qobject_cast<QGroupBox *>(strip->parentWidget())->title(), u"لیست"_s);
         QStringList fields;
         for (const QLabel *label : strip->findChildren<QLabel *>())
             if (label->objectName().isEmpty())
                 fields << label->text();
-        EXPECT_EQ(fields, (QStringList{u"شرح :"_qs, u"از حقوق :"_qs, u"تا حقوق :"_qs, u"نرخ مالیات :"_qs}));
+        EXPECT_EQ(fields, (QStringList{u"شرح :"_s, u"از حقوق :"_s, u"تا حقوق :"_s, u"نرخ مالیات :"_s}));
         const QAbstractItemModel *model = grid(editor)->model();
         QStringList captions;
         for (int column = 0; column < model->columnCount(); ++column)
             captions << model->headerData(column, Qt::Horizontal).toString();
-        EXPECT_EQ(captions, (QStringList{u"از حقوق"_qs, u"تا حقوق"_qs, u"نرخ مالیات"_qs}));
+        EXPECT_EQ(captions, (QStringList{u"از حقوق"_s, u"تا حقوق"_s, u"نرخ مالیات"_s}));
         Keys::picture(&editor, "tax_editor_1404");
     });
     EXPECT_EQ(locks(), "");
@@ -155,20 +157,20 @@ TEST_F(TaxEditor, ValidatesInItsOrder)
     edit(0, [&](TTaxGet_FRM &editor) {
         Keys::retype(editor.Code_EDT, "");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد)"_s));
         expectFocus(editor.Code_EDT);
         Keys::retype(editor.Code_EDT, "0");
         Keys::press(&editor, Qt::Key_Tab);
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"NotZeroValue(کد)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"NotZeroValue(کد)"_s));
         expectFocus(editor.Code_EDT);
         Keys::retype(editor.Code_EDT, "1");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_s));
         expectFocus(editor.Title_EDT);
         Keys::type(editor.Title_EDT, "t");
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList(u"MsgNotEntered(سطري)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgNotEntered(سطري)"_s));
         expectFocus(grid(editor));
         EXPECT_EQ(headers(), "");
         messages.answer({No});
@@ -182,7 +184,7 @@ TEST_F(TaxEditor, ANewRowNeedsACode)
     edit(0, [&](TTaxGet_FRM &editor) {
         Keys::retype(editor.Code_EDT, "");
         Keys::find<QToolButton>(&editor, "AddRow_BTN")->click();
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(کد)"_s));
         expectFocus(editor.Code_EDT);
         messages.answer({No});
         Keys::press(&editor, Qt::Key_Escape);
@@ -208,7 +210,7 @@ TEST_F(TaxEditor, AChangedBracketStaysCurrentAndTheViewStill)
 {
     QStringList brackets;
     for (int i = 0; i < 200; ++i)
-        brackets << u"%1|%2|10"_qs.arg(i * 10).arg(i * 10 + 5);
+        brackets << u"%1|%2|10"_s.arg(i * 10).arg(i * 10 + 5);
     table(5, "t", brackets.join(u'\n'));
     edit(5, [&](TTaxGet_FRM &editor) {
         Tax_DM->DetailList_QUR->moveTo(120);
@@ -374,7 +376,7 @@ TEST_F(TaxEditor, WhoOpensTheSameTableSecondClearsTheFirstOnesWorkingRows)
 
 TEST_F(TaxEditor, AmountsOfFifteenDigitsFitTheirColumnsAndTheStrip)
 {
-    table(5, u"جدول ۱۴۰۴"_qs, "0|1234567890123.5|0\n1234567890124|999999999999999|99.123456789");
+    table(5, u"جدول ۱۴۰۴"_s, "0|1234567890123.5|0\n1234567890124|999999999999999|99.123456789");
     edit(5, [&](TTaxGet_FRM &editor) {
         TSmartGrid_ZLM *rows = grid(editor);
         rows->setFocus();

@@ -4,6 +4,8 @@
 
 #include <QLabel>
 
+using namespace Qt::Literals::StringLiterals;
+
 // Texts that are longer than their columns, and the brackets' delete.
 
 using enum TAnswer;
@@ -23,22 +25,22 @@ TEST_F(TaxEditor, ATitleThatItsColumnDoesNotKeepIsToldBeforeTheSave)
 {
     table(3, "three");
     edit(3, [&](TTaxGet_FRM &editor) {
-        Keys::retype(editor.Title_EDT, letters(50) + u" سال ۱۴۰۴"_qs);
+        Keys::retype(editor.Title_EDT, letters(50) + u" سال ۱۴۰۴"_s);
         messages.answer({No});
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_TRUE(editor.isVisible());
         expectFocus(editor.Title_EDT);
-        EXPECT_EQ(messages.take(), QStringList{u"MsgTextsCut(عنوان)"_qs});
+        EXPECT_EQ(messages.take(), QStringList{u"MsgTextsCut(عنوان)"_s});
         EXPECT_EQ(messages.last().text,
                   u"از «عنوان» تنها 50 نویسه نخست ذخیره می شود و این بخش از دست می رود: «سال ۱۴۰۴»\n"
-                  u"آیا به همین صورت ذخیره شود؟"_qs);
+                  u"آیا به همین صورت ذخیره شود؟"_s);
         EXPECT_EQ(headers(), "3|three|c");
-        EXPECT_EQ(editor.Title_EDT->GetText(), letters(50) + u" سال ۱۴۰۴"_qs) << "nothing typed is lost";
+        EXPECT_EQ(editor.Title_EDT->GetText(), letters(50) + u" سال ۱۴۰۴"_s) << "nothing typed is lost";
         messages.answer({Yes});
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_FALSE(editor.isVisible());
     });
-    EXPECT_EQ(headers(), u"3|%1|c"_qs.arg(letters(50)));
+    EXPECT_EQ(headers(), u"3|%1|c"_s.arg(letters(50)));
 }
 
 TEST_F(TaxEditor, TheGivenChecksComeBeforeTheQuestionAboutALongTitle)
@@ -46,7 +48,7 @@ TEST_F(TaxEditor, TheGivenChecksComeBeforeTheQuestionAboutALongTitle)
     edit(0, [&](TTaxGet_FRM &editor) {
         Keys::retype(editor.Title_EDT, letters(60));
         Keys::press(&editor, Qt::Key_F3);
-        EXPECT_EQ(messages.take(), QStringList{u"MsgNotEntered(سطري)"_qs});
+        EXPECT_EQ(messages.take(), QStringList{u"MsgNotEntered(سطري)"_s});
         messages.answer({No});
         Keys::press(&editor, Qt::Key_Escape);
     });
@@ -60,10 +62,10 @@ TEST_F(TaxEditor, NoLetterIsCutInHalfAndTheLostPartIsNamedWhole)
         messages.answer({Yes});
         Keys::press(&editor, Qt::Key_F3);
     });
-    EXPECT_TRUE(messages.last().text.contains(u"تنها 49 نویسه"_qs) ||
-                messages.all().at(0).text.contains(u"تنها 49 نویسه"_qs));
-    EXPECT_TRUE(messages.all().at(0).text.contains(u"«%1»"_qs.arg(smiley)));
-    EXPECT_EQ(headers(), u"3|%1|c"_qs.arg(letters(49)));
+    EXPECT_TRUE(messages.last().text.contains(u"تنها 49 نویسه"_s) ||
+                messages.all().at(0).text.contains(u"تنها 49 نویسه"_s));
+    EXPECT_TRUE(messages.all().at(0).text.contains(u"«%1»"_s.arg(smiley)));
+    EXPECT_EQ(headers(), u"3|%1|c"_s.arg(letters(49)));
 }
 
 TEST_F(TaxEditor, ATextThatFitsIsSavedWithoutAQuestion)
@@ -73,7 +75,7 @@ TEST_F(TaxEditor, ATextThatFitsIsSavedWithoutAQuestion)
         Keys::retype(editor.Title_EDT, letters(50) + "  ");
         Keys::press(&editor, Qt::Key_F3);
     });
-    EXPECT_EQ(messages.take(), QStringList{u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs});
+    EXPECT_EQ(messages.take(), QStringList{u"MSGCompeletedSuccessfully(ذخيره سازي )"_s});
 }
 
 TEST_F(TaxEditor, ADeletedBracketIsNamedAndTheNextOneIsCurrent)
@@ -86,7 +88,7 @@ TEST_F(TaxEditor, ADeletedBracketIsNamedAndTheNextOneIsCurrent)
         Keys::press(&editor, Qt::Key_Delete);
         EXPECT_EQ(messages.last().text,
                   u"آیا از حذف این سطر اطمینان دارید؟\nاز حقوق: \u20681,001\u2069 - تا حقوق: "
-                  u"\u20682,000,000\u2069 - نرخ مالیات: \u206810\u2069"_qs);
+                  u"\u20682,000,000\u2069 - نرخ مالیات: \u206810\u2069"_s);
         EXPECT_EQ(Tax_DM->DetailList_QUR->asInteger("FromSalary"), 2000001);
         Keys::press(&editor, Qt::Key_Escape);
     });

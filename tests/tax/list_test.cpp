@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QTest>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 class TaxList : public TaxScreens {
@@ -41,22 +43,22 @@ protected:
 
 TEST_F(TaxList, ShowsItsTextsAsGiven)
 {
-    table(1, u"مالیات حقوق ۱۴۰۳"_qs);
-    table(2, u"مالیات حقوق ۱۴۰۴"_qs);
+    table(1, u"مالیات حقوق ۱۴۰۳"_s);
+    table(2, u"مالیات حقوق ۱۴۰۴"_s);
     TTaxList_FRM list(fmBrowse, {});
     open(list, [&] {
-        EXPECT_EQ(list.windowTitle(), u"جدول مالیاتی"_qs);
+        EXPECT_EQ(list.windowTitle(), u"جدول مالیاتی"_s);
         EXPECT_EQ(list.Grid()->objectName(), "TaxDB_List_TableView");
         QStringList captions;
         for (int column = 0; column < 3; ++column)
             captions << list.Grid()->model()->headerData(column, Qt::Horizontal).toString();
-        EXPECT_EQ(captions, (QStringList{u"کد"_qs, u"عنوان"_qs, u"شرح"_qs}));
-        EXPECT_EQ(rows(list), u"1|مالیات حقوق ۱۴۰۳|c\n2|مالیات حقوق ۱۴۰۴|c"_qs);
-        EXPECT_EQ(list.New_BTN->text(), u"جدید F4"_qs);
-        EXPECT_EQ(list.EDit_BTN->text(), u"ویرایش F5"_qs);
-        EXPECT_EQ(list.Del_BTN->text(), u"حذف F7"_qs);
-        EXPECT_EQ(list.Select_BTN->text(), u"انتخاب Enter"_qs);
-        EXPECT_EQ(list.EXit_BTN->text(), u"خروج Esc"_qs);
+        EXPECT_EQ(captions, (QStringList{u"کد"_s, u"عنوان"_s, u"شرح"_s}));
+        EXPECT_EQ(rows(list), u"1|مالیات حقوق ۱۴۰۳|c\n2|مالیات حقوق ۱۴۰۴|c"_s);
+        EXPECT_EQ(list.New_BTN->text(), u"جدید F4"_s);
+        EXPECT_EQ(list.EDit_BTN->text(), u"ویرایش F5"_s);
+        EXPECT_EQ(list.Del_BTN->text(), u"حذف F7"_s);
+        EXPECT_EQ(list.Select_BTN->text(), u"انتخاب Enter"_s);
+        EXPECT_EQ(list.EXit_BTN->text(), u"خروج Esc"_s);
         EXPECT_EQ(list.PrintList_BTN, nullptr);
         EXPECT_FALSE(list.Select_BTN->isEnabled());
         Keys::picture(&list, "tax_list");
@@ -223,7 +225,7 @@ TEST_F(TaxList, ATableThatACalculationMethodUsesStaysWithItsBrackets)
     open(list, [&] {
         messages.answer({Yes});
         Keys::press(&list, Qt::Key_F7);
-        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(سطر)"_qs}));
+        EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(سطر)"_s}));
         EXPECT_EQ(rows(list), "3|three|c");
     });
     EXPECT_FALSE(db.connection().InTransaction());
@@ -245,10 +247,10 @@ TEST_F(TaxList, AFaultAtAnyStatementOfADeleteLeavesTheTableWhole)
             messages.take();
             Keys::press(&list, Qt::Key_F7);
             db.connection().setStatementHook({});
-            EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(سطر)"_qs}))
+            EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(سطر)"_s}))
                 << statement;
             EXPECT_EQ(messages.last().text,
-                      u"این سطر حذف نشد.\n"_qs + TDatabaseError(TFault::ConnectionLost, {}).userText())
+                      u"این سطر حذف نشد.\n"_s + TDatabaseError(TFault::ConnectionLost, {}).userText())
                 << statement << ": no reference refused it";
             EXPECT_FALSE(db.connection().InTransaction()) << statement;
             EXPECT_EQ(headers(), "3|three|c") << statement;
@@ -272,13 +274,13 @@ TEST_F(TaxList, WithoutTheRightNothingIsAskedOrDeleted)
 
 TEST_F(TaxList, NarrowsWhileTyping)
 {
-    table(3, u"حقوق یکم"_qs);
-    table(7, u"حقوق دوم"_qs);
+    table(3, u"حقوق یکم"_s);
+    table(7, u"حقوق دوم"_s);
     TTaxList_FRM list(fmBrowse, {});
     open(list, [&] {
-        Keys::type(list.General_Search->Search_EDT()->Widget(), u"يكم"_qs); // Arabic yeh and kaf
+        Keys::type(list.General_Search->Search_EDT()->Widget(), u"يكم"_s); // Arabic yeh and kaf
         EXPECT_TRUE(Keys::waitFor([&] { return list.Grid()->model()->rowCount() == 1; }));
-        EXPECT_EQ(rows(list), u"3|حقوق یکم|c"_qs);
+        EXPECT_EQ(rows(list), u"3|حقوق یکم|c"_s);
         Keys::press(&list, Qt::Key_Escape); // empties the search
         EXPECT_TRUE(Keys::waitFor([&] { return list.Grid()->model()->rowCount() == 2; }));
     });

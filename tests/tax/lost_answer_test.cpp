@@ -1,12 +1,14 @@
 #include "support/LostAnswer.h"
 #include "tax/TaxScreens.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 namespace {
 
-const QString completed = u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs;
-const QString failed = u"MSGFinishedNotSuccessfully(ذخيره سازي)"_qs;
+const QString completed = u"MSGCompeletedSuccessfully(ذخيره سازي )"_s;
+const QString failed = u"MSGFinishedNotSuccessfully(ذخيره سازي)"_s;
 
 class TaxLostAnswer : public TaxEditor {
 protected:
@@ -36,7 +38,7 @@ TEST_F(TaxLostAnswer, ANewTableThatIsStoredIsFinishedByTheNextSaveWithWhatWasTyp
                 messages.answer({Yes}); // the title will be cut, and is known again all the same
                 Keys::press(&editor, Qt::Key_F3);
             }
-            EXPECT_EQ(messages.take(), (QStringList{u"MsgTextsCut(عنوان)"_qs, failed}));
+            EXPECT_EQ(messages.take(), (QStringList{u"MsgTextsCut(عنوان)"_s, failed}));
             ASSERT_TRUE(editor.isVisible());
             EXPECT_EQ(shown(editor), "0|1,000|0");
             add(editor, {"1001", "2000", "10"});
@@ -47,7 +49,7 @@ TEST_F(TaxLostAnswer, ANewTableThatIsStoredIsFinishedByTheNextSaveWithWhatWasTyp
             EXPECT_FALSE(editor.isVisible());
         });
         EXPECT_EQ(result, QDialog::Accepted);
-        EXPECT_EQ(db.rows(u"select Title, Comment from TaxMain where Code=%1"_qs.arg(++code)), "since|c");
+        EXPECT_EQ(db.rows(u"select Title, Comment from TaxMain where Code=%1"_s.arg(++code)), "since|c");
         EXPECT_EQ(permanent(code), "0|1000|0\n1001|2000|10");
     }
 }
@@ -67,12 +69,12 @@ TEST_F(TaxLostAnswer, ATableThatSomebodyElseStoredMeanwhileIsNotWrittenOver)
             add(editor, {"0", "1000", "5"});
             breakBefore(db, "insert into [TaxMain]", [&] { Keys::press(&editor, Qt::Key_F3); });
             table(code, header.title, "0|77|7");
-            db.run(u"update TaxMain set Comment='%1' where Code=%2"_qs.arg(header.comment).arg(code));
+            db.run(u"update TaxMain set Comment='%1' where Code=%2"_s.arg(header.comment).arg(code));
             messages.take();
             Keys::press(&editor, Qt::Key_F3);
             EXPECT_EQ(messages.take(), QStringList(failed));
             ASSERT_TRUE(editor.isVisible());
-            EXPECT_EQ(db.rows(u"select Title, Comment from TaxMain where Code=%1"_qs.arg(code)),
+            EXPECT_EQ(db.rows(u"select Title, Comment from TaxMain where Code=%1"_s.arg(code)),
                       QString(header.title) + u'|' + header.comment);
             EXPECT_EQ(permanent(code), "0|77|7");
             // Under another code it is stored.
@@ -143,7 +145,7 @@ TEST_F(TaxLostAnswer, ABracketThatSomebodyElseEnteredMeanwhileIsAnOverlap)
                 fill(screen, {"1000", "2000", "5", "x"});
                 breakBefore(db, "insert into [TmpTax]", [&] { Keys::press(&screen, Qt::Key_F3); });
                 db.run(u"insert into TmpTax(TaxMainCode, FromSalary, ToSalary, [Percent], Comment) "
-                       "values(1,%1)"_qs.arg(theirs));
+                       "values(1,%1)"_s.arg(theirs));
                 messages.take();
                 Keys::press(&screen, Qt::Key_F3);
                 EXPECT_EQ(messages.take(), QStringList("ShowSmartMessage:10234()"));

@@ -3,6 +3,8 @@
 #include "host/Declaration_PKG/Process_unt.h"
 #include "host/NewBaseForms_PKG/Recovery_UNT.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 /// The working rows of a tax table are everybody's.
@@ -21,7 +23,7 @@ protected:
     {
         const QStringList said = messages.take();
         ASSERT_EQ(said.size(), 1) << said.join(' ').toStdString();
-        EXPECT_TRUE(said[0].contains(u"در پنجره دیگری"_qs)) << said[0].toStdString();
+        EXPECT_TRUE(said[0].contains(u"در پنجره دیگری"_s)) << said[0].toStdString();
     }
 };
 
@@ -94,7 +96,7 @@ TEST_F(TaxSharedRows, ANewTablesFreedLockIsTakenAgainAfterAQuestion)
         save(editor);
         const QStringList said = messages.take();
         ASSERT_EQ(said.size(), 2);
-        EXPECT_TRUE(said[0].contains(u"قفل این رکورد در این میان آزاد شده است"_qs)) << said[0].toStdString();
+        EXPECT_TRUE(said[0].contains(u"قفل این رکورد در این میان آزاد شده است"_s)) << said[0].toStdString();
         EXPECT_FALSE(editor.isVisible());
     });
     EXPECT_EQ(permanent(1), "0|1000|0");
@@ -112,7 +114,7 @@ TEST_F(TaxSharedRows, ANewTablesCodeThatAnotherStationGotIsNotSavedAndItsRowsSta
         db.run("update CodeLock_TBL set Com_Index=2");
         db.run("insert into TmpTax(TaxMainCode, FromSalary, ToSalary, [Percent]) values(1, 7, 8, 9)");
         save(editor);
-        EXPECT_TRUE(messages.take().value(0).contains(u"ایستگاه دیگری"_qs));
+        EXPECT_TRUE(messages.take().value(0).contains(u"ایستگاه دیگری"_s));
         EXPECT_TRUE(editor.isVisible());
         EXPECT_EQ(shown(editor), "0|1,000|0");
         // Another code is the way out, and takes what the grid shows along.

@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 // The server fails in the middle of a save: the user is told in Persian what happened and what to do, what was typed
 // stays, the next try works without a restart, and nothing is stored twice.
 
@@ -217,7 +219,7 @@ TEST_P(SaveFaults, ANewEmployeeIsSavedOnceWithTheFamily)
 {
     direct.execute(TStatement("insert into StaffGroup(Code,Name) values(1,'office')"));
     const QString name = QString::fromUtf8("علی");
-    const auto editor = std::make_unique<TStaffGet_FRM>(cspStaff, false, QStringLiteral("1"));
+    const auto editor = std::make_unique<TStaffGet_FRM>(cspStaff, false, u"1"_s);
     Keys::runModal([&] { return editor->exec(); },
                    [&](QWidget *) {
                        const int code = editor->Code_EDT->asInteger();

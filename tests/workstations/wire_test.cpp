@@ -10,6 +10,8 @@
 
 #include <iostream>
 
+using namespace Qt::Literals::StringLiterals;
+
 // What a long list costs on the wire, counted between the program and its server.
 
 namespace {
@@ -68,7 +70,7 @@ TEST(Wire, ALongListReadsItsKeysAndPagesOnly)
     });
     qint64 count = 0;
     const qint64 whole = measured("the whole table", [&] {
-        const auto cursor = connection.engine().select({QStringLiteral("select * from staff_VW"), {}, {}});
+        const auto cursor = connection.engine().select({u"select * from staff_VW"_s, {}, {}});
         while (cursor->next())
             ++count;
     });

@@ -18,6 +18,8 @@
 #include <csignal>
 #include <iostream>
 
+using namespace Qt::Literals::StringLiterals;
+
 // Many workstations on one database: real processes, each with a connection of its own. What each of them did is told
 // by its output, and compared with what the database holds in the end.
 
@@ -314,7 +316,7 @@ protected:
                     expected.append(entry.key().section(u' ', 1));
             }
             TQuery query(&connection, "codes");
-            query.setStatement(QStringLiteral("select Code from %1").arg(table));
+            query.setStatement(u"select Code from %1"_s.arg(table));
             query.open();
             QStringList found;
             for (int row = 0; row < query.recordCount(); ++row)

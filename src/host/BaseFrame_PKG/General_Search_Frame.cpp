@@ -8,23 +8,25 @@
 #include <QLabel>
 #include <QSignalBlocker>
 
+using namespace Qt::Literals::StringLiterals;
+
 TGeneral_Search_Frame::TGeneral_Search_Frame(QWidget *parent)
     : TSearch_Frame(parent), m_field(new TSmartComboBox_ZLM(this)), m_text(new TSmartEdit_ZLM(this))
 {
-    setObjectName(QStringLiteral("General_Search"));
-    m_field->setObjectName(QStringLiteral("Field_CMB"));
-    m_field->setAccessibleName(u"ستون جستجو"_qs);
-    m_text->setObjectName(QStringLiteral("Search_EDT"));
+    setObjectName(u"General_Search"_s);
+    m_field->setObjectName(u"Field_CMB"_s);
+    m_field->setAccessibleName(u"ستون جستجو"_s);
+    m_text->setObjectName(u"Search_EDT"_s);
     m_text->SetMaxLength(200);
     m_text->setClearButtonEnabled(true);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    auto *label = new QLabel(u"&جستجو :"_qs, this);
+    auto *label = new QLabel(u"&جستجو :"_s, this);
     label->setBuddy(m_text);
     row->addWidget(label);
     row->addWidget(m_field);
     row->addWidget(m_text, 1);
-    m_text->setAccessibleName(u"جستجو"_qs);
+    m_text->setAccessibleName(u"جستجو"_s);
     m_text->installEventFilter(this);
     setFocusProxy(m_text);
     connect(m_text, &QLineEdit::textChanged, this, &TGeneral_Search_Frame::ChangedSoon);
@@ -60,7 +62,7 @@ bool TGeneral_Search_Frame::SetConditions(bool active)
     const int item = m_field->currentIndex();
     if (active && item >= 0 && item < Manager()->Items().size())
         condition = TZelmoSearchManager::ConditionFor(Manager()->Items().at(item), m_text->text());
-    Manager()->SetCondition(QStringLiteral("general"), condition);
+    Manager()->SetCondition(u"general"_s, condition);
     return true;
 }
 

@@ -16,18 +16,20 @@
 #include <QTemporaryFile>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 TPic_Get::TPic_Get(const QString &caption, QWidget *parent)
-    : QWidget(parent), Image(new TPictureBox_ZLM(this)), PicInsert_BTN(new TSmartButton_ZLM(u"درج"_qs, this)),
-      PicDelete_BTN(new TSmartButton_ZLM(u"حذف"_qs, this)), m_caption(caption)
+    : QWidget(parent), Image(new TPictureBox_ZLM(this)), PicInsert_BTN(new TSmartButton_ZLM(u"درج"_s, this)),
+      PicDelete_BTN(new TSmartButton_ZLM(u"حذف"_s, this)), m_caption(caption)
 {
-    Image->setObjectName(QStringLiteral("Image"));
+    Image->setObjectName(u"Image"_s);
     Image->setEmptyText(caption);
-    PicInsert_BTN->setObjectName(QStringLiteral("PicInsert_BTN"));
-    PicInsert_BTN->setToolTip(u"انتخاب فایل تصویر (Ins)"_qs);
-    PicDelete_BTN->setObjectName(QStringLiteral("PicDelete_BTN"));
-    PicDelete_BTN->setToolTip(u"حذف تصویر (Del)"_qs);
+    PicInsert_BTN->setObjectName(u"PicInsert_BTN"_s);
+    PicInsert_BTN->setToolTip(u"انتخاب فایل تصویر (Ins)"_s);
+    PicDelete_BTN->setObjectName(u"PicDelete_BTN"_s);
+    PicDelete_BTN->setToolTip(u"حذف تصویر (Del)"_s);
     setAccessibleName(caption);
-    setToolTip(u"تصویر را می توان روی این قسمت کشید یا با Ctrl+V چسباند."_qs);
+    setToolTip(u"تصویر را می توان روی این قسمت کشید یا با Ctrl+V چسباند."_s);
     setAcceptDrops(true);
     setFocusPolicy(Qt::StrongFocus);
     auto *column = new QVBoxLayout(this);
@@ -63,7 +65,7 @@ void TPic_Get::PicDelete()
 bool TPic_Get::TakeFile(const QString &fileName)
 {
     if (SqliteFile::isHeldOpen(fileName)) // the database itself: closing it again would drop its locks
-        return take({}, u"تنها تصویرهای JPEG و PNG پذیرفته می شوند."_qs);
+        return take({}, u"تنها تصویرهای JPEG و PNG پذیرفته می شوند."_s);
     const TPictureRead read = ReadPictureFile(fileName);
     return take(read.image, read.refusal);
 }
@@ -72,17 +74,16 @@ bool TPic_Get::take(const QImage &picture, const QString &refusal)
 {
     QString why = refusal;
     if (!picture.isNull()) {
-        auto file =
-            std::make_unique<QTemporaryFile>(QDir::tempPath() + QStringLiteral("/picture-XXXXXX.jpg"));
+        auto file = std::make_unique<QTemporaryFile>(QDir::tempPath() + u"/picture-XXXXXX.jpg"_s);
         const QByteArray jpeg = JpegOf(picture);
         if (!jpeg.isEmpty() && file->open() && file->write(jpeg) == jpeg.size() && file->flush()) {
             m_file = std::move(file);
             Image->setPicture(picture);
             return true;
         }
-        why = u"تصویر در پوشه موقت نوشته نشد."_qs;
+        why = u"تصویر در پوشه موقت نوشته نشد."_s;
     }
-    ShowSmartMessage(u"تصویر پذیرفته نشد"_qs, why, miWarning);
+    ShowSmartMessage(u"تصویر پذیرفته نشد"_s, why, miWarning);
     return false;
 }
 

@@ -6,12 +6,14 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
+using namespace Qt::Literals::StringLiterals;
+
 TRange_Date_Search_Frame::TRange_Date_Search_Frame(QWidget *parent)
     : TSearch_Frame(parent), m_from(new TSmartDateEdit_ZLM(this)), m_to(new TSmartDateEdit_ZLM(this))
 {
-    setObjectName(QStringLiteral("Range_Date_Search"));
-    m_from->setObjectName(QStringLiteral("FromDate_EDT"));
-    m_to->setObjectName(QStringLiteral("ToDate_EDT"));
+    setObjectName(u"Range_Date_Search"_s);
+    m_from->setObjectName(u"FromDate_EDT"_s);
+    m_to->setObjectName(u"ToDate_EDT"_s);
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     const auto add = [&](const QString &caption, TSmartDateEdit_ZLM *edit) {
@@ -22,8 +24,8 @@ TRange_Date_Search_Frame::TRange_Date_Search_Frame(QWidget *parent)
         row->addWidget(edit);
         connect(edit, &TSmartDateEdit_ZLM::changed, this, &TRange_Date_Search_Frame::ChangedSoon);
     };
-    add(u"&از تاریخ :"_qs, m_from);
-    add(u"&تا تاریخ :"_qs, m_to);
+    add(u"&از تاریخ :"_s, m_from);
+    add(u"&تا تاریخ :"_s, m_to);
     row->addStretch(1);
     setFocusProxy(m_from);
 }
@@ -40,7 +42,7 @@ void TRange_Date_Search_Frame::init(TZelmoSearchManager *manager, const TSearchI
 
 bool TRange_Date_Search_Frame::SetConditions(bool active)
 {
-    const QString frame = QStringLiteral("dates");
+    const QString frame = u"dates"_s;
     if (!active) {
         Manager()->SetCondition(frame, {});
         return true;

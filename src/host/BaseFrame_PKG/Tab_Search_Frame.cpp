@@ -8,12 +8,14 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 TTab_Search_Frame::TTab_Search_Frame(QWidget *parent)
     : QWidget(parent), m_tabs(new QTabBar(this)), m_pages(new QStackedWidget(this))
 {
-    setObjectName(QStringLiteral("Tab_Search"));
+    setObjectName(u"Tab_Search"_s);
     setLayoutDirection(Qt::RightToLeft);
-    m_tabs->setObjectName(QStringLiteral("Search_TAB"));
+    m_tabs->setObjectName(u"Search_TAB"_s);
     m_tabs->setExpanding(false);
     m_tabs->setDrawBase(true);
     m_pages->hide();

@@ -8,6 +8,8 @@
 
 #include <limits>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int largestTotal =
@@ -25,9 +27,9 @@ TSelect_AccountCode::TSelect_AccountCode(QWidget *parent) : QWidget(parent), Nam
         int largest;
         int digits;
     } const boxes[] = {
-        {"TotalCode_EDT", u"کد کل"_qs, 80, largestTotal, 5},
-        {"AssistantCode_EDT", u"کد معین"_qs, 80, largestTotal, 5},
-        {"DetailCode_EDT", u"کد تفصیلی"_qs, 120, std::numeric_limits<int>::max(), 10},
+        {"TotalCode_EDT", u"کد کل"_s, 80, largestTotal, 5},
+        {"AssistantCode_EDT", u"کد معین"_s, 80, largestTotal, 5},
+        {"DetailCode_EDT", u"کد تفصیلی"_s, 120, std::numeric_limits<int>::max(), 10},
     };
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -36,7 +38,7 @@ TSelect_AccountCode::TSelect_AccountCode(QWidget *parent) : QWidget(parent), Nam
         auto *box = new TSmartButtonEdit_ZLM(this, boxes[i].digits);
         box->setObjectName(QString::fromLatin1(boxes[i].name));
         box->setAccessibleName(boxes[i].caption);
-        box->setToolTip(boxes[i].caption + u" (F2)"_qs);
+        box->setToolTip(boxes[i].caption + u" (F2)"_s);
         box->setPlaceholderText(boxes[i].caption);
         box->setMinimumWidth(boxes[i].width);
         box->SetRange(0, boxes[i].largest);
@@ -50,7 +52,7 @@ TSelect_AccountCode::TSelect_AccountCode(QWidget *parent) : QWidget(parent), Nam
     TotalCode_EDT = m_levels[alTotal].box;
     AssistantCode_EDT = m_levels[alAssistant].box;
     DetailCode_EDT = m_levels[alDetail].box;
-    Name_LBL->setObjectName(u"Name_LBL"_qs);
+    Name_LBL->setObjectName(u"Name_LBL"_s);
     Name_LBL->setTextFormat(Qt::PlainText);
     Name_LBL->setWordWrap(true);
     Name_LBL->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -124,7 +126,7 @@ void TSelect_AccountCode::Refresh()
     if (anyMissing)
         palette.setColor(QPalette::WindowText, QColor(0x80, 0, 0));
     Name_LBL->setPalette(palette);
-    Name_LBL->setText(shown.join(u" / "_qs));
+    Name_LBL->setText(shown.join(u" / "_s));
     Name_LBL->setToolTip(Name_LBL->text());
 }
 
@@ -137,7 +139,7 @@ int TSelect_AccountCode::code(TAccountLevel level)
 
 QString TSelect_AccountCode::missingText(TAccountLevel level) const
 {
-    return u"%1 %2 ثبت نشده است"_qs.arg(m_levels[level].caption, m_levels[level].box->GetText());
+    return u"%1 %2 ثبت نشده است"_s.arg(m_levels[level].caption, m_levels[level].box->GetText());
 }
 
 void TSelect_AccountCode::typedInto()

@@ -12,6 +12,8 @@
 
 #include <cmath>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const QColor focusColor(0x1f, 0x6f, 0xb5);
@@ -37,7 +39,7 @@ struct Caption {
 // The focus must be seen from a step away: inputs, lists and buttons get a thick coloured frame.
 class SuiteStyle : public QProxyStyle {
 public:
-    SuiteStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+    SuiteStyle() : QProxyStyle(QStyleFactory::create(u"Fusion"_s)) {}
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget) const override
@@ -233,9 +235,8 @@ QPalette calmPalette()
 QFont suiteFont()
 {
     QFont font;
-    font.setFamilies({QStringLiteral("Noto Sans Arabic"), QStringLiteral("Vazirmatn"),
-                      QStringLiteral("Noto Sans"), QStringLiteral("Noto Naskh Arabic"),
-                      QStringLiteral("DejaVu Sans")});
+    font.setFamilies(
+        {u"Noto Sans Arabic"_s, u"Vazirmatn"_s, u"Noto Sans"_s, u"Noto Naskh Arabic"_s, u"DejaVu Sans"_s});
     font.setPointSizeF(10);
     return font;
 }

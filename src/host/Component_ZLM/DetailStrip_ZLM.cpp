@@ -10,6 +10,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, const QString &caption,
                                    TQuery *query, const QList<TGridColumn> &fields, int columnsPerLine)
     : QWidget(parent), m_query(query), m_caption(caption), m_fold(new QToolButton(this)),
@@ -32,8 +34,8 @@ TDetailStrip_ZLM::TDetailStrip_ZLM(QWidget *parent, const QString &objectName, c
     m_grid->setContentsMargins(6, 0, 6, 4);
 
     for (const TGridColumn &column : fields) {
-        Field field{column, new QLabel(column.caption + QStringLiteral(" :"), m_box), new QLabel(m_box)};
-        field.value->setObjectName(column.field + QStringLiteral("_LBL"));
+        Field field{column, new QLabel(column.caption + u" :"_s, m_box), new QLabel(m_box)};
+        field.value->setObjectName(column.field + u"_LBL"_s);
         field.value->setTextFormat(Qt::PlainText); // a comment may hold "<"
         // A number stands beside its caption, too, although it is written from left to right.
         field.value->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
@@ -68,7 +70,7 @@ void TDetailStrip_ZLM::SetExpanded(bool expanded)
 {
     m_expanded = expanded;
     // Part of the text: the style draws a button's arrow over the text in a right-to-left window.
-    m_fold->setText((expanded ? u"▾ "_qs : u"◂ "_qs) + m_caption);
+    m_fold->setText((expanded ? u"▾ "_s : u"◂ "_s) + m_caption);
     m_box->setVisible(expanded);
 }
 
@@ -152,7 +154,7 @@ void TDetailStrip_ZLM::saveLayout() const
         if (!each.shown)
             hidden.append(each.column.field);
     }
-    const QString text = (IsExpanded() ? QStringLiteral("1;") : QStringLiteral("0;")) + hidden.join(u',');
+    const QString text = (IsExpanded() ? u"1;"_s : u"0;"_s) + hidden.join(u',');
     LayoutStore::setValue(layoutKey(), text);
 }
 

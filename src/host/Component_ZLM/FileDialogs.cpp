@@ -10,6 +10,8 @@
 
 #include <memory>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// A folder is a folder and a file a file: told by their names in the folder, never by what is in them.
@@ -40,7 +42,7 @@ public:
     }
     QString type(const QFileInfo &info) const override
     {
-        return info.isDir() ? u"پوشه"_qs : u"پرونده %1"_qs.arg(info.suffix().toUpper()).trimmed();
+        return info.isDir() ? u"پوشه"_s : u"پرونده %1"_s.arg(info.suffix().toUpper()).trimmed();
     }
 
 private:
@@ -110,7 +112,7 @@ QString FileDialogs::AskToSave(QWidget *parent, const TWanted &wanted)
         if (!SqliteFile::isHeldOpen(file))
             return file;
         ShowSmartMessage(
-            u"این پرونده را خود برنامه باز دارد (پایگاه داده یا پرونده های کنار آن). نام دیگری بنویسید."_qs,
+            u"این پرونده را خود برنامه باز دارد (پایگاه داده یا پرونده های کنار آن). نام دیگری بنویسید."_s,
             {}, miWarning);
     }
 }

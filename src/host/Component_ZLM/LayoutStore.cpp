@@ -8,15 +8,17 @@
 #include <QStandardPaths>
 #include <QWidget>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QSettings file()
 {
-    const QString folder = IniOptions.FileName.isEmpty()
-                               ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-                                     QStringLiteral("/ketebionpap")
-                               : QFileInfo(IniOptions.FileName).absolutePath();
-    return QSettings(folder + QStringLiteral("/layout.ini"), PlainIni::format());
+    const QString folder =
+        IniOptions.FileName.isEmpty()
+            ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/ketebionpap"_s
+            : QFileInfo(IniOptions.FileName).absolutePath();
+    return QSettings(folder + u"/layout.ini"_s, PlainIni::format());
 }
 
 // A window's dots are memory: a size far beyond the screens is none that the user arranged.
@@ -30,7 +32,7 @@ bool isShowable(const QSize &window, const QSize &screens)
 
 QString geometryKey(const QWidget *window)
 {
-    return LayoutStore::windowKey(window) + QStringLiteral("/geometry");
+    return LayoutStore::windowKey(window) + u"/geometry"_s;
 }
 
 } // namespace

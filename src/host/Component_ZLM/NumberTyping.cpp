@@ -2,13 +2,14 @@
 
 #include <QStringList>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // What stands beside a copied amount and is no part of it.
 const QStringList &currencyWords()
 {
-    static const QStringList words{QStringLiteral("ریال"), QStringLiteral("ريال"), QStringLiteral("تومان"),
-                                   QStringLiteral("﷼"),    QStringLiteral("%"),    QStringLiteral("٪")};
+    static const QStringList words{u"ریال"_s, u"ريال"_s, u"تومان"_s, u"﷼"_s, u"%"_s, u"٪"_s};
     return words;
 }
 

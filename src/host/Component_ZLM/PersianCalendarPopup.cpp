@@ -5,6 +5,8 @@
 #include <QScreen>
 #include <QWheelEvent>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int firstYear = 1300;
@@ -13,14 +15,14 @@ const int margin = 6;
 const int headRows = 2; // the month's name, the weekdays
 const int weekRows = 6;
 
-const QString weekdayLetters = QStringLiteral("شیدسچپج");
+const QString weekdayLetters = u"شیدسچپج"_s;
 
 } // namespace
 
 TPersianCalendarPopup::TPersianCalendarPopup(QWidget *parent, const TPersianDate &day)
     : QFrame(parent, Qt::Popup), m_day(day), m_today(TPersianDate::today())
 {
-    setObjectName(QStringLiteral("PersianCalendar"));
+    setObjectName(u"PersianCalendar"_s);
     setAttribute(Qt::WA_DeleteOnClose);
     setLayoutDirection(Qt::RightToLeft);
     setFrameStyle(QFrame::Box | QFrame::Plain);
@@ -30,7 +32,7 @@ TPersianCalendarPopup::TPersianCalendarPopup(QWidget *parent, const TPersianDate
 QSize TPersianCalendarPopup::cell() const
 {
     const QFontMetrics metrics(font());
-    return {metrics.horizontalAdvance(QStringLiteral("88")) + 18, metrics.height() + 8};
+    return {metrics.horizontalAdvance(u"88"_s) + 18, metrics.height() + 8};
 }
 
 QSize TPersianCalendarPopup::sizeHint() const
@@ -120,8 +122,8 @@ void TPersianCalendarPopup::paintHead(QPainter &painter)
     painter.setFont(bold);
     painter.drawText(headRect(), Qt::AlignCenter,
                      TPersianDate::monthName(m_day.month) + u' ' + QString::number(m_day.year));
-    painter.drawText(previousMonthRect(), Qt::AlignCenter, QStringLiteral("‹"));
-    painter.drawText(nextMonthRect(), Qt::AlignCenter, QStringLiteral("›"));
+    painter.drawText(previousMonthRect(), Qt::AlignCenter, u"‹"_s);
+    painter.drawText(nextMonthRect(), Qt::AlignCenter, u"›"_s);
     painter.setFont(font());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     for (int i = 0; i < 7; ++i) {
@@ -158,7 +160,7 @@ void TPersianCalendarPopup::paintEvent(QPaintEvent *event)
     paintHead(painter);
     paintDays(painter);
     painter.setPen(palette().color(QPalette::Link));
-    painter.drawText(todayRect(), Qt::AlignCenter, QStringLiteral("امروز ") + m_today.toText());
+    painter.drawText(todayRect(), Qt::AlignCenter, u"امروز "_s + m_today.toText());
     painter.end();
     QFrame::paintEvent(event);
 }

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 QString ShownInGrid(const TGridColumn &column, const QVariant &value)
 {
     if (value.isNull())
@@ -17,7 +19,7 @@ QString ShownInGrid(const TGridColumn &column, const QVariant &value)
     if (column.nameOf)
         return column.nameOf(value.toInt());
     if (column.format == TGridColumn::YesNo)
-        return value.toInt() != 0 ? QStringLiteral("بله") : QStringLiteral("خیر");
+        return value.toInt() != 0 ? u"بله"_s : u"خیر"_s;
     const bool real = value.typeId() == QMetaType::Double;
     if (column.format == TGridColumn::Money)
         return PersianText::grouped(real ? RoundedText_ZLM(value.toDouble()) : value.toString());
@@ -181,9 +183,9 @@ QString TQueryModel::nameOfRow(int row, const QStringList &fields) const
         // Whatever is in the value, it does not turn the line's order round.
         const QString value = index(row, i).data().toString().simplified();
         if (!value.isEmpty())
-            parts << QStringLiteral("%1: \u2068%2\u2069").arg(column.caption, value);
+            parts << u"%1: \u2068%2\u2069"_s.arg(column.caption, value);
     }
-    return parts.join(QStringLiteral(" - "));
+    return parts.join(u" - "_s);
 }
 
 void TQueryModel::setCheckable(bool on)

@@ -10,13 +10,15 @@
 #include <QTime>
 #include <QWheelEvent>
 
+using namespace Qt::Literals::StringLiterals;
+
 TSmartPickEdit_ZLM::TSmartPickEdit_ZLM(QWidget *parent, Kind kind, int maxLength)
     : TSmartEdit_ZLM(parent, kind, maxLength), m_button(new QToolButton(this))
 {
-    m_button->setText(QStringLiteral("…"));
+    m_button->setText(u"…"_s);
     m_button->setFocusPolicy(Qt::NoFocus);
     m_button->setCursor(Qt::ArrowCursor);
-    m_button->setToolTip(QStringLiteral("انتخاب (F2)"));
+    m_button->setToolTip(u"انتخاب (F2)"_s);
     connect(m_button, &QToolButton::clicked, this, [this] {
         setFocus(Qt::MouseFocusReason);
         Q_EMIT pick();
@@ -200,9 +202,9 @@ void TSmartButton_ZLM::SetSaveMode(TSaveMode mode)
             QAction *action = ways->addAction(text, this, [this, way] { Q_EMIT saveRequested(way); });
             action->setData(int(way));
         };
-        add(QStringLiteral("ذخیره\tShift+F3"), svSave);
-        add(QStringLiteral("ذخیره و خروج"), svSaveClose);
-        add(QStringLiteral("ذخیره و جدید\tCtrl+F3"), svSaveNew);
+        add(u"ذخیره\tShift+F3"_s, svSave);
+        add(u"ذخیره و خروج"_s, svSaveClose);
+        add(u"ذخیره و جدید\tCtrl+F3"_s, svSaveNew);
         setMenu(ways);
         setPopupMode(MenuButtonPopup);
     }

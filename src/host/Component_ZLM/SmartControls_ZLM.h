@@ -8,6 +8,8 @@
 #include <QSpinBox>
 #include <QToolButton>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// An input with a button inside (also Alt+Down or F2) that offers values to pick from.
 class TSmartPickEdit_ZLM : public TSmartEdit_ZLM {
     Q_OBJECT
@@ -114,8 +116,8 @@ public:
     explicit TSmartCheckBox_ZLM(const QString &caption, QWidget *parent = nullptr);
     QVariant GetValue() const override { return isChecked(); }
     void SetValue(const QVariant &value) override { setChecked(value.toBool()); }
-    QString GetText() const override { return isChecked() ? QStringLiteral("1") : QStringLiteral("0"); }
-    void SetText(const QString &text) override { setChecked(text == QLatin1String("1")); }
+    QString GetText() const override { return isChecked() ? u"1"_s : u"0"_s; }
+    void SetText(const QString &text) override { setChecked(text == "1"_L1); }
     bool IsEmpty() const override { return false; }
     bool IsValid() override { return true; }
     QWidget *Widget() override { return this; }

@@ -17,6 +17,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// What a one-line input can hold: line breaks and tabs as blanks, no other control characters, no half of a pair.
@@ -102,7 +104,7 @@ private:
     {
         auto *button = new QToolButton(edit);
         button->setArrowType(up ? Qt::UpArrow : Qt::DownArrow);
-        button->setObjectName(up ? QStringLiteral("SpinUp") : QStringLiteral("SpinDown"));
+        button->setObjectName(up ? u"SpinUp"_s : u"SpinDown"_s);
         button->setFocusPolicy(Qt::NoFocus);
         button->setAutoRepeat(true);
         button->setAutoRaise(true);
@@ -169,7 +171,7 @@ bool TSmartEdit_ZLM::Private::takeText(TSmartEdit_ZLM *edit, QString &text, int 
     const qsizetype inserted = caret - (same - text.cbegin());
     cutBefore(text, caret, excess);
     if (inserted > 2) // more than a key's worth: it was pasted
-        edit->Hint(QStringLiteral("متن از %1 نویسه بلندتر بود و دنباله آن بریده شد").arg(maxLength));
+        edit->Hint(u"متن از %1 نویسه بلندتر بود و دنباله آن بریده شد"_s.arg(maxLength));
     return text != old;
 }
 
@@ -180,18 +182,18 @@ bool TSmartEdit_ZLM::Private::takeNumber(TSmartEdit_ZLM *edit, QString &text, in
     const auto plain = NumberTyping::plain(text, plainCaret, kind != Integer, minimum < 0);
     if (!plain) {
         if (pasted)
-            edit->Hint(QStringLiteral("آنچه چسبانده شد عدد نیست"));
+            edit->Hint(u"آنچه چسبانده شد عدد نیست"_s);
         return false;
     }
     const QString oldPlain = NumberTyping::withoutSeparators(old);
     if (plain->size() > maxLength && plain->size() > oldPlain.size()) {
         if (pasted)
-            edit->Hint(QStringLiteral("عدد از %1 رقم بلندتر است").arg(maxLength));
+            edit->Hint(u"عدد از %1 رقم بلندتر است"_s.arg(maxLength));
         return false;
     }
     const double value = plain->toDouble();
     if (value > maximum && value > oldPlain.toDouble()) {
-        edit->Hint(QStringLiteral("بزرگترین عدد %1 است").arg(PersianText::grouped(FloatToStr_ZLM(maximum))));
+        edit->Hint(u"بزرگترین عدد %1 است"_s.arg(PersianText::grouped(FloatToStr_ZLM(maximum))));
         return false;
     }
     text = *plain;
@@ -211,7 +213,7 @@ bool TSmartEdit_ZLM::Private::takeForm(TSmartEdit_ZLM *edit, QString &text, int 
     if (rule(text, caret) && text.size() <= maxLength)
         return true;
     if (pasted)
-        edit->Hint(QStringLiteral("آنچه چسبانده شد در این خانه نمی گنجد"));
+        edit->Hint(u"آنچه چسبانده شد در این خانه نمی گنجد"_s);
     return false;
 }
 

@@ -7,6 +7,8 @@
 
 #include <QRegularExpression>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // Notifications of the host's catalogue.
@@ -60,7 +62,7 @@ bool matches(const QString &text, const QString &pattern)
 /// "8", "830", "0830" and "8:30" to "08:30"; empty where the text is no time of day.
 QString timeOf(const QString &text)
 {
-    static const QRegularExpression form(QStringLiteral("^(\\d{1,2}):?(\\d{2})?$|^(\\d{1,2}):(\\d)$"));
+    static const QRegularExpression form(u"^(\\d{1,2}):?(\\d{2})?$|^(\\d{1,2}):(\\d)$"_s);
     const auto match = form.match(text);
     if (!match.hasMatch())
         return {};
@@ -68,7 +70,7 @@ QString timeOf(const QString &text)
     const int minute = (match.captured(2) + match.captured(4)).toInt();
     if (hour > 23 || minute > 59)
         return {};
-    return QStringLiteral("%1:%2").arg(hour, 2, 10, QChar(u'0')).arg(minute, 2, 10, QChar(u'0'));
+    return u"%1:%2"_s.arg(hour, 2, 10, QChar(u'0')).arg(minute, 2, 10, QChar(u'0'));
 }
 
 } // namespace
@@ -79,8 +81,8 @@ TSmartDateEdit_ZLM::TSmartDateEdit_ZLM(QWidget *parent) : TSmartPickEdit_ZLM(par
     PickButton()->setArrowType(Qt::DownArrow);
     SetTypingRule([this](QString &text, int &caret) {
         MarkWrong(false);
-        return keepForm(text, caret, QStringLiteral("/"), QStringLiteral("-.")) &&
-               matches(text, QStringLiteral("\\d{0,8}|\\d{0,4}/\\d{0,2}(/\\d{0,2})?"));
+        return keepForm(text, caret, u"/"_s, u"-."_s) &&
+               matches(text, u"\\d{0,8}|\\d{0,4}/\\d{0,2}(/\\d{0,2})?"_s);
     });
     connect(this, &TSmartPickEdit_ZLM::pick, this, &TSmartDateEdit_ZLM::openCalendar);
 }
@@ -151,14 +153,14 @@ TSmartMaskEdit_ZLM::TSmartMaskEdit_ZLM(QWidget *parent, Mask mask, int maxLength
         case NationalCode:
         case PostCode:
         case IdNumber:
-            return keepForm(text, caret, {}, {}, QStringLiteral("-"));
+            return keepForm(text, caret, {}, {}, u"-"_s);
         case Telephone:
-            return keepForm(text, caret, QStringLiteral("-+()"), QStringLiteral("/"));
+            return keepForm(text, caret, u"-+()"_s, u"/"_s);
         case Email:
             break;
         }
         text = withoutBlanks(PersianText::latinDigits(text), caret);
-        return !matches(text, QStringLiteral(".*[,;<>\"].*"));
+        return !matches(text, u".*[,;<>\"].*"_s);
     });
 }
 
@@ -168,9 +170,9 @@ int TSmartMaskEdit_ZLM::WrongNote() const
         return 0;
     if (m_mask == NationalCode && !NationalCode_Validation(text()))
         return WrongNationalCode;
-    if (m_mask == PostCode && !matches(text(), QStringLiteral("\\d{10}")))
+    if (m_mask == PostCode && !matches(text(), u"\\d{10}"_s))
         return WrongPostCode;
-    if (m_mask == Email && !matches(text(), QStringLiteral("[^@]+@[^@.]+(\\.[^@.]+)+")))
+    if (m_mask == Email && !matches(text(), u"[^@]+@[^@.]+(\\.[^@.]+)+"_s))
         return WrongEmail;
     return 0;
 }
@@ -189,8 +191,7 @@ TSmartTime_ZLM::TSmartTime_ZLM(QWidget *parent) : TSmartEdit_ZLM(parent, Text, 5
 {
     SetTypingRule([this](QString &text, int &caret) {
         MarkWrong(false);
-        return keepForm(text, caret, QStringLiteral(":"), QStringLiteral(".;/-")) &&
-               matches(text, QStringLiteral("\\d{0,4}|\\d{0,2}:\\d{0,2}"));
+        return keepForm(text, caret, u":"_s, u".;/-"_s) && matches(text, u"\\d{0,4}|\\d{0,2}:\\d{0,2}"_s);
     });
 }
 

@@ -14,9 +14,11 @@
 #include <QPainter>
 #include <QPointer>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-const QString emptyText = QStringLiteral("<داده ای برای نمایش وجود ندارد>");
+const QString emptyText = u"<داده ای برای نمایش وجود ندارد>"_s;
 const int defaultWidth = 100;
 
 /// Runs what asks the database; an error is told and does not go on into the event loop.
@@ -223,10 +225,7 @@ void TSmartGrid_ZLM::SaveLayout()
     QStringList entries;
     for (int place = 0; place < d->widths.size(); ++place) {
         const int i = horizontalHeader()->logicalIndex(place);
-        entries << QStringLiteral("%1:%2:%3")
-                       .arg(d->model->columns()[i].field)
-                       .arg(d->widths[i])
-                       .arg(d->shown[i] ? 1 : 0);
+        entries << u"%1:%2:%3"_s.arg(d->model->columns()[i].field).arg(d->widths[i]).arg(d->shown[i] ? 1 : 0);
     }
     LayoutStore::setValue(d->layoutKey, entries);
     d->rearranged = false;
@@ -249,7 +248,7 @@ void TSmartGrid_ZLM::RestoreLayout()
         if (column < 0 || width < 10 || width > 5000)
             continue;
         d->widths[column] = width;
-        d->shown[column] = parts[2] == QLatin1String("1") || (column == 0 && d->model->isCheckable());
+        d->shown[column] = parts[2] == "1"_L1 || (column == 0 && d->model->isCheckable());
         horizontalHeader()->moveSection(horizontalHeader()->visualIndex(column), place++);
     }
     for (int i = 0; i < d->shown.size(); ++i)

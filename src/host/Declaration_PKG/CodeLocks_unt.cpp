@@ -19,9 +19,11 @@
 #include <pwd.h>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-const QString nameKey = QStringLiteral("Workstation/Name");
+const QString nameKey = u"Workstation/Name"_s;
 const int nameWidth = 100; // characters of Workstation.Name
 
 TStatement lockRow(const char *beginning, const TCodeLock &lock)
@@ -35,7 +37,7 @@ TStatement lockRow(const char *beginning, const TCodeLock &lock)
         .sql(" and isnull(ProcessID,0)=")
         .integer(lock.processId)
         .sql(" and isnull(Process,'')=")
-        .text(lock.process.isNull() ? QStringLiteral("") : lock.process);
+        .text(lock.process.isNull() ? u""_s : lock.process);
 }
 
 bool deleteLock(const TCodeLock &lock)
@@ -86,15 +88,15 @@ QString fateText(TRowsFate fate, int rows)
 {
     if (rows == 0)
         return {};
-    return fate == TRowsFate::Keep ? QStringLiteral("، %1 سطر ثبت نشده برای بازیابی نگه داشته شد").arg(rows)
-                                   : QStringLiteral("، %1 سطر ثبت نشده دور ریخته شد").arg(rows);
+    return fate == TRowsFate::Keep ? u"، %1 سطر ثبت نشده برای بازیابی نگه داشته شد"_s.arg(rows)
+                                   : u"، %1 سطر ثبت نشده دور ریخته شد"_s.arg(rows);
 }
 
 } // namespace
 
 QList<TCodeLock> ListCodeLocks()
 {
-    TQuery query(DM.ADOConnection1, QStringLiteral("Locks_QUR"));
+    TQuery query(DM.ADOConnection1, u"Locks_QUR"_s);
     query.setStatement(TStatement("select l.Code, l.Status, l.Com_Index, w.Name, l.UserName, l.LockedAt, "
                                   "l.ProcessID, l.Process from CodeLock_TBL as l left join Workstation as w "
                                   "on w.Com_Index = l.Com_Index order by l.Status, l.Code"));
@@ -117,10 +119,10 @@ bool ReleaseCodeLock(const TCodeLock &lock, TRowsFate fate)
     if (!released)
         return false;
     SetUserEvent(lock.part, cpEdit,
-                 QStringLiteral("آزاد کردن قفل کد %1 از %2 (%3)%4")
-                     .arg(lock.code, SoftwarePartName(lock.part),
-                          lock.workstation.isEmpty() ? QString::number(lock.comIndex) : lock.workstation,
-                          fateText(fate, rows)),
+                 u"آزاد کردن قفل کد %1 از %2 (%3)%4"_s.arg(
+                     lock.code, SoftwarePartName(lock.part),
+                     lock.workstation.isEmpty() ? QString::number(lock.comIndex) : lock.workstation,
+                     fateText(fate, rows)),
                  false, false);
     return true;
 }
@@ -155,7 +157,7 @@ bool HoldsCodeLock(const QString &code, TSoftwarePart part, int comIndex)
 
 QList<TWorkstation> ListWorkstations()
 {
-    TQuery query(DM.ADOConnection1, QStringLiteral("Workstations_QUR"));
+    TQuery query(DM.ADOConnection1, u"Workstations_QUR"_s);
     query.setStatement(TStatement("select Com_Index, Name, LastSeen from Workstation order by Com_Index"));
     query.open();
     QList<TWorkstation> list;
@@ -237,8 +239,7 @@ int CountWorkingRowsOf(int comIndex)
 void RemoveWorkstation(int comIndex, TRowsFate fate)
 {
     const int rows = CountWorkingRowsOf(comIndex);
-    const QString name = ScalerQuery(QStringLiteral("Workstation"), QStringLiteral("Name"),
-                                     QStringLiteral("Com_Index"), comIndex);
+    const QString name = ScalerQuery(u"Workstation"_s, u"Name"_s, u"Com_Index"_s, comIndex);
     inOne([&] {
         for (const TCodeLock &lock : ListCodeLocks())
             if (lock.comIndex == comIndex)
@@ -254,14 +255,13 @@ void RemoveWorkstation(int comIndex, TRowsFate fate)
         DM.ADOConnection1->execute(TStatement("delete from Workstation where Com_Index=").integer(comIndex));
     });
     SetUserEvent(TSoftwarePart(0), cpDelete,
-                 QStringLiteral("حذف ایستگاه %1 (%2)%3").arg(comIndex).arg(name, fateText(fate, rows)), true,
-                 false);
+                 u"حذف ایستگاه %1 (%2)%3"_s.arg(comIndex).arg(name, fateText(fate, rows)), true, false);
 }
 
 QString ThisMachineName()
 {
     const QString name = QSysInfo::machineHostName();
-    return name.isEmpty() ? QStringLiteral("localhost") : name;
+    return name.isEmpty() ? u"localhost"_s : name;
 }
 
 QString OwnWorkstationName()
@@ -272,7 +272,7 @@ QString OwnWorkstationName()
     if (!kept.isEmpty())
         return kept;
     const struct passwd *user = getpwuid(geteuid());
-    return user ? QStringLiteral("%1 (%2)").arg(ThisMachineName(), QString::fromLocal8Bit(user->pw_name))
+    return user ? u"%1 (%2)"_s.arg(ThisMachineName(), QString::fromLocal8Bit(user->pw_name))
                 : ThisMachineName();
 }
 

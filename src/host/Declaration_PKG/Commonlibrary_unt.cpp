@@ -11,6 +11,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 bool isIdentifier(const QString &name)
@@ -32,7 +34,7 @@ struct Lock {
 /// may be taken again.
 Lock holderOf(const QString &code, TSoftwarePart part, int comIndex)
 {
-    TQuery query(DM.ADOConnection1, QStringLiteral("Locks_QUR"));
+    TQuery query(DM.ADOConnection1, u"Locks_QUR"_s);
     query.setStatement(TStatement("Select Com_Index, ProcessID, Process From CodeLock_TBL Where Code = ")
                            .text(code)
                            .sql(" AND Status = ")
@@ -40,9 +42,9 @@ Lock holderOf(const QString &code, TSoftwarePart part, int comIndex)
     query.open();
     if (query.isEmpty())
         return {};
-    const qint64 process = query.value(QStringLiteral("ProcessID")).toLongLong();
-    const QString mark = query.asString(QStringLiteral("Process"));
-    const bool here = query.asInteger(QStringLiteral("Com_Index")) == comIndex && !RunsHere(process, mark);
+    const qint64 process = query.value(u"ProcessID"_s).toLongLong();
+    const QString mark = query.asString(u"Process"_s);
+    const bool here = query.asInteger(u"Com_Index"_s) == comIndex && !RunsHere(process, mark);
     return {here ? Holder::Here : Holder::Elsewhere, process, mark};
 }
 
@@ -94,7 +96,7 @@ TStatement seenRow(const char *beginning, const QString &code, TSoftwarePart par
         .sql(" AND isnull(ProcessID, 0) = ")
         .integer(lock.process)
         .sql(" AND isnull(Process, '') = ")
-        .text(lock.mark.isNull() ? QStringLiteral("") : lock.mark);
+        .text(lock.mark.isNull() ? u""_s : lock.mark);
 }
 
 /// Takes over what a program of this workstation left; false when another one took it over first.
@@ -154,11 +156,11 @@ QString ScalerQuery(const QString &table, const QString &resultColumn, const QSt
 {
     for (const QString &name : {table, resultColumn, keyColumn}) {
         if (!isIdentifier(name))
-            throw TDatabaseError(TFault::BadStatement, QStringLiteral("not a name: ") + name);
+            throw TDatabaseError(TFault::BadStatement, u"not a name: "_s + name);
     }
     return DM.ADOConnection1
-        ->scalar(TStatement(QStringLiteral("select %1 from %2 where %3=").arg(resultColumn, table, keyColumn))
-                     .value(keyValue))
+        ->scalar(
+            TStatement(u"select %1 from %2 where %3="_s.arg(resultColumn, table, keyColumn)).value(keyValue))
         .toString();
 }
 

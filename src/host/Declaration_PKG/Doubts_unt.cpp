@@ -2,12 +2,14 @@
 
 #include "host/Declaration_PKG/Specialmessages.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 bool MsgGoOnAnyway(const QStringList &doubts, const QString &question)
 {
     TMessage message;
-    message.operation = QStringLiteral("MsgGoOnAnyway");
+    message.operation = u"MsgGoOnAnyway"_s;
     message.shape = TMessageShape::Question;
-    message.title = QStringLiteral("هشدار");
+    message.title = u"هشدار"_s;
     message.icon = miWarning;
     message.words = doubts;
     message.text = doubts.join(u'\n') + u'\n' + question;

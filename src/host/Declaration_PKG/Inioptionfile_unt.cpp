@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+using namespace Qt::Literals::StringLiterals;
+
 TIniOptions IniOptions;
 
 namespace {
@@ -16,12 +18,12 @@ const auto userOnly = QFile::ReadOwner | QFile::WriteOwner;
 QString ordinaryFile()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/ketebionpap/ketebionpap.ini");
+           u"/ketebionpap/ketebionpap.ini"_s;
 }
 
 QString indexKey()
 {
-    return QStringLiteral("Workstation/Com_Index");
+    return u"Workstation/Com_Index"_s;
 }
 
 } // namespace

@@ -14,6 +14,8 @@
 #include <optional>
 #include <stdexcept>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int nameWidth = 50;      // characters of UserAccount.Name
@@ -65,7 +67,7 @@ bool isWeak(const QString &password)
 
 QList<TAccount> accounts()
 {
-    TQuery query(DM.ADOConnection1, QStringLiteral("Users_QUR"));
+    TQuery query(DM.ADOConnection1, u"Users_QUR"_s);
     query.setStatement(
         TStatement("select Code, Name, FullName, PasswordHash, IsAdmin, IsActive, FailedCount, "
                    "NextTry from UserAccount order by Name"));
@@ -131,8 +133,7 @@ bool countTry(const TAccount &account)
     const int failed = std::min(account.failedCount + 1, 1000);
     const int wait = waitAfter(failed);
     const QString nextTry =
-        wait ? QDateTime::currentDateTimeUtc().addSecs(wait).toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss"))
-             : QString();
+        wait ? QDateTime::currentDateTimeUtc().addSecs(wait).toString(u"yyyy-MM-ddTHH:mm:ss"_s) : QString();
     return DM.ADOConnection1->execute(TStatement("update UserAccount set FailedCount=")
                                           .integer(failed)
                                           .sql(", NextTry=")
@@ -283,26 +284,25 @@ TLoginResult save(TUserInfo &user, const QString &password, bool asFirst)
 
 QString LoginText(const TLogin &login)
 {
-    const QString wait = login.secondsToWait > 0
-                             ? QStringLiteral(" پس از %1 ثانیه دوباره تلاش کنید.").arg(login.secondsToWait)
-                             : QString();
+    const QString wait =
+        login.secondsToWait > 0 ? u" پس از %1 ثانیه دوباره تلاش کنید."_s.arg(login.secondsToWait) : QString();
     switch (login.result) {
     case TLoginResult::WrongNameOrPassword:
-        return QStringLiteral("نام کاربر یا گذرواژه درست نیست.") + wait;
+        return u"نام کاربر یا گذرواژه درست نیست."_s + wait;
     case TLoginResult::TooEarly:
-        return QStringLiteral("به دلیل چند ورود نادرست، ورود موقتا بسته شده است.") + wait;
+        return u"به دلیل چند ورود نادرست، ورود موقتا بسته شده است."_s + wait;
     case TLoginResult::Inactive:
-        return QStringLiteral("این کاربر غیر فعال است. با مدیر سیستم تماس بگیرید.");
+        return u"این کاربر غیر فعال است. با مدیر سیستم تماس بگیرید."_s;
     case TLoginResult::WeakPassword:
-        return QStringLiteral("گذرواژه باید دست کم %1 نویسه باشد.").arg(MinimalPasswordLength);
+        return u"گذرواژه باید دست کم %1 نویسه باشد."_s.arg(MinimalPasswordLength);
     case TLoginResult::NameTaken:
-        return QStringLiteral("کاربر دیگری با این نام ثبت شده است.");
+        return u"کاربر دیگری با این نام ثبت شده است."_s;
     case TLoginResult::NameEmpty:
-        return QStringLiteral("نام کاربری وارد نشده است.");
+        return u"نام کاربری وارد نشده است."_s;
     case TLoginResult::NoSuchUser:
-        return QStringLiteral("این کاربر دیگر وجود ندارد.");
+        return u"این کاربر دیگر وجود ندارد."_s;
     case TLoginResult::LastAdministrator:
-        return QStringLiteral("دست کم یک مدیر فعال باید در سیستم بماند.");
+        return u"دست کم یک مدیر فعال باید در سیستم بماند."_s;
     case TLoginResult::Ok:
         break;
     }

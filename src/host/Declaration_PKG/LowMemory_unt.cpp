@@ -9,6 +9,8 @@
 #include <memory>
 #include <new>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr std::size_t reserveBytes = std::size_t(48) * 1024 * 1024;
@@ -51,7 +53,7 @@ void tell()
 {
     try {
         ShowSmartMessage(
-            u"حافظه رایانه کافی نیست. آنچه وارد شده باقی است: آن را ذخیره کنید و برنامه های دیگر را ببندید، یا این برنامه را ببندید و دوباره باز کنید."_qs,
+            u"حافظه رایانه کافی نیست. آنچه وارد شده باقی است: آن را ذخیره کنید و برنامه های دیگر را ببندید، یا این برنامه را ببندید و دوباره باز کنید."_s,
             {}, miError);
         KeepMemoryReserve();
     } catch (const std::bad_alloc &) { // not even enough to tell

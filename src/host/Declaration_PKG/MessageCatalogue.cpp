@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int longestArgument = 200; // characters
@@ -19,27 +21,26 @@ QString shown(const QString &argument)
 const QList<MessageCatalogue::TEntry> &MessageCatalogue::entries()
 {
     static const QList<TEntry> all{
-        {7, miInformation, QStringLiteral("موردی برای انتخاب وجود ندارد.")},
-        {8, miWarning, QStringLiteral("این گروه از آنِ خود برنامه است و تغییر یا حذف آن ممکن نیست.")},
-        {10, miWarning, QStringLiteral("تاریخ درست نیست. نمونه: 1403/01/05")},
-        {11, miWarning, QStringLiteral("ساعت درست نیست. نمونه: 08:30")},
-        {12, miWarning, QStringLiteral("کد پستی باید ده رقم باشد.")},
-        {13, miWarning, QStringLiteral("نشانی پست الکترونیکی درست نیست.")},
-        {10060, miWarning, QStringLiteral("برای این بازه پیش از این روزهایی در تقویم ثبت شده است.")},
-        {10061, miWarning, QStringLiteral("تاریخ شروع نمی تواند بعد از تاریخ پایان باشد.")},
-        {10100, miWarning,
-         QStringLiteral("برای این کارمند خانواده ثبت شده است. نخست سطرهای خانواده را حذف کنید.")},
-        {10120, miWarning, QStringLiteral("آیتم با کد %1 را نمی توان به کارکرد اضافه کرد.")},
-        {10121, miWarning, QStringLiteral("این آیتم را نمی توان به کارکرد اضافه کرد.")},
-        {10122, miWarning, QStringLiteral("آیتمی را که مبلغ آن صفر است نمی توان اضافه کرد.")},
-        {10232, miWarning, QStringLiteral("ابتدا و انتهای بازه حقوق نمی تواند برابر باشد.")},
-        {10233, miWarning, QStringLiteral("انتهای بازه حقوق نمی تواند کوچکتر از ابتدای آن باشد.")},
-        {10234, miWarning, QStringLiteral("این بازه با یکی از سطرهای موجود تداخل دارد.")},
-        {10249, miWarning, QStringLiteral("آیتم با کد %1 در تنظیمات حقوق و دستمزد رزرو شده است.")},
-        {10250, miWarning, QStringLiteral("آیتم با کد %1 قبلا انتخاب شده است.")},
-        {10251, miWarning, QStringLiteral("این آیتم در تنظیمات حقوق و دستمزد رزرو شده است.")},
-        {10310, miWarning, QStringLiteral("شماره ملی درست نیست.")},
-        {20106, miQuestion, QStringLiteral("این کارمند در اشخاص ثبت نشده است. آیا به عنوان شخص هم ثبت شود؟")},
+        {7, miInformation, u"موردی برای انتخاب وجود ندارد."_s},
+        {8, miWarning, u"این گروه از آنِ خود برنامه است و تغییر یا حذف آن ممکن نیست."_s},
+        {10, miWarning, u"تاریخ درست نیست. نمونه: 1403/01/05"_s},
+        {11, miWarning, u"ساعت درست نیست. نمونه: 08:30"_s},
+        {12, miWarning, u"کد پستی باید ده رقم باشد."_s},
+        {13, miWarning, u"نشانی پست الکترونیکی درست نیست."_s},
+        {10060, miWarning, u"برای این بازه پیش از این روزهایی در تقویم ثبت شده است."_s},
+        {10061, miWarning, u"تاریخ شروع نمی تواند بعد از تاریخ پایان باشد."_s},
+        {10100, miWarning, u"برای این کارمند خانواده ثبت شده است. نخست سطرهای خانواده را حذف کنید."_s},
+        {10120, miWarning, u"آیتم با کد %1 را نمی توان به کارکرد اضافه کرد."_s},
+        {10121, miWarning, u"این آیتم را نمی توان به کارکرد اضافه کرد."_s},
+        {10122, miWarning, u"آیتمی را که مبلغ آن صفر است نمی توان اضافه کرد."_s},
+        {10232, miWarning, u"ابتدا و انتهای بازه حقوق نمی تواند برابر باشد."_s},
+        {10233, miWarning, u"انتهای بازه حقوق نمی تواند کوچکتر از ابتدای آن باشد."_s},
+        {10234, miWarning, u"این بازه با یکی از سطرهای موجود تداخل دارد."_s},
+        {10249, miWarning, u"آیتم با کد %1 در تنظیمات حقوق و دستمزد رزرو شده است."_s},
+        {10250, miWarning, u"آیتم با کد %1 قبلا انتخاب شده است."_s},
+        {10251, miWarning, u"این آیتم در تنظیمات حقوق و دستمزد رزرو شده است."_s},
+        {10310, miWarning, u"شماره ملی درست نیست."_s},
+        {20106, miQuestion, u"این کارمند در اشخاص ثبت نشده است. آیا به عنوان شخص هم ثبت شود؟"_s},
     };
     return all;
 }

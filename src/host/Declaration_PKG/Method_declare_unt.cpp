@@ -2,6 +2,8 @@
 
 #include "host/Utility_ZLM/PersianCalendar.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 bool IsKabiseYear(int year)
 {
     return TPersianDate::isLeap(year);
@@ -12,6 +14,6 @@ void AddFilter(TStatement &filter, const TStatement &condition)
     if (condition.isEmpty())
         return;
     if (!filter.isEmpty())
-        filter.sql(QStringLiteral(" AND "));
+        filter.sql(u" AND "_s);
     filter.append(condition);
 }

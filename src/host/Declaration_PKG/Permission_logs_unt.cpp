@@ -8,6 +8,8 @@
 
 #include <QTime>
 
+using namespace Qt::Literals::StringLiterals;
+
 TUserInfo UserInfo;
 
 namespace {
@@ -69,7 +71,7 @@ void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bo
                 .sql(",")
                 .text(NowDate())
                 .sql(",")
-                .text(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")))
+                .text(QTime::currentTime().toString(u"HH:mm:ss"_s))
                 .sql(",")
                 .integer(ofSystem ? 1 : 0)
                 .sql(")"));

@@ -10,6 +10,8 @@
 #include <QImageWriter>
 #include <QPainter>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 TPictureRead refused(const QString &why)
@@ -24,24 +26,24 @@ QString megabytes(qint64 bytes)
 
 TPictureRead tooLarge()
 {
-    return refused(u"حجم فایل تصویر بیش از %1 مگابایت است."_qs.arg(megabytes(PictureLimits::FileBytes)));
+    return refused(u"حجم فایل تصویر بیش از %1 مگابایت است."_s.arg(megabytes(PictureLimits::FileBytes)));
 }
 
 TPictureRead tooManyDots()
 {
-    return refused(u"ابعاد تصویر بیش از اندازه بزرگ است. حداکثر %1 میلیون نقطه پذیرفته می شود."_qs.arg(
+    return refused(u"ابعاد تصویر بیش از اندازه بزرگ است. حداکثر %1 میلیون نقطه پذیرفته می شود."_s.arg(
         PictureLimits::Dots / 1'000'000));
 }
 
 TPictureRead broken()
 {
-    return refused(u"فایل تصویر خراب یا ناقص است و خوانده نشد."_qs);
+    return refused(u"فایل تصویر خراب یا ناقص است و خوانده نشد."_s);
 }
 
 TPictureRead tooMuchWork()
 {
     return refused(
-        u"این فایل تصویر ساختاری غیر عادی دارد و خواندن آن بیش از اندازه طول می کشد. آن را در یک برنامه تصویر باز کنید، دوباره ذخیره کنید و فایل تازه را برگزینید."_qs);
+        u"این فایل تصویر ساختاری غیر عادی دارد و خواندن آن بیش از اندازه طول می کشد. آن را در یک برنامه تصویر باز کنید، دوباره ذخیره کنید و فایل تازه را برگزینید."_s);
 }
 
 /// Lets a picture of so many dots be decoded while this lives: Qt's own limit is below that of the suite.
@@ -114,7 +116,7 @@ TPictureRead ReadPicture(const QByteArray &bytes)
         return tooLarge();
     const PictureFile::TKind kind = PictureFile::kindOf(bytes);
     if (kind == PictureFile::TKind::Other)
-        return refused(u"تنها تصویرهای JPEG و PNG پذیرفته می شوند."_qs);
+        return refused(u"تنها تصویرهای JPEG و PNG پذیرفته می شوند."_s);
     const bool isJpeg = kind == PictureFile::TKind::Jpeg;
     const PictureFile::TJpegParts parts = isJpeg ? PictureFile::jpegParts(bytes) : PictureFile::TJpegParts();
     if (parts.segments > PictureLimits::JpegSegments || parts.scans > PictureLimits::JpegScans)
@@ -145,7 +147,7 @@ TPictureRead ReadPictureFile(const QString &fileName)
     QFile file(fileName);
     // A named pipe or a device would never end.
     if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly))
-        return refused(u"فایل تصویر باز نشد."_qs);
+        return refused(u"فایل تصویر باز نشد."_s);
     if (file.size() > PictureLimits::FileBytes)
         return tooLarge();
     return ReadPicture(file.read(PictureLimits::FileBytes + 1));

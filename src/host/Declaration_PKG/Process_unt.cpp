@@ -9,6 +9,8 @@
 
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // The parts of a mark, in order.
@@ -30,7 +32,7 @@ QString linkOf(const char *path)
 /// When a process began; empty when there is none, or only its corpse. `name`: its number, or "self".
 QString startOf(const QString &name)
 {
-    const QString stat = lineOf(QStringLiteral("/proc/%1/stat").arg(name));
+    const QString stat = lineOf(u"/proc/%1/stat"_s.arg(name));
     // Behind the program's name, which may hold blanks and brackets: the state, and the start as the 20th.
     const QStringList fields = stat.mid(stat.lastIndexOf(u')') + 2).split(u' ');
     const bool dead = fields.first() == u"Z" || fields.first() == u"X";
@@ -45,9 +47,9 @@ QString digest(const QString &text)
 
 QString programOf(qint64 process)
 {
-    QString program = QFileInfo(QStringLiteral("/proc/%1/exe").arg(process)).symLinkTarget();
+    QString program = QFileInfo(u"/proc/%1/exe"_s.arg(process)).symLinkTarget();
     // A program that was brought up to date while it runs.
-    const QString replaced = QStringLiteral(" (deleted)");
+    const QString replaced = u" (deleted)"_s;
     if (program.endsWith(replaced))
         program.chop(replaced.size());
     return program;
@@ -64,12 +66,12 @@ bool seesOwnNumbers()
 QString ThisProcess()
 {
     static const QString mark = [] {
-        QString machine = lineOf(QStringLiteral("/etc/machine-id"));
+        QString machine = lineOf(u"/etc/machine-id"_s);
         if (machine.isEmpty())
             machine = QSysInfo::machineHostName();
-        return QStringList{digest(machine), digest(lineOf(QStringLiteral("/proc/sys/kernel/random/boot_id"))),
-                           linkOf("/proc/self/ns/pid").remove(QStringLiteral("pid:")),
-                           QString::number(::getpid()), startOf(QStringLiteral("self"))}
+        return QStringList{digest(machine), digest(lineOf(u"/proc/sys/kernel/random/boot_id"_s)),
+                           linkOf("/proc/self/ns/pid").remove(u"pid:"_s), QString::number(::getpid()),
+                           startOf(u"self"_s)}
             .join(u' ');
     }();
     return mark;

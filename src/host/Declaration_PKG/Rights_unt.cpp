@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct TPartRights {
@@ -18,17 +20,17 @@ struct TPartRights {
 const QList<TPartRights> &parts()
 {
     static const QList<TPartRights> all{
-        {cspPayrollInfo, QStringLiteral("تنظیمات حقوق و دستمزد"), {cpOpen, cpPayrollSecondPage}},
-        {cspCalcMethod, QStringLiteral("روش های محاسباتی"), {cpOpen, cpNew, cpEdit, cpDelete}},
-        {cspTax, QStringLiteral("جداول مالیاتی"), {cpOpen, cpNew, cpEdit, cpDelete}},
-        {cspCalender, QStringLiteral("تقویم کاری"), {cpOpen, cpNew, cpEdit, cpDelete}},
-        {cspStaff, QStringLiteral("کارمندان"), {cpOpen, cpNew, cpEdit, cpDelete, cpStaffFamilyPage}},
-        {cspFiscal, QStringLiteral("مزایا"), {cpOpen, cpNew, cpEdit, cpDelete}},
-        {cspDeduction, QStringLiteral("کسورات"), {cpOpen, cpNew, cpEdit, cpDelete}},
-        {cspStaffGroup, QStringLiteral("گروه های کارمندان"), {cpNew, cpEdit, cpDelete}},
-        {cspFiscalGrp, QStringLiteral("گروه های مزایا"), {cpNew, cpEdit, cpDelete}},
-        {cspDeductionGrp, QStringLiteral("گروه های کسورات"), {cpNew, cpEdit, cpDelete}},
-        {cspPerson, QStringLiteral("گروه های اشخاص"), {cpNew, cpEdit, cpDelete}},
+        {cspPayrollInfo, u"تنظیمات حقوق و دستمزد"_s, {cpOpen, cpPayrollSecondPage}},
+        {cspCalcMethod, u"روش های محاسباتی"_s, {cpOpen, cpNew, cpEdit, cpDelete}},
+        {cspTax, u"جداول مالیاتی"_s, {cpOpen, cpNew, cpEdit, cpDelete}},
+        {cspCalender, u"تقویم کاری"_s, {cpOpen, cpNew, cpEdit, cpDelete}},
+        {cspStaff, u"کارمندان"_s, {cpOpen, cpNew, cpEdit, cpDelete, cpStaffFamilyPage}},
+        {cspFiscal, u"مزایا"_s, {cpOpen, cpNew, cpEdit, cpDelete}},
+        {cspDeduction, u"کسورات"_s, {cpOpen, cpNew, cpEdit, cpDelete}},
+        {cspStaffGroup, u"گروه های کارمندان"_s, {cpNew, cpEdit, cpDelete}},
+        {cspFiscalGrp, u"گروه های مزایا"_s, {cpNew, cpEdit, cpDelete}},
+        {cspDeductionGrp, u"گروه های کسورات"_s, {cpNew, cpEdit, cpDelete}},
+        {cspPerson, u"گروه های اشخاص"_s, {cpNew, cpEdit, cpDelete}},
     };
     return all;
 }
@@ -48,19 +50,19 @@ QString PermissionName(TPermission right)
 {
     switch (right) {
     case cpNew:
-        return QStringLiteral("جدید");
+        return u"جدید"_s;
     case cpEdit:
-        return QStringLiteral("ویرایش");
+        return u"ویرایش"_s;
     case cpDelete:
-        return QStringLiteral("حذف");
+        return u"حذف"_s;
     case cpPrint:
-        return QStringLiteral("چاپ");
+        return u"چاپ"_s;
     case cpOpen:
-        return QStringLiteral("مشاهده");
+        return u"مشاهده"_s;
     case cpPayrollSecondPage:
-        return QStringLiteral("صفحه دوم تنظیمات");
+        return u"صفحه دوم تنظیمات"_s;
     case cpStaffFamilyPage:
-        return QStringLiteral("صفحه خانواده");
+        return u"صفحه خانواده"_s;
     }
     return QString::number(int(right));
 }
@@ -80,7 +82,7 @@ const QList<TRightName> &AllRights()
 
 QList<TRight> RightsOfUser(int code)
 {
-    TQuery query(DM.ADOConnection1, QStringLiteral("Rights_QUR"));
+    TQuery query(DM.ADOConnection1, u"Rights_QUR"_s);
     query.setStatement(TStatement("select SoftwarePart, Permission from UserRight where UserCode=")
                            .integer(code)
                            .sql(" order by SoftwarePart, Permission"));

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 TMessageService *&serviceInForce()
@@ -28,15 +30,15 @@ QString title(TMessageIconType icon)
 {
     switch (icon) {
     case miQuestion:
-        return QStringLiteral("پرسش");
+        return u"پرسش"_s;
     case miError:
-        return QStringLiteral("خطا");
+        return u"خطا"_s;
     case miWarning:
-        return QStringLiteral("هشدار");
+        return u"هشدار"_s;
     case miInformation:
         break;
     }
-    return QStringLiteral("پیام");
+    return u"پیام"_s;
 }
 
 TMessage message(const char *operation, TMessageIconType icon, const QString &text,
@@ -76,7 +78,7 @@ TMessage numbered(int number, const QStringList &arguments = {})
 {
     const MessageCatalogue::TEntry *entry = MessageCatalogue::find(number);
     TMessage result = message("ShowSmartMessage", entry ? entry->icon : miWarning,
-                              entry ? entry->text : QStringLiteral("پیام شماره %1").arg(number), arguments);
+                              entry ? entry->text : u"پیام شماره %1"_s.arg(number), arguments);
     result.number = number;
     return result;
 }
@@ -84,7 +86,7 @@ TMessage numbered(int number, const QStringList &arguments = {})
 /// A caption as the object of a sentence. Some bring their "را" along.
 QString asObject(const QString &caption)
 {
-    const QString particle = QStringLiteral(" را");
+    const QString particle = u" را"_s;
     const QString words = caption.trimmed() + u' ';
     return words.contains(particle + u' ') ? words.trimmed() : words.trimmed() + particle;
 }
@@ -128,7 +130,7 @@ void SetMessageService(TMessageService *service)
 void MsgRequiredField(const QString &caption, QObject *control, QObject *form)
 {
     TMessage result = message("MsgRequiredField", miWarning, {}, {caption});
-    result.text = MessageCatalogue::fill(QStringLiteral("لطفا %1 وارد کنید."), {asObject(caption)});
+    result.text = MessageCatalogue::fill(u"لطفا %1 وارد کنید."_s, {asObject(caption)});
     at(result, control, form);
     MessageService().show(result);
 }
@@ -137,11 +139,11 @@ void MsgRepeatedField(const QString &caption, const QString &entity, QObject *co
                       const QString &holder)
 {
     // The second word names now the entity, now a second field: the sentence must bear both.
-    TMessage result = message("MsgRepeatedField", miWarning,
-                              entity.trimmed().isEmpty()
-                                  ? QStringLiteral("این %1 قبلا ثبت شده است و نمی تواند تکراری باشد.")
-                                  : QStringLiteral("تکراری است و قبلا ثبت شده است: %1 - %2"),
-                              {caption, entity});
+    TMessage result =
+        message("MsgRepeatedField", miWarning,
+                entity.trimmed().isEmpty() ? u"این %1 قبلا ثبت شده است و نمی تواند تکراری باشد."_s
+                                           : u"تکراری است و قبلا ثبت شده است: %1 - %2"_s,
+                {caption, entity});
     if (!holder.isEmpty())
         result.text += u'\n' + holder;
     at(result, control, form);
@@ -150,16 +152,15 @@ void MsgRepeatedField(const QString &caption, const QString &entity, QObject *co
 
 void MsgCodeNotAvailable(const QString &entity, QObject *control, QObject *form)
 {
-    warn("MsgCodeNotAvailable", QStringLiteral("%1 با این کد وجود ندارد."), {entity}, control, form);
+    warn("MsgCodeNotAvailable", u"%1 با این کد وجود ندارد."_s, {entity}, control, form);
 }
 
 bool MsgDeleteRow(const QString &record, int count)
 {
-    TMessage result =
-        message("MsgDeleteRow", miQuestion, QStringLiteral("آیا از حذف این سطر اطمینان دارید؟"));
-    const QString named = MessageCatalogue::fill(QStringLiteral("%1"), {record});
+    TMessage result = message("MsgDeleteRow", miQuestion, u"آیا از حذف این سطر اطمینان دارید؟"_s);
+    const QString named = MessageCatalogue::fill(u"%1"_s, {record});
     if (count > 1)
-        result.text += QStringLiteral("\n%1 سطر: ").arg(count) + named;
+        result.text += u"\n%1 سطر: "_s.arg(count) + named;
     else if (!record.isEmpty())
         result.text += u'\n' + named;
     asQuestion(result, TMessageButtons::YesNo, TAnswer::No);
@@ -170,46 +171,43 @@ void MsgHasSubRecords(const QString &entity, const std::optional<TDatabaseError>
 {
     if (reason && reason->fault() != TFault::Refused) {
         qWarning("%s", reason->what());
-        TMessage result = message("MsgHasSubRecords", miError, QStringLiteral("این %1 حذف نشد."), {entity});
+        TMessage result = message("MsgHasSubRecords", miError, u"این %1 حذف نشد."_s, {entity});
         result.text += u'\n' + reason->userText();
         MessageService().show(result);
         return;
     }
-    warn("MsgHasSubRecords", QStringLiteral("این %1 در جای دیگری استفاده شده است و نمی توان آن را حذف کرد."),
-         {entity});
+    warn("MsgHasSubRecords", u"این %1 در جای دیگری استفاده شده است و نمی توان آن را حذف کرد."_s, {entity});
 }
 
 void MSGInUse(const QString &entity)
 {
-    warn("MSGInUse",
-         QStringLiteral("این %1 هم اکنون برای ویرایش باز است. پس از بسته شدن آن دوباره تلاش کنید."),
-         {entity});
+    warn("MSGInUse", u"این %1 هم اکنون برای ویرایش باز است. پس از بسته شدن آن دوباره تلاش کنید."_s, {entity});
 }
 
 void MsgNotEntered(const QString &caption)
 {
-    warn("MsgNotEntered", QStringLiteral("%1 وارد نشده است."), {caption});
+    warn("MsgNotEntered", u"%1 وارد نشده است."_s, {caption});
 }
 
 void NotZeroValue(const QString &caption, QObject *control)
 {
-    warn("NotZeroValue", QStringLiteral("%1 نمی تواند صفر باشد."), {caption}, control);
+    warn("NotZeroValue", u"%1 نمی تواند صفر باشد."_s, {caption}, control);
 }
 
 void NotSaveable(const QString &first, const QString &second, QObject *control)
 {
-    warn("NotSaveable", QStringLiteral("در %1 نمی توان %2 ذخیره کرد."), {first, second}, control);
+    warn("NotSaveable", u"در %1 نمی توان %2 ذخیره کرد."_s, {first, second}, control);
 }
 
 void SelectBefore(const QString &caption, QObject *control)
 {
-    warn("SelectBefore", QStringLiteral("این %1 قبلا انتخاب شده است."), {caption}, control);
+    warn("SelectBefore", u"این %1 قبلا انتخاب شده است."_s, {caption}, control);
 }
 
 void MSGCompeletedSuccessfully(const QString &action, const QString &text, QObject *control)
 {
-    TMessage result = message("MSGCompeletedSuccessfully", miInformation,
-                              QStringLiteral("%1 با موفقیت انجام شد."), {action});
+    TMessage result =
+        message("MSGCompeletedSuccessfully", miInformation, u"%1 با موفقیت انجام شد."_s, {action});
     if (!text.isEmpty()) {
         result.words << text;
         result.text += u'\n' + text;
@@ -222,8 +220,7 @@ void MSGCompeletedSuccessfully(const QString &action, const QString &text, QObje
 
 void MSGFinishedNotSuccessfully(const QString &action, const QString &text)
 {
-    TMessage result =
-        message("MSGFinishedNotSuccessfully", miError, QStringLiteral("%1 انجام نشد."), {action});
+    TMessage result = message("MSGFinishedNotSuccessfully", miError, u"%1 انجام نشد."_s, {action});
     if (!text.isEmpty())
         result.words << text;
     // Some callers name the action in both places.
@@ -272,13 +269,13 @@ TAnswer ShowSmartMessage(int number, TMessageButtons buttons, TAnswer defaultAns
 
 void MakeGroup()
 {
-    warn("MakeGroup", QStringLiteral("هنوز گروهی ساخته نشده است. لطفا نخست یک گروه بسازید."), {});
+    warn("MakeGroup", u"هنوز گروهی ساخته نشده است. لطفا نخست یک گروه بسازید."_s, {});
 }
 
 TAnswer MsgNotSaved()
 {
-    TMessage result = message("MsgNotSaved", miQuestion,
-                              QStringLiteral("تغییرات ذخیره نشده است. آیا می خواهید آنها را ذخیره کنید؟"));
+    TMessage result =
+        message("MsgNotSaved", miQuestion, u"تغییرات ذخیره نشده است. آیا می خواهید آنها را ذخیره کنید؟"_s);
     asQuestion(result, TMessageButtons::YesNoCancel, TAnswer::Yes);
     return MessageService().show(result);
 }
@@ -294,19 +291,18 @@ void MsgDatabaseError(const TDatabaseError &error)
 void MsgNoPermission(TSoftwarePart part, TPermission right)
 {
     TMessage result = message("MsgNoPermission", miWarning, {});
-    result.text = MessageCatalogue::fill(QStringLiteral("شما مجوز «%1» در بخش «%2» را ندارید."),
+    result.text = MessageCatalogue::fill(u"شما مجوز «%1» در بخش «%2» را ندارید."_s,
                                          {PermissionName(right), SoftwarePartName(part)});
     MessageService().show(result);
 }
 
 void MsgRecordGone(const QString &record)
 {
-    TMessage result =
-        message("MsgRecordGone", miWarning,
-                QStringLiteral("این رکورد دیگر وجود ندارد. شاید کاربر دیگری آن را حذف کرده باشد."));
+    TMessage result = message("MsgRecordGone", miWarning,
+                              u"این رکورد دیگر وجود ندارد. شاید کاربر دیگری آن را حذف کرده باشد."_s);
     if (!record.isEmpty()) {
         result.words << record;
-        result.text += u'\n' + MessageCatalogue::fill(QStringLiteral("%1"), {record});
+        result.text += u'\n' + MessageCatalogue::fill(u"%1"_s, {record});
     }
     MessageService().show(result);
 }
@@ -317,21 +313,20 @@ bool MsgTextsCut(const QList<TCutText> &cuts)
     for (const TCutText &cut : cuts) {
         result.words << cut.caption;
         result.text += MessageCatalogue::fill(
-            QStringLiteral("از «%1» تنها %2 نویسه نخست ذخیره می شود و این بخش از دست می رود: «%3»\n"),
+            u"از «%1» تنها %2 نویسه نخست ذخیره می شود و این بخش از دست می رود: «%3»\n"_s,
             {cut.caption, QString::number(cut.kept), cut.lost});
     }
-    result.text += QStringLiteral("آیا به همین صورت ذخیره شود؟");
+    result.text += u"آیا به همین صورت ذخیره شود؟"_s;
     asQuestion(result, TMessageButtons::YesNo, TAnswer::No);
     return MessageService().show(result) == TAnswer::Yes;
 }
 
 void MsgSavedOutOfSight(const QString &record, QObject *form)
 {
-    TMessage result =
-        message("MsgSavedOutOfSight", miInformation,
-                QStringLiteral("رکورد %1 ذخیره شد، ولی جستجو یا گروهی که اکنون برگزیده است آن را نشان نمی "
-                               "دهد. برای دیدن آن جستجو را پاک کنید یا گروه دیگری برگزینید."),
-                {record});
+    TMessage result = message("MsgSavedOutOfSight", miInformation,
+                              u"رکورد %1 ذخیره شد، ولی جستجو یا گروهی که اکنون برگزیده است آن را نشان نمی "
+                              "دهد. برای دیدن آن جستجو را پاک کنید یا گروه دیگری برگزینید."_s,
+                              {record});
     result.shape = TMessageShape::Balloon;
     result.displayTime = hiddenTime;
     at(result, nullptr, form);

@@ -3,6 +3,8 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/database/Query.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 bool TParamValue::AsBoolean() const
 {
     const QString text = m_text.trimmed();
@@ -18,15 +20,15 @@ TParamValue TCustomParam::GetData(int number)
 
 void TCustomParam::SetData(int number, const QString &value)
 {
-    TQuery setting(DM.ADOConnection1, QStringLiteral("CustomParam_QUR"));
+    TQuery setting(DM.ADOConnection1, u"CustomParam_QUR"_s);
     setting.setStatement(TStatement("select Number, Value from CustomParam where Number=").integer(number));
     setting.open();
     if (setting.isEmpty()) {
         setting.append();
-        setting.setValue(QStringLiteral("Number"), number);
+        setting.setValue(u"Number"_s, number);
     } else {
         setting.edit();
     }
-    setting.setValue(QStringLiteral("Value"), value);
+    setting.setValue(u"Value"_s, value);
     setting.post();
 }

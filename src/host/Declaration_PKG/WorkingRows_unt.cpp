@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// Where a part's rows stand; the names are empty when it has no working rows.
@@ -28,36 +30,34 @@ bool isName(const QString &text)
 
 TWorkingTable tableOf(TSoftwarePart part)
 {
-    TQuery query(DM.ADOConnection1, QStringLiteral("WorkingTable_QUR"));
+    TQuery query(DM.ADOConnection1, u"WorkingTable_QUR"_s);
     query.setStatement(TStatement("select TableName, StoredName, CodeColumn from WorkingTable where Status=")
                            .integer(int(part)));
     query.open();
     if (query.isEmpty())
         return {};
-    const TWorkingTable table{query.asString(QStringLiteral("TableName")),
-                              query.asString(QStringLiteral("StoredName")),
-                              query.asString(QStringLiteral("CodeColumn"))};
+    const TWorkingTable table{query.asString(u"TableName"_s), query.asString(u"StoredName"_s),
+                              query.asString(u"CodeColumn"_s)};
     for (const QString &name : {table.name, table.stored, table.codeColumn})
         if (!isName(name))
-            throw TDatabaseError(TFault::BadStatement, QStringLiteral("not a name: ") + name);
+            throw TDatabaseError(TFault::BadStatement, u"not a name: "_s + name);
     return table;
 }
 
 /// A statement on the rows of one code: "select * from", "delete from".
 TStatement ofCode(const char *verb, const QString &name, const TWorkingTable &table, const QString &code)
 {
-    return TStatement(QStringLiteral("%1 %2 where %3=").arg(QLatin1String(verb), name, table.codeColumn))
-        .integer(code);
+    return TStatement(u"%1 %2 where %3="_s.arg(QLatin1String(verb), name, table.codeColumn)).integer(code);
 }
 
 /// The rows under a code as texts, in the order of their contents; the columns that both tables have.
 QStringList contents(const QString &name, const QString &other, const TWorkingTable &table,
                      const QString &code)
 {
-    TQuery columns(DM.ADOConnection1, QStringLiteral("Columns_QUR"));
-    columns.setStatement(QStringLiteral("select * from %1 where 1=0").arg(other));
+    TQuery columns(DM.ADOConnection1, u"Columns_QUR"_s);
+    columns.setStatement(u"select * from %1 where 1=0"_s.arg(other));
     columns.open();
-    TQuery query(DM.ADOConnection1, QStringLiteral("Rows_QUR"));
+    TQuery query(DM.ADOConnection1, u"Rows_QUR"_s);
     query.setStatement(ofCode("select * from", name, table, code));
     query.open();
     QStringList rows;
@@ -107,17 +107,17 @@ void DiscardWorkingRows(TSoftwarePart part, const QString &code)
 
 TRowsOwner WorkingRowsOwner(TSoftwarePart part, const QString &code, int comIndex)
 {
-    TQuery query(DM.ADOConnection1, QStringLiteral("Owner_QUR"));
+    TQuery query(DM.ADOConnection1, u"Owner_QUR"_s);
     query.setStatement(
         noteOf("select Com_Index, ProcessID, Process from WorkingRows where Status=", part, code));
     query.open();
     if (query.isEmpty())
         return TRowsOwner::Nobody;
-    const QString process = query.asString(QStringLiteral("Process"));
+    const QString process = query.asString(u"Process"_s);
     if (process == ThisProcess())
         return TRowsOwner::Own;
-    const bool left = query.asInteger(QStringLiteral("Com_Index")) == comIndex &&
-                      !RunsHere(query.value(QStringLiteral("ProcessID")).toLongLong(), process);
+    const bool left = query.asInteger(u"Com_Index"_s) == comIndex &&
+                      !RunsHere(query.value(u"ProcessID"_s).toLongLong(), process);
     return left ? TRowsOwner::Left : TRowsOwner::AtWork;
 }
 

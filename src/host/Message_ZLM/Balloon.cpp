@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int ordinaryTime = 3000; // ms
@@ -45,7 +47,7 @@ TBalloon::TBalloon(const TMessage &message, QWidget *anchor)
       m_label(new QLabel(message.text, this)), m_edge(edgeColor(message.icon)),
       m_besideInput(!anchor->isWindow())
 {
-    setObjectName(QStringLiteral("Balloon"));
+    setObjectName(u"Balloon"_s);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_DeleteOnClose);
     setFocusPolicy(Qt::NoFocus);

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QPushButton>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct ButtonKind {
@@ -18,10 +20,10 @@ struct ButtonKind {
 const QList<ButtonKind> &kinds()
 {
     static const QList<ButtonKind> all{
-        {TAnswer::Ok, QMessageBox::Ok, "Ok_BTN", QStringLiteral("&تایید")},
-        {TAnswer::Yes, QMessageBox::Yes, "Yes_BTN", QStringLiteral("&بله")},
-        {TAnswer::No, QMessageBox::No, "No_BTN", QStringLiteral("&خیر")},
-        {TAnswer::Cancel, QMessageBox::Cancel, "Cancel_BTN", QStringLiteral("&انصراف")},
+        {TAnswer::Ok, QMessageBox::Ok, "Ok_BTN", u"&تایید"_s},
+        {TAnswer::Yes, QMessageBox::Yes, "Yes_BTN", u"&بله"_s},
+        {TAnswer::No, QMessageBox::No, "No_BTN", u"&خیر"_s},
+        {TAnswer::Cancel, QMessageBox::Cancel, "Cancel_BTN", u"&انصراف"_s},
     };
     return all;
 }
@@ -58,7 +60,7 @@ QMessageBox::Icon iconOf(TMessageIconType type)
 
 TMessageDialog::TMessageDialog(const TMessage &message, QWidget *owner) : QMessageBox(owner)
 {
-    setObjectName(QStringLiteral("Message_FRM"));
+    setObjectName(u"Message_FRM"_s);
     setLayoutDirection(Qt::RightToLeft);
     setWindowTitle(message.title);
     // A caption may look like a mark-up.

@@ -2,11 +2,13 @@
 
 #include "host/Declaration_PKG/Specialmessages.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 void ShowTooltipMessage(const QString &text, QWidget *control, int displayTime, int icon, const QColor &color,
                         int, int width)
 {
     TMessage message;
-    message.operation = QStringLiteral("ShowTooltipMessage");
+    message.operation = u"ShowTooltipMessage"_s;
     message.shape = TMessageShape::Balloon;
     message.text = text;
     message.words = {text};

@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct TLevelList {
@@ -21,29 +23,29 @@ struct TLevelList {
 const TLevelList &listOf(TAccountLevel level)
 {
     static const TLevelList lists[] = {
-        {u"حسابهای کل"_qs,
+        {u"حسابهای کل"_s,
          "Kol",
          "select Kol, Name from AccountTotal",
-         {{"Kol", u"کد کل"_qs, 80, true, TGridColumn::Code}, {"Name", u"نام حساب"_qs, 300}},
-         {{"Kol", u"کد کل"_qs, TSearchItem::Digits}, {"Name", u"نام حساب"_qs, TSearchItem::Text, true}}},
-        {u"حسابهای معین"_qs,
+         {{"Kol", u"کد کل"_s, 80, true, TGridColumn::Code}, {"Name", u"نام حساب"_s, 300}},
+         {{"Kol", u"کد کل"_s, TSearchItem::Digits}, {"Name", u"نام حساب"_s, TSearchItem::Text, true}}},
+        {u"حسابهای معین"_s,
          "ID",
          "select cast(a.Kol as bigint) * 100000 + a.Moin as ID, a.Kol, a.Moin, a.Name, t.Name as TotalName "
          "from AccountAssistant a left join AccountTotal t on t.Kol = a.Kol",
-         {{"Moin", u"کد معین"_qs, 80, true, TGridColumn::Code},
-          {"Name", u"نام حساب"_qs, 240},
-          {"Kol", u"کد کل"_qs, 80, true, TGridColumn::Code},
-          {"TotalName", u"نام حساب کل"_qs, 200}},
-         {{"Moin", u"کد معین"_qs, TSearchItem::Digits},
-          {"Name", u"نام حساب"_qs, TSearchItem::Text, true},
-          {"Kol", u"کد کل"_qs, TSearchItem::Digits},
-          {"TotalName", u"نام حساب کل"_qs}}},
-        {u"حسابهای تفصیلی"_qs,
+         {{"Moin", u"کد معین"_s, 80, true, TGridColumn::Code},
+          {"Name", u"نام حساب"_s, 240},
+          {"Kol", u"کد کل"_s, 80, true, TGridColumn::Code},
+          {"TotalName", u"نام حساب کل"_s, 200}},
+         {{"Moin", u"کد معین"_s, TSearchItem::Digits},
+          {"Name", u"نام حساب"_s, TSearchItem::Text, true},
+          {"Kol", u"کد کل"_s, TSearchItem::Digits},
+          {"TotalName", u"نام حساب کل"_s}}},
+        {u"حسابهای تفصیلی"_s,
          "Tafzili",
          "select Tafzili, Name from AccountDetail",
-         {{"Tafzili", u"کد تفصیلی"_qs, 100, true, TGridColumn::Code}, {"Name", u"نام حساب"_qs, 300}},
-         {{"Tafzili", u"کد تفصیلی"_qs, TSearchItem::Digits},
-          {"Name", u"نام حساب"_qs, TSearchItem::Text, true}}},
+         {{"Tafzili", u"کد تفصیلی"_s, 100, true, TGridColumn::Code}, {"Name", u"نام حساب"_s, 300}},
+         {{"Tafzili", u"کد تفصیلی"_s, TSearchItem::Digits},
+          {"Name", u"نام حساب"_s, TSearchItem::Text, true}}},
     };
     return lists[level];
 }
@@ -56,17 +58,17 @@ TAccountPicker_FRM::TAccountPicker_FRM(TQuery *list, TAccountLevel level, int to
     const TLevelList &shown = listOf(level);
     SetTitle(shown.title);
     list->setKeyField(QString::fromLatin1(shown.key));
-    BuildList(list, u"Account%1_GRD"_qs.arg(int(level)), shown.columns, shown.items);
+    BuildList(list, u"Account%1_GRD"_s.arg(int(level)), shown.columns, shown.items);
     BuildUsualLayout({});
     m_none = new QLabel(this);
-    m_none->setObjectName(u"NoAccounts_LBL"_qs);
+    m_none->setObjectName(u"NoAccounts_LBL"_s);
     m_none->setWordWrap(true);
     m_none->setAlignment(Qt::AlignCenter);
     m_none->hide();
     BelowGrid()->addWidget(m_none, 1);
-    Select_BTN = AddButton(u"Select_BTN"_qs, u"انتخاب Enter"_qs, u"Enter"_qs, u"انتخاب"_qs);
+    Select_BTN = AddButton(u"Select_BTN"_s, u"انتخاب Enter"_s, u"Enter"_s, u"انتخاب"_s);
     connect(Select_BTN, &QAbstractButton::clicked, this, [this] { Guarded([this] { Select(); }); });
-    EXit_BTN = AddButton(u"EXit_BTN"_qs, u"خروج Esc"_qs, u"Esc"_qs, u"خروج"_qs);
+    EXit_BTN = AddButton(u"EXit_BTN"_s, u"خروج Esc"_s, u"Esc"_s, u"خروج"_s);
     connect(EXit_BTN, &QAbstractButton::clicked, this, [this] { reject(); });
     resize(640, 480);
 }
@@ -82,11 +84,11 @@ void TAccountPicker_FRM::SetListText()
 bool TAccountPicker_FRM::SelectRecord()
 {
     if (m_level == alDetail)
-        Selected.Tafzili = ListQuery()->asInteger(u"Tafzili"_qs);
+        Selected.Tafzili = ListQuery()->asInteger(u"Tafzili"_s);
     else
-        Selected.Kol = ListQuery()->asInteger(u"Kol"_qs);
+        Selected.Kol = ListQuery()->asInteger(u"Kol"_s);
     if (m_level == alAssistant)
-        Selected.Moin = ListQuery()->asInteger(u"Moin"_qs);
+        Selected.Moin = ListQuery()->asInteger(u"Moin"_s);
     return true;
 }
 
@@ -104,12 +106,12 @@ void TAccountPicker_FRM::tellWhereFrom()
     m_none->setVisible(none);
     if (!none)
         return;
-    QString missing = u"هنوز هیچ حسابی از این سطح در این پایگاه داده نیست."_qs;
+    QString missing = u"هنوز هیچ حسابی از این سطح در این پایگاه داده نیست."_s;
     if (m_level == alAssistant && m_total != 0)
-        missing = u"حساب کل %1 هیچ حساب معینی ندارد."_qs.arg(m_total);
+        missing = u"حساب کل %1 هیچ حساب معینی ندارد."_s.arg(m_total);
     m_none->setText(
         missing + u' ' +
-        u"حسابهای کل، معین و تفصیلی در بخش حسابداری مجموعه ساخته می شوند و در اینجا فقط برگزیده می شوند. لطفا نخست آنها را در حسابداری بسازید، یا از مدیر سیستم بخواهید آنها را وارد این پایگاه داده کند."_qs);
+        u"حسابهای کل، معین و تفصیلی در بخش حسابداری مجموعه ساخته می شوند و در اینجا فقط برگزیده می شوند. لطفا نخست آنها را در حسابداری بسازید، یا از مدیر سیستم بخواهید آنها را وارد این پایگاه داده کند."_s);
 }
 
 void TAccountPicker_FRM::AfterShow()
@@ -127,7 +129,7 @@ bool Select_Account(TAccountLevel level, TAccountCode &account)
         MsgDatabaseError(error);
         return false;
     }
-    TQuery list(DM.ADOConnection1, u"Account_QUR"_qs);
+    TQuery list(DM.ADOConnection1, u"Account_QUR"_s);
     TAccountPicker_FRM picker(&list, level, total);
     if (picker.exec() != QDialog::Accepted)
         return false;

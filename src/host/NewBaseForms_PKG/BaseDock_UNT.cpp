@@ -20,6 +20,8 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 TBaseDock_FRM::TBaseDock_FRM(TFormMode mode, const QString &text) : TBaseDock_FRM(mode, QVariant(), text) {}
 
 TBaseDock_FRM::TBaseDock_FRM(TFormMode mode, const QVariant &value, const QString &text)
@@ -28,7 +30,7 @@ TBaseDock_FRM::TBaseDock_FRM(TFormMode mode, const QVariant &value, const QStrin
 {
     if (!text.isEmpty())
         SetTitle(text);
-    m_center->setObjectName(QStringLiteral("Center_SPL"));
+    m_center->setObjectName(u"Center_SPL"_s);
     m_center->setChildrenCollapsible(false);
     resize(900, 600);
 }
@@ -58,7 +60,7 @@ void TBaseDock_FRM::BuildList(TQuery *listQuery, const QString &gridName, const 
     m_grid->SetColumns(listQuery, columns);
     connect(m_grid, &TSmartGrid_ZLM::rowActivated, this, &TBaseDock_FRM::activateRow);
     ZelmoSearchManager1 = new TZelmoSearchManager(listQuery, this);
-    ZelmoSearchManager1->setObjectName(QStringLiteral("ZelmoSearchManager1"));
+    ZelmoSearchManager1->setObjectName(u"ZelmoSearchManager1"_s);
     ZelmoSearchManager1->SetItems(items);
     connect(ZelmoSearchManager1, &TZelmoSearchManager::executed, this, [this] { UpdateButtons(); });
     for (const auto signal : {&TQuery::opened, &TQuery::closed})
@@ -85,7 +87,7 @@ void TBaseDock_FRM::BuildUsualLayout(const QString &captionPanelText)
     Body()->addWidget(m_center, 1);
     if (!captionPanelText.isEmpty()) {
         m_captionPanel = new QLabel(captionPanelText, this);
-        m_captionPanel->setObjectName(QStringLiteral("Caption_PNL"));
+        m_captionPanel->setObjectName(u"Caption_PNL"_s);
         m_captionPanel->setAlignment(Qt::AlignCenter);
         m_captionPanel->setFrameShape(QFrame::StyledPanel);
         m_captionPanel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -105,14 +107,14 @@ void TBaseDock_FRM::BuildButtons(bool withSelect, bool withPrint)
         std::function<void()> action;
     };
     const TButton buttons[] = {
-        {&New_BTN, "New_BTN", u"جدید F4"_qs, u"جدید"_qs, "F4", true, [this] { NewRecord(); }},
-        {&EDit_BTN, "EDit_BTN", u"ویرایش F5"_qs, u"ویرایش"_qs, "F5", true, [this] { EditRecord(); }},
-        {&Del_BTN, "Del_BTN", u"حذف F7"_qs, u"حذف"_qs, "F7", true, [this] { DeleteRecord(); }},
-        {&Select_BTN, "Select_BTN", u"انتخاب Enter"_qs, u"انتخاب"_qs, "Enter", withSelect,
+        {&New_BTN, "New_BTN", u"جدید F4"_s, u"جدید"_s, "F4", true, [this] { NewRecord(); }},
+        {&EDit_BTN, "EDit_BTN", u"ویرایش F5"_s, u"ویرایش"_s, "F5", true, [this] { EditRecord(); }},
+        {&Del_BTN, "Del_BTN", u"حذف F7"_s, u"حذف"_s, "F7", true, [this] { DeleteRecord(); }},
+        {&Select_BTN, "Select_BTN", u"انتخاب Enter"_s, u"انتخاب"_s, "Enter", withSelect,
          [this] { Select(); }},
-        {&PrintList_BTN, "PrintList_BTN", u"پیش نمایش ليست F9"_qs, u"پیش نمایش ليست"_qs, "F9", withPrint,
+        {&PrintList_BTN, "PrintList_BTN", u"پیش نمایش ليست F9"_s, u"پیش نمایش ليست"_s, "F9", withPrint,
          [this] { PrintPreview(); }},
-        {&EXit_BTN, "EXit_BTN", u"خروج Esc"_qs, u"خروج"_qs, "Esc", true, [this] { reject(); }},
+        {&EXit_BTN, "EXit_BTN", u"خروج Esc"_s, u"خروج"_s, "Esc", true, [this] { reject(); }},
     };
     for (const TButton &row : buttons) {
         if (!row.wanted)
@@ -145,7 +147,7 @@ void TBaseDock_FRM::SetPopMenu(QWidget *control)
         }
         if (auto *grid = qobject_cast<TSmartGrid_ZLM *>(control)) {
             if (grid == m_grid && grid->Model()->rowCount() > 0)
-                menu.addAction(u"ذخیره در صفحه گسترده Ctrl+E"_qs, this, [this] { SaveSpreadsheet(); });
+                menu.addAction(u"ذخیره در صفحه گسترده Ctrl+E"_s, this, [this] { SaveSpreadsheet(); });
             menu.addSeparator();
             grid->FillColumnMenu(&menu);
         }
@@ -175,7 +177,7 @@ void TBaseDock_FRM::restorePanes()
 
 QString TBaseDock_FRM::splitterKey() const
 {
-    return LayoutStore::windowKey(this) + QStringLiteral("/panes");
+    return LayoutStore::windowKey(this) + u"/panes"_s;
 }
 
 void TBaseDock_FRM::done(int result)

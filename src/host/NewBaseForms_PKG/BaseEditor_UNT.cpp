@@ -14,6 +14,8 @@
 
 #include <new>
 
+using namespace Qt::Literals::StringLiterals;
+
 TBaseEditor::TBaseEditor(TFormMode mode) : m_mode(mode) {}
 
 void TBaseEditor::SetIsSaved(bool saved)
@@ -170,7 +172,7 @@ bool TBaseEditor::Save(TSaveMode way)
             SetIsSaved(false);
             saved = SaveRecord();
             if (!saved && BaseTellsFailure())
-                MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+                MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
         });
         // Nobody else could write while it stays open, and detail rows entered from here on would go with it.
         rollBackLeftOpen();
@@ -301,11 +303,11 @@ bool TBaseEditor::HandleKey(QKeyEvent *event)
 
 void TBaseEditor::BuildFooter(const QString &saveCaption, const QString &exitCaption, TSaveMode way)
 {
-    Save_BTN = AddButton(QStringLiteral("Save_BTN"), saveCaption, QStringLiteral("F3"));
+    Save_BTN = AddButton(u"Save_BTN"_s, saveCaption, u"F3"_s);
     Save_BTN->SetSaveMode(way);
     connect(Save_BTN, &QAbstractButton::clicked, this, [this] { Save(Save_BTN->SaveMode()); });
     connect(Save_BTN, &TSmartButton_ZLM::saveRequested, this, [this](TSaveMode mode) { Save(mode); });
-    EXit_BTN = AddButton(QStringLiteral("EXit_BTN"), exitCaption, QStringLiteral("Esc"));
+    EXit_BTN = AddButton(u"EXit_BTN"_s, exitCaption, u"Esc"_s);
     connect(EXit_BTN, &QAbstractButton::clicked, this, &TBaseEditor::reject);
 }
 
@@ -318,7 +320,7 @@ void TBaseEditor::Place(QGridLayout *layout, int row, int column, const QString 
     m_inputs.append(input);
     if (!caption.isEmpty()) {
         auto *label = new QLabel(caption, this);
-        label->setObjectName(objectName + QStringLiteral("_Caption"));
+        label->setObjectName(objectName + u"_Caption"_s);
         label->setBuddy(input);
         layout->addWidget(label, row, column * 2);
         m_captions.insert(input, label);
@@ -328,7 +330,7 @@ void TBaseEditor::Place(QGridLayout *layout, int row, int column, const QString 
     cell->addWidget(input, 1);
     if (!suffix.isEmpty()) {
         auto *label = new QLabel(suffix, this);
-        label->setObjectName(objectName + QStringLiteral("_Suffix"));
+        label->setObjectName(objectName + u"_Suffix"_s);
         cell->addWidget(label);
     }
     layout->addLayout(cell, row, column * 2 + 1);

@@ -13,6 +13,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 bool isEnter(const QKeyEvent *event)
@@ -142,8 +144,7 @@ TSmartButton_ZLM *TBaseForm::AddButton(const QString &objectName, const QString 
     button->setObjectName(objectName);
     if (!key.isEmpty()) {
         AddKey(key, button);
-        const QString name =
-            shortCaption.isEmpty() ? caption : shortCaption + QStringLiteral(" (%1)").arg(key);
+        const QString name = shortCaption.isEmpty() ? caption : shortCaption + u" (%1)"_s.arg(key);
         button->setToolTip(QString(name).remove(u'&'));
     }
     m_footer->insertWidget(m_footer->count() - 1, button);

@@ -10,6 +10,8 @@
 #include "host/NewBaseForms_PKG/OpenCodes.h"
 #include "host/NewBaseForms_PKG/Recovery_UNT.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 bool lockCode(const QString &code, TSoftwarePart part, TOperationType operation)
@@ -177,14 +179,14 @@ bool TBaseGet_FRM::ReadyToSave()
     const bool lost = !m_heldCode.isEmpty() && !HoldsCodeLock(m_heldCode, m_part, IniOptions.Com_Index);
     if (lost && !lockCode(m_heldCode, m_part, otLock)) {
         ShowSmartMessage(
-            u"قفل کد %1 آزاد شده و اکنون ایستگاه دیگری آن را باز کرده است. آنچه نوشته اید ذخیره نشده و روی صفحه می ماند. پس از بسته شدن آن پنجره دوباره ذخیره کنید."_qs
+            u"قفل کد %1 آزاد شده و اکنون ایستگاه دیگری آن را باز کرده است. آنچه نوشته اید ذخیره نشده و روی صفحه می ماند. پس از بسته شدن آن پنجره دوباره ذخیره کنید."_s
                 .arg(m_heldCode),
             {}, miWarning);
         return false;
     }
     if (lost && Mode() == fmNew && RecordExists()) {
         ShowSmartMessage(
-            u"قفل کد %1 آزاد شده و در این میان رکورد دیگری با همین کد ثبت شده است. آنچه نوشته اید ذخیره نشده و روی صفحه می ماند. کد دیگری بنویسید و دوباره ذخیره کنید."_qs
+            u"قفل کد %1 آزاد شده و در این میان رکورد دیگری با همین کد ثبت شده است. آنچه نوشته اید ذخیره نشده و روی صفحه می ماند. کد دیگری بنویسید و دوباره ذخیره کنید."_s
                 .arg(m_heldCode),
             {}, miWarning);
         lockCode(m_heldCode, m_part, otUnlock);
@@ -195,11 +197,11 @@ bool TBaseGet_FRM::ReadyToSave()
         return true;
     const QString what =
         changed
-            ? u"سطرهای این رکورد در پنجره دیگری تغییر کرده یا پاک شده است و دیگر همان نیست که در این صفحه می بینید."_qs
-            : u"قفل این رکورد در این میان آزاد شده است و شاید کس دیگری آن را تغییر داده باشد."_qs;
+            ? u"سطرهای این رکورد در پنجره دیگری تغییر کرده یا پاک شده است و دیگر همان نیست که در این صفحه می بینید."_s
+            : u"قفل این رکورد در این میان آزاد شده است و شاید کس دیگری آن را تغییر داده باشد."_s;
     if (ShowSmartMessage(
             what +
-                u"\nآنچه در این صفحه می بینید ذخیره شود؟ (با «خیر» چیزی ذخیره نمی شود و همه چیز روی صفحه می ماند.)"_qs,
+                u"\nآنچه در این صفحه می بینید ذخیره شود؟ (با «خیر» چیزی ذخیره نمی شود و همه چیز روی صفحه می ماند.)"_s,
             TMessageButtons::YesNo, TAnswer::No) != TAnswer::Yes) {
         if (lost) // or the next save would not ask
             lockCode(m_heldCode, m_part, otUnlock);

@@ -14,29 +14,31 @@
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 TGroup_Pane::TGroup_Pane(TQuery *groups, const QString &gridName, const QString &columnCaption,
                          const QString &buttonCaption, QWidget *parent)
     : QWidget(parent), Group_BTN(new TSmartButton_ZLM(buttonCaption, this)),
       SearchGroup_EDT(new TSmartEdit_ZLM(this)), Grid(new TSmartGrid_ZLM(gridName, this)),
       GroupList_PUM(new QMenu(this)), m_groups(groups)
 {
-    setObjectName(QStringLiteral("Group_PNL"));
-    Group_BTN->setObjectName(QStringLiteral("Group_BTN"));
+    setObjectName(u"Group_PNL"_s);
+    Group_BTN->setObjectName(u"Group_BTN"_s);
     Group_BTN->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    Group_BTN->setToolTip(QStringLiteral("F11"));
-    SearchGroup_EDT->setObjectName(QStringLiteral("SearchGroup_EDT"));
+    Group_BTN->setToolTip(u"F11"_s);
+    SearchGroup_EDT->setObjectName(u"SearchGroup_EDT"_s);
     SearchGroup_EDT->setAccessibleName(Hint());
-    GroupList_PUM->setObjectName(QStringLiteral("GroupList_PUM"));
+    GroupList_PUM->setObjectName(u"GroupList_PUM"_s);
     const auto item = [this](const QString &caption, const char *name) {
         QAction *action = GroupList_PUM->addAction(caption);
         action->setObjectName(QString::fromLatin1(name));
         return action;
     };
-    GNew_PMI = item(u"جدید"_qs, "GNew_PMI");
-    GEdit_PMI = item(u"ویرایش"_qs, "GEdit_PMI");
-    GDelete_PMI = item(u"حذف"_qs, "GDelete_PMI");
+    GNew_PMI = item(u"جدید"_s, "GNew_PMI");
+    GEdit_PMI = item(u"ویرایش"_s, "GEdit_PMI");
+    GDelete_PMI = item(u"حذف"_s, "GDelete_PMI");
 
-    auto *box = new QGroupBox(u"گروه"_qs, this);
+    auto *box = new QGroupBox(u"گروه"_s, this);
     auto *inside = new QVBoxLayout(box);
     inside->addWidget(Group_BTN);
     inside->addWidget(SearchGroup_EDT);
@@ -46,7 +48,7 @@ TGroup_Pane::TGroup_Pane(TQuery *groups, const QString &gridName, const QString 
     outer->addWidget(box);
     setMinimumWidth(169);
 
-    Grid->SetColumns(m_groups, {{QStringLiteral("Name"), columnCaption, 120}});
+    Grid->SetColumns(m_groups, {{u"Name"_s, columnCaption, 120}});
     Grid->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(Grid, &QWidget::customContextMenuRequested, this,
             [this](const QPoint &at) { GroupList_PUM->exec(Grid->viewport()->mapToGlobal(at)); });
@@ -61,12 +63,12 @@ TGroup_Pane::TGroup_Pane(TQuery *groups, const QString &gridName, const QString 
 
 QString TGroup_Pane::Hint()
 {
-    return u"جستجو ... (Ctrl + F11)"_qs;
+    return u"جستجو ... (Ctrl + F11)"_s;
 }
 
 int TGroup_Pane::CurrentCode() const
 {
-    return m_groups->active() && m_groups->position() >= 0 ? m_groups->asInteger(QStringLiteral("Code")) : 0;
+    return m_groups->active() && m_groups->position() >= 0 ? m_groups->asInteger(u"Code"_s) : 0;
 }
 
 void TGroup_Pane::Reread(bool toLast)
@@ -75,7 +77,7 @@ void TGroup_Pane::Reread(bool toLast)
     {
         const QScopedValueRollback rereading(m_rereading, true);
         try {
-            const TListPlace place(*m_groups, QStringLiteral("Code"));
+            const TListPlace place(*m_groups, u"Code"_s);
             ResetDataset(m_groups);
             m_groups->open();
             if (toLast)
@@ -106,7 +108,7 @@ void TGroup_Pane::search()
     if (m_hint || text.isEmpty() || text == Hint() || !m_groups->active())
         return;
     try {
-        m_groups->locate(QStringLiteral("Name"), text, TQuery::PartialKey);
+        m_groups->locate(u"Name"_s, text, TQuery::PartialKey);
     } catch (const TDatabaseError &error) {
         MsgDatabaseError(error);
     }

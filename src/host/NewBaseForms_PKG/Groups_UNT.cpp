@@ -9,13 +9,15 @@
 #include <QGridLayout>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int groupOfAll = 8; // notification: this group is the program's own
 
 QString groupWord()
 {
-    return QStringLiteral("گروه");
+    return u"گروه"_s;
 }
 
 TStatement on(const char *beginning, const TGroupKind &kind, const char *end)
@@ -25,7 +27,7 @@ TStatement on(const char *beginning, const TGroupKind &kind, const char *end)
 
 QString nameOf(const TGroupKind &kind, int code)
 {
-    return ScalerQuery(kind.table, QStringLiteral("Name"), QStringLiteral("Code"), code);
+    return ScalerQuery(kind.table, u"Name"_s, u"Code"_s, code);
 }
 
 bool groupIsStored(const TGroupKind &kind, int code)
@@ -44,14 +46,10 @@ bool isFixed(const TGroupKind &kind, int code)
 const TGroupKind *GroupKindOf(TSoftwarePart part)
 {
     static const QList<TGroupKind> kinds{
-        {cspStaffGroup, QStringLiteral("StaffGroup"), QStringLiteral("گروه های کارمندان"),
-         QStringLiteral("گروه کارمندان")},
-        {cspFiscalGrp, QStringLiteral("FiscalGrp"), QStringLiteral("گروه های مزایا"),
-         QStringLiteral("گروه مزایا")},
-        {cspDeductionGrp, QStringLiteral("DeductionGrp"), QStringLiteral("گروه های کسورات"),
-         QStringLiteral("گروه کسورات")},
-        {cspPerson, QStringLiteral("PersonGroup"), QStringLiteral("گروه های اشخاص"),
-         QStringLiteral("گروه اشخاص")},
+        {cspStaffGroup, u"StaffGroup"_s, u"گروه های کارمندان"_s, u"گروه کارمندان"_s},
+        {cspFiscalGrp, u"FiscalGrp"_s, u"گروه های مزایا"_s, u"گروه مزایا"_s},
+        {cspDeductionGrp, u"DeductionGrp"_s, u"گروه های کسورات"_s, u"گروه کسورات"_s},
+        {cspPerson, u"PersonGroup"_s, u"گروه های اشخاص"_s, u"گروه اشخاص"_s},
     };
     static const QHash<int, int> groupsOfItems{
         {cspStaff, cspStaffGroup}, {cspFiscal, cspFiscalGrp}, {cspDeduction, cspDeductionGrp}};
@@ -87,37 +85,36 @@ void TGroupGet_FRM::build()
     SetTitle(m_kind.editorTitle);
     auto *inputs = new QGridLayout;
     Body()->addLayout(inputs);
-    Code_EDT = AddInput(inputs, -1, 0, QStringLiteral("کد :"), QStringLiteral("Code_EDT"),
+    Code_EDT = AddInput(inputs, -1, 0, u"کد :"_s, u"Code_EDT"_s,
                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 9));
     Code_EDT->setReadOnly(true);
     Code_EDT->setFocusPolicy(Qt::NoFocus);
-    Name_EDT = AddInput(inputs, -1, 0, QStringLiteral("&نام :"), QStringLiteral("Name_EDT"),
+    Name_EDT = AddInput(inputs, -1, 0, u"&نام :"_s, u"Name_EDT"_s,
                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     KeepIn(m_kind.table, {{Name_EDT, "Name"}});
     Body()->addStretch(1);
-    BuildFooter(QStringLiteral("ذخیره F3"), QStringLiteral("خروج Esc"));
+    BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
     resize(420, sizeHint().height());
 }
 
 bool TGroupGet_FRM::Validate()
 {
     if (Name_EDT->GetText().trimmed().isEmpty()) {
-        MsgRequiredField(QStringLiteral("نام"), Name_EDT, this);
+        MsgRequiredField(u"نام"_s, Name_EDT, this);
         FocusInput(Name_EDT);
         return false;
     }
-    const QVariant other = DM.ADOConnection1->scalar(
-        on("select count(*) from ", m_kind, " where Name=")
-            .text(AsStored(m_kind.table, QStringLiteral("Name"), Name_EDT->GetText().trimmed()))
-            .sql(" and Code<>")
-            .integer(Identifier()));
+    const QVariant other =
+        DM.ADOConnection1->scalar(on("select count(*) from ", m_kind, " where Name=")
+                                      .text(AsStored(m_kind.table, u"Name"_s, Name_EDT->GetText().trimmed()))
+                                      .sql(" and Code<>")
+                                      .integer(Identifier()));
     std::optional<TTwin> twin;
     if (other.toInt() > 0 || Mode() == fmNew || Name_EDT->GetText() != m_loadedName)
-        twin = FindTwin(*DM.ADOConnection1, m_kind.table, {{QStringLiteral("Name"), Name_EDT->GetText()}},
-                        Identifier().toInt(), {QStringLiteral("Name")});
+        twin = FindTwin(*DM.ADOConnection1, m_kind.table, {{u"Name"_s, Name_EDT->GetText()}},
+                        Identifier().toInt(), {u"Name"_s});
     if (other.toInt() > 0 || twin) {
-        MsgRepeatedField(QStringLiteral("نام"), m_kind.listTitle, Name_EDT, this,
-                         twin ? TwinText(*twin) : QString());
+        MsgRepeatedField(u"نام"_s, m_kind.listTitle, Name_EDT, this, twin ? TwinText(*twin) : QString());
         FocusInput(Name_EDT);
         return false;
     }
@@ -143,7 +140,7 @@ void TGroupGet_FRM::ShowRecord()
 
 bool TGroupGet_FRM::SaveRecord()
 {
-    const QString name = AsStored(m_kind.table, QStringLiteral("Name"), Name_EDT->GetText().trimmed());
+    const QString name = AsStored(m_kind.table, u"Name"_s, Name_EDT->GetText().trimmed());
     try {
         if (Mode() == fmNew)
             DM.ADOConnection1->execute(on("insert into ", m_kind, "(Code, Name) values(")
@@ -160,10 +157,10 @@ bool TGroupGet_FRM::SaveRecord()
         }
     } catch (const TDatabaseError &error) {
         DM.ADOConnection1->noteError(error);
-        MSGFinishedNotSuccessfully(QStringLiteral("ذخیره سازی"));
+        MSGFinishedNotSuccessfully(u"ذخیره سازی"_s);
         return false;
     }
-    MSGCompeletedSuccessfully(QStringLiteral("ذخیره سازی"));
+    MSGCompeletedSuccessfully(u"ذخیره سازی"_s);
     return true;
 }
 
@@ -185,16 +182,15 @@ QString TGroupGet_FRM::LockedEntityWord() const
 }
 
 TGroupList_FRM::TGroupList_FRM(TFormMode mode, const TGroupKind &kind, const QString &text)
-    : TBaseDock_FRM(mode, text), m_kind(kind), m_query(DM.ADOConnection1, QStringLiteral("GroupList_QUR"))
+    : TBaseDock_FRM(mode, text), m_kind(kind), m_query(DM.ADOConnection1, u"GroupList_QUR"_s)
 {
     if (text.isEmpty())
         SetTitle(kind.listTitle);
-    m_query.setKeyField(QStringLiteral("Code"));
-    BuildList(&m_query, QStringLiteral("Group_GRD"),
-              {{QStringLiteral("Code"), QStringLiteral("کد"), 80, true, TGridColumn::Code},
-               {QStringLiteral("Name"), QStringLiteral("نام گروه"), 300}},
-              {{QStringLiteral("Code"), QStringLiteral("کد"), TSearchItem::Digits},
-               {QStringLiteral("Name"), QStringLiteral("نام گروه"), TSearchItem::Text, true}});
+    m_query.setKeyField(u"Code"_s);
+    BuildList(
+        &m_query, u"Group_GRD"_s,
+        {{u"Code"_s, u"کد"_s, 80, true, TGridColumn::Code}, {u"Name"_s, u"نام گروه"_s, 300}},
+        {{u"Code"_s, u"کد"_s, TSearchItem::Digits}, {u"Name"_s, u"نام گروه"_s, TSearchItem::Text, true}});
     BuildUsualLayout({});
     BuildButtons(true, false);
     resize(560, 460);
@@ -211,7 +207,7 @@ TBaseGet_FRM *TGroupList_FRM::CreateEditor(bool newRecord)
 {
     if (newRecord)
         return new TGroupGet_FRM(m_kind);
-    return new TGroupGet_FRM(m_kind, m_query.asInteger(QStringLiteral("Code")));
+    return new TGroupGet_FRM(m_kind, m_query.asInteger(u"Code"_s));
 }
 
 bool TGroupList_FRM::Delete(const TGroupKind &kind, int code, TSoftwarePart part)
@@ -229,7 +225,7 @@ bool TGroupList_FRM::Delete(const TGroupKind &kind, int code, TSoftwarePart part
         return false;
     }
     const QString name = nameOf(kind, code);
-    if (!ConfirmDelete(part, name, u"کد: %1 - نام گروه: \u2068%2\u2069"_qs.arg(code).arg(name)))
+    if (!ConfirmDelete(part, name, u"کد: %1 - نام گروه: \u2068%2\u2069"_s.arg(code).arg(name)))
         return false;
     try {
         return DM.ADOConnection1->execute(on("delete from ", kind, " where Code=").integer(code)) > 0;
@@ -244,14 +240,14 @@ bool TGroupList_FRM::Delete(const TGroupKind &kind, int code, TSoftwarePart part
 
 void TGroupList_FRM::DeleteRecord()
 {
-    const int code = m_query.asInteger(QStringLiteral("Code"));
+    const int code = m_query.asInteger(u"Code"_s);
     if (Delete(m_kind, code, m_kind.part) || !groupIsStored(m_kind, code))
         RefreshList();
 }
 
 bool TGroupList_FRM::SelectRecord()
 {
-    SelectedCode = m_query.asInteger(QStringLiteral("Code"));
+    SelectedCode = m_query.asInteger(u"Code"_s);
     return true;
 }
 
@@ -259,7 +255,7 @@ void TGroupList_FRM::UpdateButtons()
 {
     TBaseDock_FRM::UpdateButtons();
     const bool row = m_query.active() && m_query.position() >= 0;
-    if (row && isFixed(m_kind, m_query.asInteger(QStringLiteral("Code")))) {
+    if (row && isFixed(m_kind, m_query.asInteger(u"Code"_s))) {
         for (TSmartButton_ZLM *button : {EDit_BTN, Del_BTN})
             if (button)
                 button->setEnabled(false);

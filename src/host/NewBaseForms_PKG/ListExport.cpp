@@ -14,10 +14,12 @@
 
 #include <memory>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr int ProgressEvery = 200; // rows
-const QString UnfinishedSuffix = QStringLiteral(".part");
+const QString UnfinishedSuffix = u".part"_s;
 
 /// What makes workbooks, or null and why: a library of its own, loaded when the first list is written, since few
 /// starts of a program ever write one. It stands beside the host library.
@@ -26,8 +28,8 @@ TNewWorkbook *workbookMaker(QString *reason = nullptr)
     Dl_info host{};
     if (dladdr(reinterpret_cast<void *>(&WriteSpreadsheet), &host) == 0)
         return nullptr;
-    const QString file = QFileInfo(QFile::decodeName(host.dli_fname)).absolutePath() +
-                         QStringLiteral("/KetebionpapSpreadsheet.so");
+    const QString file =
+        QFileInfo(QFile::decodeName(host.dli_fname)).absolutePath() + u"/KetebionpapSpreadsheet.so"_s;
     void *library = dlopen(QFile::encodeName(file).constData(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     void *maker = library ? dlsym(library, "NewWorkbook") : nullptr;
     if (!maker && reason)
@@ -94,17 +96,16 @@ bool writeBook(TWorkbook &book, const TSmartGrid_ZLM *grid, const QString &title
 
 QString AskFileToWrite(QWidget *parent, const QString &caption, const QString &title, const QString &suffix)
 {
-    return FileDialogs::AskToSave(parent,
-                                  {.caption = caption,
-                                   .filter = QStringLiteral("%1 (*.%2)").arg(suffix.toUpper(), suffix),
-                                   .suffix = suffix,
-                                   .name = QString(title).replace(u'/', u'-') + u'.' + suffix});
+    return FileDialogs::AskToSave(parent, {.caption = caption,
+                                           .filter = u"%1 (*.%2)"_s.arg(suffix.toUpper(), suffix),
+                                           .suffix = suffix,
+                                           .name = QString(title).replace(u'/', u'-') + u'.' + suffix});
 }
 
 bool RunWithProgress(QWidget *parent, const QString &caption, int steps,
                      const std::function<bool(const TProgress &)> &work)
 {
-    QProgressDialog progress(caption, u"انصراف"_qs, 0, steps, parent);
+    QProgressDialog progress(caption, u"انصراف"_s, 0, steps, parent);
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(800);
     try {
@@ -154,21 +155,21 @@ bool WriteSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, const QS
 
 void ExportSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, QWidget *parent)
 {
-    const QString caption = u"ذخیره در صفحه گسترده"_qs;
-    const QString fileName = AskFileToWrite(parent, caption, title.trimmed(), QStringLiteral("xlsx"));
+    const QString caption = u"ذخیره در صفحه گسترده"_s;
+    const QString fileName = AskFileToWrite(parent, caption, title.trimmed(), u"xlsx"_s);
     if (fileName.isEmpty())
         return;
     const int rows = grid->Model()->rowCount();
     if (rows > SpreadsheetRows) {
         ShowSmartMessage(
-            u"لیست بیش از %1 سطر دارد و در یک صفحه گسترده جا نمی شود. لیست را با جستجو کوتاه کنید."_qs.arg(
+            u"لیست بیش از %1 سطر دارد و در یک صفحه گسترده جا نمی شود. لیست را با جستجو کوتاه کنید."_s.arg(
                 SpreadsheetRows),
             {}, miWarning);
         return;
     }
     QString reason;
     if (!workbookMaker(&reason)) {
-        ShowSmartMessage(u"برنامه کامل نصب نشده است و نمی تواند صفحه گسترده بسازد. آن را دوباره نصب کنید."_qs,
+        ShowSmartMessage(u"برنامه کامل نصب نشده است و نمی تواند صفحه گسترده بسازد. آن را دوباره نصب کنید."_s,
                          reason, miError);
         return;
     }
@@ -178,12 +179,12 @@ void ExportSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, QWidget
     });
     if (written && altered > 0)
         ShowSmartMessage(
-            u"%1 متن همان گونه که هست در صفحه گسترده جا نمی شد: از متن بلندتر از 32767 نویسه تنها آغاز آن نوشته شد، و به جای نویسه هایی که صفحه گسترده نمی پذیرد نشانه � آمد."_qs
+            u"%1 متن همان گونه که هست در صفحه گسترده جا نمی شد: از متن بلندتر از 32767 نویسه تنها آغاز آن نوشته شد، و به جای نویسه هایی که صفحه گسترده نمی پذیرد نشانه � آمد."_s
                 .arg(altered),
             {}, miWarning);
     if (written)
         MSGCompeletedSuccessfully(caption, fileName, const_cast<TSmartGrid_ZLM *>(grid));
     else
-        ShowSmartMessage(u"فایل صفحه گسترده ذخیره نشد. مسیر فایل و فضای خالی دیسک را بررسی کنید."_qs,
-                         fileName, miError);
+        ShowSmartMessage(u"فایل صفحه گسترده ذخیره نشد. مسیر فایل و فضای خالی دیسک را بررسی کنید."_s, fileName,
+                         miError);
 }

@@ -11,6 +11,8 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 constexpr int ShadowWidth = 6;
 }
@@ -20,18 +22,18 @@ TListPreview_FRM::TListPreview_FRM(const TSmartGrid_ZLM *grid, const QString &ti
       m_printer(std::make_unique<QPrinter>(QPrinter::HighResolution)), m_area(new QScrollArea(this)),
       m_paper(new QWidget), m_page(new QLabel(this))
 {
-    SetTitle(u"پیش نمایش - %1"_qs.arg(m_title));
+    SetTitle(u"پیش نمایش - %1"_s.arg(m_title));
     m_list.SetUpPage(*m_printer);
-    m_paper->setObjectName(QStringLiteral("Paper"));
+    m_paper->setObjectName(u"Paper"_s);
     m_paper->installEventFilter(this);
-    m_area->setObjectName(QStringLiteral("Preview"));
+    m_area->setObjectName(u"Preview"_s);
     m_area->setWidget(m_paper);
     m_area->installEventFilter(this);
     m_area->viewport()->installEventFilter(this);
     m_area->setAlignment(Qt::AlignCenter);
     m_area->setBackgroundRole(QPalette::Dark);
     m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // fitting the width must not change the width
-    m_page->setObjectName(QStringLiteral("Page_LBL"));
+    m_page->setObjectName(u"Page_LBL"_s);
     m_page->setAlignment(Qt::AlignCenter);
     Body()->addWidget(m_area, 1);
     Body()->addWidget(m_page);
@@ -43,21 +45,21 @@ TListPreview_FRM::TListPreview_FRM(const TSmartGrid_ZLM *grid, const QString &ti
         std::function<void()> action;
     };
     const TButton buttons[] = {
-        {"Print_BTN", u"چاپ Ctrl+P"_qs, "Ctrl+P", [this] { print(); }},
-        {"Pdf_BTN", u"ذخیره PDF Ctrl+S"_qs, "Ctrl+S", [this] { askPdf(); }},
-        {"Prior_BTN", u"صفحه قبل"_qs, "PgUp", [this] { turnTo(m_current - 1); }},
-        {"Next_BTN", u"صفحه بعد"_qs, "PgDown", [this] { turnTo(m_current + 1); }},
-        {"ZoomIn_BTN", u"بزرگتر"_qs, "Ctrl++", [this] { zoom(1.25); }},
-        {"ZoomOut_BTN", u"کوچکتر"_qs, "Ctrl+-", [this] { zoom(0.8); }},
-        {"FitWidth_BTN", u"عرض صفحه"_qs, "Ctrl+0", [this] { zoom(0); }},
-        {"Orientation_BTN", u"افقی / عمودی"_qs, "Ctrl+L",
+        {"Print_BTN", u"چاپ Ctrl+P"_s, "Ctrl+P", [this] { print(); }},
+        {"Pdf_BTN", u"ذخیره PDF Ctrl+S"_s, "Ctrl+S", [this] { askPdf(); }},
+        {"Prior_BTN", u"صفحه قبل"_s, "PgUp", [this] { turnTo(m_current - 1); }},
+        {"Next_BTN", u"صفحه بعد"_s, "PgDown", [this] { turnTo(m_current + 1); }},
+        {"ZoomIn_BTN", u"بزرگتر"_s, "Ctrl++", [this] { zoom(1.25); }},
+        {"ZoomOut_BTN", u"کوچکتر"_s, "Ctrl+-", [this] { zoom(0.8); }},
+        {"FitWidth_BTN", u"عرض صفحه"_s, "Ctrl+0", [this] { zoom(0); }},
+        {"Orientation_BTN", u"افقی / عمودی"_s, "Ctrl+L",
          [this] {
              m_printer->setPageOrientation(m_printer->pageLayout().orientation() == QPageLayout::Portrait
                                                ? QPageLayout::Landscape
                                                : QPageLayout::Portrait);
              paperChanged();
          }},
-        {"EXit_BTN", u"خروج Esc"_qs, "Esc", [this] { reject(); }},
+        {"EXit_BTN", u"خروج Esc"_s, "Esc", [this] { reject(); }},
     };
     for (const TButton &row : buttons) {
         TSmartButton_ZLM *button =
@@ -126,7 +128,7 @@ void TListPreview_FRM::turnTo(int page)
     if (page < 1 || page > m_pages)
         return;
     m_current = page;
-    m_page->setText(u"صفحه %1 از %2"_qs.arg(m_current).arg(m_pages));
+    m_page->setText(u"صفحه %1 از %2"_s.arg(m_current).arg(m_pages));
     m_area->verticalScrollBar()->setValue(0);
     m_paper->update();
 }
@@ -147,20 +149,20 @@ bool TListPreview_FRM::HandleKey(QKeyEvent *event)
 
 bool TListPreview_FRM::ExportPdf(const QString &fileName)
 {
-    const bool written = RunWithProgress(this, u"ذخیره PDF"_qs, m_pages, [&](const TProgress &progress) {
+    const bool written = RunWithProgress(this, u"ذخیره PDF"_s, m_pages, [&](const TProgress &progress) {
         return m_list.ExportPdf(fileName, *m_printer, progress);
     });
     if (written)
-        MSGCompeletedSuccessfully(u"ذخیره PDF"_qs, fileName, m_area);
+        MSGCompeletedSuccessfully(u"ذخیره PDF"_s, fileName, m_area);
     else
-        ShowSmartMessage(u"فایل PDF ذخیره نشد. مسیر فایل و فضای خالی دیسک را بررسی کنید."_qs, fileName,
+        ShowSmartMessage(u"فایل PDF ذخیره نشد. مسیر فایل و فضای خالی دیسک را بررسی کنید."_s, fileName,
                          miError);
     return written;
 }
 
 void TListPreview_FRM::askPdf()
 {
-    const QString fileName = AskFileToWrite(this, u"ذخیره PDF"_qs, m_title, QStringLiteral("pdf"));
+    const QString fileName = AskFileToWrite(this, u"ذخیره PDF"_s, m_title, u"pdf"_s);
     if (!fileName.isEmpty())
         ExportPdf(fileName);
 }
@@ -168,7 +170,7 @@ void TListPreview_FRM::askPdf()
 void TListPreview_FRM::print()
 {
     if (QPrinterInfo::availablePrinterNames().isEmpty()) {
-        ShowSmartMessage(u"چاپگری در این رایانه نصب نشده است. می توانید لیست را به صورت PDF ذخیره کنید."_qs,
+        ShowSmartMessage(u"چاپگری در این رایانه نصب نشده است. می توانید لیست را به صورت PDF ذخیره کنید."_s,
                          {}, miWarning);
         return;
     }
@@ -182,9 +184,9 @@ void TListPreview_FRM::print()
     if (dialog.exec() != QDialog::Accepted)
         return;
     const bool range = dialog.printRange() == QAbstractPrintDialog::PageRange;
-    const bool printed = RunWithProgress(this, u"چاپ"_qs, m_pages, [&](const TProgress &progress) {
+    const bool printed = RunWithProgress(this, u"چاپ"_s, m_pages, [&](const TProgress &progress) {
         return m_list.Print(printer, range ? dialog.fromPage() : 1, range ? dialog.toPage() : 0, progress);
     });
     if (!printed)
-        ShowSmartMessage(u"چاپ لیست به پایان نرسید."_qs, {}, miError);
+        ShowSmartMessage(u"چاپ لیست به پایان نرسید."_s, {}, miError);
 }

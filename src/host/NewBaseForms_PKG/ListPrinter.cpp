@@ -13,6 +13,8 @@
 
 #include <cmath>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr double ScreenDotsPerInch = 96;
@@ -170,8 +172,8 @@ void TListPrinter::paintPage(QPainter &painter, const TMeasures &sizes, int page
     painter.setFont(sizes.titleFont);
     paintCell(painter, head, Qt::AlignHCenter, m_title.trimmed(), 0);
     painter.setFont(sizes.font);
-    paintCell(painter, head, Qt::AlignRight, u"تاریخ : %1"_qs.arg(NowDate()), 0);
-    paintCell(painter, head, Qt::AlignLeft, u"صفحه %1 از %2"_qs.arg(page).arg(pages), 0);
+    paintCell(painter, head, Qt::AlignRight, u"تاریخ : %1"_s.arg(NowDate()), 0);
+    paintCell(painter, head, Qt::AlignLeft, u"صفحه %1 از %2"_s.arg(page).arg(pages), 0);
 
     const QList<TColumn> &columns = sizes.parts.at((page - 1) % sizes.parts.size());
     const int firstRow = (page - 1) / int(sizes.parts.size()) * sizes.rows;
@@ -204,7 +206,7 @@ void TListPrinter::paintPage(QPainter &painter, const TMeasures &sizes, int page
 
 bool TListPrinter::ExportPdf(const QString &fileName, const QPrinter &like, const TProgress &progress) const
 {
-    const QString unfinished = fileName + QStringLiteral(".part");
+    const QString unfinished = fileName + u".part"_s;
     bool written = false;
     {
         QPrinter printer(QPrinter::HighResolution);

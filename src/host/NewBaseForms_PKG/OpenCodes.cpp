@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace OpenCodes {
 namespace {
 
@@ -84,17 +86,16 @@ bool contains(TSoftwarePart part, const QString &code)
 TLocked locked(TSoftwarePart part)
 {
     TLocked result;
-    TQuery query(DM.ADOConnection1, QStringLiteral("Locks_QUR"));
+    TQuery query(DM.ADOConnection1, u"Locks_QUR"_s);
     query.setStatement(TStatement::format(
-        QStringLiteral(
-            "Select Code, ProcessID, Process From CodeLock_TBL Where (Status=%d) AND (Com_Index = %d)"),
+        u"Select Code, ProcessID, Process From CodeLock_TBL Where (Status=%d) AND (Com_Index = %d)"_s,
         {int(part), IniOptions.Com_Index}));
     query.open();
     for (int row = 0; row < query.recordCount(); ++row) {
         query.moveTo(row);
-        const QString code = query.asString(QStringLiteral("Code"));
-        if (contains(part, code) || RunsHere(query.value(QStringLiteral("ProcessID")).toLongLong(),
-                                             query.asString(QStringLiteral("Process"))))
+        const QString code = query.asString(u"Code"_s);
+        if (contains(part, code) ||
+            RunsHere(query.value(u"ProcessID"_s).toLongLong(), query.asString(u"Process"_s)))
             result.atWork.insert(code);
         else
             result.left.append(code);

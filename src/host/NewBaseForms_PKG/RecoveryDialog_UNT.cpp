@@ -8,24 +8,26 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 TRecovery_FRM::TRecovery_FRM(const TRecoveryRequest &request, QWidget *parent)
     : TBaseForm(parent), m_request(request), m_codes(new QTableWidget(int(request.left.size()), 2, this))
 {
-    SetTitle(u"بازیابی اطلاعات ثبت نشده"_qs);
+    SetTitle(u"بازیابی اطلاعات ثبت نشده"_s);
     auto *text = new QLabel(this);
-    text->setObjectName(QStringLiteral("Text_LBL"));
+    text->setObjectName(u"Text_LBL"_s);
     text->setWordWrap(true);
     const QString what = request.title.trimmed();
     text->setText(
         request.newRecord
-            ? u"پنجره «%1» در این رایانه به درستی بسته نشده و سطرهای زیر ثبت نشده مانده است. می توانید آنها را با کد جدید %2 ادامه دهید."_qs
+            ? u"پنجره «%1» در این رایانه به درستی بسته نشده و سطرهای زیر ثبت نشده مانده است. می توانید آنها را با کد جدید %2 ادامه دهید."_s
                   .arg(what, request.newCode)
-            : u"پنجره «%1» هنگام کار روی این رکورد به درستی بسته نشده و سطرهای زیر ثبت نشده مانده است. می توانید کار را با همین سطرها ادامه دهید."_qs
+            : u"پنجره «%1» هنگام کار روی این رکورد به درستی بسته نشده و سطرهای زیر ثبت نشده مانده است. می توانید کار را با همین سطرها ادامه دهید."_s
                   .arg(what));
     Body()->addWidget(text);
 
-    m_codes->setObjectName(QStringLiteral("Codes_GRD"));
-    m_codes->setHorizontalHeaderLabels({u"کد"_qs, u"تعداد سطر"_qs});
+    m_codes->setObjectName(u"Codes_GRD"_s);
+    m_codes->setHorizontalHeaderLabels({u"کد"_s, u"تعداد سطر"_s});
     m_codes->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_codes->horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
     m_codes->verticalHeader()->hide();
@@ -34,8 +36,7 @@ TRecovery_FRM::TRecovery_FRM(const TRecoveryRequest &request, QWidget *parent)
     m_codes->setTabKeyNavigation(false);
     for (int row = 0; row < m_codes->rowCount(); ++row) {
         const TLeftRows &left = m_request.left.at(row);
-        const QString texts[2] = {left.code,
-                                  left.rows > 0 ? QString::number(left.rows) : QStringLiteral("-")};
+        const QString texts[2] = {left.code, left.rows > 0 ? QString::number(left.rows) : u"-"_s};
         for (int column = 0; column < 2; ++column) {
             auto *item = new QTableWidgetItem(texts[column]);
             item->setTextAlignment(Qt::AlignCenter);
@@ -56,11 +57,11 @@ TRecovery_FRM::TRecovery_FRM(const TRecoveryRequest &request, QWidget *parent)
         return button;
     };
     TSmartButton_ZLM *first =
-        add("TakeUp_BTN", u"ادامه کار با این سطرها F3"_qs, "F3", TRecoveryChoice::TakeUp);
-    add("Discard_BTN", u"دور ریختن این سطرها F7"_qs, "F7", TRecoveryChoice::Discard);
+        add("TakeUp_BTN", u"ادامه کار با این سطرها F3"_s, "F3", TRecoveryChoice::TakeUp);
+    add("Discard_BTN", u"دور ریختن این سطرها F7"_s, "F7", TRecoveryChoice::Discard);
     if (request.newRecord && request.allOffered)
-        add("DiscardAll_BTN", u"دور ریختن همه F8"_qs, "F8", TRecoveryChoice::DiscardAll);
-    add("Later_BTN", u"تصمیم در زمان دیگر Esc"_qs, "Esc", TRecoveryChoice::Later);
+        add("DiscardAll_BTN", u"دور ریختن همه F8"_s, "F8", TRecoveryChoice::DiscardAll);
+    add("Later_BTN", u"تصمیم در زمان دیگر Esc"_s, "Esc", TRecoveryChoice::Later);
     resize(620, 280);
     first->setFocus();
 }
@@ -72,7 +73,7 @@ void TRecovery_FRM::decide(TRecoveryChoice::Action action)
         if (m_codes->rowCount() == 1 || m_codes->item(row, 0)->checkState() == Qt::Checked)
             codes << m_request.left.at(row).code;
     if (action != TRecoveryChoice::Later && action != TRecoveryChoice::DiscardAll && codes.isEmpty()) {
-        MsgNotEntered(u"سطري"_qs);
+        MsgNotEntered(u"سطري"_s);
         return;
     }
     QStringList discarded;
@@ -80,7 +81,7 @@ void TRecovery_FRM::decide(TRecoveryChoice::Action action)
         if (action == TRecoveryChoice::DiscardAll ||
             (action == TRecoveryChoice::Discard && codes.contains(left.code)))
             discarded << left.code;
-    if (!discarded.isEmpty() && !MsgDeleteRow(u"کد: %1"_qs.arg(discarded.join(u"، "_qs))))
+    if (!discarded.isEmpty() && !MsgDeleteRow(u"کد: %1"_s.arg(discarded.join(u"، "_s))))
         return;
     m_choice = {action, codes};
     done(Accepted);

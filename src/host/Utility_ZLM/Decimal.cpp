@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int significantDigits = 15;
@@ -33,7 +35,7 @@ QString text(Decimal number)
     while (number.digits.endsWith('0') && number.digits.size() > number.point)
         number.digits.chop(1);
     if (std::all_of(number.digits.begin(), number.digits.end(), [](char c) { return c == '0'; }))
-        return QStringLiteral("0");
+        return u"0"_s;
     QByteArray whole = number.digits.left(std::max(number.point, 0));
     QByteArray fraction = number.digits.mid(std::max(number.point, 0));
     whole = whole.leftJustified(number.point, '0');
@@ -66,7 +68,7 @@ double StrToFloat_ZLM(const QString &text)
 
 QString FloatToStr_ZLM(double number)
 {
-    return std::isfinite(number) ? text(decimal(number)) : QStringLiteral("0");
+    return std::isfinite(number) ? text(decimal(number)) : u"0"_s;
 }
 
 int NumericPrecisionCount_ZLM()
@@ -77,12 +79,12 @@ int NumericPrecisionCount_ZLM()
 QString RoundedText_ZLM(double number, int places)
 {
     if (!std::isfinite(number))
-        return QStringLiteral("0");
+        return u"0"_s;
     // On the decimal digits: in binary 2.675 is below its half and would go down.
     Decimal rounded = decimal(number);
     const int kept = rounded.point + places;
     if (kept < 0)
-        return QStringLiteral("0");
+        return u"0"_s;
     if (kept < rounded.digits.size()) {
         const bool up = rounded.digits[kept] >= '5';
         rounded.digits.truncate(kept);

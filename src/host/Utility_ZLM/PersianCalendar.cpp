@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int firstYear = 1300;
@@ -69,11 +71,8 @@ int TPersianDate::daysInMonth(int year, int month)
 
 QString TPersianDate::monthName(int month)
 {
-    static const QStringList names{
-        QStringLiteral("فروردین"), QStringLiteral("اردیبهشت"), QStringLiteral("خرداد"),
-        QStringLiteral("تیر"),     QStringLiteral("مرداد"),    QStringLiteral("شهریور"),
-        QStringLiteral("مهر"),     QStringLiteral("آبان"),     QStringLiteral("آذر"),
-        QStringLiteral("دی"),      QStringLiteral("بهمن"),     QStringLiteral("اسفند")};
+    static const QStringList names{u"فروردین"_s, u"اردیبهشت"_s, u"خرداد"_s, u"تیر"_s, u"مرداد"_s, u"شهریور"_s,
+                                   u"مهر"_s,     u"آبان"_s,     u"آذر"_s,   u"دی"_s,  u"بهمن"_s,  u"اسفند"_s};
     return names.value(month - 1);
 }
 
@@ -114,8 +113,7 @@ QString TPersianDate::monthNote(const QString &text)
     const TPersianDate date = parts(text);
     const bool onlyDayIsWrong =
         isValid(date.year, date.month, 1) && date.day <= 31 && date.day > daysInMonth(date.year, date.month);
-    return onlyDayIsWrong ? QStringLiteral("%1 %2 تنها %3 روز دارد")
-                                .arg(monthName(date.month))
+    return onlyDayIsWrong ? u"%1 %2 تنها %3 روز دارد"_s.arg(monthName(date.month))
                                 .arg(date.year)
                                 .arg(daysInMonth(date.year, date.month))
                           : QString();
@@ -138,8 +136,7 @@ TPersianDate TPersianDate::addDays(int days) const
 
 QString TPersianDate::toText() const
 {
-    return QStringLiteral("%1/%2/%3")
-        .arg(year, 4, 10, QChar(u'0'))
+    return u"%1/%2/%3"_s.arg(year, 4, 10, QChar(u'0'))
         .arg(month, 2, 10, QChar(u'0'))
         .arg(day, 2, 10, QChar(u'0'));
 }

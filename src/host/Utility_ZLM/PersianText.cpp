@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// The value of a Persian or Arabic-Indic digit, -1 for every other character.
@@ -151,7 +153,7 @@ QString PersianText::plainNumber(const QString &text)
     }
     if (digit)
         return result;
-    return result.isEmpty() && !sign && text.trimmed().isEmpty() ? QString(QLatin1String("")) : QString();
+    return result.isEmpty() && !sign && text.trimmed().isEmpty() ? QString(""_L1) : QString();
 }
 
 QString PersianText::grouped(const QString &plainNumber)

@@ -4,10 +4,12 @@
 #include <QMap>
 #include <QStringList>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-const QString bytesMark = QStringLiteral("@ByteArray(");
-const QString generalSection = QStringLiteral("General");
+const QString bytesMark = u"@ByteArray("_s;
+const QString generalSection = u"General"_s;
 
 int hexDigit(QChar c)
 {
@@ -20,8 +22,8 @@ int hexDigit(QChar c)
 /// One sign after a backslash at `at`, which is left behind it.
 QChar unescaped(const QString &text, qsizetype &at)
 {
-    const QString names = QStringLiteral("abfnrtv");
-    const QString signs = QStringLiteral("\a\b\f\n\r\t\v");
+    const QString names = u"abfnrtv"_s;
+    const QString signs = u"\a\b\f\n\r\t\v"_s;
     const QChar sign = text[at++];
     if (sign == u'x') {
         ushort code = 0;
@@ -79,18 +81,18 @@ QVariant valueOf(const QString &line)
         return text;
     if (text.startsWith(bytesMark) && text.endsWith(u')'))
         return text.mid(bytesMark.size()).chopped(1).toLatin1();
-    return text.startsWith(QLatin1String("@@")) ? QVariant(text.mid(1)) : QVariant();
+    return text.startsWith("@@"_L1) ? QVariant(text.mid(1)) : QVariant();
 }
 
 QString escaped(const QString &text)
 {
-    QString result = QStringLiteral("\"");
+    QString result = u"\""_s;
     for (const QChar c : text) {
         if (c == u'"' || c == u'\\')
-            result += QStringLiteral("\\") + c;
+            result += u"\\"_s + c;
         else if (c < u' ' || (c >= QChar(0x7f) && c < QChar(0xa0)) || c.isSurrogate() ||
                  c.unicode() >= 0xfff0)
-            result += QStringLiteral("\\x%1").arg(c.unicode(), 4, 16, QChar(u'0'));
+            result += u"\\x%1"_s.arg(c.unicode(), 4, 16, QChar(u'0'));
         else
             result += c;
     }
@@ -107,7 +109,7 @@ QString lineOf(const QVariant &value)
     QStringList list;
     for (const QString &text : value.toStringList())
         list << one(text);
-    return list.join(QStringLiteral(", "));
+    return list.join(u", "_s);
 }
 
 bool readFile(QIODevice &device, QSettings::SettingsMap &map)
@@ -146,8 +148,7 @@ bool writeFile(QIODevice &device, const QSettings::SettingsMap &map)
     }
     QString text;
     for (auto section = sections.cbegin(); section != sections.cend(); ++section)
-        text += (text.isEmpty() ? QStringLiteral("[") : QStringLiteral("\n[")) + section.key() +
-                QStringLiteral("]\n") + section.value();
+        text += (text.isEmpty() ? u"["_s : u"\n["_s) + section.key() + u"]\n"_s + section.value();
     const QByteArray bytes = text.toUtf8();
     return device.write(bytes) == bytes.size();
 }
@@ -157,6 +158,6 @@ bool writeFile(QIODevice &device, const QSettings::SettingsMap &map)
 QSettings::Format PlainIni::format()
 {
     static const QSettings::Format format =
-        QSettings::registerFormat(QStringLiteral("ini"), readFile, writeFile, Qt::CaseSensitive);
+        QSettings::registerFormat(u"ini"_s, readFile, writeFile, Qt::CaseSensitive);
     return format;
 }

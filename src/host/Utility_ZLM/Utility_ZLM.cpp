@@ -5,6 +5,8 @@
 
 #include <QTime>
 
+using namespace Qt::Literals::StringLiterals;
+
 QString NowDate()
 {
     return TPersianDate::today().toText();
@@ -12,7 +14,7 @@ QString NowDate()
 
 QString NowTime()
 {
-    return QTime::currentTime().toString(QStringLiteral("HH:mm"));
+    return QTime::currentTime().toString(u"HH:mm"_s);
 }
 
 bool NationalCode_Validation(const QString &text)

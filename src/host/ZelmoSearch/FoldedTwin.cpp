@@ -4,6 +4,8 @@
 #include "host/database/Connection.h"
 #include "host/database/Query.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int soughtLetters = 6; // more narrow no further, and each is work for the server
@@ -42,33 +44,30 @@ TStatement hasLetters(const QString &column, const QString &wanted)
             (letter.unicode() >= 0x80 && !(letter.unicode() >= 0x0600 && letter.unicode() <= 0x06FF)))
             continue;
         asked += letter;
-        condition.sql(QStringLiteral(" and ("));
+        condition.sql(u" and ("_s);
         const QString forms = formsOf(letter);
         for (qsizetype i = 0; i < forms.size(); ++i)
-            condition.sql(i == 0 ? QStringLiteral("charindex(") : QStringLiteral(" or charindex("))
+            condition.sql(i == 0 ? u"charindex("_s : u" or charindex("_s)
                 .text(forms.mid(i, 1))
-                .sql(QStringLiteral(", cast(") + column +
-                     QStringLiteral(" as nvarchar(4000)) collate Latin1_General_BIN2) > 0"));
-        condition.sql(QStringLiteral(")"));
+                .sql(u", cast("_s + column + u" as nvarchar(4000)) collate Latin1_General_BIN2) > 0"_s);
+        condition.sql(u")"_s);
     }
-    return condition.sql(QStringLiteral(")"));
+    return condition.sql(u")"_s);
 }
 
 TStatement mayBe(const TConnection &connection, const QString &column, const QString &wanted)
 {
     if (connection.kind() == TConnection::Kind::SqlServer)
         return hasLetters(column, wanted);
-    return TStatement(QStringLiteral("zelmo_same("))
-        .text(wanted)
-        .sql(QStringLiteral(", ") + column + QStringLiteral(") = 1"));
+    return TStatement(u"zelmo_same("_s).text(wanted).sql(u", "_s + column + u") = 1"_s);
 }
 
 QString titleOf(TConnection &connection, const QString &table, const QStringList &columns, int code)
 {
-    TQuery query(&connection, QStringLiteral("Twin_QUR"));
-    query.setStatement(TStatement(QStringLiteral("select ") + columns.join(u", ") + QStringLiteral(" from ") +
-                                  table + QStringLiteral(" where Code="))
-                           .integer(code));
+    TQuery query(&connection, u"Twin_QUR"_s);
+    query.setStatement(
+        TStatement(u"select "_s + columns.join(u", ") + u" from "_s + table + u" where Code="_s)
+            .integer(code));
     query.open();
     QStringList title;
     for (int i = 0; i < columns.size() && !query.isEmpty(); ++i)
@@ -83,19 +82,18 @@ std::optional<TTwin> FindTwin(TConnection &connection, const QString &table, con
                               int own, const QStringList &titleColumns)
 {
     // Only columns that one index has: all its texts are read in less time than all rows.
-    QStringList columns{QStringLiteral("Code")};
+    QStringList columns{u"Code"_s};
     for (const TUniqueText &text : texts) {
         if (folded(text.typed).isEmpty())
             return std::nullopt;
         columns << text.column;
     }
-    TStatement statement(QStringLiteral("select ") + columns.join(u", ") + QStringLiteral(" from ") + table +
-                         QStringLiteral(" where Code<>"));
+    TStatement statement(u"select "_s + columns.join(u", ") + u" from "_s + table + u" where Code<>"_s);
     statement.integer(own);
     for (const TUniqueText &text : texts)
-        statement.sql(QStringLiteral(" and ")).append(mayBe(connection, text.column, folded(text.typed)));
+        statement.sql(u" and "_s).append(mayBe(connection, text.column, folded(text.typed)));
 
-    TQuery query(&connection, QStringLiteral("Twin_QUR"));
+    TQuery query(&connection, u"Twin_QUR"_s);
     query.setStatement(statement);
     query.open();
     std::optional<TTwin> twin;
@@ -114,7 +112,6 @@ std::optional<TTwin> FindTwin(TConnection &connection, const QString &table, con
 
 QString TwinText(const TTwin &twin)
 {
-    return twin.title.isEmpty()
-               ? QStringLiteral("رکورد دارنده آن: کد %1").arg(twin.code)
-               : QStringLiteral("رکورد دارنده آن: %2 (کد %1)").arg(twin.code).arg(twin.title);
+    return twin.title.isEmpty() ? u"رکورد دارنده آن: کد %1"_s.arg(twin.code)
+                                : u"رکورد دارنده آن: %2 (کد %1)"_s.arg(twin.code).arg(twin.title);
 }

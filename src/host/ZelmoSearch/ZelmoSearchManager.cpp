@@ -10,6 +10,8 @@
 
 #include <QScopedValueRollback>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 bool onServer()
@@ -21,27 +23,21 @@ bool onServer()
 TStatement contains(const QString &field, const QString &folded)
 {
     if (!onServer())
-        return TStatement(QStringLiteral("(zelmo_finds("))
-            .text(folded)
-            .sql(QStringLiteral(", ") + field + QStringLiteral(") = 1)"))
-            .walking();
-    return TStatement(QStringLiteral("(charindex("))
+        return TStatement(u"(zelmo_finds("_s).text(folded).sql(u", "_s + field + u") = 1)"_s).walking();
+    return TStatement(u"(charindex("_s)
         .text(folded)
-        .sql(QStringLiteral(", ") + FoldExpression(field) + QStringLiteral(") > 0)"))
+        .sql(u", "_s + FoldExpression(field) + u") > 0)"_s)
         .walking();
 }
 
 TStatement beginsWith(const QString &expression, const QString &text)
 {
-    return TStatement(QStringLiteral("(charindex("))
-        .text(text)
-        .sql(QStringLiteral(", ") + expression + QStringLiteral(") = 1)"))
-        .walking();
+    return TStatement(u"(charindex("_s).text(text).sql(u", "_s + expression + u") = 1)"_s).walking();
 }
 
 TStatement nothing()
 {
-    return TStatement(QStringLiteral("(1 = 0)"));
+    return TStatement(u"(1 = 0)"_s);
 }
 
 // Whole digits by their beginning; a decimal point fixes the digits before it and begins those behind it.
@@ -52,20 +48,17 @@ TStatement moneyCondition(const QString &field, const QString &text)
         return nothing();
     const qsizetype point = number.indexOf(u'.');
     if (point < 0)
-        return beginsWith(QStringLiteral("cast(cast(cast(") + field +
-                              QStringLiteral(" as float) as bigint) as nvarchar(30))"),
-                          number);
+        return beginsWith(u"cast(cast(cast("_s + field + u" as float) as bigint) as nvarchar(30))"_s, number);
     const double low = number.toDouble();
     double step = 1;
     for (qsizetype i = point + 1; i < number.size(); ++i)
         step /= 10;
     const bool negative = number.startsWith(u'-');
-    return TStatement(QStringLiteral("(") + field +
-                      (negative ? QStringLiteral(" > ") : QStringLiteral(" >= ")))
+    return TStatement(u"("_s + field + (negative ? u" > "_s : u" >= "_s))
         .amount(negative ? low - step : low)
-        .sql(QStringLiteral(" and ") + field + (negative ? QStringLiteral(" <= ") : QStringLiteral(" < ")))
+        .sql(u" and "_s + field + (negative ? u" <= "_s : u" < "_s))
         .amount(negative ? low : low + step)
-        .sql(QStringLiteral(")"));
+        .sql(u")"_s);
 }
 
 } // namespace
@@ -108,7 +101,7 @@ TStatement TZelmoSearchManager::ConditionFor(const TSearchItem &item, const QStr
         return {};
     switch (item.kind) {
     case TSearchItem::Digits:
-        return beginsWith(QStringLiteral("cast(") + item.field + QStringLiteral(" as nvarchar(30))"), folded);
+        return beginsWith(u"cast("_s + item.field + u" as nvarchar(30))"_s, folded);
     case TSearchItem::Money:
         return moneyCondition(item.field, text);
     case TSearchItem::Date:
@@ -126,13 +119,11 @@ TStatement TZelmoSearchManager::RangeCondition(const TSearchItem &item, const QS
 {
     TStatement condition;
     if (!from.isEmpty())
-        AddFilter(condition,
-                  TStatement(u'(' + item.field + QStringLiteral(" >= ")).text(from).sql(QStringLiteral(")")));
+        AddFilter(condition, TStatement(u'(' + item.field + u" >= "_s).text(from).sql(u")"_s));
     if (!to.isEmpty()) {
         if (from.isEmpty())
-            AddFilter(condition, TStatement(u'(' + item.field + QStringLiteral(" <> '')")));
-        AddFilter(condition,
-                  TStatement(u'(' + item.field + QStringLiteral(" <= ")).text(to).sql(QStringLiteral(")")));
+            AddFilter(condition, TStatement(u'(' + item.field + u" <> '')"_s));
+        AddFilter(condition, TStatement(u'(' + item.field + u" <= "_s).text(to).sql(u")"_s));
     }
     return condition;
 }
@@ -151,9 +142,9 @@ bool TZelmoSearchManager::IsStored(qlonglong key) const
 {
     const QString field = u'[' + m_query->keyField() + u']';
     return !m_query->connection()
-                ->scalar(TStatement(QStringLiteral("select ") + field + QStringLiteral(" from ("))
+                ->scalar(TStatement(u"select "_s + field + u" from ("_s)
                              .append(m_script)
-                             .sql(QStringLiteral(") as StoredT where ") + field + QStringLiteral(" = "))
+                             .sql(u") as StoredT where "_s + field + u" = "_s)
                              .value(key))
                 .isNull();
 }
@@ -171,9 +162,9 @@ void TZelmoSearchManager::run(const TStatement &ownFilter)
                 AddFilter(filter, condition);
             TStatement statement = m_script;
             if (!filter.isEmpty())
-                statement = TStatement(QStringLiteral("select * from ("))
+                statement = TStatement(u"select * from ("_s)
                                 .append(m_script)
-                                .sql(QStringLiteral(") as SearchT where "))
+                                .sql(u") as SearchT where "_s)
                                 .append(filter);
             m_query->setStatement(statement);
             m_query->openAt(m_lastKey);

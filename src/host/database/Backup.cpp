@@ -16,18 +16,20 @@
 #include <sqlite3.h>
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int busyMilliseconds = 5000;
 
 QString unfinishedEnding()
 {
-    return QStringLiteral(".ketebionpap-part");
+    return u".ketebionpap-part"_s;
 }
 
 QString checkedCopyOf(const QString &databaseFile)
 {
-    return databaseFile + QStringLiteral(".restore");
+    return databaseFile + u".restore"_s;
 }
 
 /// The pages of one database on their way into another, which is locked for other writers meanwhile. The target changes
@@ -82,7 +84,7 @@ void copyInto(const QString &source, const QString &target)
     TSqliteHandle from(source, SQLITE_OPEN_READONLY);
     TSqliteHandle to(target, SQLITE_OPEN_READWRITE);
     TPages(from, to).copy();
-    to.text(QStringLiteral("PRAGMA journal_mode=DELETE"));
+    to.text(u"PRAGMA journal_mode=DELETE"_s);
     to.mustBeSound();
 }
 
@@ -91,16 +93,16 @@ void mustBeAnotherFile(const QString &databaseFile, const QString &other)
     const SqliteFile::TIdentity identity = SqliteFile::identityOf(other);
     if ((identity.number != 0 && identity == SqliteFile::identityOf(databaseFile)) ||
         SqliteFile::isHeldOpen(other))
-        throw TDatabaseError(TFault::Refused, other + QStringLiteral(": this is the database itself"));
+        throw TDatabaseError(TFault::Refused, other + u": this is the database itself"_s);
 }
 
 /// A database's pages go into another one with pages of the same size only.
 void setPageSize(TSqliteHandle &copy, const QString &size)
 {
-    copy.text(QStringLiteral("PRAGMA journal_mode=DELETE"));
-    if (copy.text(QStringLiteral("PRAGMA page_size")) == size)
+    copy.text(u"PRAGMA journal_mode=DELETE"_s);
+    if (copy.text(u"PRAGMA page_size"_s) == size)
         return;
-    copy.run(QStringLiteral("PRAGMA page_size=%1; VACUUM").arg(size.toInt()));
+    copy.run(u"PRAGMA page_size=%1; VACUUM"_s.arg(size.toInt()));
     copy.mustBeSound();
 }
 
@@ -108,13 +110,10 @@ Backup::TContents contentsOf(TSqliteHandle &copy, const QString &source)
 {
     Backup::TContents contents;
     contents.fileTime = QFileInfo(source).lastModified();
-    contents.lastEvent =
-        copy.text(QStringLiteral("select max(EventDate || ' ' || EventTime) from UserEvent"));
-    for (const QStringList &table :
-         copy.rows(QStringLiteral("select name from sqlite_master where type='table'")))
-        contents.rows.insert(
-            table.first(),
-            copy.text(QStringLiteral("select count(*) from \"%1\"").arg(table.first())).toLongLong());
+    contents.lastEvent = copy.text(u"select max(EventDate || ' ' || EventTime) from UserEvent"_s);
+    for (const QStringList &table : copy.rows(u"select name from sqlite_master where type='table'"_s))
+        contents.rows.insert(table.first(),
+                             copy.text(u"select count(*) from \"%1\""_s.arg(table.first())).toLongLong());
     return contents;
 }
 
@@ -168,7 +167,7 @@ Backup::TRestore::TRestore(const QString &databaseFile, const QString &source)
     }
     TSqliteHandle ready(copy, SQLITE_OPEN_READWRITE);
     TSqliteHandle database(databaseFile, SQLITE_OPEN_READONLY);
-    setPageSize(ready, database.text(QStringLiteral("PRAGMA page_size")));
+    setPageSize(ready, database.text(u"PRAGMA page_size"_s));
     m_parts->contents = contentsOf(ready, source);
 }
 
@@ -192,7 +191,7 @@ void Backup::TRestore::run(const QString &before)
     // Nobody can open a record, nor save one, from here on.
     {
         TSqliteHandle reader(databaseFile, SQLITE_OPEN_READONLY);
-        if (reader.text(QStringLiteral("select count(*) from CodeLock_TBL")) != QLatin1String("0"))
+        if (reader.text(u"select count(*) from CodeLock_TBL"_s) != "0"_L1)
             throw TDatabaseError(TFault::BeingEdited, databaseFile);
     }
     if (!before.isEmpty())

@@ -3,6 +3,8 @@
 #include "host/database/Engine.h"
 #include "host/database/Schema.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 TConnection::TConnection(QObject *parent) : QObject(parent) {}
 
 TConnection::~TConnection()
@@ -63,8 +65,7 @@ void TConnection::CommitTrans()
     beforeStatement(TStatement("commit transaction"));
     if (!InTransaction()) {
         m_begun = false;
-        throw TDatabaseError(TFault::Deadlock,
-                             QStringLiteral("the transaction was rolled back by the database"));
+        throw TDatabaseError(TFault::Deadlock, u"the transaction was rolled back by the database"_s);
     }
     engine().commit();
     m_begun = false;
@@ -110,6 +111,6 @@ int TConnection::columnWidth(const QString &table, const QString &column) const
 TEngine &TConnection::engine() const
 {
     if (!m_engine)
-        throw TDatabaseError(TFault::ConnectionLost, QStringLiteral("the connection is closed"));
+        throw TDatabaseError(TFault::ConnectionLost, u"the connection is closed"_s);
     return *m_engine;
 }

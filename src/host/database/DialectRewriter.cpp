@@ -2,6 +2,8 @@
 
 #include <initializer_list>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 bool isOneOf(const TToken &token, std::initializer_list<const char *> words)
@@ -170,9 +172,9 @@ void TDialectRewriter::completeVerbs()
         if (is(2, "from"))
             m_tokens.removeAt(1);
         else
-            insertWord(1, QStringLiteral("from"));
+            insertWord(1, u"from"_s);
     } else if (is(0, "insert") && isName(1) && !is(1, "into") && !is(1, "or")) {
-        insertWord(1, QStringLiteral("into"));
+        insertWord(1, u"into"_s);
     }
 }
 
@@ -212,10 +214,9 @@ void TDialectRewriter::convertToCast(qsizetype function)
         return;
     const TTokens type = m_tokens.mid(function + 2, commas[0] - function - 2);
     const TTokens value = m_tokens.mid(commas[0] + 1, commas[1] - commas[0] - 1);
-    TTokens cast{{TToken::Word, QStringLiteral("cast"), m_tokens[function].blankBefore},
-                 m_tokens[function + 1]};
+    TTokens cast{{TToken::Word, u"cast"_s, m_tokens[function].blankBefore}, m_tokens[function + 1]};
     cast += value;
-    cast.append({TToken::Word, QStringLiteral("as"), true});
+    cast.append({TToken::Word, u"as"_s, true});
     cast += type;
     cast[cast.size() - type.size()].blankBefore = true;
     m_tokens.remove(function, close - function);
@@ -267,7 +268,7 @@ qsizetype TDialectRewriter::moveAlias(qsizetype item, qsizetype end)
     TToken alias = m_tokens[item];
     m_tokens.remove(item, 2);
     m_tokens[item].blankBefore = true;
-    m_tokens.insert(end - 2, {TToken::Word, QStringLiteral("as"), true});
+    m_tokens.insert(end - 2, {TToken::Word, u"as"_s, true});
     alias.blankBefore = true;
     m_tokens.insert(end - 1, alias);
     if (end < m_tokens.size() && m_tokens[end].kind != TToken::Symbol)
@@ -303,7 +304,7 @@ void TDialectRewriter::moveTop()
         TToken count = m_tokens[number];
         count.blankBefore = true;
         m_tokens.insert(end, count);
-        m_tokens.insert(end, {TToken::Word, QStringLiteral("limit"), true});
+        m_tokens.insert(end, {TToken::Word, u"limit"_s, true});
         m_tokens.remove(top, number - top + (bracket ? 2 : 1));
         m_tokens[top].blankBefore = true;
     }
@@ -337,7 +338,7 @@ void TDialectRewriter::joinChain(qsizetype plus)
     if (!text)
         return;
     for (const qsizetype i : std::as_const(pluses))
-        m_tokens[i].text = QStringLiteral("||");
+        m_tokens[i].text = u"||"_s;
 }
 
 qsizetype TDialectRewriter::operandStart(qsizetype last) const

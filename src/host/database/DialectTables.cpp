@@ -1,5 +1,7 @@
 #include "host/database/DialectRewriter.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 // The definition of tables: the embedded engine has its own words for types, and its texts compare as the server's
 // only when each column says so.
 
@@ -81,30 +83,30 @@ void TDialectRewriter::fitColumn(qsizetype from, qsizetype end)
         const qsizetype count = widthEnd(identity) - identity;
         m_tokens.remove(identity, count);
         end -= count;
-        m_tokens[type].text = QStringLiteral("INTEGER");
+        m_tokens[type].text = u"INTEGER"_s;
         for (qsizetype i = type; i < end; ++i)
             if (is(i, "primary") && is(i + 1, "key"))
-                insertWord(i + 2, QStringLiteral("AUTOINCREMENT"));
+                insertWord(i + 2, u"AUTOINCREMENT"_s);
         return;
     }
     const qsizetype behind = widthEnd(type);
     switch (typeOf(m_tokens[type].name())) {
     case TType::Text:
         if (behind == type + 1) // a width of "max" is gone already
-            m_tokens[type].text = QStringLiteral("TEXT");
-        insertWord(behind, QStringLiteral("COLLATE ZELMO"));
+            m_tokens[type].text = u"TEXT"_s;
+        insertWord(behind, u"COLLATE ZELMO"_s);
         break;
     case TType::LongText:
-        m_tokens[type].text = QStringLiteral("TEXT");
-        insertWord(behind, QStringLiteral("COLLATE ZELMO"));
+        m_tokens[type].text = u"TEXT"_s;
+        insertWord(behind, u"COLLATE ZELMO"_s);
         break;
     case TType::Amount:
         m_tokens.remove(type + 1, behind - type - 1);
-        m_tokens[type].text = QStringLiteral("REAL");
+        m_tokens[type].text = u"REAL"_s;
         break;
     case TType::Bytes:
         m_tokens.remove(type + 1, behind - type - 1);
-        m_tokens[type].text = QStringLiteral("BLOB");
+        m_tokens[type].text = u"BLOB"_s;
         break;
     case TType::Other:
         break;

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <sqlite3.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 TFault Faults::ofSystem(int error)
 {
     switch (error) {
@@ -74,5 +76,5 @@ void Faults::failWithErrno(const QString &path)
     const int error = errno;
     const TFault fault = ofSystem(error);
     throw TDatabaseError(fault == TFault::Other ? TFault::CannotOpen : fault,
-                         path + QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(error)));
+                         path + u": "_s + QString::fromLocal8Bit(std::strerror(error)));
 }

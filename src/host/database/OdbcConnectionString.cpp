@@ -2,11 +2,13 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QStringList passwordWords()
 {
-    return {QStringLiteral("PWD"), QStringLiteral("Password")};
+    return {u"PWD"_s, u"Password"_s};
 }
 
 qsizetype endOf(const QString &text, qsizetype at)
@@ -75,13 +77,12 @@ QString TOdbcConnectionString::value(const QString &word) const
 
 bool TOdbcConnectionString::hasPassword() const
 {
-    return has(QStringLiteral("PWD")) || has(QStringLiteral("Password"));
+    return has(u"PWD"_s) || has(u"Password"_s);
 }
 
 bool TOdbcConnectionString::needsPassword() const
 {
-    const bool user =
-        has(QStringLiteral("UID")) || has(QStringLiteral("User")) || has(QStringLiteral("User ID"));
+    const bool user = has(u"UID"_s) || has(u"User"_s) || has(u"User ID"_s);
     return user && !hasPassword();
 }
 
@@ -103,10 +104,10 @@ TOdbcConnectionString TOdbcConnectionString::with(const QString &word, const QSt
     TOdbcConnectionString result = without({word});
     QString written = value;
     const bool plain = std::all_of(value.begin(), value.end(), [](QChar letter) {
-        return letter.isLetterOrNumber() || QStringLiteral("._-\\,").contains(letter);
+        return letter.isLetterOrNumber() || u"._-\\,"_s.contains(letter);
     });
     if (!plain)
-        written = u'{' + written.replace(QLatin1String("}"), QLatin1String("}}")) + u'}';
+        written = u'{' + written.replace("}"_L1, "}}"_L1) + u'}';
     result.m_parts.append({word, value, written});
     return result;
 }
@@ -128,31 +129,30 @@ int TOdbcConnectionString::seconds(const QString &word, int otherwise) const
 
 QString TOdbcConnectionString::forDriver() const
 {
-    static const QStringList own{QStringLiteral("logintimeout"), QStringLiteral("answertimeout"),
-                                 QStringLiteral("locktimeout")};
+    static const QStringList own{u"logintimeout"_s, u"answertimeout"_s, u"locktimeout"_s};
     QStringList parts;
     for (const TPart &part : m_parts) {
         if (!own.contains(part.word.toLower()))
             parts.append(part.word + QLatin1Char('=') + part.text);
     }
     // FreeTDS talks an old protocol in an 8-bit character set unless it is told otherwise.
-    if (value(QStringLiteral("DRIVER")).contains(QLatin1String("FreeTDS"), Qt::CaseInsensitive)) {
-        if (value(QStringLiteral("TDS_Version")).isEmpty())
-            parts.append(QStringLiteral("TDS_Version=7.4"));
-        if (value(QStringLiteral("ClientCharset")).isEmpty())
-            parts.append(QStringLiteral("ClientCharset=UTF-8"));
+    if (value(u"DRIVER"_s).contains("FreeTDS"_L1, Qt::CaseInsensitive)) {
+        if (value(u"TDS_Version"_s).isEmpty())
+            parts.append(u"TDS_Version=7.4"_s);
+        if (value(u"ClientCharset"_s).isEmpty())
+            parts.append(u"ClientCharset=UTF-8"_s);
     }
     return parts.join(QLatin1Char(';')) + QLatin1Char(';');
 }
 
 QString TOdbcConnectionString::displayName() const
 {
-    QString server = value(QStringLiteral("SERVER"));
+    QString server = value(u"SERVER"_s);
     if (server.isEmpty())
-        server = value(QStringLiteral("SERVERNAME"));
+        server = value(u"SERVERNAME"_s);
     if (server.isEmpty())
-        server = value(QStringLiteral("DSN"));
-    const QString database = value(QStringLiteral("DATABASE"));
+        server = value(u"DSN"_s);
+    const QString database = value(u"DATABASE"_s);
     return database.isEmpty() ? server : server + QLatin1Char('/') + database;
 }
 
@@ -160,8 +160,8 @@ QString TOdbcConnectionString::withoutSecrets(QString text) const
 {
     for (const TPart &part : m_parts) {
         if (passwordWords().contains(part.word, Qt::CaseInsensitive) && !part.value.isEmpty()) {
-            text.replace(part.text, QStringLiteral("***"));
-            text.replace(part.value, QStringLiteral("***"));
+            text.replace(part.text, u"***"_s);
+            text.replace(part.value, u"***"_s);
         }
     }
     return text;

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// An ODBC connection string ("Driver={FreeTDS};Server=...;PWD={a;b}"), read by ODBC's own rules: parts parted by
 /// semicolons, words without regard to case, values in braces may hold semicolons and doubled closing braces.
 ///
@@ -35,11 +37,11 @@ public:
     /// `text` with the password blanked out, wherever a driver repeats it.
     QString withoutSecrets(QString text) const;
 
-    int loginSeconds() const { return seconds(QStringLiteral("LoginTimeout"), 10); }
+    int loginSeconds() const { return seconds(u"LoginTimeout"_s, 10); }
     /// How long an answer may take until the line counts as dead.
-    int answerSeconds() const { return seconds(QStringLiteral("AnswerTimeout"), 60); }
+    int answerSeconds() const { return seconds(u"AnswerTimeout"_s, 60); }
     /// How long a statement waits for another user's lock.
-    int lockSeconds() const { return seconds(QStringLiteral("LockTimeout"), 5); }
+    int lockSeconds() const { return seconds(u"LockTimeout"_s, 5); }
 
 private:
     int seconds(const QString &word, int otherwise) const;

@@ -1,5 +1,7 @@
 #include "host/database/OdbcCursor.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const SQLULEN longestPlainText = 4000;
@@ -111,8 +113,7 @@ bool TOdbcCursor::next()
         return true;
     }
     if (m_lost)
-        throw TDatabaseError(TFault::ConnectionLost, QStringLiteral("the line was lost while rows were read"),
-                             m_text);
+        throw TDatabaseError(TFault::ConnectionLost, u"the line was lost while rows were read"_s, m_text);
     return !m_atEnd && fetch();
 }
 

@@ -4,6 +4,8 @@
 #include "host/database/OdbcText.h"
 #include "host/database/SqlText.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString)
 {
     auto engine = std::make_unique<TOdbcEngine>(connectionString);
@@ -13,9 +15,8 @@ std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString)
 
 TOdbcEngine::TOdbcEngine(const QString &connectionString) : m_string(connectionString)
 {
-    if (m_string.value(QStringLiteral("DRIVER")).isEmpty() && m_string.value(QStringLiteral("DSN")).isEmpty())
-        throw TDatabaseError(TFault::NoDriver,
-                             QStringLiteral("the connection string names no DRIVER and no DSN"));
+    if (m_string.value(u"DRIVER"_s).isEmpty() && m_string.value(u"DSN"_s).isEmpty())
+        throw TDatabaseError(TFault::NoDriver, u"the connection string names no DRIVER and no DSN"_s);
 }
 
 void TOdbcEngine::open()
@@ -62,38 +63,34 @@ void TOdbcEngine::prepareSession()
 {
     // No row counts between the results, texts and pictures of any length, and no endless wait for a lock. A failed
     // statement leaves the transaction to its owner (XACT_ABORT).
-    run(QStringLiteral("SET TEXTSIZE 2147483647 SET NOCOUNT ON SET XACT_ABORT OFF SET LOCK_TIMEOUT %1")
-            .arg(m_string.lockSeconds() * 1000));
+    run(u"SET TEXTSIZE 2147483647 SET NOCOUNT ON SET XACT_ABORT OFF SET LOCK_TIMEOUT %1"_s.arg(
+        m_string.lockSeconds() * 1000));
 }
 
 void TOdbcEngine::checkServer()
 {
-    const QString database = run(QStringLiteral("select db_name()")).toString().toLower();
-    static const QStringList system{QStringLiteral("master"), QStringLiteral("tempdb"),
-                                    QStringLiteral("model"), QStringLiteral("msdb")};
+    const QString database = run(u"select db_name()"_s).toString().toLower();
+    static const QStringList system{u"master"_s, u"tempdb"_s, u"model"_s, u"msdb"_s};
     if (system.contains(database))
-        throw TDatabaseError(
-            TFault::NoSuchDatabase,
-            QStringLiteral("the connection string names no DATABASE of its own (%1)").arg(database));
+        throw TDatabaseError(TFault::NoSuchDatabase,
+                             u"the connection string names no DATABASE of its own (%1)"_s.arg(database));
     const QString letters = QString::fromUtf8("پچژگکیكيءئآ۱٣");
-    if (run(QStringLiteral("select cast(? as nvarchar(50))"), {letters}).toString() != letters)
-        throw TDatabaseError(TFault::UnfitServer, QStringLiteral("bound texts lose letters on their way"));
+    if (run(u"select cast(? as nvarchar(50))"_s, {letters}).toString() != letters)
+        throw TDatabaseError(TFault::UnfitServer, u"bound texts lose letters on their way"_s);
     // The titles that stand in statements go through the code page of the database; bound texts do not.
     const QString titles = QString::fromUtf8("پچژگكيءئآ");
-    if (run(QStringLiteral("select cast(? as varchar(50))"), {titles}).toString() != titles)
-        throw TDatabaseError(
-            TFault::UnfitServer,
-            QStringLiteral("the code page of the database's collation has no Persian letters"));
-    const QVariantList cases{QStringLiteral("a"), QStringLiteral("A")};
-    if (run(QStringLiteral("select case when ? = ? then 1 else 0 end"), cases).toInt() != 1)
+    if (run(u"select cast(? as varchar(50))"_s, {titles}).toString() != titles)
         throw TDatabaseError(TFault::UnfitServer,
-                             QStringLiteral("the database's collation compares by case"));
+                             u"the code page of the database's collation has no Persian letters"_s);
+    const QVariantList cases{u"a"_s, u"A"_s};
+    if (run(u"select case when ? = ? then 1 else 0 end"_s, cases).toInt() != 1)
+        throw TDatabaseError(TFault::UnfitServer, u"the database's collation compares by case"_s);
 }
 
 void TOdbcEngine::makeReady(const QString &text)
 {
     if (m_gone)
-        throw TDatabaseError(*m_gone, QStringLiteral("the transaction was rolled back by the server"), text);
+        throw TDatabaseError(*m_gone, u"the transaction was rolled back by the server"_s, text);
     if (m_isDead || !m_connection) {
         try {
             connect();
@@ -110,22 +107,22 @@ void TOdbcEngine::makeReady(const QString &text)
 
 bool TOdbcEngine::hasOpenTransaction()
 {
-    return run(QStringLiteral("select @@TRANCOUNT")).toInt() > 0;
+    return run(u"select @@TRANCOUNT"_s).toInt() > 0;
 }
 
 void TOdbcEngine::endTransaction()
 {
-    run(QStringLiteral("if @@TRANCOUNT > 0 rollback transaction"));
+    run(u"if @@TRANCOUNT > 0 rollback transaction"_s);
 }
 
 int TOdbcEngine::runCommand(const QString &text, const QVariantList &values)
 {
-    return run(text + QStringLiteral("\nselect @@ROWCOUNT"), values).toInt();
+    return run(text + u"\nselect @@ROWCOUNT"_s, values).toInt();
 }
 
 qlonglong TOdbcEngine::runInsert(const QString &text, const QVariantList &values)
 {
-    return run(text + QStringLiteral("\nselect cast(SCOPE_IDENTITY() as bigint)"), values).toLongLong();
+    return run(text + u"\nselect cast(SCOPE_IDENTITY() as bigint)"_s, values).toLongLong();
 }
 
 bool TOdbcEngine::isTransactionAlive()
@@ -219,7 +216,7 @@ void TOdbcEngine::begin()
     for (bool again = true;; again = false) {
         makeReady({});
         try {
-            run(QStringLiteral("begin transaction"));
+            run(u"begin transaction"_s);
             break;
         } catch (const TDatabaseError &error) {
             // A line that was lost while nothing was at stake is not worth a message.
@@ -239,11 +236,11 @@ void TOdbcEngine::commit()
     if (m_gone) {
         const TFault fault = *m_gone;
         rollback();
-        throw TDatabaseError(fault, QStringLiteral("the transaction was rolled back by the server"));
+        throw TDatabaseError(fault, u"the transaction was rolled back by the server"_s);
     }
     try {
         makeReady({});
-        run(QStringLiteral("commit transaction"));
+        run(u"commit transaction"_s);
         m_begun = false;
     } catch (const TDatabaseError &error) {
         if (!IsLineLost(error.fault()))
@@ -298,13 +295,13 @@ int TOdbcEngine::execute(const TBoundStatement &statement)
     if (!m_begun || ReadSql(statement.text).statements < 2)
         return inOneTransaction(work);
     makeReady(statement.text);
-    run(QStringLiteral("save transaction batch"));
+    run(u"save transaction batch"_s);
     try {
         return work();
     } catch (const TDatabaseError &) {
         if (!m_gone && m_begun) {
             try {
-                run(QStringLiteral("rollback transaction batch"));
+                run(u"rollback transaction batch"_s);
             } catch (const TDatabaseError &) {
                 m_gone = TFault::Deadlock;
             }

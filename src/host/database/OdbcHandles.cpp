@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct TNativeFault {
@@ -50,30 +52,30 @@ const TNativeFault nativeFaults[] = {
 // Numbers that only accompany another message.
 bool isRemark(const Odbc::TProblem &problem)
 {
-    return problem.state.startsWith(QLatin1String("01")) || problem.native == 3621 ||
-           problem.native == 5701 || problem.native == 5703;
+    return problem.state.startsWith("01"_L1) || problem.native == 3621 || problem.native == 5701 ||
+           problem.native == 5703;
 }
 
 TFault faultOfState(const QString &state, bool connecting)
 {
     const TFault lost = connecting ? TFault::NoServer : TFault::ConnectionLost;
-    if (state == QLatin1String("28000"))
+    if (state == "28000"_L1)
         return TFault::LoginRefused;
-    if (state.startsWith(QLatin1String("HYT")) || state == QLatin1String("S1T00"))
+    if (state.startsWith("HYT"_L1) || state == "S1T00"_L1)
         return connecting ? TFault::NoServer : TFault::NoAnswer;
-    if (state.startsWith(QLatin1String("08")))
+    if (state.startsWith("08"_L1))
         return lost;
-    if (state.startsWith(QLatin1String("IM")))
+    if (state.startsWith("IM"_L1))
         return TFault::NoDriver;
-    if (state.startsWith(QLatin1String("23")))
+    if (state.startsWith("23"_L1))
         return TFault::Refused;
-    if (state == QLatin1String("22001"))
+    if (state == "22001"_L1)
         return TFault::TooLong;
-    if (state.startsWith(QLatin1String("22")))
+    if (state.startsWith("22"_L1))
         return TFault::Refused;
-    if (state == QLatin1String("40001"))
+    if (state == "40001"_L1)
         return TFault::Deadlock;
-    if (state.startsWith(QLatin1String("42")) || state.startsWith(QLatin1String("37")))
+    if (state.startsWith("42"_L1) || state.startsWith("37"_L1))
         return TFault::BadStatement;
     return connecting ? TFault::CannotOpen : TFault::Other;
 }
@@ -108,13 +110,13 @@ TFault Odbc::faultOf(const QList<TProblem> &problems, bool connecting)
     }
     // Not every driver and server gives these their numbers.
     for (const TProblem &problem : problems) {
-        if (problem.text.contains(QLatin1String("can't open lib"), Qt::CaseInsensitive))
+        if (problem.text.contains("can't open lib"_L1, Qt::CaseInsensitive))
             return TFault::NoDriver;
-        if (problem.text.contains(QLatin1String("lock timeout"), Qt::CaseInsensitive))
+        if (problem.text.contains("lock timeout"_L1, Qt::CaseInsensitive))
             return TFault::Locked;
-        if (problem.text.contains(QLatin1String("deadlock"), Qt::CaseInsensitive))
+        if (problem.text.contains("deadlock"_L1, Qt::CaseInsensitive))
             return TFault::Deadlock;
-        if (problem.text.contains(QLatin1String("constraint failed"), Qt::CaseInsensitive))
+        if (problem.text.contains("constraint failed"_L1, Qt::CaseInsensitive))
             return TFault::Refused;
     }
     for (const TProblem &problem : problems) {
@@ -128,7 +130,6 @@ QString Odbc::textOf(const QList<TProblem> &problems)
 {
     QStringList lines;
     for (const TProblem &problem : problems)
-        lines.append(
-            QStringLiteral("%1 (%2) %3").arg(problem.state).arg(problem.native).arg(problem.text.trimmed()));
-    return lines.isEmpty() ? QStringLiteral("the driver gives no reason") : lines.join(QStringLiteral("; "));
+        lines.append(u"%1 (%2) %3"_s.arg(problem.state).arg(problem.native).arg(problem.text.trimmed()));
+    return lines.isEmpty() ? u"the driver gives no reason"_s : lines.join(u"; "_s);
 }

@@ -1,5 +1,7 @@
 #include "host/database/OdbcCursor.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int longestPlainText = 4000;
@@ -19,26 +21,26 @@ TTableInfo TOdbcEngine::readTable(const QString &name)
         return list;
     };
     TTableInfo info;
-    for (const QVariantList &row : rows(QStringLiteral(
-             "select TABLE_NAME, COLUMN_NAME, CHARACTER_MAXIMUM_LENGTH, DATA_TYPE, "
-             "columnproperty(object_id(TABLE_NAME), COLUMN_NAME, 'IsIdentity') "
-             "from INFORMATION_SCHEMA.COLUMNS where TABLE_NAME = ? order by ORDINAL_POSITION"))) {
+    for (const QVariantList &row :
+         rows(u"select TABLE_NAME, COLUMN_NAME, CHARACTER_MAXIMUM_LENGTH, DATA_TYPE, "
+              "columnproperty(object_id(TABLE_NAME), COLUMN_NAME, 'IsIdentity') "
+              "from INFORMATION_SCHEMA.COLUMNS where TABLE_NAME = ? order by ORDINAL_POSITION"_s)) {
         info.name = row[0].toString();
         TFieldInfo field;
         field.baseTable = info.name;
         field.name = field.baseColumn = row[1].toString();
         const int size = row[2].toInt();
-        if (size > 0 && size <= longestPlainText && row[3].toString().contains(QLatin1String("char")))
+        if (size > 0 && size <= longestPlainText && row[3].toString().contains("char"_L1))
             field.width = size;
         field.autoIncrement = field.readOnly = row[4].toInt() == 1;
         info.columns.append(field);
     }
     if (info.columns.isEmpty())
         return info;
-    for (const QVariantList &row : rows(QStringLiteral(
-             "select k.COLUMN_NAME from INFORMATION_SCHEMA.TABLE_CONSTRAINTS c "
-             "inner join INFORMATION_SCHEMA.KEY_COLUMN_USAGE k on k.CONSTRAINT_NAME = c.CONSTRAINT_NAME "
-             "where c.TABLE_NAME = ? and c.CONSTRAINT_TYPE = 'PRIMARY KEY' order by k.ORDINAL_POSITION"))) {
+    for (const QVariantList &row :
+         rows(u"select k.COLUMN_NAME from INFORMATION_SCHEMA.TABLE_CONSTRAINTS c "
+              "inner join INFORMATION_SCHEMA.KEY_COLUMN_USAGE k on k.CONSTRAINT_NAME = c.CONSTRAINT_NAME "
+              "where c.TABLE_NAME = ? and c.CONSTRAINT_TYPE = 'PRIMARY KEY' order by k.ORDINAL_POSITION"_s)) {
         for (const TFieldInfo &field : info.columns) {
             if (field.name.compare(row[0].toString(), Qt::CaseInsensitive) == 0)
                 info.keys.append(field.name);

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // The longest text and binary value that a plain (not a long) column holds.
@@ -116,7 +118,7 @@ QString Odbc::decimalText(double number)
     if (point > 38 || digits.size() - point > 38)
         return {};
     if (point <= 0)
-        digits = QStringLiteral("0.") + QString(-point, u'0') + digits;
+        digits = u"0."_s + QString(-point, u'0') + digits;
     else if (point >= digits.size())
         digits += QString(point - digits.size(), u'0');
     else

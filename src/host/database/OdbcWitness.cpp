@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::Literals::StringLiterals;
+
 // A commit whose answer never came may or may not have happened. The rows that the transaction inserted are its
 // witnesses: a row that is there after the line came back was saved, and is not saved a second time.
 
@@ -13,7 +15,7 @@ const qsizetype keptUncertain = 200;
 
 QString conditionOf(const QStringList &columns)
 {
-    return u'[' + columns.join(QStringLiteral("]=? and [")) + QStringLiteral("]=?");
+    return u'[' + columns.join(u"]=? and ["_s) + u"]=?"_s;
 }
 
 } // namespace
@@ -57,8 +59,7 @@ void TOdbcEngine::identify(TInserted &inserted)
 bool TOdbcEngine::isStored(const TInserted &inserted)
 {
     makeReady({});
-    return run(QStringLiteral("select count(*) from [%1] where %2")
-                   .arg(inserted.table, conditionOf(inserted.keys)),
+    return run(u"select count(*) from [%1] where %2"_s.arg(inserted.table, conditionOf(inserted.keys)),
                inserted.keyValues)
                .toLongLong() > 0;
 }
@@ -98,9 +99,8 @@ std::optional<qlonglong> TOdbcEngine::storedBefore(const TBoundStatement &statem
         }
         const TInserted stored = m_uncertain.takeAt(i);
         if (!same)
-            execute({QStringLiteral("update [%1] set [%2]=? where %3")
-                         .arg(stored.table, stored.columns.join(QStringLiteral("]=?,[")),
-                              conditionOf(stored.keys)),
+            execute({u"update [%1] set [%2]=? where %3"_s.arg(stored.table, stored.columns.join(u"]=?,["_s),
+                                                              conditionOf(stored.keys)),
                      statement.values + stored.keyValues,
                      {}});
         return stored.key;

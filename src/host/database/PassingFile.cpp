@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const char *const besides[] = {"-wal", "-shm", "-journal", "-queue"};
@@ -27,7 +29,7 @@ TPassingFile::TPassingFile(const QString &name) : m_name(name)
         // Not the locks of SQLite, which would go with any other file of this process on it.
         if (flock(m_file, LOCK_EX | LOCK_NB) != 0) {
             ::close(m_file);
-            throw TDatabaseError(TFault::Locked, name + QStringLiteral(": another program works on it"));
+            throw TDatabaseError(TFault::Locked, name + u": another program works on it"_s);
         }
         struct stat info = {};
         const SqliteFile::TIdentity there = SqliteFile::identityOf(name);

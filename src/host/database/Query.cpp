@@ -4,6 +4,8 @@
 #include "host/database/QueryRows.h"
 #include "host/database/RowWriter.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 struct TQuery::Private {
     TConnection *connection = nullptr;
     TStatement statement;
@@ -45,16 +47,14 @@ struct TQuery::Private {
     TQueryRows &open() const
     {
         if (!rows)
-            throw TDatabaseError(TFault::BadStatement, QStringLiteral("the query is closed"),
-                                 statement.boundText());
+            throw TDatabaseError(TFault::BadStatement, u"the query is closed"_s, statement.boundText());
         return *rows;
     }
     int index(const QString &field) const
     {
         const int found = open().fieldIndex(field);
         if (found < 0)
-            throw TDatabaseError(TFault::BadStatement, QStringLiteral("no such column: ") + field,
-                                 statement.boundText());
+            throw TDatabaseError(TFault::BadStatement, u"no such column: "_s + field, statement.boundText());
         return found;
     }
     void beginEdit(State next)
@@ -205,11 +205,10 @@ bool TQuery::locate(const QString &field, const QVariant &value, LocateOptions o
     if (isEmpty())
         return false;
     if (d->rows->windowed()) {
-        const TStatement condition = options.testFlag(PartialKey)
-                                         ? TStatement(QStringLiteral("charindex("))
-                                               .value(value)
-                                               .sql(QStringLiteral(", [%1]) = 1").arg(field))
-                                         : TStatement(QStringLiteral("[%1] = ").arg(field)).value(value);
+        const TStatement condition =
+            options.testFlag(PartialKey)
+                ? TStatement(u"charindex("_s).value(value).sql(u", [%1]) = 1"_s.arg(field))
+                : TStatement(u"[%1] = "_s.arg(field)).value(value);
         const int row = d->rows->find(condition);
         if (row >= 0)
             moveTo(row);
@@ -273,7 +272,7 @@ void TQuery::append()
 void TQuery::edit()
 {
     if (d->position < 0)
-        throw TDatabaseError(TFault::RowGone, QStringLiteral("no row to edit"), d->statement.boundText());
+        throw TDatabaseError(TFault::RowGone, u"no row to edit"_s, d->statement.boundText());
     d->beginEdit(State::Edit);
 }
 
@@ -281,8 +280,7 @@ void TQuery::setValue(const QString &field, const QVariant &value)
 {
     const int column = d->index(field);
     if (!d->editing())
-        throw TDatabaseError(TFault::BadStatement, QStringLiteral("no row under edit"),
-                             d->statement.boundText());
+        throw TDatabaseError(TFault::BadStatement, u"no row under edit"_s, d->statement.boundText());
     d->edited.values[column] = value;
     d->edited.changed[column] = true;
 }

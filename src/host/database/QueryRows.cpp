@@ -4,6 +4,8 @@
 #include <limits>
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // A page is about what a screen shows; a server is asked for more at once. One statement text serves all pages, so that
@@ -48,9 +50,7 @@ TBoundStatement TQueryRows::bound(const TStatement &statement) const
 
 TStatement TQueryRows::wrapped(const QString &before, const QString &after) const
 {
-    return TStatement(before + QStringLiteral(" from ("))
-        .append(m_source.statement)
-        .sql(QStringLiteral(") as ListT ") + after);
+    return TStatement(before + u" from ("_s).append(m_source.statement).sql(u") as ListT "_s + after);
 }
 
 void TQueryRows::setFields(const QList<TFieldInfo> &fields)
@@ -80,23 +80,23 @@ void TQueryRows::readAll()
 
 QString TQueryRows::orderClause() const
 {
-    const QString key = QStringLiteral("[") + m_source.keyField + u']';
+    const QString key = u"["_s + m_source.keyField + u']';
     if (m_source.orderField.isEmpty())
-        return QStringLiteral("order by ") + key;
+        return u"order by "_s + key;
     // A server sorts by its collation; the embedded engine knows none of Persian, so a sort key is asked for.
     const QString field = u'[' + m_source.orderField + u']';
     const bool embedded = m_source.connection->kind() == TConnection::Kind::Embedded;
-    const QString term = embedded ? QStringLiteral("zelmo_sort(") + field + u')' : field;
-    const QString way = m_source.order == Qt::DescendingOrder ? QStringLiteral(" desc") : QString();
+    const QString term = embedded ? u"zelmo_sort("_s + field + u')' : field;
+    const QString way = m_source.order == Qt::DescendingOrder ? u" desc"_s : QString();
     if (m_source.orderField.compare(m_source.keyField, Qt::CaseInsensitive) == 0)
-        return QStringLiteral("order by ") + key + way;
-    return QStringLiteral("order by ") + term + way + QStringLiteral(", ") + key + way;
+        return u"order by "_s + key + way;
+    return u"order by "_s + term + way + u", "_s + key + way;
 }
 
 void TQueryRows::readKeys()
 {
     m_keys.clear();
-    const TStatement statement = wrapped(QStringLiteral("select [%1]").arg(m_source.keyField), orderClause());
+    const TStatement statement = wrapped(u"select [%1]"_s.arg(m_source.keyField), orderClause());
     const auto cursor = m_source.connection->engine().select(bound(statement));
     while (cursor->next())
         m_keys.append(cursor->integer(0));
@@ -109,9 +109,8 @@ void TQueryRows::readFromEnd()
     TEngine &engine = m_source.connection->engine();
     QList<qlonglong> last;
     {
-        const auto cursor = engine.select(
-            bound(wrapped(QStringLiteral("select top %1 [%2]").arg(tailRows).arg(m_source.keyField),
-                          orderClause() + QStringLiteral(" desc"))));
+        const auto cursor = engine.select(bound(wrapped(
+            u"select top %1 [%2]"_s.arg(tailRows).arg(m_source.keyField), orderClause() + u" desc"_s)));
         while (cursor->next())
             last.append(cursor->integer(0));
     }
@@ -122,9 +121,9 @@ void TQueryRows::readFromEnd()
         return;
     }
     const bool walked = m_source.statement.isWalking();
-    TStatement count = wrapped(QStringLiteral("select count(*)"), {});
+    TStatement count = wrapped(u"select count(*)"_s, {});
     if (walked)
-        count.sql(QStringLiteral("where [%1] < ").arg(m_source.keyField)).value(last.first());
+        count.sql(u"where [%1] < "_s.arg(m_source.keyField)).value(last.first());
     const auto cursor = engine.select(bound(count));
     const int counted = cursor->next() ? cursor->value(0).toInt() : 0;
     m_tail = last;
@@ -135,9 +134,9 @@ void TQueryRows::readFromEnd()
 // Whether a row of this key is in the list; asked before all keys are read for one that is not.
 bool TQueryRows::hasKey(qlonglong key)
 {
-    TStatement statement = wrapped(QStringLiteral("select [%1]").arg(m_source.keyField),
-                                   QStringLiteral("where [%1] = ").arg(m_source.keyField))
-                               .value(key);
+    TStatement statement =
+        wrapped(u"select [%1]"_s.arg(m_source.keyField), u"where [%1] = "_s.arg(m_source.keyField))
+            .value(key);
     m_source.connection->beforeStatement(statement);
     return m_source.connection->engine().select(bound(statement))->next();
 }
@@ -164,11 +163,10 @@ void TQueryRows::readOn(int row)
     if (m_tailFrom - row > nextRows)
         return needKeys();
     m_source.connection->beforeStatement(m_source.statement);
-    const TStatement statement =
-        wrapped(QStringLiteral("select top %1 [%2]").arg(nextRows).arg(m_source.keyField),
-                QStringLiteral("where [%1] < ").arg(m_source.keyField))
-            .value(m_tail.first())
-            .sql(u' ' + orderClause() + QStringLiteral(" desc"));
+    const TStatement statement = wrapped(u"select top %1 [%2]"_s.arg(nextRows).arg(m_source.keyField),
+                                         u"where [%1] < "_s.arg(m_source.keyField))
+                                     .value(m_tail.first())
+                                     .sql(u' ' + orderClause() + u" desc"_s);
     QList<qlonglong> keys;
     const auto cursor = m_source.connection->engine().select(bound(statement));
     while (keys.size() < m_tailFrom && cursor->next())
@@ -186,16 +184,16 @@ void TQueryRows::readOn(int row)
 QString TQueryRows::pageColumns()
 {
     if (m_columns.fields.isEmpty()) {
-        const auto cursor = m_source.connection->engine().select(
-            bound(wrapped(QStringLiteral("select *"), QStringLiteral("where 1=0"))));
+        const auto cursor =
+            m_source.connection->engine().select(bound(wrapped(u"select *"_s, u"where 1=0"_s)));
         setFields(cursor->fields());
     }
     if (!m_columns.anyLarge)
-        return QStringLiteral("*");
+        return u"*"_s;
     QStringList columns;
     for (const TFieldInfo &field : std::as_const(m_columns.fields)) {
         const QString name = u'[' + field.name + u']';
-        columns.append(field.large ? QStringLiteral("null as ") + name : name);
+        columns.append(field.large ? u"null as "_s + name : name);
     }
     return columns.join(u',');
 }
@@ -209,9 +207,9 @@ QVariant TQueryRows::largeValue(int row, int field)
     m_largeKey = key;
     if (const auto known = m_large.constFind(field); known != m_large.constEnd())
         return *known;
-    const TStatement statement = wrapped(QStringLiteral("select [%1]").arg(m_columns.fields[field].name),
-                                         QStringLiteral("where [%1] = ").arg(m_source.keyField))
-                                     .value(key);
+    const TStatement statement =
+        wrapped(u"select [%1]"_s.arg(m_columns.fields[field].name), u"where [%1] = "_s.arg(m_source.keyField))
+            .value(key);
     m_source.connection->beforeStatement(statement);
     const auto cursor = m_source.connection->engine().select(bound(statement));
     QVariant value = cursor->next() ? cursor->value(0) : QVariant();
@@ -237,15 +235,14 @@ TQueryRows::TPage *TQueryRows::page(int number)
         return known;
     const int first = firstOf(number);
     const int count = std::min(m_count - first, m_pageRows);
-    TStatement statement = wrapped(QStringLiteral("select ") + pageColumns(),
-                                   QStringLiteral("where [%1] in (").arg(m_source.keyField));
+    TStatement statement = wrapped(u"select "_s + pageColumns(), u"where [%1] in ("_s.arg(m_source.keyField));
     for (int i = 0; i < m_pageRows; ++i) {
         if (i > 0)
-            statement.sql(QStringLiteral(","));
+            statement.sql(u","_s);
         // Places left over repeat the last key; an empty list asks for no row.
         statement.value(count > 0 ? QVariant(keyAt(first + std::min(i, count - 1))) : QVariant());
     }
-    statement.sql(QStringLiteral(")"));
+    statement.sql(u")"_s);
     m_source.connection->beforeStatement(statement);
     const auto cursor = m_source.connection->engine().select(bound(statement));
     QHash<qlonglong, QVariantList> byKey;
@@ -326,8 +323,7 @@ int TQueryRows::rowOfKey(qlonglong key)
 
 int TQueryRows::find(const TStatement &condition)
 {
-    TStatement statement =
-        wrapped(QStringLiteral("select [%1]").arg(m_source.keyField), QStringLiteral("where "));
+    TStatement statement = wrapped(u"select [%1]"_s.arg(m_source.keyField), u"where "_s);
     statement.append(condition).sql(u' ' + orderClause());
     m_source.connection->beforeStatement(statement);
     const auto cursor = m_source.connection->engine().select(bound(statement));

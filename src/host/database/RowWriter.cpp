@@ -4,6 +4,8 @@
 #include "host/database/Schema.h"
 #include "host/database/SqlText.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 bool same(const QString &a, const QString &b)
@@ -46,7 +48,7 @@ void RowWriter::write(TConnection &connection, const QString &tableName, TRow &r
 {
     const TTableInfo *table = connection.engine().table(tableName);
     if (!table)
-        throw TDatabaseError(TFault::BadStatement, QStringLiteral("no table behind the query: ") + tableName);
+        throw TDatabaseError(TFault::BadStatement, u"no table behind the query: "_s + tableName);
     const bool engineKnows = connection.kind() == TConnection::Kind::Embedded;
 
     QStringList names;
@@ -69,32 +71,32 @@ void RowWriter::write(TConnection &connection, const QString &tableName, TRow &r
 
     TStatement statement;
     if (newRow) {
-        statement.sql(QStringLiteral("insert into ") + bracketed(table->name));
+        statement.sql(u"insert into "_s + bracketed(table->name));
         if (names.isEmpty()) {
-            statement.sql(QStringLiteral(" default values"));
+            statement.sql(u" default values"_s);
         } else {
-            statement.sql(u'(' + names.join(u',') + QStringLiteral(") values("));
+            statement.sql(u'(' + names.join(u',') + u") values("_s);
             for (qsizetype i = 0; i < values.size(); ++i)
-                (i > 0 ? statement.sql(QStringLiteral(",")) : statement).value(values[i]);
-            statement.sql(QStringLiteral(")"));
+                (i > 0 ? statement.sql(u","_s) : statement).value(values[i]);
+            statement.sql(u")"_s);
         }
     } else {
         if (names.isEmpty())
             return;
-        statement.sql(QStringLiteral("update ") + bracketed(table->name) + QStringLiteral(" set "));
+        statement.sql(u"update "_s + bracketed(table->name) + u" set "_s);
         for (qsizetype i = 0; i < values.size(); ++i)
-            statement.sql((i > 0 ? QStringLiteral(",") : QString()) + names[i] + u'=').value(values[i]);
-        statement.sql(QStringLiteral(" where "));
+            statement.sql((i > 0 ? u","_s : QString()) + names[i] + u'=').value(values[i]);
+        statement.sql(u" where "_s);
         for (qsizetype i = 0; i < table->keys.size(); ++i) {
             const int field = fieldOfColumn.value(table->keys[i].toLower(), -1);
             if (field < 0)
                 throw TDatabaseError(TFault::BadStatement,
-                                     QStringLiteral("the query lacks the table's key ") + table->keys[i]);
-            statement.sql((i > 0 ? QStringLiteral(" and ") : QString()) + bracketed(table->keys[i]) + u'=')
+                                     u"the query lacks the table's key "_s + table->keys[i]);
+            statement.sql((i > 0 ? u" and "_s : QString()) + bracketed(table->keys[i]) + u'=')
                 .value(row.original[field]);
         }
         if (table->keys.isEmpty())
-            throw TDatabaseError(TFault::BadStatement, QStringLiteral("no key: ") + table->name);
+            throw TDatabaseError(TFault::BadStatement, u"no key: "_s + table->name);
     }
 
     connection.beforeStatement(statement);

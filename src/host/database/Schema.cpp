@@ -6,18 +6,20 @@
 #include <QDir>
 #include <QFile>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace Schema {
 namespace {
 
 /// What marks a database as this suite's.
 QString suite()
 {
-    return QStringLiteral("Ketebionpap");
+    return u"Ketebionpap"_s;
 }
 
 bool marksEngine(const QString &line, QString &engine)
 {
-    static const QString mark = QStringLiteral("-- engine:");
+    static const QString mark = u"-- engine:"_s;
     const QString text = line.trimmed();
     if (!text.startsWith(mark, Qt::CaseInsensitive))
         return false;
@@ -37,11 +39,10 @@ QVariantList firstColumn(TEngine &engine, const TBoundStatement &statement)
 QStringList tables(TEngine &engine)
 {
     const bool embedded = engine.kind() == TEngineKind::Embedded;
-    const QString sql = embedded
-                            ? QStringLiteral("select name from sqlite_master where type='table' and "
-                                             "name not in ('sqlite_sequence','sqlite_stat1','sqlite_stat4')")
-                            : QStringLiteral("select TABLE_NAME from INFORMATION_SCHEMA.TABLES where "
-                                             "TABLE_TYPE='BASE TABLE'");
+    const QString sql = embedded ? u"select name from sqlite_master where type='table' and "
+                                   "name not in ('sqlite_sequence','sqlite_stat1','sqlite_stat4')"_s
+                                 : u"select TABLE_NAME from INFORMATION_SCHEMA.TABLES where "
+                                   "TABLE_TYPE='BASE TABLE'"_s;
     QStringList list;
     for (const QVariant &name : firstColumn(engine, {sql, {}, {}}))
         list.append(name.toString());
@@ -54,12 +55,12 @@ int versionOf(TEngine &engine)
     const QStringList found = tables(engine);
     if (found.isEmpty())
         return 0;
-    if (!found.contains(QStringLiteral("SchemaVersion_TBL"), Qt::CaseInsensitive))
-        throw TDatabaseError(TFault::OtherProgram, QStringLiteral("tables without a version of this suite"));
-    const QVariantList versions = firstColumn(
-        engine, {QStringLiteral("select Version from SchemaVersion_TBL where Suite=?"), {suite()}, {}});
+    if (!found.contains(u"SchemaVersion_TBL"_s, Qt::CaseInsensitive))
+        throw TDatabaseError(TFault::OtherProgram, u"tables without a version of this suite"_s);
+    const QVariantList versions =
+        firstColumn(engine, {u"select Version from SchemaVersion_TBL where Suite=?"_s, {suite()}, {}});
     if (versions.size() != 1)
-        throw TDatabaseError(TFault::OtherProgram, QStringLiteral("the version is not one of this suite"));
+        throw TDatabaseError(TFault::OtherProgram, u"the version is not one of this suite"_s);
     return versions.first().toInt();
 }
 
@@ -69,11 +70,11 @@ void lockSchema(TEngine &engine)
     if (engine.kind() != TEngineKind::SqlServer)
         return;
     try {
-        engine.runScript(QStringLiteral("DECLARE @Answer INT\n"
-                                        "EXEC @Answer = sp_getapplock @Resource = 'Ketebionpap_Schema', "
-                                        "@LockMode = 'Exclusive', @LockOwner = 'Transaction', "
-                                        "@LockTimeout = 60000\n"
-                                        "IF @Answer < 0 RAISERROR('the schema is being changed', 16, 1)"));
+        engine.runScript(u"DECLARE @Answer INT\n"
+                         "EXEC @Answer = sp_getapplock @Resource = 'Ketebionpap_Schema', "
+                         "@LockMode = 'Exclusive', @LockOwner = 'Transaction', "
+                         "@LockTimeout = 60000\n"
+                         "IF @Answer < 0 RAISERROR('the schema is being changed', 16, 1)"_s);
     } catch (const TDatabaseError &error) {
         if (error.fault() == TFault::Refused)
             throw TDatabaseError(TFault::Locked, error.detail());
@@ -83,16 +84,15 @@ void lockSchema(TEngine &engine)
 
 QString versionTable()
 {
-    return QStringLiteral("CREATE TABLE SchemaVersion_TBL (Suite NVARCHAR(50) NOT NULL CONSTRAINT "
-                          "PK_SchemaVersion_TBL PRIMARY KEY, Version INT NOT NULL)");
+    return u"CREATE TABLE SchemaVersion_TBL (Suite NVARCHAR(50) NOT NULL CONSTRAINT "
+           "PK_SchemaVersion_TBL PRIMARY KEY, Version INT NOT NULL)"_s;
 }
 
 void createVersionTable(TEngine &engine)
 {
     for (const QString &batch : batches(versionTable(), engine.kind()))
         engine.runScript(batch);
-    engine.execute(
-        {QStringLiteral("insert into SchemaVersion_TBL (Suite, Version) values (?, 0)"), {suite()}, {}});
+    engine.execute({u"insert into SchemaVersion_TBL (Suite, Version) values (?, 0)"_s, {suite()}, {}});
 }
 
 void runStep(TEngine &engine, const TStep &step)
@@ -107,7 +107,7 @@ void runStep(TEngine &engine, const TStep &step)
                 createVersionTable(engine);
             for (const QString &batch : batches(step.script, engine.kind()))
                 engine.runScript(batch);
-            engine.execute({QStringLiteral("update SchemaVersion_TBL set Version=?"), {step.number}, {}});
+            engine.execute({u"update SchemaVersion_TBL set Version=?"_s, {step.number}, {}});
         }
         engine.commit();
     } catch (...) {
@@ -122,12 +122,11 @@ QList<TStep> steps()
 {
     static const QList<TStep> list = [] {
         QList<TStep> found;
-        const QDir folder(QStringLiteral(":/schema"));
-        for (const QString &name : folder.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name)) {
+        const QDir folder(u":/schema"_s);
+        for (const QString &name : folder.entryList({u"*.sql"_s}, QDir::Files, QDir::Name)) {
             QFile file(folder.filePath(name));
             if (!file.open(QIODevice::ReadOnly))
-                throw TDatabaseError(TFault::Other,
-                                     QStringLiteral("schema step %1 cannot be read").arg(name));
+                throw TDatabaseError(TFault::Other, u"schema step %1 cannot be read"_s.arg(name));
             found.append({name.section(u'_', 0, 0).toInt(), QString::fromUtf8(file.readAll())});
         }
         return found;
@@ -151,9 +150,8 @@ void bringUpToDate(TEngine &engine, const QList<TStep> &steps)
     const int last = steps.isEmpty() ? 0 : steps.last().number;
     const int present = versionOf(engine);
     if (present > last)
-        throw TDatabaseError(
-            TFault::NewerSchema,
-            QStringLiteral("version %1 of the schema, this program knows %2").arg(present).arg(last));
+        throw TDatabaseError(TFault::NewerSchema,
+                             u"version %1 of the schema, this program knows %2"_s.arg(present).arg(last));
     for (const TStep &step : steps)
         if (step.number > present)
             runStep(engine, step);
@@ -161,11 +159,10 @@ void bringUpToDate(TEngine &engine, const QList<TStep> &steps)
 
 QStringList batches(const QString &script, TEngineKind kind)
 {
-    const QString own =
-        kind == TEngineKind::Embedded ? QStringLiteral("sqlite") : QStringLiteral("sqlserver");
+    const QString own = kind == TEngineKind::Embedded ? u"sqlite"_s : u"sqlserver"_s;
     QStringList list;
     QString batch;
-    QString engine = QStringLiteral("all");
+    QString engine = u"all"_s;
     const auto finish = [&] {
         if (!batch.trimmed().isEmpty()) {
             if (engine == own)
@@ -175,7 +172,7 @@ QStringList batches(const QString &script, TEngineKind kind)
                     kind == TEngineKind::Embedded ? Dialect::toSqlite(batch).statements : QStringList(batch);
         }
         batch.clear();
-        engine = QStringLiteral("all");
+        engine = u"all"_s;
     };
     for (const QString &line : script.split(u'\n')) {
         if (line.trimmed().compare(u"GO", Qt::CaseInsensitive) == 0)

@@ -13,6 +13,8 @@
 #include <new>
 #include <thread>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int busyMilliseconds = 5000;
@@ -88,9 +90,14 @@ private:
     TSqlitePrepared m_prepared;
 };
 
+void pauseShortly()
+{
+    std::this_thread::sleep_for(std::chrono::microseconds(QRandomGenerator::global()->bounded(200, 1500)));
+}
+
 QString logOf(const QString &path)
 {
-    return path + QStringLiteral("-wal");
+    return path + u"-wal"_s;
 }
 
 class TSqliteCursor : public TCursor {
@@ -155,7 +162,7 @@ void TSqliteEngine::open()
     sqlite3_busy_handler(m_db, &TSqliteEngine::waitForWriter, this);
     if (sqlite3_db_readonly(m_db, "main") == 1)
         throw TDatabaseError(TFault::ReadOnly, m_path);
-    exec("pragma journal_mode=WAL");
+    keepLog();
     exec("pragma synchronous=FULL");
     exec("pragma foreign_keys=ON");
     exec("pragma temp_store=MEMORY");
@@ -168,6 +175,23 @@ void TSqliteEngine::open()
     m_log = SqliteFile::identityOf(logOf(m_realPath));
 }
 
+// A new file turns to its log once, and SQLite does not wait for another program that is just doing the same.
+void TSqliteEngine::keepLog()
+{
+    QElapsedTimer waited;
+    waited.start();
+    for (;;) {
+        try {
+            exec("pragma journal_mode=WAL");
+            return;
+        } catch (const TDatabaseError &error) {
+            if (error.fault() != TFault::Locked || waited.hasExpired(busyMilliseconds))
+                throw;
+        }
+        pauseShortly();
+    }
+}
+
 // Here only those meet who stand first in the queue and who know no queue, such as another tool. SQLite's own wait looks
 // ever more rarely; the pauses are random, so that two of a kind do not meet again and again.
 int TSqliteEngine::waitForWriter(void *engine, int attempt)
@@ -177,7 +201,7 @@ int TSqliteEngine::waitForWriter(void *engine, int attempt)
         waited.start();
     if (waited.hasExpired(busyMilliseconds))
         return 0;
-    std::this_thread::sleep_for(std::chrono::microseconds(QRandomGenerator::global()->bounded(200, 1500)));
+    pauseShortly();
     return 1;
 }
 
@@ -211,7 +235,7 @@ void TSqliteEngine::startWriting()
 {
     mustBeInPlace();
     if (!m_queue->enter())
-        throw TDatabaseError(TFault::Locked, QStringLiteral("the writers ahead do not finish"));
+        throw TDatabaseError(TFault::Locked, u"the writers ahead do not finish"_s);
 }
 
 /// After each end of a transaction, whether it was asked for or came with a fault.
@@ -265,7 +289,7 @@ TSqlitePrepared TSqliteEngine::take(const QString &sql)
         SQLITE_OK)
         fail(sql);
     if (!prepared.statement)
-        throw TDatabaseError(TFault::BadStatement, QStringLiteral("empty statement"), sql);
+        throw TDatabaseError(TFault::BadStatement, u"empty statement"_s, sql);
     return prepared;
 }
 
@@ -359,7 +383,7 @@ std::unique_ptr<TCursor> TSqliteEngine::select(const TBoundStatement &statement)
 {
     const Dialect::TTranslated &translated = Dialect::toSqlite(statement.text);
     if (translated.statements.size() != 1)
-        throw TDatabaseError(TFault::BadStatement, QStringLiteral("one statement expected"), statement.text);
+        throw TDatabaseError(TFault::BadStatement, u"one statement expected"_s, statement.text);
     return std::make_unique<TSqliteCursor>(*this, translated.statements.first(), statement);
 }
 
@@ -409,8 +433,7 @@ const TTableInfo *TSqliteEngine::table(const QString &name)
     const QString key = name.toLower();
     if (const auto found = m_tables.constFind(key); found != m_tables.constEnd())
         return &*found;
-    const auto cursor =
-        select({QStringLiteral("select name, type, pk from pragma_table_info(?)"), {name}, {}});
+    const auto cursor = select({u"select name, type, pk from pragma_table_info(?)"_s, {name}, {}});
     TTableInfo info;
     info.name = name;
     QMap<qlonglong, QString> keys;

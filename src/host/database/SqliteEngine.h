@@ -51,6 +51,7 @@ private:
     static int waitForWriter(void *engine, int attempt);
     void runOne(const QString &sql, const TBoundStatement &bound, int first);
     void exec(const char *sql);
+    void keepLog();
     void startWriting();
     void endWriting();
     bool isInPlace() const;

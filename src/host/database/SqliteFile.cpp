@@ -14,6 +14,8 @@
 #include <sys/vfs.h>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // WAL keeps its index in memory that the processes of one machine share.
@@ -114,13 +116,13 @@ void SqliteFile::mustNotBeForeign(const QString &path)
         return;
     // A database that keeps a log, but has none now, is read without one: SQLite would lay one beside it.
     const bool keepsLog = head.size() > 18 && head.at(18) == 2;
-    const bool hasLog = identityOf(path + QStringLiteral("-wal")).number != 0;
+    const bool hasLog = identityOf(path + u"-wal"_s).number != 0;
     const char *immutable = "?immutable=1";
     TOwner owner = ownerOf(path, keepsLog && !hasLog ? immutable : "?mode=ro");
     if (owner == TOwner::Unknown)
         owner = ownerOf(path, immutable);
     if (owner == TOwner::Another)
-        throw TDatabaseError(TFault::OtherProgram, path + QStringLiteral(": tables of another program"));
+        throw TDatabaseError(TFault::OtherProgram, path + u": tables of another program"_s);
 }
 
 bool SqliteFile::isHeldOpen(const QString &path)
@@ -128,8 +130,8 @@ bool SqliteFile::isHeldOpen(const QString &path)
     const TIdentity wanted = identityOf(path);
     if (wanted.number == 0)
         return false;
-    const QStringList descriptors = QDir(QStringLiteral("/proc/self/fd"))
-                                        .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System);
+    const QStringList descriptors =
+        QDir(u"/proc/self/fd"_s).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System);
     for (const QString &descriptor : descriptors) {
         struct stat info = {};
         if (fstat(descriptor.toInt(), &info) == 0 && info.st_dev == wanted.device &&

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <string>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// The letters of a UTF-8 text one by one, case folded. Broken bytes count as letters of their own.
@@ -171,7 +173,7 @@ void right(sqlite3_context *context, int count, sqlite3_value **values)
 
 void getdate(sqlite3_context *context, int, sqlite3_value **)
 {
-    answer(context, QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")));
+    answer(context, QDateTime::currentDateTime().toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s));
 }
 
 /// What PersianText::fold makes of the letters that nearly all texts consist of, taken from it letter by letter.

@@ -8,6 +8,8 @@
 #include <memory>
 #include <sqlite3.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 const int busyMilliseconds = 5000;
 }
@@ -34,7 +36,7 @@ void TSqliteHandle::fail(int code) const
     const int known = sqlite3_extended_errcode(m_db);
     throw TDatabaseError(
         Faults::ofSqlite((known & 0xff) == (code & 0xff) ? known : code, sqlite3_system_errno(m_db)),
-        m_file + QStringLiteral(": ") + QString::fromUtf8(sqlite3_errmsg(m_db)));
+        m_file + u": "_s + QString::fromUtf8(sqlite3_errmsg(m_db)));
 }
 
 void TSqliteHandle::run(const QString &sql)
@@ -70,7 +72,7 @@ QString TSqliteHandle::text(const QString &sql)
 
 void TSqliteHandle::mustBeSound()
 {
-    const QString answer = text(QStringLiteral("PRAGMA integrity_check(1)"));
-    if (answer != QLatin1String("ok"))
-        throw TDatabaseError(TFault::NotADatabase, m_file + QStringLiteral(": ") + answer);
+    const QString answer = text(u"PRAGMA integrity_check(1)"_s);
+    if (answer != "ok"_L1)
+        throw TDatabaseError(TFault::NotADatabase, m_file + u": "_s + answer);
 }

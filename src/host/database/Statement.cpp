@@ -2,6 +2,8 @@
 
 #include "host/Utility_ZLM/Decimal.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 bool isIntegerType(const QVariant &value)
@@ -36,14 +38,14 @@ QVariant asInteger(const QVariant &value)
 QString written(const QVariant &value)
 {
     if (value.isNull() || !value.isValid())
-        return QStringLiteral("null");
+        return u"null"_s;
     if (isIntegerType(value))
         return QString::number(value.toLongLong());
     if (value.typeId() == QMetaType::Double)
         return FloatToStr_ZLM(value.toDouble());
     if (value.typeId() == QMetaType::QByteArray)
-        return QStringLiteral("0x") + QString::fromLatin1(value.toByteArray().toHex());
-    return u'\'' + value.toString().replace(u'\'', QStringLiteral("''")) + u'\'';
+        return u"0x"_s + QString::fromLatin1(value.toByteArray().toHex());
+    return u'\'' + value.toString().replace(u'\'', u"''"_s) + u'\'';
 }
 
 } // namespace
@@ -100,7 +102,7 @@ TStatement &TStatement::amount(double value)
 TStatement &TStatement::text(const QString &value)
 {
     // A null string is an empty text here; NULL is bound with value(QVariant()).
-    return this->value(value.isNull() ? QStringLiteral("") : value);
+    return this->value(value.isNull() ? u""_s : value);
 }
 
 TStatement &TStatement::integers(const QString &commaSeparated)
@@ -111,11 +113,11 @@ TStatement &TStatement::integers(const QString &commaSeparated)
         if (number.isNull())
             continue;
         if (any)
-            sql(QStringLiteral(","));
+            sql(u","_s);
         value(number);
         any = true;
     }
-    return any ? *this : sql(QStringLiteral("null"));
+    return any ? *this : sql(u"null"_s);
 }
 
 TStatement &TStatement::append(const TStatement &other)

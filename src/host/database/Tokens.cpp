@@ -1,5 +1,7 @@
 #include "host/database/Tokens.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 bool beginsName(QChar c)
@@ -42,7 +44,7 @@ private:
             if (at().isSpace() || at() == QChar(0xFEFF))
                 ++m_at;
             else if (at() == u'-' && at(1) == u'-')
-                m_at = endOf(QStringLiteral("\n"));
+                m_at = endOf(u"\n"_s);
             else if (at() == u'/' && at(1) == u'*')
                 skipComment();
             else
@@ -96,9 +98,7 @@ private:
             return take(TToken::Named, endOfName(m_at + 2));
         if (c == u'@')
             return take(TToken::Variable, endOfName(m_at + (at(1) == u'@' ? 2 : 1)));
-        static const QLatin1StringView pairs[] = {QLatin1StringView("<>"), QLatin1StringView("<="),
-                                                  QLatin1StringView(">="), QLatin1StringView("!="),
-                                                  QLatin1StringView("||")};
+        static const QLatin1StringView pairs[] = {"<>"_L1, "<="_L1, ">="_L1, "!="_L1, "||"_L1};
         for (const QLatin1StringView pair : pairs)
             if (QStringView(m_sql).mid(m_at, 2) == pair)
                 return take(TToken::Symbol, m_at + 2);

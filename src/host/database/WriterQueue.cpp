@@ -9,6 +9,8 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const std::chrono::microseconds next{150}; // between two looks of the one whose turn comes next
@@ -36,7 +38,7 @@ TWriterQueue::~TWriterQueue()
 
 QString TWriterQueue::fileOf(const QString &databaseFile)
 {
-    return databaseFile + QStringLiteral("-queue");
+    return databaseFile + u"-queue"_s;
 }
 
 bool TWriterQueue::open()

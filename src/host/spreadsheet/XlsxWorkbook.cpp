@@ -7,13 +7,15 @@
 #include <cmath>
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr double PixelsOfACharacter = 7; // of the spreadsheet's own font
 constexpr int LongestSheetName = 31;     // characters (Office Open XML)
 
 constexpr qsizetype LongestText = 32767; // UTF-16 units in a cell (Office Open XML)
-const QString CutNote = QStringLiteral(" … (متن بریده شد)");
+const QString CutNote = u" … (متن بریده شد)"_s;
 
 /// Whether XML may hold the sign. A surrogate is judged with its neighbour.
 bool isForbidden(char32_t sign)
@@ -48,7 +50,7 @@ QString sheetName(const QString &title)
 {
     QString name;
     for (const QChar c : title.trimmed()) {
-        if (!QStringLiteral("[]:*?/\\'").contains(c))
+        if (!u"[]:*?/\\'"_s.contains(c))
             name += c;
     }
     if (name.size() > LongestSheetName)

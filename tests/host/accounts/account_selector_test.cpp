@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 class AccountSelector : public testing::Test {
@@ -63,10 +65,10 @@ protected:
 TEST_F(AccountSelector, ShowsTheNamesOfWhatIsTyped)
 {
     EXPECT_TRUE(account->TotalCode_EDT->hasFocus());
-    Keys::type(account->TotalCode_EDT, u"۶۱"_qs);
+    Keys::type(account->TotalCode_EDT, u"۶۱"_s);
     Keys::type(account->AssistantCode_EDT, "2");
     Keys::type(account->DetailCode_EDT, "2000000000");
-    EXPECT_TRUE(Keys::waitFor([&] { return name() == u"پرسنلی / مزایا / فروش"_qs; }));
+    EXPECT_TRUE(Keys::waitFor([&] { return name() == u"پرسنلی / مزایا / فروش"_s; }));
     EXPECT_EQ(account->TotalCode(), 61);
     EXPECT_EQ(account->AssistantCode(), 2);
     EXPECT_EQ(account->DetailCode(), 2000000000);
@@ -83,7 +85,7 @@ TEST_F(AccountSelector, ACodeThatTheChartDoesNotHaveIsToldAndCountsAsNone)
     EXPECT_EQ(messages.last().control, account->TotalCode_EDT);
     EXPECT_EQ(account->TotalCode_EDT->GetText(), "62");
     EXPECT_EQ(account->TotalCode(), 0);
-    EXPECT_EQ(name(), u"کد کل 62 ثبت نشده است"_qs);
+    EXPECT_EQ(name(), u"کد کل 62 ثبت نشده است"_s);
     Keys::picture(&screen, "account_selector_unknown");
 }
 
@@ -130,14 +132,14 @@ TEST_F(AccountSelector, ClearsAndShowsNothingForZero)
 TEST_F(AccountSelector, F2PicksATotal)
 {
     pick([&](QWidget *picker) {
-        Keys::type(picker->focusWidget(), u"پرسنل"_qs);
+        Keys::type(picker->focusWidget(), u"پرسنل"_s);
         Keys::press(picker, Qt::Key_Return); // on to the list
         Keys::picture(picker, "account_picker");
         Keys::press(picker, Qt::Key_Return);
         EXPECT_FALSE(picker->isVisible());
     });
     EXPECT_EQ(account->TotalCode_EDT->GetText(), "61");
-    EXPECT_EQ(name(), u"پرسنلی"_qs);
+    EXPECT_EQ(name(), u"پرسنلی"_s);
     EXPECT_EQ(screen.focusWidget(), account->TotalCode_EDT);
 }
 
@@ -160,7 +162,7 @@ TEST_F(AccountSelector, AnAssistantIsPickedWithinTheTotalThatStands)
         Keys::press(picker, Qt::Key_Return);
     });
     EXPECT_EQ(account->AssistantCode_EDT->GetText(), "2");
-    EXPECT_EQ(name(), u"پرداختنی / بیمه"_qs);
+    EXPECT_EQ(name(), u"پرداختنی / بیمه"_s);
 }
 
 TEST_F(AccountSelector, AnAssistantBringsItsTotalAlong)
@@ -205,9 +207,9 @@ TEST_F(AccountSelector, WithoutAccountsThePickerTellsWhereTheyComeFrom)
     account->SetCodes("61", "0", "0");
     account->AssistantCode_EDT->setFocus();
     pick([&](QWidget *picker) {
-        EXPECT_TRUE(shown(picker).startsWith(u"حساب کل 61 هیچ حساب معینی ندارد."_qs))
+        EXPECT_TRUE(shown(picker).startsWith(u"حساب کل 61 هیچ حساب معینی ندارد."_s))
             << shown(picker).toStdString();
-        EXPECT_TRUE(shown(picker).contains(u"حسابداری"_qs));
+        EXPECT_TRUE(shown(picker).contains(u"حسابداری"_s));
         EXPECT_FALSE(picker->findChild<QTableView *>()->isVisible());
         Keys::picture(picker, "account_picker_without_accounts");
         Keys::press(picker, Qt::Key_Escape);
@@ -222,7 +224,7 @@ TEST_F(AccountSelector, WithoutAccountsThePickerTellsWhereTheyComeFrom)
     });
     db.run("delete from AccountTotal");
     pick([&](QWidget *picker) {
-        EXPECT_TRUE(shown(picker).startsWith(u"هنوز هیچ حسابی"_qs));
+        EXPECT_TRUE(shown(picker).startsWith(u"هنوز هیچ حسابی"_s));
         Keys::press(picker, Qt::Key_Escape);
     });
 }

@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+using namespace Qt::Literals::StringLiterals;
+
 TEST(Appearance, AllControlsTogether)
 {
     QWidget form;
@@ -14,29 +16,26 @@ TEST(Appearance, AllControlsTogether)
         layout->addRow(caption, input);
         return input;
     };
-    add(QStringLiteral("  &عنوان :"), new TSmartEdit_ZLM)
-        ->SetText(QStringLiteral("روش می‌خواهم ABC 12"));
-    add(QStringLiteral("  &کد :"), new TSmartEdit_ZLM(nullptr, TSmartEdit_ZLM::Integer, 15))->SetValue(12);
-    add(QStringLiteral("  &مبلغ :"), new TSmartEdit_ZLM(nullptr, TSmartEdit_ZLM::Money, 15))
-        ->SetValue(-1234567.5);
-    auto *off = add(QStringLiteral("  غیر فعال :"), new TSmartEdit_ZLM);
-    off->SetText(QStringLiteral("خاموش"));
+    add(u"  &عنوان :"_s, new TSmartEdit_ZLM)->SetText(u"روش می‌خواهم ABC 12"_s);
+    add(u"  &کد :"_s, new TSmartEdit_ZLM(nullptr, TSmartEdit_ZLM::Integer, 15))->SetValue(12);
+    add(u"  &مبلغ :"_s, new TSmartEdit_ZLM(nullptr, TSmartEdit_ZLM::Money, 15))->SetValue(-1234567.5);
+    auto *off = add(u"  غیر فعال :"_s, new TSmartEdit_ZLM);
+    off->SetText(u"خاموش"_s);
     off->setEnabled(false);
-    auto *closed = add(QStringLiteral("  فقط خواندنی :"), new TSmartEdit_ZLM);
-    closed->SetText(QStringLiteral(" دفتر مرکزي "));
+    auto *closed = add(u"  فقط خواندنی :"_s, new TSmartEdit_ZLM);
+    closed->SetText(u" دفتر مرکزي "_s);
     closed->setReadOnly(true);
-    add(QStringLiteral("  کد جدول مالیاتی :"), new TSmartButtonEdit_ZLM)->SetValue(7);
-    add(QStringLiteral("  از &تاریخ :"), new TSmartDateEdit_ZLM)->SetText(QStringLiteral("1404/01/05"));
-    auto *wrong = add(QStringLiteral("  تا ت&اریخ :"), new TSmartDateEdit_ZLM);
-    wrong->SetText(QStringLiteral("1404/12/30"));
-    add(QStringLiteral("  ساعت ورود :"), new TSmartTime_ZLM)->SetText(QStringLiteral("08:00"));
-    add(QStringLiteral("  &مانده مسکوک :"), new TSmartSpinEdit_ZLM(nullptr, 0, 6));
-    add(QStringLiteral("  مبنای اضافه کار / کسر کار :"),
-        new TSmartComboBox_ZLM(nullptr, {QStringLiteral("روزانه"), QStringLiteral("ماهانه")}));
-    auto *check = add(QString(), new TSmartCheckBox_ZLM(QStringLiteral("م&شمول  مالیات")));
-    auto *save = add(QString(), new TSmartButton_ZLM(QStringLiteral("ذخيره F3")));
+    add(u"  کد جدول مالیاتی :"_s, new TSmartButtonEdit_ZLM)->SetValue(7);
+    add(u"  از &تاریخ :"_s, new TSmartDateEdit_ZLM)->SetText(u"1404/01/05"_s);
+    auto *wrong = add(u"  تا ت&اریخ :"_s, new TSmartDateEdit_ZLM);
+    wrong->SetText(u"1404/12/30"_s);
+    add(u"  ساعت ورود :"_s, new TSmartTime_ZLM)->SetText(u"08:00"_s);
+    add(u"  &مانده مسکوک :"_s, new TSmartSpinEdit_ZLM(nullptr, 0, 6));
+    add(u"  مبنای اضافه کار / کسر کار :"_s, new TSmartComboBox_ZLM(nullptr, {u"روزانه"_s, u"ماهانه"_s}));
+    auto *check = add(QString(), new TSmartCheckBox_ZLM(u"م&شمول  مالیات"_s));
+    auto *save = add(QString(), new TSmartButton_ZLM(u"ذخيره F3"_s));
     save->SetSaveMode(svSaveClose);
-    auto *disabled = add(QString(), new TSmartButton_ZLM(QStringLiteral("انتخاب Enter")));
+    auto *disabled = add(QString(), new TSmartButton_ZLM(u"انتخاب Enter"_s));
     disabled->setEnabled(false);
     form.show();
     form.activateWindow();
@@ -52,21 +51,21 @@ TEST(Appearance, AllControlsTogether)
     const QImage red = wrong->grab().toImage();
     EXPECT_GT(red.pixelColor(red.width() / 2, 1).red(), 150) << "what is no date stands out when it is left";
     EXPECT_LT(red.pixelColor(red.width() / 2, 1).green(), 100);
-    Keys::picture(&form, QStringLiteral("controls_focus_text"));
+    Keys::picture(&form, u"controls_focus_text"_s);
     for (QWidget *widget : {static_cast<QWidget *>(check), static_cast<QWidget *>(save)}) {
         const QImage before = widget->grab().toImage();
         widget->setFocus(Qt::TabFocusReason);
         EXPECT_NE(before, widget->grab().toImage());
-        Keys::picture(&form, QStringLiteral("controls_focus_") +
-                                 QString::fromLatin1(widget == check ? "check" : "button"));
+        Keys::picture(&form,
+                      u"controls_focus_"_s + QString::fromLatin1(widget == check ? "check" : "button"));
     }
 }
 
 TEST(Appearance, ACaptionWithAnAccessKeyKeepsItsLettersJoined)
 {
     QLineEdit input;
-    QLabel plain(QStringLiteral("  از تاریخ :"));
-    QLabel marked(QStringLiteral("  از &تاریخ :"));
+    QLabel plain(u"  از تاریخ :"_s);
+    QLabel marked(u"  از &تاریخ :"_s);
     marked.setBuddy(&input);
     for (QLabel *label : {&plain, &marked})
         label->resize(plain.sizeHint());
@@ -100,5 +99,5 @@ TEST(Appearance, ADisabledInputCanStillBeRead)
 TEST(Appearance, TheWindowsRunFromRightToLeftInThePersianFont)
 {
     EXPECT_EQ(QApplication::layoutDirection(), Qt::RightToLeft);
-    EXPECT_EQ(QApplication::font().families().value(0), QStringLiteral("Noto Sans Arabic"));
+    EXPECT_EQ(QApplication::font().families().value(0), u"Noto Sans Arabic"_s);
 }

@@ -4,6 +4,8 @@
 #include "host/Component_ZLM/PersianCalendarPopup.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct FormEdits : testing::Test {
@@ -35,13 +37,12 @@ TEST_F(DateEdit, ADateIsTypedWithOrWithoutSlashesInAnyScript)
 {
     auto *edit = open(new TSmartDateEdit_ZLM);
     for (const QString &typed :
-         {QStringLiteral("14040105"), QStringLiteral("1404/1/5"), QStringLiteral("۱۴۰۴/۰۱/۰۵"),
-          QStringLiteral("1404-01-05"), QStringLiteral("١٤٠٤.١.٥")}) {
+         {u"14040105"_s, u"1404/1/5"_s, u"۱۴۰۴/۰۱/۰۵"_s, u"1404-01-05"_s, u"١٤٠٤.١.٥"_s}) {
         edit->setFocus();
         Keys::retype(edit, typed);
-        EXPECT_EQ(edit->GetText(), QStringLiteral("1404/01/05")) << typed.toStdString();
+        EXPECT_EQ(edit->GetText(), u"1404/01/05"_s) << typed.toStdString();
         leave();
-        EXPECT_EQ(edit->text(), QStringLiteral("1404/01/05"));
+        EXPECT_EQ(edit->text(), u"1404/01/05"_s);
         EXPECT_TRUE(edit->IsValid());
     }
     EXPECT_TRUE(messages.take().isEmpty());
@@ -59,42 +60,42 @@ TEST_F(DateEdit, NoDateIsValidAndHasNoValue)
 TEST_F(DateEdit, ADateThatDoesNotExistStaysAsTypedAndIsNotValid)
 {
     auto *edit = open(new TSmartDateEdit_ZLM);
-    Keys::type(edit, QStringLiteral("1404/12/30"));
+    Keys::type(edit, u"1404/12/30"_s);
     leave();
-    EXPECT_EQ(edit->text(), QStringLiteral("1404/12/30")) << "1404 is no leap year";
+    EXPECT_EQ(edit->text(), u"1404/12/30"_s) << "1404 is no leap year";
     EXPECT_TRUE(messages.take().isEmpty()) << "leaving does not stop work";
     EXPECT_FALSE(edit->IsValid());
     EXPECT_EQ(messages.take().size(), 1);
     EXPECT_EQ(messages.last().number, 10);
     EXPECT_EQ(messages.last().control, edit);
     edit->setFocus();
-    Keys::retype(edit, QStringLiteral("1403/12/30"));
+    Keys::retype(edit, u"1403/12/30"_s);
     EXPECT_TRUE(edit->IsValid());
 }
 
 TEST_F(DateEdit, HalfADateIsKeptAndIsNotValid)
 {
     auto *edit = open(new TSmartDateEdit_ZLM);
-    Keys::type(edit, QStringLiteral("1404/"));
+    Keys::type(edit, u"1404/"_s);
     leave();
-    EXPECT_EQ(edit->GetText(), QStringLiteral("1404/"));
+    EXPECT_EQ(edit->GetText(), u"1404/"_s);
     EXPECT_FALSE(edit->IsValid());
 }
 
 TEST_F(DateEdit, LettersAndAThirdSlashAreNotTaken)
 {
     auto *edit = open(new TSmartDateEdit_ZLM);
-    Keys::type(edit, QStringLiteral("14x04/ش1/2/"));
-    EXPECT_EQ(edit->text(), QStringLiteral("1404/1/2"));
+    Keys::type(edit, u"14x04/ش1/2/"_s);
+    EXPECT_EQ(edit->text(), u"1404/1/2"_s);
     edit->Clear();
-    Keys::type(edit, QStringLiteral("140401051"));
-    EXPECT_EQ(edit->text(), QStringLiteral("14040105"));
+    Keys::type(edit, u"140401051"_s);
+    EXPECT_EQ(edit->text(), u"14040105"_s);
 }
 
 TEST_F(DateEdit, CompletingADateOnLeavingTellsTheChangeOnce)
 {
     auto *edit = open(new TSmartDateEdit_ZLM);
-    Keys::type(edit, QStringLiteral("1404/1/5"));
+    Keys::type(edit, u"1404/1/5"_s);
     const auto changes = countChanges(edit);
     leave();
     EXPECT_EQ(*changes, 1);
@@ -103,24 +104,24 @@ TEST_F(DateEdit, CompletingADateOnLeavingTellsTheChangeOnce)
 TEST_F(DateEdit, TheCalendarOpensOnTheTypedDayAndEnterTakesADay)
 {
     auto *edit = open(new TSmartDateEdit_ZLM);
-    edit->SetText(QStringLiteral("1404/01/05"));
+    edit->SetText(u"1404/01/05"_s);
     Keys::press(&form, Qt::Key_Down, Qt::AltModifier);
     ASSERT_TRUE(calendar());
     EXPECT_EQ(calendar()->day(), (TPersianDate{1404, 1, 5}));
-    Keys::picture(calendar(), QStringLiteral("calendar"));
+    Keys::picture(calendar(), u"calendar"_s);
     Keys::press(&form, Qt::Key_Left); // time runs to the left
     Keys::press(&form, Qt::Key_Down);
     EXPECT_EQ(calendar()->day(), (TPersianDate{1404, 1, 13}));
     Keys::press(&form, Qt::Key_Return);
     EXPECT_FALSE(calendar());
-    EXPECT_EQ(edit->GetText(), QStringLiteral("1404/01/13"));
+    EXPECT_EQ(edit->GetText(), u"1404/01/13"_s);
     EXPECT_TRUE(edit->hasFocus());
 }
 
 TEST_F(DateEdit, EscapeClosesTheCalendarAndKeepsTheDate)
 {
     auto *edit = open(new TSmartDateEdit_ZLM);
-    edit->SetText(QStringLiteral("1404/01/05"));
+    edit->SetText(u"1404/01/05"_s);
     int exits = 0;
     QObject::connect(edit, &TSmartEdit_ZLM::exited, edit, [&] { ++exits; });
     Keys::press(&form, Qt::Key_F2);
@@ -129,14 +130,14 @@ TEST_F(DateEdit, EscapeClosesTheCalendarAndKeepsTheDate)
     Keys::press(&form, Qt::Key_Escape);
     EXPECT_FALSE(calendar());
     EXPECT_TRUE(form.isVisible());
-    EXPECT_EQ(edit->GetText(), QStringLiteral("1404/01/05"));
+    EXPECT_EQ(edit->GetText(), u"1404/01/05"_s);
     EXPECT_EQ(exits, 0) << "a popup is no exit";
 }
 
 TEST_F(DateEdit, TheCalendarMovesByMonthAndYearAndStaysWithinTheMonthsDays)
 {
     auto *edit = open(new TSmartDateEdit_ZLM);
-    edit->SetText(QStringLiteral("1403/06/31"));
+    edit->SetText(u"1403/06/31"_s);
     Keys::press(&form, Qt::Key_F2);
     ASSERT_TRUE(calendar());
     Keys::press(&form, Qt::Key_PageDown);
@@ -166,7 +167,7 @@ TEST_F(DateEdit, TheCalendarEndsWithTheYearsItKnows)
 TEST_F(DateEdit, AClickTakesTheDayUnderTheMouse)
 {
     auto *edit = open(new TSmartDateEdit_ZLM);
-    edit->SetText(QStringLiteral("1404/01/05"));
+    edit->SetText(u"1404/01/05"_s);
     edit->PickButton()->click();
     ASSERT_TRUE(calendar());
     // 1 Farvardin 1404 is a Friday: the leftmost place of the first week.
@@ -176,7 +177,7 @@ TEST_F(DateEdit, AClickTakesTheDayUnderTheMouse)
     place.setY(12 + 2 * row + row / 2);
     QTest::mouseClick(calendar(), Qt::LeftButton, {}, place);
     EXPECT_FALSE(calendar());
-    EXPECT_EQ(edit->GetText(), QStringLiteral("1404/01/01"));
+    EXPECT_EQ(edit->GetText(), u"1404/01/01"_s);
 }
 
 using MaskEdit = FormEdits;
@@ -185,11 +186,11 @@ TEST_F(MaskEdit, ANationalCodeTakesTenDigitsAndChecksThem)
 {
     auto *edit = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::NationalCode, 10));
     EXPECT_TRUE(edit->IsValid()) << "empty is valid";
-    Keys::type(edit, QStringLiteral("۰0۱x2345678999"));
-    EXPECT_EQ(edit->text(), QStringLiteral("0012345678"));
+    Keys::type(edit, u"۰0۱x2345678999"_s);
+    EXPECT_EQ(edit->text(), u"0012345678"_s);
     EXPECT_FALSE(edit->IsValid());
-    EXPECT_EQ(messages.take(), QStringList{QStringLiteral("ShowSmartMessage:10310()")});
-    Keys::retype(edit, QStringLiteral("0013542419"));
+    EXPECT_EQ(messages.take(), QStringList{u"ShowSmartMessage:10310()"_s});
+    Keys::retype(edit, u"0013542419"_s);
     EXPECT_TRUE(edit->IsValid());
     EXPECT_TRUE(messages.take().isEmpty());
 }
@@ -197,26 +198,26 @@ TEST_F(MaskEdit, ANationalCodeTakesTenDigitsAndChecksThem)
 TEST_F(MaskEdit, APastedNationalCodeLosesItsDashes)
 {
     auto *edit = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::NationalCode, 10));
-    paste(edit, QStringLiteral(" 001-354241-9\n"));
-    EXPECT_EQ(edit->text(), QStringLiteral("0013542419"));
+    paste(edit, u" 001-354241-9\n"_s);
+    EXPECT_EQ(edit->text(), u"0013542419"_s);
 }
 
 TEST_F(MaskEdit, APostCodeHasTenDigits)
 {
     auto *edit = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::PostCode, 10));
     EXPECT_TRUE(edit->IsValid());
-    Keys::type(edit, QStringLiteral("123456789"));
+    Keys::type(edit, u"123456789"_s);
     EXPECT_FALSE(edit->IsValid());
     EXPECT_EQ(messages.take().size(), 1);
-    Keys::type(edit, QStringLiteral("0"));
+    Keys::type(edit, u"0"_s);
     EXPECT_TRUE(edit->IsValid());
 }
 
 TEST_F(MaskEdit, ATelephoneTakesItsSignsAndNoLetters)
 {
     auto *edit = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::Telephone, 15));
-    Keys::type(edit, QStringLiteral("(۰۲۱)88-77x"));
-    EXPECT_EQ(edit->text(), QStringLiteral("(021)88-77"));
+    Keys::type(edit, u"(۰۲۱)88-77x"_s);
+    EXPECT_EQ(edit->text(), u"(021)88-77"_s);
     EXPECT_TRUE(edit->IsValid());
     EXPECT_EQ(edit->layoutDirection(), Qt::LeftToRight);
 }
@@ -224,42 +225,40 @@ TEST_F(MaskEdit, ATelephoneTakesItsSignsAndNoLetters)
 TEST_F(MaskEdit, AnIdNumberHasDigitsOnly)
 {
     auto *edit = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::IdNumber, 10));
-    Keys::type(edit, QStringLiteral("۱2a٣"));
-    EXPECT_EQ(edit->text(), QStringLiteral("123"));
+    Keys::type(edit, u"۱2a٣"_s);
+    EXPECT_EQ(edit->text(), u"123"_s);
 }
 
 TEST_F(MaskEdit, AnEMailHasNameAndDomain)
 {
     auto *edit = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::Email, 50));
     EXPECT_TRUE(edit->IsValid());
-    for (const QString &wrong :
-         {QStringLiteral("ali"), QStringLiteral("ali@"), QStringLiteral("@a.ir"), QStringLiteral("a@b@c.ir"),
-          QStringLiteral("a@b."), QStringLiteral("a@.ir")}) {
+    for (const QString &wrong : {u"ali"_s, u"ali@"_s, u"@a.ir"_s, u"a@b@c.ir"_s, u"a@b."_s, u"a@.ir"_s}) {
         Keys::retype(edit, wrong);
         EXPECT_FALSE(edit->IsValid()) << wrong.toStdString();
     }
     EXPECT_EQ(messages.take().size(), 6);
-    Keys::retype(edit, QStringLiteral("ali.1@mail.example.ir"));
+    Keys::retype(edit, u"ali.1@mail.example.ir"_s);
     EXPECT_TRUE(edit->IsValid());
 }
 
 TEST_F(MaskEdit, APastedEMailLosesTheBlanksAroundIt)
 {
     auto *edit = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::Email, 50));
-    paste(edit, QStringLiteral(" ali@example.ir\n"));
-    EXPECT_EQ(edit->text(), QStringLiteral("ali@example.ir"));
+    paste(edit, u" ali@example.ir\n"_s);
+    EXPECT_EQ(edit->text(), u"ali@example.ir"_s);
 }
 
 TEST_F(MaskEdit, AStoredTextOfAnotherFormIsShownAndCanBeTakenAway)
 {
     auto *edit = open(new TSmartMaskEdit_ZLM(nullptr, TSmartMaskEdit_ZLM::Telephone, 5));
-    edit->SetText(QStringLiteral("12 داخلی 3"));
-    EXPECT_EQ(edit->GetText(), QStringLiteral("12 داخلی 3"));
+    edit->SetText(u"12 داخلی 3"_s);
+    EXPECT_EQ(edit->GetText(), u"12 داخلی 3"_s);
     edit->setCursorPosition(int(edit->text().size()));
     Keys::press(&form, Qt::Key_Backspace);
-    EXPECT_EQ(edit->text(), QStringLiteral("12 داخلی "));
-    Keys::type(edit, QStringLiteral("4"));
-    EXPECT_EQ(edit->text(), QStringLiteral("12 داخلی ")) << "nothing is added to it";
+    EXPECT_EQ(edit->text(), u"12 داخلی "_s);
+    Keys::type(edit, u"4"_s);
+    EXPECT_EQ(edit->text(), u"12 داخلی "_s) << "nothing is added to it";
 }
 
 TEST_F(MaskEdit, TenThousandPastedCharactersDoNoHarm)
@@ -276,10 +275,8 @@ TEST_F(TimeEdit, ATimeIsTypedWithOrWithoutTheColon)
 {
     auto *edit = open(new TSmartTime_ZLM);
     const QList<std::pair<QString, QString>> cases{
-        {QStringLiteral("0830"), QStringLiteral("08:30")}, {QStringLiteral("830"), QStringLiteral("08:30")},
-        {QStringLiteral("8"), QStringLiteral("08:00")},    {QStringLiteral("۱۶:۴۵"), QStringLiteral("16:45")},
-        {QStringLiteral("8:5"), QStringLiteral("08:05")},  {QStringLiteral("8.30"), QStringLiteral("08:30")},
-        {QStringLiteral("2359"), QStringLiteral("23:59")}, {QStringLiteral("0"), QStringLiteral("00:00")}};
+        {u"0830"_s, u"08:30"_s}, {u"830"_s, u"08:30"_s},  {u"8"_s, u"08:00"_s},    {u"۱۶:۴۵"_s, u"16:45"_s},
+        {u"8:5"_s, u"08:05"_s},  {u"8.30"_s, u"08:30"_s}, {u"2359"_s, u"23:59"_s}, {u"0"_s, u"00:00"_s}};
     for (const auto &[typed, time] : cases) {
         edit->setFocus();
         Keys::retype(edit, typed);
@@ -292,7 +289,7 @@ TEST_F(TimeEdit, ATimeIsTypedWithOrWithoutTheColon)
 TEST_F(TimeEdit, ATimeThatDoesNotExistStaysAsTypedAndIsNotValid)
 {
     auto *edit = open(new TSmartTime_ZLM);
-    for (const QString &typed : {QStringLiteral("24:00"), QStringLiteral("12:60"), QStringLiteral("2500")}) {
+    for (const QString &typed : {u"24:00"_s, u"12:60"_s, u"2500"_s}) {
         edit->setFocus();
         Keys::retype(edit, typed);
         leave();
@@ -306,8 +303,8 @@ TEST_F(TimeEdit, NoTimeIsValid)
 {
     auto *edit = open(new TSmartTime_ZLM);
     EXPECT_TRUE(edit->IsValid());
-    edit->SetText(QStringLiteral("08:00"));
-    EXPECT_EQ(edit->GetText(), QStringLiteral("08:00"));
+    edit->SetText(u"08:00"_s);
+    EXPECT_EQ(edit->GetText(), u"08:00"_s);
     Keys::retype(edit, {});
     leave();
     EXPECT_TRUE(edit->IsEmpty());
@@ -321,14 +318,14 @@ TEST(CodeForm, TypedCodesTurnIntoLatinDigitsWhenTheyAreLeftAndStoredOnesStay)
     code->SetCodeForm(TSmartEdit_ZLM::PlainCode);
     digits->SetCodeForm(TSmartEdit_ZLM::LatinDigits);
     form.open();
-    code->SetText(QStringLiteral(" ۱۲ "));
+    code->SetText(u" ۱۲ "_s);
     code->setFocus();
     digits->setFocus();
-    EXPECT_EQ(code->GetText(), QStringLiteral(" ۱۲ "));
-    Keys::retype(code, QStringLiteral(" ک۱٢\u200C "));
-    EXPECT_EQ(code->GetText(), QStringLiteral(" ک۱٢\u200C ")) << "while the user is at it";
-    Keys::retype(digits, QStringLiteral(" ۱ "));
-    EXPECT_EQ(code->GetText(), QStringLiteral("ک12"));
+    EXPECT_EQ(code->GetText(), u" ۱۲ "_s);
+    Keys::retype(code, u" ک۱٢\u200C "_s);
+    EXPECT_EQ(code->GetText(), u" ک۱٢\u200C "_s) << "while the user is at it";
+    Keys::retype(digits, u" ۱ "_s);
+    EXPECT_EQ(code->GetText(), u"ک12"_s);
     EXPECT_TRUE(code->WasTyped());
     digits->FinishTyping();
     EXPECT_EQ(digits->GetText(), " 1 ");

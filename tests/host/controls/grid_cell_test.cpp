@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// The same cells as the style itself paints them.
@@ -18,8 +20,8 @@ public:
     }
 };
 
-const QList<TGridColumn> columns = {{QStringLiteral("Title"), u"عنوان"_qs},
-                                    {QStringLiteral("Cost"), u"مبلغ"_qs, 0, true, TGridColumn::Money}};
+const QList<TGridColumn> columns = {{u"Title"_s, u"عنوان"_s},
+                                    {u"Cost"_s, u"مبلغ"_s, 0, true, TGridColumn::Money}};
 
 struct GridCell : testing::Test {
     QStandardItemModel model{1, 2};
@@ -68,15 +70,15 @@ struct GridCell : testing::Test {
 TEST_F(GridCell, EachTextStandsWhereTheStyleWouldPutIt)
 {
     for (const QString &text :
-         {u"روش محاسباتی ۱۲"_qs, u"حق بيمه کارمند"_qs, u"12,345,678"_qs, u"-5"_qs, u"Payroll (حقوق) 3"_qs,
-          u"  فاصله  "_qs, u"می‌شود 😀"_qs, u"متنی بلند که در هیچ ستونی جا نمی شود "_qs.repeated(5),
-          u"سطر یک\nسطر دو"_qs, QString()})
+         {u"روش محاسباتی ۱۲"_s, u"حق بيمه کارمند"_s, u"12,345,678"_s, u"-5"_s, u"Payroll (حقوق) 3"_s,
+          u"  فاصله  "_s, u"می‌شود 😀"_s, u"متنی بلند که در هیچ ستونی جا نمی شود "_s.repeated(5),
+          u"سطر یک\nسطر دو"_s, QString()})
         expectSame(text);
 }
 
 TEST_F(GridCell, ATextIsSeen)
 {
-    model.setData(model.index(0, 0), u"روش"_qs);
+    model.setData(model.index(0, 0), u"روش"_s);
     const QStyle::State state = QStyle::State_Enabled | QStyle::State_Active;
     const QImage with = painted(ours, 0, state);
     model.setData(model.index(0, 0), QString());
@@ -85,12 +87,12 @@ TEST_F(GridCell, ATextIsSeen)
 
 TEST_F(GridCell, ACellWithATickIsTheStyles)
 {
-    auto *item = new QStandardItem(u"مزایا"_qs);
+    auto *item = new QStandardItem(u"مزایا"_s);
     item->setCheckable(true);
     for (const Qt::CheckState tick : {Qt::Checked, Qt::Unchecked}) {
         item->setCheckState(tick);
         model.setItem(0, 0, item);
-        expectSame(u"حق مسکن"_qs);
+        expectSame(u"حق مسکن"_s);
     }
 }
 

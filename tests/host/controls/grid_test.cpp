@@ -20,47 +20,47 @@
 #include <tuple>
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const int rowCount = 300;
 
 QList<TGridColumn> columns()
 {
-    return {{QStringLiteral("Code"), QStringLiteral("کد"), 43, true, TGridColumn::Code},
-            {QStringLiteral("Title"), QStringLiteral("عنوان"), 152},
-            {QStringLiteral("Cost"), QStringLiteral("مبلغ"), 120, true, TGridColumn::Money},
-            {QStringLiteral("Hidden"), QStringLiteral("پنهان"), 80, false},
-            {QStringLiteral("Row"), QStringLiteral("ردیف"), 50, true, TGridColumn::RowNumber}};
+    return {{u"Code"_s, u"کد"_s, 43, true, TGridColumn::Code},
+            {u"Title"_s, u"عنوان"_s, 152},
+            {u"Cost"_s, u"مبلغ"_s, 120, true, TGridColumn::Money},
+            {u"Hidden"_s, u"پنهان"_s, 80, false},
+            {u"Row"_s, u"ردیف"_s, 50, true, TGridColumn::RowNumber}};
 }
 
 struct Grid : testing::Test {
     TestDatabase database;
     ScriptedMessages messages;
-    TQuery query{DM.ADOConnection1, QStringLiteral("List_QUR")};
+    TQuery query{DM.ADOConnection1, u"List_QUR"_s};
     QDialog form;
     TSmartGrid_ZLM *grid = nullptr;
 
     void SetUp() override
     {
-        LayoutStore::setValue(QStringLiteral("QDialog/Sample_GRD"), {});
-        database.run(
-            QStringLiteral("create table Sample(Code int primary key, Title nvarchar(50), Cost float, "
-                           "Hidden nvarchar(10))"));
+        LayoutStore::setValue(u"QDialog/Sample_GRD"_s, {});
+        database.run(u"create table Sample(Code int primary key, Title nvarchar(50), Cost float, "
+                     "Hidden nvarchar(10))"_s);
         query.setStatement(TStatement("select Code, Title, Cost, Hidden from Sample"));
-        query.setKeyField(QStringLiteral("Code"));
+        query.setKeyField(u"Code"_s);
     }
     void fill(int rows = rowCount)
     {
         for (int i = 1; i <= rows; ++i) {
             // Costs run against the codes: 300 has the least.
-            database.run(QStringLiteral("insert into Sample values (%1, 'روش شماره %1', %2, 'x')")
-                             .arg(i)
-                             .arg((rowCount - i) * 1000.5, 0, 'f', 1));
+            database.run(u"insert into Sample values (%1, 'روش شماره %1', %2, 'x')"_s.arg(i).arg(
+                (rowCount - i) * 1000.5, 0, 'f', 1));
         }
     }
     void show(bool openQuery = true)
     {
-        grid = new TSmartGrid_ZLM(QStringLiteral("Sample_GRD"), &form);
+        grid = new TSmartGrid_ZLM(u"Sample_GRD"_s, &form);
         grid->SetColumns(&query, columns());
         auto *layout = new QVBoxLayout(&form);
         layout->addWidget(grid);
@@ -86,10 +86,10 @@ struct Grid : testing::Test {
 
 TEST_F(Grid, AnEmptyListSaysSo)
 {
-    const QString empty = QStringLiteral("<داده ای برای نمایش وجود ندارد>");
+    const QString empty = u"<داده ای برای نمایش وجود ندارد>"_s;
     show();
     EXPECT_EQ(paintedText(grid->viewport()), empty);
-    Keys::picture(&form, QStringLiteral("grid_empty"));
+    Keys::picture(&form, u"grid_empty"_s);
     fill(1);
     query.close();
     EXPECT_EQ(paintedText(grid->viewport()), empty) << "a list that is not open has no rows either";
@@ -102,11 +102,11 @@ TEST_F(Grid, CellsAreShownByTheirFormat)
     fill();
     show();
     EXPECT_EQ(grid->Model()->rowCount(), rowCount);
-    EXPECT_EQ(cell(0, 0), QStringLiteral("1"));
-    EXPECT_EQ(cell(0, 1), QStringLiteral("روش شماره 1"));
-    EXPECT_EQ(cell(0, 2), QStringLiteral("299,149.5"));
-    EXPECT_EQ(cell(299, 4), QStringLiteral("300"));
-    Keys::picture(&form, QStringLiteral("grid_rows"));
+    EXPECT_EQ(cell(0, 0), u"1"_s);
+    EXPECT_EQ(cell(0, 1), u"روش شماره 1"_s);
+    EXPECT_EQ(cell(0, 2), u"299,149.5"_s);
+    EXPECT_EQ(cell(299, 4), u"300"_s);
+    Keys::picture(&form, u"grid_rows"_s);
 }
 
 TEST_F(Grid, HeadersAndCellsStandAtTheRightAndCaptionsFit)
@@ -135,7 +135,7 @@ TEST_F(Grid, TheCurrentRowFollowsTheQueryAndTheQueryTheGrid)
     EXPECT_TRUE(grid->viewport()->rect().intersects(grid->visualRect(grid->currentIndex())));
     Keys::press(&form, Qt::Key_Up);
     EXPECT_EQ(query.position(), rowCount - 2);
-    EXPECT_EQ(query.asInteger(QStringLiteral("Code")), rowCount - 1);
+    EXPECT_EQ(query.asInteger(u"Code"_s), rowCount - 1);
     query.close();
     EXPECT_EQ(grid->Model()->rowCount(), 0);
     query.open();
@@ -168,17 +168,17 @@ TEST_F(Grid, AClickOnAHeaderSortsAndKeepsTheCurrentRow)
     show();
     query.moveTo(9); // code 10
     clickHeader(2);
-    EXPECT_EQ(cell(0, 0), QStringLiteral("300")) << "least cost first";
-    EXPECT_EQ(query.asInteger(QStringLiteral("Code")), 10);
+    EXPECT_EQ(cell(0, 0), u"300"_s) << "least cost first";
+    EXPECT_EQ(query.asInteger(u"Code"_s), 10);
     EXPECT_EQ(grid->currentIndex().row(), query.position());
     EXPECT_EQ(query.position(), rowCount - 10);
     clickHeader(2);
-    EXPECT_EQ(cell(0, 0), QStringLiteral("1"));
-    EXPECT_EQ(query.asInteger(QStringLiteral("Code")), 10);
+    EXPECT_EQ(cell(0, 0), u"1"_s);
+    EXPECT_EQ(query.asInteger(u"Code"_s), 10);
     clickHeader(2);
     EXPECT_FALSE(grid->horizontalHeader()->isSortIndicatorShown())
         << "a third click returns to the order of the keys";
-    EXPECT_EQ(cell(0, 0), QStringLiteral("1"));
+    EXPECT_EQ(cell(0, 0), u"1"_s);
 }
 
 TEST_F(Grid, TheRowNumberIsNothingToSortBy)
@@ -213,9 +213,9 @@ TEST_F(Grid, ARowThatCannotBeReadIsToldOnceAndTheProgramGoesOn)
     database.failStatement(0);
     int told = 0;
     for (const QString &message : messages.take())
-        told += message.startsWith(QLatin1String("MsgDatabaseError")) ? 1 : 0;
+        told += message.startsWith("MsgDatabaseError"_L1) ? 1 : 0;
     EXPECT_EQ(told, 1);
-    EXPECT_EQ(cell(150, 0), QStringLiteral("151")) << "the next try reads it";
+    EXPECT_EQ(cell(150, 0), u"151"_s) << "the next try reads it";
 }
 
 TEST_F(Grid, OneRowIsSelectedUnlessSeveralMayBe)
@@ -254,13 +254,13 @@ TEST_F(Grid, SpaceTicksRowsAndTicksStayWithTheirRows)
     Keys::press(&form, Qt::Key_Space);
     EXPECT_EQ(grid->Model()->checkedKeys(), (QList<qlonglong>{1, 3}));
     EXPECT_EQ(told, 2);
-    Keys::picture(&form, QStringLiteral("grid_checks"));
+    Keys::picture(&form, u"grid_checks"_s);
     clickHeader(2); // sorted by cost, code 3 comes before code 1
     EXPECT_EQ(grid->Model()->checkedKeys(), (QList<qlonglong>{3, 1}));
     query.moveTo(query.rowOfKey(3));
     Keys::press(&form, Qt::Key_Space);
     EXPECT_EQ(grid->Model()->checkedKeys(), (QList<qlonglong>{1}));
-    database.run(QStringLiteral("delete from Sample where Code = 1"));
+    database.run(u"delete from Sample where Code = 1"_s);
     query.close();
     query.open();
     EXPECT_TRUE(grid->Model()->checkedKeys().isEmpty()) << "a row that is gone is not ticked";
@@ -284,7 +284,7 @@ TEST_F(Grid, EnterFunctionKeysAndLettersAreTheScreens)
         void keyPressEvent(QKeyEvent *event) override { keys << event->key(); }
     } screen;
     fill(5);
-    auto *owned = new TSmartGrid_ZLM(QStringLiteral("Sample_GRD"), &screen);
+    auto *owned = new TSmartGrid_ZLM(u"Sample_GRD"_s, &screen);
     owned->SetColumns(&query, columns());
     query.open();
     screen.show();
@@ -343,7 +343,7 @@ TEST_F(Grid, CtrlCCopiesTheCurrentRowAsItIsShown)
     show();
     query.moveTo(1);
     Keys::press(&form, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("2\tروش شماره 2\t298,149\t2"));
+    EXPECT_EQ(QApplication::clipboard()->text(), u"2\tروش شماره 2\t298,149\t2"_s);
 }
 
 TEST_F(Grid, TheColumnMenuHidesAndShowsColumnsButNeverTheLastOne)
@@ -367,12 +367,12 @@ TEST_F(Grid, TheColumnMenuHidesAndShowsColumnsButNeverTheLastOne)
 TEST_F(Grid, AColumnThatIsNotOfferedIsHiddenAndNotInTheMenu)
 {
     show();
-    grid->SetColumnOffered(QStringLiteral("cost"), false);
+    grid->SetColumnOffered(u"cost"_s, false);
     EXPECT_TRUE(grid->isColumnHidden(2));
     QMenu menu;
     grid->FillColumnMenu(&menu);
     EXPECT_EQ(menu.actions().size(), 4);
-    grid->SetColumnOffered(QStringLiteral("Cost"), true);
+    grid->SetColumnOffered(u"Cost"_s, true);
     EXPECT_FALSE(grid->isColumnHidden(2));
 }
 
@@ -387,7 +387,7 @@ TEST_F(Grid, TheColumnsStayAsTheUserArrangedThem)
     form.hide();
 
     QDialog again;
-    TSmartGrid_ZLM other(QStringLiteral("Sample_GRD"), &again);
+    TSmartGrid_ZLM other(u"Sample_GRD"_s, &again);
     other.SetColumns(&query, columns());
     again.show();
     EXPECT_EQ(other.columnWidth(1), 211);
@@ -395,7 +395,7 @@ TEST_F(Grid, TheColumnsStayAsTheUserArrangedThem)
     EXPECT_FALSE(other.isColumnHidden(3));
 
     QDialog third;
-    TSmartGrid_ZLM stranger(QStringLiteral("Other_GRD"), &third);
+    TSmartGrid_ZLM stranger(u"Other_GRD"_s, &third);
     stranger.SetColumns(&query, columns());
     third.show();
     EXPECT_EQ(stranger.horizontalHeader()->visualIndex(0), 0) << "another grid has its own layout";
@@ -403,9 +403,8 @@ TEST_F(Grid, TheColumnsStayAsTheUserArrangedThem)
 
 TEST_F(Grid, ADamagedLayoutLeavesTheScreensOwn)
 {
-    LayoutStore::setValue(QStringLiteral("QDialog/Sample_GRD"),
-                          QStringList{QStringLiteral("Nothing:5:1"), QStringLiteral("Title:-7:0"),
-                                      QStringLiteral("junk"), QStringLiteral("Code:90:0")});
+    LayoutStore::setValue(u"QDialog/Sample_GRD"_s,
+                          QStringList{u"Nothing:5:1"_s, u"Title:-7:0"_s, u"junk"_s, u"Code:90:0"_s});
     show();
     EXPECT_EQ(grid->columnWidth(1), 152);
     EXPECT_TRUE(grid->isColumnHidden(0));
@@ -447,10 +446,10 @@ TEST_F(Grid, AnArrangementThatStaysAsItWasIsNotWrittenAgain)
 
 TEST_F(Grid, TheGridOutlivesItsQuery)
 {
-    auto second = std::make_unique<TQuery>(DM.ADOConnection1, QStringLiteral("Temp_QUR"));
+    auto second = std::make_unique<TQuery>(DM.ADOConnection1, u"Temp_QUR"_s);
     second->setStatement(TStatement("select Code, Title, Cost, Hidden from Sample"));
     fill(5);
-    TSmartGrid_ZLM other(QStringLiteral("Sample_GRD"), &form);
+    TSmartGrid_ZLM other(u"Sample_GRD"_s, &form);
     other.SetColumns(second.get(), columns());
     second->open();
     EXPECT_EQ(other.Model()->rowCount(), 5);

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest-spi.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 TEST(Keys, APersianTextIsTypedCharacterByCharacter)
 {
     Form form;
@@ -14,11 +16,11 @@ TEST(Keys, APersianTextIsTypedCharacterByCharacter)
     form.open();
     int edits = 0;
     QObject::connect(edit, &QLineEdit::textEdited, edit, [&] { ++edits; });
-    Keys::type(edit, QStringLiteral("مي\u200Cخ 😀1a"));
-    EXPECT_EQ(edit->text(), QStringLiteral("مي\u200Cخ 😀1a"));
+    Keys::type(edit, u"مي\u200Cخ 😀1a"_s);
+    EXPECT_EQ(edit->text(), u"مي\u200Cخ 😀1a"_s);
     EXPECT_EQ(edits, 8) << "a character beyond the first plane is one key";
-    Keys::retype(edit, QStringLiteral("ب"));
-    EXPECT_EQ(edit->text(), QStringLiteral("ب"));
+    Keys::retype(edit, u"ب"_s);
+    EXPECT_EQ(edit->text(), u"ب"_s);
     Keys::retype(edit, {});
     EXPECT_TRUE(edit->text().isEmpty());
 }
@@ -34,14 +36,14 @@ TEST(Keys, AKeyGoesToTheInputThatHasTheFocus)
     Keys::press(&form, Qt::Key_A);
     Keys::press(&form, Qt::Key_B, Qt::ShiftModifier);
     EXPECT_TRUE(first->text().isEmpty());
-    EXPECT_EQ(second->text(), QStringLiteral("aB"));
+    EXPECT_EQ(second->text(), u"aB"_s);
 }
 
 TEST(Keys, AKeyGoesToAnOpenListFirst)
 {
     Form form;
     auto *combo = form.add(new QComboBox);
-    combo->addItems({QStringLiteral("یک"), QStringLiteral("دو")});
+    combo->addItems({u"یک"_s, u"دو"_s});
     form.open();
     combo->setFocus();
     combo->showPopup();
@@ -58,7 +60,7 @@ TEST(Keys, ADisabledInputTakesNoKeys)
     auto *edit = form.add(new QLineEdit);
     edit->setEnabled(false);
     form.open();
-    Keys::type(edit, QStringLiteral("a"));
+    Keys::type(edit, u"a"_s);
     EXPECT_TRUE(edit->text().isEmpty());
 }
 
@@ -118,12 +120,12 @@ TEST(Keys, AScreenLeftOpenIsClosedEvenWhenItRefuses)
 TEST(Keys, AChildThatIsMissingEndsTheTestAndNotTheProgram)
 {
     QDialog dialog;
-    dialog.setObjectName(QStringLiteral("screen"));
+    dialog.setObjectName(u"screen"_s);
     EXPECT_THROW(Keys::runModal([&] { return dialog.exec(); },
-                                [](QWidget *screen) { Keys::child(screen, QStringLiteral("None_EDT")); }),
+                                [](QWidget *screen) { Keys::child(screen, u"None_EDT"_s); }),
                  std::runtime_error);
     EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(Keys::child(&dialog, QStringLiteral("screen")), &dialog);
+    EXPECT_EQ(Keys::child(&dialog, u"screen"_s), &dialog);
 }
 
 namespace {

@@ -9,6 +9,8 @@
 
 #include <memory>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using Edit = TSmartEdit_ZLM;
@@ -32,46 +34,45 @@ struct SmartEdit : testing::Test {
 TEST_F(SmartEdit, DigitsOfAllThreeScriptsAreKeptAsLatinOnes)
 {
     Edit *edit = input(Edit::Integer);
-    Keys::type(edit, QStringLiteral("1۲٣"));
-    EXPECT_EQ(edit->text(), QStringLiteral("123"));
+    Keys::type(edit, u"1۲٣"_s);
+    EXPECT_EQ(edit->text(), u"123"_s);
     EXPECT_EQ(edit->GetValue(), QVariant(123));
 }
 
 TEST_F(SmartEdit, LettersAreNotTakenByANumber)
 {
     Edit *edit = input(Edit::Number);
-    Keys::type(edit, QStringLiteral("1aش2"));
-    EXPECT_EQ(edit->text(), QStringLiteral("12"));
+    Keys::type(edit, u"1aش2"_s);
+    EXPECT_EQ(edit->text(), u"12"_s);
 }
 
 TEST_F(SmartEdit, AWholeNumberHasNoDecimalPoint)
 {
     Edit *edit = input(Edit::Integer);
-    Keys::type(edit, QStringLiteral("7.5"));
-    EXPECT_EQ(edit->text(), QStringLiteral("75"));
+    Keys::type(edit, u"7.5"_s);
+    EXPECT_EQ(edit->text(), u"75"_s);
 }
 
 TEST_F(SmartEdit, TheDecimalPointsOfTheKeyboardsAreAllAPoint)
 {
     Edit *edit = input(Edit::Number);
-    for (const QString &typed : {QStringLiteral("۷٫۳۳"), QStringLiteral("7.33"), QStringLiteral("۷/۳۳")}) {
+    for (const QString &typed : {u"۷٫۳۳"_s, u"7.33"_s, u"۷/۳۳"_s}) {
         Keys::retype(edit, typed);
-        EXPECT_EQ(edit->GetText(), QStringLiteral("7.33"));
+        EXPECT_EQ(edit->GetText(), u"7.33"_s);
         EXPECT_DOUBLE_EQ(edit->asFloat(), 7.33);
     }
-    Keys::type(edit, QStringLiteral(".1"));
-    EXPECT_EQ(edit->text(), QStringLiteral("7.331")) << "a second point is not taken";
+    Keys::type(edit, u".1"_s);
+    EXPECT_EQ(edit->text(), u"7.331"_s) << "a second point is not taken";
 }
 
 TEST_F(SmartEdit, PastedAmountsLoseSeparatorsBlanksAndCurrency)
 {
     Edit *edit = input(Edit::Number);
-    for (const QString &pasted :
-         {QStringLiteral("1,234,567.5"), QStringLiteral("۱٬۲۳۴٬۵۶۷٫۵"), QStringLiteral(" 1 234 567.5 ریال\n"),
-          QStringLiteral("1\u00A0234\u202F567.5"), QStringLiteral("\u200E1234567.5\u200F تومان")}) {
+    for (const QString &pasted : {u"1,234,567.5"_s, u"۱٬۲۳۴٬۵۶۷٫۵"_s, u" 1 234 567.5 ریال\n"_s,
+                                  u"1\u00A0234\u202F567.5"_s, u"\u200E1234567.5\u200F تومان"_s}) {
         edit->Clear();
         paste(edit, pasted);
-        EXPECT_EQ(edit->text(), QStringLiteral("1234567.5")) << pasted.toStdString();
+        EXPECT_EQ(edit->text(), u"1234567.5"_s) << pasted.toStdString();
     }
     EXPECT_TRUE(messages.take().isEmpty());
 }
@@ -79,16 +80,16 @@ TEST_F(SmartEdit, PastedAmountsLoseSeparatorsBlanksAndCurrency)
 TEST_F(SmartEdit, PastedTextThatIsNoNumberIsRefusedWithAHint)
 {
     Edit *edit = input(Edit::Number);
-    Keys::type(edit, QStringLiteral("12"));
-    paste(edit, QStringLiteral("'; drop table Tax --"));
-    EXPECT_EQ(edit->text(), QStringLiteral("12"));
+    Keys::type(edit, u"12"_s);
+    paste(edit, u"'; drop table Tax --"_s);
+    EXPECT_EQ(edit->text(), u"12"_s);
     EXPECT_EQ(messages.take().size(), 1);
 }
 
 TEST_F(SmartEdit, APastedNumberIsNeverCutToAnotherNumber)
 {
     Edit *edit = input(Edit::Money, 5);
-    paste(edit, QStringLiteral("1234567"));
+    paste(edit, u"1234567"_s);
     EXPECT_TRUE(edit->IsEmpty());
     EXPECT_EQ(messages.take().size(), 1);
 }
@@ -96,59 +97,59 @@ TEST_F(SmartEdit, APastedNumberIsNeverCutToAnotherNumber)
 TEST_F(SmartEdit, MoneyIsGroupedWhileTypingAndTheCaretStaysBehindItsDigit)
 {
     Edit *edit = input(Edit::Money);
-    Keys::type(edit, QStringLiteral("1234567"));
-    EXPECT_EQ(edit->text(), QStringLiteral("1,234,567"));
+    Keys::type(edit, u"1234567"_s);
+    EXPECT_EQ(edit->text(), u"1,234,567"_s);
     EXPECT_EQ(edit->cursorPosition(), 9);
     edit->setCursorPosition(3); // behind the 2 and the 3: "1,2|34"
-    Keys::type(edit, QStringLiteral("9"));
-    EXPECT_EQ(edit->text(), QStringLiteral("12,934,567"));
+    Keys::type(edit, u"9"_s);
+    EXPECT_EQ(edit->text(), u"12,934,567"_s);
     EXPECT_EQ(edit->cursorPosition(), 4);
-    EXPECT_EQ(edit->GetText(), QStringLiteral("12934567"));
+    EXPECT_EQ(edit->GetText(), u"12934567"_s);
     EXPECT_DOUBLE_EQ(edit->asFloat(), 12934567.0);
 }
 
 TEST_F(SmartEdit, BackspaceAndDeletePassOverASeparatorToTheDigit)
 {
     Edit *edit = input(Edit::Money);
-    edit->SetText(QStringLiteral("1234567"));
+    edit->SetText(u"1234567"_s);
     edit->setCursorPosition(6); // "1,234,|567"
     Keys::press(&form, Qt::Key_Backspace);
-    EXPECT_EQ(edit->text(), QStringLiteral("123,567"));
+    EXPECT_EQ(edit->text(), u"123,567"_s);
     edit->setCursorPosition(3); // "123|,567"
     Keys::press(&form, Qt::Key_Delete);
-    EXPECT_EQ(edit->text(), QStringLiteral("12,367"));
+    EXPECT_EQ(edit->text(), u"12,367"_s);
 }
 
 TEST_F(SmartEdit, SeparatorsDoNotCountForTheLargestLength)
 {
     Edit *edit = input(Edit::Money, 15);
-    Keys::type(edit, QStringLiteral("1234567890123456"));
-    EXPECT_EQ(edit->text(), QStringLiteral("123,456,789,012,345"));
+    Keys::type(edit, u"1234567890123456"_s);
+    EXPECT_EQ(edit->text(), u"123,456,789,012,345"_s);
 }
 
 TEST_F(SmartEdit, AMoneyInputKeepsDecimalsUngrouped)
 {
     Edit *edit = input(Edit::Money);
-    Keys::type(edit, QStringLiteral("1234.5678"));
-    EXPECT_EQ(edit->text(), QStringLiteral("1,234.5678"));
+    Keys::type(edit, u"1234.5678"_s);
+    EXPECT_EQ(edit->text(), u"1,234.5678"_s);
 }
 
 TEST_F(SmartEdit, ALargerNumberThanTheRangeIsNotTaken)
 {
     Edit *edit = input(Edit::Integer);
     edit->SetRange(1, 999999);
-    Keys::type(edit, QStringLiteral("1000000"));
-    EXPECT_EQ(edit->text(), QStringLiteral("100000"));
+    Keys::type(edit, u"1000000"_s);
+    EXPECT_EQ(edit->text(), u"100000"_s);
 }
 
 TEST_F(SmartEdit, ASmallerNumberIsRaisedWhenTheFocusLeavesAndAnEmptyInputStaysEmpty)
 {
     Edit *edit = input(Edit::Integer);
     edit->SetRange(10, 99);
-    Keys::type(edit, QStringLiteral("5"));
-    EXPECT_EQ(edit->text(), QStringLiteral("5"));
+    Keys::type(edit, u"5"_s);
+    EXPECT_EQ(edit->text(), u"5"_s);
     Keys::press(&form, Qt::Key_Tab);
-    EXPECT_EQ(edit->text(), QStringLiteral("10"));
+    EXPECT_EQ(edit->text(), u"10"_s);
     edit->setFocus();
     Keys::retype(edit, {});
     Keys::press(&form, Qt::Key_Tab);
@@ -159,9 +160,9 @@ TEST_F(SmartEdit, WhatTheProgramSetIsNotRaisedByPassingThrough)
 {
     Edit *edit = input(Edit::Integer);
     edit->SetRange(1, 999999);
-    edit->SetText(QStringLiteral("0"));
+    edit->SetText(u"0"_s);
     Keys::press(&form, Qt::Key_Tab);
-    EXPECT_EQ(edit->text(), QStringLiteral("0"));
+    EXPECT_EQ(edit->text(), u"0"_s);
 }
 
 TEST_F(SmartEdit, UpAndDownStepWithinTheRange)
@@ -170,13 +171,13 @@ TEST_F(SmartEdit, UpAndDownStepWithinTheRange)
     edit->SetRange(1, 3);
     edit->SetSpin(true);
     Keys::press(&form, Qt::Key_Up);
-    EXPECT_EQ(edit->text(), QStringLiteral("1"));
+    EXPECT_EQ(edit->text(), u"1"_s);
     for (int i = 0; i < 5; ++i)
         Keys::press(&form, Qt::Key_Up);
-    EXPECT_EQ(edit->text(), QStringLiteral("3"));
+    EXPECT_EQ(edit->text(), u"3"_s);
     for (int i = 0; i < 5; ++i)
         Keys::press(&form, Qt::Key_Down);
-    EXPECT_EQ(edit->text(), QStringLiteral("1"));
+    EXPECT_EQ(edit->text(), u"1"_s);
 }
 
 TEST_F(SmartEdit, SpinButtonsStepWithinBoundsOfTheirOwnAndZeroMayBeTyped)
@@ -212,18 +213,17 @@ TEST_F(SmartEdit, SpinButtonsStepWithinBoundsOfTheirOwnAndZeroMayBeTyped)
 TEST_F(SmartEdit, WithoutSpinTheArrowsDoNothing)
 {
     Edit *edit = input(Edit::Integer);
-    Keys::type(edit, QStringLiteral("5"));
+    Keys::type(edit, u"5"_s);
     Keys::press(&form, Qt::Key_Up);
-    EXPECT_EQ(edit->text(), QStringLiteral("5"));
+    EXPECT_EQ(edit->text(), u"5"_s);
 }
 
 TEST_F(SmartEdit, ANumberOnItsWayIsCompletedWhenTheFocusLeaves)
 {
     Edit *edit = input(Edit::Number);
     const QList<std::pair<QString, QString>> cases{
-        {QStringLiteral("7."), QStringLiteral("7")},      {QStringLiteral(".5"), QStringLiteral("0.5")},
-        {QStringLiteral("007"), QStringLiteral("7")},     {QStringLiteral("."), QString()},
-        {QStringLiteral("0.50"), QStringLiteral("0.50")},
+        {u"7."_s, u"7"_s},   {u".5"_s, u"0.5"_s},    {u"007"_s, u"7"_s},
+        {u"."_s, QString()}, {u"0.50"_s, u"0.50"_s},
     };
     for (const auto &[typed, left] : cases) {
         edit->setFocus();
@@ -237,10 +237,10 @@ TEST_F(SmartEdit, ANumberOnItsWayIsCompletedWhenTheFocusLeaves)
 TEST_F(SmartEdit, AMinusIsTakenOnlyWhereTheRangeHasNegativeNumbers)
 {
     Edit *edit = input(Edit::Integer);
-    Keys::type(edit, QStringLiteral("-5"));
-    EXPECT_EQ(edit->text(), QStringLiteral("5"));
+    Keys::type(edit, u"-5"_s);
+    EXPECT_EQ(edit->text(), u"5"_s);
     edit->SetRange(-10, 10);
-    Keys::retype(edit, QStringLiteral("-5"));
+    Keys::retype(edit, u"-5"_s);
     EXPECT_EQ(edit->asInteger(), -5);
 }
 
@@ -248,29 +248,29 @@ TEST_F(SmartEdit, ValuesGoInAndComeOutByKind)
 {
     Edit *number = input(Edit::Number);
     number->SetValue(7.33);
-    EXPECT_EQ(number->text(), QStringLiteral("7.33"));
+    EXPECT_EQ(number->text(), u"7.33"_s);
     EXPECT_EQ(number->GetValue().typeId(), QMetaType::Double);
     number->SetValue(QVariant());
     EXPECT_TRUE(number->IsEmpty());
     EXPECT_TRUE(number->GetValue().isNull());
     Edit money(nullptr, Edit::Money, 15);
     money.SetValue(1234567.5);
-    EXPECT_EQ(money.text(), QStringLiteral("1,234,567.5"));
-    EXPECT_EQ(money.GetText(), QStringLiteral("1234567.5"));
+    EXPECT_EQ(money.text(), u"1,234,567.5"_s);
+    EXPECT_EQ(money.GetText(), u"1234567.5"_s);
     money.SetValue(123456789012345.0);
-    EXPECT_EQ(money.text(), QStringLiteral("123,456,789,012,345"));
+    EXPECT_EQ(money.text(), u"123,456,789,012,345"_s);
     Edit whole(nullptr, Edit::Integer, 15);
     whole.SetValue(42);
     EXPECT_EQ(whole.GetValue(), QVariant(42));
     Edit text(nullptr, Edit::Text, 50);
-    text.SetValue(QStringLiteral("متن"));
-    EXPECT_EQ(text.GetValue(), QVariant(QStringLiteral("متن")));
+    text.SetValue(u"متن"_s);
+    EXPECT_EQ(text.GetValue(), QVariant(u"متن"_s));
 }
 
 TEST_F(SmartEdit, AWholeNumberNeverExceedsWhatAnIntegerColumnHolds)
 {
     Edit *edit = input(Edit::Integer, 15);
-    Keys::type(edit, QStringLiteral("99999999999"));
+    Keys::type(edit, u"99999999999"_s);
     EXPECT_EQ(edit->asInteger(), 999999999);
 }
 
@@ -285,7 +285,7 @@ TEST_F(SmartEdit, ATextKeepsEverythingThatIsTyped)
 {
     Edit *edit = input(Edit::Text, 200);
     const QString typed =
-        QStringLiteral("می\u200Cخواهم 'O''Brien'; -- \"x\" [%_] ۱٢3 ي ی ك ک \U0001F469\u200D\U0001F4BB <&>");
+        u"می\u200Cخواهم 'O''Brien'; -- \"x\" [%_] ۱٢3 ي ی ك ک \U0001F469\u200D\U0001F4BB <&>"_s;
     Keys::type(edit, typed);
     EXPECT_EQ(edit->text(), typed);
     EXPECT_EQ(edit->GetText(), typed);
@@ -294,8 +294,8 @@ TEST_F(SmartEdit, ATextKeepsEverythingThatIsTyped)
 TEST_F(SmartEdit, LineBreaksAndTabsBecomeBlanksAndControlCharactersGo)
 {
     Edit *edit = input(Edit::Text, 50);
-    paste(edit, QStringLiteral("یک\r\nدو\nسه\tچهار\u2028پنج\u0007"));
-    EXPECT_EQ(edit->text(), QStringLiteral("یک دو سه چهار پنج"));
+    paste(edit, u"یک\r\nدو\nسه\tچهار\u2028پنج\u0007"_s);
+    EXPECT_EQ(edit->text(), u"یک دو سه چهار پنج"_s);
     EXPECT_EQ(edit->cursorPosition(), edit->text().size());
 }
 
@@ -312,20 +312,20 @@ TEST_F(SmartEdit, TenThousandPastedCharactersAreCutWithAHint)
 TEST_F(SmartEdit, APasteIntoTheMiddleIsCutItselfAndNotWhatStoodThere)
 {
     Edit *edit = input(Edit::Text, 10);
-    Keys::type(edit, QStringLiteral("abcdef"));
+    Keys::type(edit, u"abcdef"_s);
     edit->setCursorPosition(3);
-    paste(edit, QStringLiteral("123456789"));
-    EXPECT_EQ(edit->text(), QStringLiteral("abc1234def"));
+    paste(edit, u"123456789"_s);
+    EXPECT_EQ(edit->text(), u"abc1234def"_s);
     EXPECT_EQ(edit->cursorPosition(), 7);
 }
 
 TEST_F(SmartEdit, AFullTextTakesNoMoreKeysAndKeepsWhatStandsBehindTheCaret)
 {
     Edit *edit = input(Edit::Text, 5);
-    Keys::type(edit, QStringLiteral("abcde"));
+    Keys::type(edit, u"abcde"_s);
     edit->setCursorPosition(2);
-    Keys::type(edit, QStringLiteral("X"));
-    EXPECT_EQ(edit->text(), QStringLiteral("abcde"));
+    Keys::type(edit, u"X"_s);
+    EXPECT_EQ(edit->text(), u"abcde"_s);
     EXPECT_EQ(edit->cursorPosition(), 2);
     EXPECT_TRUE(messages.take().isEmpty());
 }
@@ -333,12 +333,12 @@ TEST_F(SmartEdit, AFullTextTakesNoMoreKeysAndKeepsWhatStandsBehindTheCaret)
 TEST_F(SmartEdit, AnEmojiCountsAsOneCharacterAndIsNeverCutInTwo)
 {
     Edit *edit = input(Edit::Text, 3);
-    const QString emoji = QStringLiteral("\U0001F600");
+    const QString emoji = u"\U0001F600"_s;
     paste(edit, emoji.repeated(10));
     EXPECT_EQ(edit->text(), emoji.repeated(3));
     Keys::type(edit, emoji);
     EXPECT_EQ(edit->text(), emoji.repeated(3));
-    const QString family = QStringLiteral("\U0001F469\u200D\U0001F469\u200D\U0001F467");
+    const QString family = u"\U0001F469\u200D\U0001F469\u200D\U0001F467"_s;
     edit->SetMaxLength(6);
     edit->Clear();
     paste(edit, family + family);
@@ -348,26 +348,26 @@ TEST_F(SmartEdit, AnEmojiCountsAsOneCharacterAndIsNeverCutInTwo)
 TEST_F(SmartEdit, AStoredTextThatIsLongerStaysWholeAndCanBeShortened)
 {
     Edit *edit = input(Edit::Text, 5);
-    edit->SetText(QStringLiteral("abcdefgh"));
-    EXPECT_EQ(edit->text(), QStringLiteral("abcdefgh"));
+    edit->SetText(u"abcdefgh"_s);
+    EXPECT_EQ(edit->text(), u"abcdefgh"_s);
     edit->setCursorPosition(8);
-    Keys::type(edit, QStringLiteral("X"));
-    EXPECT_EQ(edit->text(), QStringLiteral("abcdefgh"));
+    Keys::type(edit, u"X"_s);
+    EXPECT_EQ(edit->text(), u"abcdefgh"_s);
     Keys::press(&form, Qt::Key_Backspace);
-    EXPECT_EQ(edit->text(), QStringLiteral("abcdefg"));
+    EXPECT_EQ(edit->text(), u"abcdefg"_s);
 }
 
 TEST_F(SmartEdit, EveryChangeIsToldOnceWhoeverMadeIt)
 {
     Edit *edit = input(Edit::Money);
     const auto changes = countChanges(edit);
-    Keys::type(edit, QStringLiteral("1234"));
+    Keys::type(edit, u"1234"_s);
     EXPECT_EQ(*changes, 4);
-    edit->SetText(QStringLiteral("5"));
+    edit->SetText(u"5"_s);
     EXPECT_EQ(*changes, 5);
-    edit->SetText(QStringLiteral("5"));
+    edit->SetText(u"5"_s);
     EXPECT_EQ(*changes, 5) << "nothing changed";
-    Keys::type(edit, QStringLiteral("x"));
+    Keys::type(edit, u"x"_s);
     EXPECT_EQ(*changes, 5) << "nothing was taken";
     edit->Clear();
     EXPECT_EQ(*changes, 6);
@@ -411,7 +411,7 @@ TEST_F(SmartEdit, TheExitHandlerMayTakeTheFocusBack)
 TEST_F(SmartEdit, AltWithALetterTypesNothing)
 {
     Edit *edit = input(Edit::Text);
-    Keys::press(&form, Qt::Key_unknown, Qt::AltModifier, QStringLiteral("ش"));
+    Keys::press(&form, Qt::Key_unknown, Qt::AltModifier, u"ش"_s);
     EXPECT_TRUE(edit->text().isEmpty());
 }
 
@@ -442,11 +442,11 @@ INSTANTIATE_TEST_SUITE_P(Shares, PercentGuard,
 TEST_F(SmartEdit, TheGuardPutsTheCaretWhereTheScreenWantsIt)
 {
     Edit *edit = input(Edit::Number);
-    edit->SetText(QStringLiteral("100.5"));
+    edit->SetText(u"100.5"_s);
     GuardPercent(edit, false);
-    EXPECT_EQ(edit->text(), QStringLiteral("10.5"));
+    EXPECT_EQ(edit->text(), u"10.5"_s);
     EXPECT_EQ(edit->cursorPosition(), 4) << "the old length minus 1";
-    edit->SetText(QStringLiteral("150"));
+    edit->SetText(u"150"_s);
     GuardPercent(edit, true);
     EXPECT_EQ(edit->cursorPosition(), 2);
 }
@@ -455,14 +455,14 @@ TEST_F(SmartEdit, APastedShareIsGuardedAsWell)
 {
     Edit *edit = input(Edit::Number);
     QObject::connect(edit, &Edit::changed, edit, [edit] { GuardPercent(edit, false); });
-    paste(edit, QStringLiteral("9999"));
-    EXPECT_EQ(edit->text(), QStringLiteral("99"));
+    paste(edit, u"9999"_s);
+    EXPECT_EQ(edit->text(), u"99"_s);
 }
 
 TEST_F(SmartEdit, ALongTextShowsItsBeginningUntilItIsEdited)
 {
     Edit *edit = input(Edit::Text, 200);
-    const QString address = u"تهران، جاده مخصوص کرج، کیلومتر 14، خیابان صنعت، پلاک 25 "_qs.repeated(3);
+    const QString address = u"تهران، جاده مخصوص کرج، کیلومتر 14، خیابان صنعت، پلاک 25 "_s.repeated(3);
     Keys::type(edit, address);
     EXPECT_EQ(edit->cursorPosition(), address.size()) << "the end is where one types";
     Keys::press(edit, Qt::Key_Tab);

@@ -11,9 +11,11 @@
 #include <QScrollBar>
 #include <QToolButton>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-const QList<TGridColumn> fields = {{"Name", u"نام"_qs}, {"Cost", u"مبلغ"_qs, 0, true, TGridColumn::Money}};
+const QList<TGridColumn> fields = {{"Name", u"نام"_s}, {"Cost", u"مبلغ"_s, 0, true, TGridColumn::Money}};
 
 } // namespace
 
@@ -36,7 +38,7 @@ protected:
 TEST_F(DetailRows, TheStripFollowsTheCurrentRow)
 {
     Form form;
-    auto *strip = form.add(new TDetailStrip_ZLM(nullptr, "Strip", u"سطر"_qs, &query, fields, 2));
+    auto *strip = form.add(new TDetailStrip_ZLM(nullptr, "Strip", u"سطر"_s, &query, fields, 2));
     form.open();
     EXPECT_EQ(strip->ShownText("Name"), "item 1");
     EXPECT_EQ(strip->ShownText("cost"), "1,000.5");
@@ -54,7 +56,7 @@ TEST_F(DetailRows, TheStripShowsMarkupAsItStands)
     db.run("update Item set Name='<b>x</b>' where ID=1");
     query.close();
     query.open();
-    TDetailStrip_ZLM strip(nullptr, "Strip", u"سطر"_qs, &query, fields, 2);
+    TDetailStrip_ZLM strip(nullptr, "Strip", u"سطر"_s, &query, fields, 2);
     EXPECT_EQ(strip.ShownText("Name"), "<b>x</b>");
     EXPECT_EQ(strip.findChild<QLabel *>("Name_LBL")->textFormat(), Qt::PlainText);
 }
@@ -63,14 +65,14 @@ TEST_F(DetailRows, TheStripRemembersItsFoldAndItsFields)
 {
     {
         Form form;
-        auto *strip = form.add(new TDetailStrip_ZLM(nullptr, "Strip", u"سطر"_qs, &query, fields, 2));
+        auto *strip = form.add(new TDetailStrip_ZLM(nullptr, "Strip", u"سطر"_s, &query, fields, 2));
         form.open();
         strip->SetFieldShown("Cost", false);
         QTest::mouseClick(strip->findChild<QToolButton *>(), Qt::LeftButton);
         EXPECT_FALSE(strip->IsExpanded());
     }
     Form form;
-    auto *strip = form.add(new TDetailStrip_ZLM(nullptr, "Strip", u"سطر"_qs, &query, fields, 2));
+    auto *strip = form.add(new TDetailStrip_ZLM(nullptr, "Strip", u"سطر"_s, &query, fields, 2));
     form.open();
     EXPECT_FALSE(strip->IsExpanded());
     QTest::mouseClick(strip->findChild<QToolButton *>(), Qt::LeftButton);

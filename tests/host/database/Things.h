@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// A table of things with lines, and a query on it.
 class QueryTest : public testing::Test {
 protected:
@@ -34,5 +36,5 @@ protected:
     }
 
     TestDatabase db;
-    TQuery query{&db.connection(), QStringLiteral("Get_QUR")};
+    TQuery query{&db.connection(), u"Get_QUR"_s};
 };

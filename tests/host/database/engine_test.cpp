@@ -13,6 +13,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 TFault faultOf(const std::function<void()> &work)
@@ -300,7 +302,7 @@ TEST(Values, TextAmountsFlagsAndPicturesComeBackExactly)
                                 .sql(",")
                                 .value(picture)
                                 .sql(")"));
-    TQuery query(&db.connection(), QStringLiteral("q"));
+    TQuery query(&db.connection(), u"q"_s);
     query.setStatement("select * from T");
     query.open();
     EXPECT_EQ(query.asString("Txt"), persian);
@@ -312,7 +314,7 @@ TEST(Values, TextAmountsFlagsAndPicturesComeBackExactly)
 TEST(DatabaseErrors, EveryFaultHasASentenceForTheUser)
 {
     for (int fault = 0; fault <= int(TFault::Other); ++fault) {
-        const TDatabaseError error(static_cast<TFault>(fault), QStringLiteral("detail"));
+        const TDatabaseError error(static_cast<TFault>(fault), u"detail"_s);
         EXPECT_GT(error.userText().size(), 20) << fault;
         if (fault != int(TFault::Other)) {
             EXPECT_NE(error.userText(), TDatabaseError(TFault::Other, {}).userText()) << fault;

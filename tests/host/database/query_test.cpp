@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 TEST_F(QueryTest, AnEmptyResultHasNoCurrentRow)
 {
     openAll();
@@ -137,7 +139,7 @@ TEST_F(QueryTest, TheCutNeverSplitsALetterBeyondTheBasicPlane)
     openAll();
     query.append();
     query.setValue("Code", 1);
-    query.setValue("Title", QStringLiteral("abcd\U0001F600"));
+    query.setValue("Title", u"abcd\U0001F600"_s);
     query.post();
     EXPECT_EQ(db.text("select Title from Thing"), "abcd");
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 TEST(Statement, AnIntegerIsBoundAndWrittenInDecimal)
 {
     const TStatement statement = TStatement("select * from CalcMethod where code=").integer(12);
@@ -12,16 +14,16 @@ TEST(Statement, AnIntegerIsBoundAndWrittenInDecimal)
 
 TEST(Statement, ATextOfDigitsIsAnIntegerAndAnyOtherTextIsNull)
 {
-    EXPECT_EQ(TStatement("x=").integer(QStringLiteral(" 007 ")).asText(), "x=7");
-    EXPECT_EQ(TStatement("x=").integer(QStringLiteral("7;drop table T")).asText(), "x=null");
+    EXPECT_EQ(TStatement("x=").integer(u" 007 "_s).asText(), "x=7");
+    EXPECT_EQ(TStatement("x=").integer(u"7;drop table T"_s).asText(), "x=null");
     EXPECT_EQ(TStatement("x=").integer(QVariant()).asText(), "x=null");
 }
 
 TEST(Statement, AQuoteInATextIsDoubledInTheLogAndNeverInTheBoundText)
 {
-    const TStatement statement = TStatement("Title=").text(QStringLiteral("o'clock"));
+    const TStatement statement = TStatement("Title=").text(u"o'clock"_s);
     EXPECT_EQ(statement.boundText(), "Title=?");
-    EXPECT_EQ(statement.values(), QVariantList{QStringLiteral("o'clock")});
+    EXPECT_EQ(statement.values(), QVariantList{u"o'clock"_s});
     EXPECT_EQ(statement.asText(), "Title='o''clock'");
 }
 
@@ -66,8 +68,7 @@ TEST(Statement, APercentSignThatIsNoPlaceStays)
 
 TEST(Statement, AListOfIntegersBindsEachAndLeavesOutWhatIsNone)
 {
-    const TStatement statement =
-        TStatement("where ID in (").integers(QStringLiteral("1, 3,x,,7) or (1=1")).sql(")");
+    const TStatement statement = TStatement("where ID in (").integers(u"1, 3,x,,7) or (1=1"_s).sql(")");
     EXPECT_EQ(statement.asText(), "where ID in (1,3)");
     EXPECT_EQ(statement.values().size(), 2);
 }
@@ -79,7 +80,7 @@ TEST(Statement, AnEmptyListOfIntegersMatchesNoRow)
 
 TEST(Statement, AnAppendedStatementBringsItsValues)
 {
-    TStatement inner = TStatement("a=").integer(1).sql(" and b=").text(QStringLiteral("x"));
+    TStatement inner = TStatement("a=").integer(1).sql(" and b=").text(u"x"_s);
     const TStatement outer = TStatement("where c=").integer(9).sql(" and ").append(inner);
     EXPECT_EQ(outer.asText(), "where c=9 and a=1 and b='x'");
 }

@@ -10,6 +10,8 @@
 #include <ostream>
 #include <sqlite3.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 /// Readable in the report of a failure.
 inline void PrintTo(const QString &text, std::ostream *stream)
 {
@@ -65,7 +67,7 @@ public:
             QStringList columns;
             for (int i = 0; i < sqlite3_column_count(statement); ++i) {
                 const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, i));
-                columns << (text ? QString::fromUtf8(text) : QStringLiteral("null"));
+                columns << (text ? QString::fromUtf8(text) : u"null"_s);
             }
             lines << columns.join('|');
         }

@@ -2,6 +2,8 @@
 #include "host/database/Query.h"
 #include "support/TestDatabase.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // The same on a file and on a server.
@@ -29,7 +31,7 @@ public:
                 QStringList columns;
                 for (int column = 0; column < query.fields().size(); ++column) {
                     const QVariant value = query.valueAt(row, column);
-                    columns << (value.isNull() ? QStringLiteral("null") : value.toString());
+                    columns << (value.isNull() ? u"null"_s : value.toString());
                 }
                 lines << columns.join('|');
             }

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 const char fileOfChild[] = "KETEBIONPAP_SCHEMA_FILE";
@@ -20,7 +22,7 @@ protected:
     static QString text(TEngine &engine, const QString &sql)
     {
         const std::unique_ptr<TCursor> cursor = engine.select({sql, {}, {}});
-        return cursor->next() ? cursor->value(0).toString() : QStringLiteral("nothing");
+        return cursor->next() ? cursor->value(0).toString() : u"nothing"_s;
     }
     static int version(TEngine &engine)
     {

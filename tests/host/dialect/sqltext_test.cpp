@@ -12,6 +12,8 @@
 
 #include <thread>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // A second reading, by patterns. It is right for texts without comments, whose quotes hold no keywords.
@@ -105,7 +107,7 @@ const QStringList &corpus()
         for (const Schema::TStep &step : Schema::steps())
             for (const auto kind : {TEngineKind::Embedded, TEngineKind::SqlServer})
                 for (QString batch : Schema::batches(step.script, kind)) {
-                    static const QRegularExpression notes(QStringLiteral("--[^\n]*"));
+                    static const QRegularExpression notes(u"--[^\n]*"_s);
                     texts.append(batch.remove(notes));
                 }
         for (qsizetype i = 0, given = texts.size(); i < given; ++i)
@@ -152,7 +154,7 @@ QString rewritten(const QString &text, const QString &blank, const std::function
         QString part = parts[i];
         if (i % 2 == 0) {
             part = change(part);
-            static const QRegularExpression blanks(QStringLiteral("\\s+"));
+            static const QRegularExpression blanks(u"\\s+"_s);
             part.replace(blanks, blank);
         }
         result += part;
@@ -319,8 +321,8 @@ TEST(SqlText, TwoThreadsReadAtOnce)
     const auto readMany = [](int first) {
         int right = 0;
         for (int i = first; i < first + 10000; ++i) {
-            const TSqlText &read = ReadSql(QStringLiteral("select ? from T%1").arg(i));
-            right += read.table == QStringLiteral("T%1").arg(i) && read.places.size() == 1 ? 1 : 0;
+            const TSqlText &read = ReadSql(u"select ? from T%1"_s.arg(i));
+            right += read.table == u"T%1"_s.arg(i) && read.places.size() == 1 ? 1 : 0;
         }
         return right;
     };

@@ -8,6 +8,8 @@
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
+using namespace Qt::Literals::StringLiterals;
+
 Things::Things()
 {
     IniOptions.Com_Index = 1;
@@ -47,21 +49,20 @@ TThingGet_FRM::TThingGet_FRM(int code, TSoftwarePart part)
 
 void TThingGet_FRM::build()
 {
-    SetTitle(u"روش محاسباتی"_qs);
+    SetTitle(u"روش محاسباتی"_s);
     Thing_PC = new QTabWidget(this);
     SetPages(Thing_PC);
-    auto *first = AddPage(Thing_PC, u"عمومی"_qs, "ts1");
-    Code_EDT = AddInput(first, -1, 0, u"  &کد :"_qs, "Code_EDT",
+    auto *first = AddPage(Thing_PC, u"عمومی"_s, "ts1");
+    Code_EDT = AddInput(first, -1, 0, u"  &کد :"_s, "Code_EDT",
                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15));
-    Title_EDT = AddInput(first, -1, 0, u"  &عنوان :"_qs, "Title_EDT", new TSmartEdit_ZLM(this));
-    Kind_CMB = AddInput(first, -1, 0, u"  &نوع :"_qs, "Kind_CMB",
-                        new TSmartComboBox_ZLM(this, {u"روزانه"_qs, u"ماهانه"_qs}));
-    Used_CHK = AddInput(first, -1, 0, {}, "Used_CHK", new TSmartCheckBox_ZLM(u"م&شمول"_qs, this));
-    auto *second = AddPage(Thing_PC, u"حضور و غیاب"_qs, "ts2");
-    Comment_EDT =
-        AddInput(second, -1, 0, u"  ش&رح :"_qs, "Comment_EDT", new TSmartEdit_ZLM(this), u"ساعت"_qs);
+    Title_EDT = AddInput(first, -1, 0, u"  &عنوان :"_s, "Title_EDT", new TSmartEdit_ZLM(this));
+    Kind_CMB = AddInput(first, -1, 0, u"  &نوع :"_s, "Kind_CMB",
+                        new TSmartComboBox_ZLM(this, {u"روزانه"_s, u"ماهانه"_s}));
+    Used_CHK = AddInput(first, -1, 0, {}, "Used_CHK", new TSmartCheckBox_ZLM(u"م&شمول"_s, this));
+    auto *second = AddPage(Thing_PC, u"حضور و غیاب"_s, "ts2");
+    Comment_EDT = AddInput(second, -1, 0, u"  ش&رح :"_s, "Comment_EDT", new TSmartEdit_ZLM(this), u"ساعت"_s);
     Body()->addWidget(Thing_PC);
-    BuildFooter(u"ذخيره F3"_qs, u"خروج Esc"_qs);
+    BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s);
 }
 
 bool TThingGet_FRM::Validate()
@@ -69,7 +70,7 @@ bool TThingGet_FRM::Validate()
     hooks << "Validate";
     if (!Title_EDT->IsEmpty())
         return true;
-    MsgRequiredField(u"عنوان"_qs, Title_EDT, this);
+    MsgRequiredField(u"عنوان"_s, Title_EDT, this);
     FocusInput(Title_EDT);
     return false;
 }
@@ -113,11 +114,11 @@ bool TThingGet_FRM::SaveRecord()
                                        .sql(" where Code=")
                                        .integer(Identifier()));
     if (refuseSave) {
-        MSGFinishedNotSuccessfully(u"ذخيره سازي "_qs, u"ذخيره سازي"_qs);
+        MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
         return false;
     }
     SetIdentifier(Code_EDT->GetValue());
-    MSGCompeletedSuccessfully(u"ذخيره سازي "_qs);
+    MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
     return true;
 }
 
@@ -195,8 +196,8 @@ void TThing_GetDetail_FRM::build()
 {
     auto *grid = new QGridLayout;
     Body()->addLayout(grid);
-    Name_EDT = AddInput(grid, -1, 0, u"  &نام :"_qs, "Name_EDT", new TSmartEdit_ZLM(this));
-    BuildFooter(u"ذخيره و خروج F3"_qs, u"خروج Esc"_qs);
+    Name_EDT = AddInput(grid, -1, 0, u"  &نام :"_s, "Name_EDT", new TSmartEdit_ZLM(this));
+    BuildFooter(u"ذخيره و خروج F3"_s, u"خروج Esc"_s);
 }
 
 bool TThing_GetDetail_FRM::Validate()
@@ -233,14 +234,14 @@ bool TThing_GetDetail_FRM::RecordExists()
 
 TThingList_FRM::TThingList_FRM(TFormMode mode, TQuery *list) : TBaseDock_FRM(mode, {})
 {
-    SetTitle(u" ليست مزايا "_qs);
+    SetTitle(u" ليست مزايا "_s);
     BuildList(list, "Thing_GRD",
-              {{"Code", u"کد"_qs, 60, true, TGridColumn::Code},
-               {"Title", u"عنوان"_qs, 220},
-               {"Cost", u"مبلغ"_qs, 120, true, TGridColumn::Money},
-               {"Day", u"تاریخ"_qs, 90, false}},
-              {{"Code", u"کد"_qs, TSearchItem::Digits}, {"Title", u"عنوان"_qs, TSearchItem::Text, true}});
-    BuildUsualLayout(u"ليست روش هاي محاسباتي"_qs);
+              {{"Code", u"کد"_s, 60, true, TGridColumn::Code},
+               {"Title", u"عنوان"_s, 220},
+               {"Cost", u"مبلغ"_s, 120, true, TGridColumn::Money},
+               {"Day", u"تاریخ"_s, 90, false}},
+              {{"Code", u"کد"_s, TSearchItem::Digits}, {"Title", u"عنوان"_s, TSearchItem::Text, true}});
+    BuildUsualLayout(u"ليست روش هاي محاسباتي"_s);
     BuildButtons(true, true);
 }
 

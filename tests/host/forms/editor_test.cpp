@@ -5,6 +5,8 @@
 #include <QAction>
 #include <QMenu>
 
+using namespace Qt::Literals::StringLiterals;
+
 class BaseEditor : public Things {};
 using enum TAnswer;
 
@@ -117,7 +119,7 @@ TEST_F(BaseEditor, EnterMovesThroughTheInputsAsTabDoes)
         Keys::press(&editor, Qt::Key_Return);
         EXPECT_TRUE(editor.Save_BTN->hasFocus());
         Keys::press(&editor, Qt::Key_Return); // presses the button: the empty title is refused
-        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_qs));
+        EXPECT_EQ(messages.take(), QStringList(u"MsgRequiredField(عنوان)"_s));
         EXPECT_TRUE(editor.Title_EDT->hasFocus());
         Keys::press(&editor, Qt::Key_Escape);
     });
@@ -182,7 +184,7 @@ TEST_F(BaseEditor, F3SavesAndClosesWithOk)
     EXPECT_EQ(result, QDialog::Accepted);
     EXPECT_EQ(titles(), "1|first");
     EXPECT_EQ(locks(), "");
-    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_qs));
+    EXPECT_EQ(messages.take(), QStringList(u"MSGCompeletedSuccessfully(ذخيره سازي )"_s));
     EXPECT_EQ(editor.hooks.count("BeforeClose"), 1);
 }
 

@@ -2,6 +2,8 @@
 
 #include "host/NewBaseForms_PKG/OpenCodes.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 /// What a closing editor cannot give up at once.
 class LateRelease : public Things {
 protected:
@@ -28,7 +30,7 @@ protected:
     {
         TThingGet_FRM editor(code);
         editor.recovery = true;
-        editor.lockedWord = u"کارمند"_qs;
+        editor.lockedWord = u"کارمند"_s;
         Keys::runModal([&] { return editor.exec(); },
                        [&](QWidget *) {
                            db.run(QString("insert into TmpThing(Code, Name) values(%1, 'n')").arg(code));
@@ -68,7 +70,7 @@ TEST_F(LateRelease, TheNextOpeningIsNotOfferedTheRowsOfAnEditorThatWasClosed)
     db.connection().setStatementHook({});
     TThingGet_FRM editor(7);
     editor.recovery = true;
-    editor.lockedWord = u"کارمند"_qs;
+    editor.lockedWord = u"کارمند"_s;
     Keys::runModal([&] { return editor.exec(); }, [&](QWidget *) { EXPECT_EQ(locks(), "7|1"); });
     EXPECT_EQ(script.asked.size(), 0);
     EXPECT_EQ(locks(), "");

@@ -11,6 +11,8 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 class BaseDock : public Things {
@@ -22,7 +24,7 @@ protected:
         for (int code = 1; code <= rows; ++code)
             db.connection().execute(TStatement::format(
                 "insert into Thing(Code, Title, Cost, Day) values(%d, %s, %d, '1404/01/05')",
-                {code, QStringLiteral("thing %1").arg(code), code * 1000}));
+                {code, u"thing %1"_s.arg(code), code * 1000}));
         db.connection().CommitTrans();
     }
     int open(TThingList_FRM &screen, const std::function<void()> &work)
@@ -45,7 +47,7 @@ TEST_F(BaseDock, OpensAtTheLastRowWithTheFocusInTheGrid)
         EXPECT_EQ(list.position(), 2);
         EXPECT_TRUE(screen.Grid()->hasFocus());
         EXPECT_EQ(screen.objectName(), "TThingList_FRM");
-        EXPECT_EQ(screen.windowTitle(), u" ليست مزايا "_qs);
+        EXPECT_EQ(screen.windowTitle(), u" ليست مزايا "_s);
         Keys::picture(&screen, "base_list");
         Keys::press(&screen, Qt::Key_Escape);
         EXPECT_FALSE(screen.isVisible());
@@ -243,7 +245,7 @@ TEST_F(BaseDock, TypingNarrowsTheListAndDownGoesToIt)
     TThingList_FRM screen(fmSelect, &list);
     const int result = open(screen, [&] {
         auto *search = screen.General_Search->Search_EDT();
-        EXPECT_EQ(screen.General_Search->Field_CMB()->currentText(), u"عنوان"_qs);
+        EXPECT_EQ(screen.General_Search->Field_CMB()->currentText(), u"عنوان"_s);
         Keys::type(search, "THING ۱۲");
         ASSERT_TRUE(Keys::waitFor([&] { return list.recordCount() == 1; }));
         EXPECT_EQ(list.asInteger("Code"), 12);
@@ -295,7 +297,7 @@ TEST_F(BaseDock, TheContextMenuOffersTheButtonsThatAreEnabled)
                 if (action->isEnabled() && !action->isSeparator())
                     enabled << action->text();
             EXPECT_EQ(enabled.mid(0, 4),
-                      (QStringList{u"جدید F4"_qs, u"ویرایش F5"_qs, u"حذف F7"_qs, u"پیش نمایش ليست F9"_qs}));
+                      (QStringList{u"جدید F4"_s, u"ویرایش F5"_s, u"حذف F7"_s, u"پیش نمایش ليست F9"_s}));
             menu->close();
         });
         Q_EMIT screen.Grid()->customContextMenuRequested({5, 5});
@@ -329,7 +331,7 @@ TEST_F(BaseDock, F9ShowsThePreviewWithAllPages)
                 ASSERT_TRUE(preview);
                 ASSERT_GT(preview->PageCount(), 1);
                 auto *label = Keys::find<QLabel>(preview, "Page_LBL");
-                EXPECT_EQ(label->text(), u"صفحه 1 از %1"_qs.arg(preview->PageCount()));
+                EXPECT_EQ(label->text(), u"صفحه 1 از %1"_s.arg(preview->PageCount()));
                 EXPECT_GT(Keys::child(preview, "Paper")->width(), preview->width() * 3 / 4)
                     << "fits the width";
                 Keys::picture(preview, "preview");
@@ -345,13 +347,13 @@ TEST_F(BaseDock, F9ShowsThePreviewWithAllPages)
                 Keys::press(preview, Qt::Key_Plus, Qt::ControlModifier);
                 Keys::picture(preview, "preview_lying");
                 QTemporaryDir folder;
-                const QString file = folder.filePath(u"لیست.pdf"_qs);
+                const QString file = folder.filePath(u"لیست.pdf"_s);
                 EXPECT_TRUE(preview->ExportPdf(file));
                 QFile pdf(file);
                 ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
                 EXPECT_TRUE(pdf.read(5) == "%PDF-");
                 EXPECT_FALSE(preview->ExportPdf(folder.filePath("none/such/file.pdf")));
-                EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList(u"لیست.pdf"_qs));
+                EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList(u"لیست.pdf"_s));
                 EXPECT_TRUE(messages.take().last().startsWith("ShowSmartMessage("));
                 Keys::press(preview, Qt::Key_Escape);
                 EXPECT_FALSE(preview->isVisible());
@@ -393,7 +395,7 @@ protected:
     public:
         TGroupedList(TQuery *list, TQuery *groups) : TThingList_FRM(fmBrowse, list)
         {
-            BuildGroups(groups, "Group_GRD", u"نام گروه"_qs, u"گروه کارمندان F11"_qs);
+            BuildGroups(groups, "Group_GRD", u"نام گروه"_s, u"گروه کارمندان F11"_s);
             connect(Groups, &TGroup_Pane::groupMoved, this, [this] { ++moves; });
             connect(Groups->Group_BTN, &QAbstractButton::clicked, this, [this] { ++presses; });
         }
@@ -410,9 +412,9 @@ protected:
     GroupPane() : groups(&db.connection(), "GroupList_QUR")
     {
         db.run("create table Grp(Code integer not null primary key, Name nvarchar(50))");
-        db.run(u"insert into Grp values(0, 'کليه کارمندان')"_qs);
-        db.run(u"insert into Grp values(1, 'اداری')"_qs);
-        db.run(u"insert into Grp values(2, 'فنی')"_qs);
+        db.run(u"insert into Grp values(0, 'کليه کارمندان')"_s);
+        db.run(u"insert into Grp values(1, 'اداری')"_s);
+        db.run(u"insert into Grp values(2, 'فنی')"_s);
         groups.setStatement(TStatement("select Code, Name from Grp order by Code"));
     }
     TQuery groups;
@@ -423,7 +425,7 @@ TEST_F(GroupPane, TheSearchBoxShowsItsHintInGreyWhileItIsEmptyAndElsewhere)
     TGroupedList screen(&list, &groups);
     open(screen, [&] {
         auto *box = screen.Groups->SearchGroup_EDT;
-        EXPECT_EQ(box->text(), u"جستجو ... (Ctrl + F11)"_qs);
+        EXPECT_EQ(box->text(), u"جستجو ... (Ctrl + F11)"_s);
         EXPECT_EQ(box->palette().color(QPalette::Text), QColor(Qt::gray));
         Keys::picture(&screen, "group_pane");
         Keys::press(&screen, Qt::Key_F11, Qt::ControlModifier);
@@ -440,7 +442,7 @@ TEST_F(GroupPane, TypingMovesToTheFirstGroupThatBeginsWithIt)
     TGroupedList screen(&list, &groups);
     open(screen, [&] {
         Keys::press(&screen, Qt::Key_F11, Qt::ControlModifier);
-        Keys::type(screen.Groups->SearchGroup_EDT, u"فن"_qs);
+        Keys::type(screen.Groups->SearchGroup_EDT, u"فن"_s);
         EXPECT_EQ(screen.Groups->CurrentCode(), 2);
         EXPECT_GT(screen.moves, 0);
         Keys::type(screen.Groups->SearchGroup_EDT, "zz");

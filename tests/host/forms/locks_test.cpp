@@ -1,5 +1,7 @@
 #include "host/forms/FakeScreens.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 class CodeLocks : public Things {
 protected:
     static void open(TBaseEditor &editor, const std::function<void()> &work)
@@ -41,9 +43,9 @@ TEST_F(CodeLocks, AnExistingRecordHeldByAnotherWorkstationDoesNotOpen)
     db.run("insert into Thing(Code, Title) values(7, 'seven')");
     db.run("insert into CodeLock_TBL(Code, Status, Com_Index) values('7', 813, 2)");
     TThingGet_FRM editor(7);
-    editor.lockedWord = u"کارمند"_qs;
+    editor.lockedWord = u"کارمند"_s;
     EXPECT_EQ(editor.exec(), QDialog::Rejected);
-    EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_qs));
+    EXPECT_EQ(messages.take(), QStringList(u"MSGInUse(کارمند)"_s));
     EXPECT_EQ(locks(), "7|2");
     EXPECT_EQ(editor.hooks, QStringList());
 }
@@ -52,7 +54,7 @@ TEST_F(CodeLocks, AnExistingRecordIsLockedWhileItIsOpen)
 {
     db.run("insert into Thing(Code, Title) values(7, 'seven')");
     TThingGet_FRM editor(7);
-    editor.lockedWord = u"کارمند"_qs;
+    editor.lockedWord = u"کارمند"_s;
     open(editor, [&] { EXPECT_EQ(locks(), "7|1"); });
     EXPECT_EQ(locks(), "");
 }

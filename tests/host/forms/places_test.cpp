@@ -3,6 +3,8 @@
 #include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
 #include "host/database/ListPlace.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 // Where a list stands after its rows changed, and what its questions call the row.
 
 using enum TAnswer;
@@ -36,7 +38,7 @@ protected:
 TEST_F(ListPlaces, AfterADeleteTheNextRowIsCurrentAndAtTheEndTheOneBefore)
 {
     for (int code = 1; code <= 5; ++code)
-        add(code, u"چیز %1"_qs.arg(code));
+        add(code, u"چیز %1"_s.arg(code));
     TThingList_FRM screen(fmBrowse, &list);
     open(screen, [&] {
         goTo(2);
@@ -71,15 +73,15 @@ TEST_F(ListPlaces, InASortedListTheNextRowOfItsOrderIsCurrentAfterADelete)
 
 TEST_F(ListPlaces, TheQuestionKeepsItsSentenceAndNamesTheRecord)
 {
-    add(7, u"حقوق\nسال %1"_qs);
+    add(7, u"حقوق\nسال %1"_s);
     TThingList_FRM screen(fmBrowse, &list);
     open(screen, [&] {
         messages.answer({No});
         Keys::press(&screen, Qt::Key_F7);
     });
     EXPECT_EQ(messages.last().text,
-              u"آیا از حذف این سطر اطمینان دارید؟\nکد: \u20687\u2069 - عنوان: \u2068حقوق سال %1\u2069"_qs);
-    EXPECT_EQ(titles(), u"7|حقوق\nسال %1"_qs);
+              u"آیا از حذف این سطر اطمینان دارید؟\nکد: \u20687\u2069 - عنوان: \u2068حقوق سال %1\u2069"_s);
+    EXPECT_EQ(titles(), u"7|حقوق\nسال %1"_s);
 }
 
 TEST_F(ListPlaces, ARowThatIsGoneIsToldAndLeavesTheListInsteadOfBeingPicked)
@@ -162,7 +164,7 @@ TEST_F(ListPlaces, ANewRecordThatTheSearchLeavesOutIsTold)
         EXPECT_EQ(enter("green"), QStringList{"MsgSavedOutOfSight(3)"});
         EXPECT_EQ(
             messages.last().text,
-            u"رکورد 3 ذخیره شد، ولی جستجو یا گروهی که اکنون برگزیده است آن را نشان نمی دهد. برای دیدن آن جستجو را پاک کنید یا گروه دیگری برگزینید."_qs);
+            u"رکورد 3 ذخیره شد، ولی جستجو یا گروهی که اکنون برگزیده است آن را نشان نمی دهد. برای دیدن آن جستجو را پاک کنید یا گروه دیگری برگزینید."_s);
         EXPECT_EQ(messages.last().shape, TMessageShape::Balloon);
         EXPECT_EQ(enter("dark red"), QStringList()) << "it is shown";
         EXPECT_EQ(current(), 4);
@@ -173,11 +175,11 @@ TEST_F(ListPlaces, DetailRowsStayByTheirKeysToo)
 {
     db.run("create table Part_TBL(ID int, Name nvarchar(10))");
     for (int id = 1; id <= 4; ++id)
-        db.run(u"insert into Part_TBL(ID, Name) values(%1, 'x')"_qs.arg(id));
+        db.run(u"insert into Part_TBL(ID, Name) values(%1, 'x')"_s.arg(id));
     TQuery rows(&db.connection(), "Rows_QUR");
     rows.setStatement("select ID, Name from Part_TBL order by ID");
-    TDetail_Rows_Frame frame(nullptr, "Rows_GRD", {u"جدید"_qs, {}, {}}, {"Add_BTN"}, false);
-    frame.SetColumns(&rows, {{"ID", u"کد"_qs}, {"Name", u"نام"_qs}});
+    TDetail_Rows_Frame frame(nullptr, "Rows_GRD", {u"جدید"_s, {}, {}}, {"Add_BTN"}, false);
+    frame.SetColumns(&rows, {{"ID", u"کد"_s}, {"Name", u"نام"_s}});
     rows.open();
     rows.locate("ID", 3);
     db.run("delete from Part_TBL where ID in (1, 3)");

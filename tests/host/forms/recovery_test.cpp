@@ -8,6 +8,8 @@
 #include <QProcess>
 #include <QTableWidget>
 
+using namespace Qt::Literals::StringLiterals;
+
 using enum TAnswer;
 
 class Recovery : public Things {
@@ -15,13 +17,12 @@ protected:
     /// Rows that a killed editor of a workstation left under a code, with its lock.
     void leave(int code, int rows, int workstation = 1, qint64 process = 0)
     {
-        db.run(QStringLiteral(
-                   "insert into CodeLock_TBL(Code, Status, Com_Index, ProcessID) values('%1', 813, %2, %3)")
+        db.run(u"insert into CodeLock_TBL(Code, Status, Com_Index, ProcessID) values('%1', 813, %2, %3)"_s
                    .arg(code)
                    .arg(workstation)
                    .arg(process));
         for (int row = 0; row < rows; ++row)
-            db.run(QStringLiteral("insert into TmpThing(Code, Name) values(%1, 'left')").arg(code));
+            db.run(u"insert into TmpThing(Code, Name) values(%1, 'left')"_s.arg(code));
     }
     QString working() { return db.rows("select Code, count(*) from TmpThing group by Code order by Code"); }
     void open(TThingGet_FRM &editor, const std::function<void()> &work = {})
@@ -271,7 +272,7 @@ TEST_F(Recovery, AnEditorThatNamesOneCodeOnlyOffersTheOthersWhenThatOneIsNotOffe
     ASSERT_EQ(script.asked.size(), 1);
     QStringList offered;
     for (const TLeftRows &left : script.asked[0].left)
-        offered << QStringLiteral("%1|%2").arg(left.code).arg(left.rows);
+        offered << u"%1|%2"_s.arg(left.code).arg(left.rows);
     EXPECT_EQ(offered, QStringList({"12|0", "15|0"}));
 }
 
@@ -319,7 +320,7 @@ TRecoveryChoice ask(const TRecoveryRequest &request, const std::function<void(TR
 TEST_F(Recovery, TheDialogTellsCodesAndRowsAndTakesThemUp)
 {
     SetRecoveryChooser(nullptr);
-    const TRecoveryRequest request{u" اطلاعات کارمندان"_qs, true, "41", {{"12", 2}, {"15", 1}}, true};
+    const TRecoveryRequest request{u" اطلاعات کارمندان"_s, true, "41", {{"12", 2}, {"15", 1}}, true};
     const TRecoveryChoice choice = ask(request, [&](TRecovery_FRM *dialog) {
         auto *codes = Keys::find<QTableWidget>(dialog, "Codes_GRD");
         EXPECT_EQ(codes->item(0, 0)->text(), "12");

@@ -96,7 +96,8 @@ TEST_F(Messages, TheSentenceHoldsTheWords)
     EXPECT_TRUE(messages.last().text.contains(persian("کارمندان")));
     MsgCodeNotAvailable(persian("جدول مالياتي"), &input, nullptr);
     EXPECT_TRUE(messages.last().text.contains(persian("جدول مالياتي")));
-    for (const auto &raise : {+[](const QString &entity) { MsgHasSubRecords(entity); }, MSGInUse, MsgNotEntered}) {
+    for (const auto &raise :
+         {+[](const QString &entity) { MsgHasSubRecords(entity); }, MSGInUse, MsgNotEntered}) {
         raise(word);
         EXPECT_TRUE(messages.last().text.contains(word));
     }

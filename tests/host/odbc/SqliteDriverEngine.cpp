@@ -1,5 +1,7 @@
 #include "SqliteDriverEngine.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 enum { TableNamePlace = 3, ColumnNamePlace = 4, TypePlace = 5, SizePlace = 7 };
@@ -24,7 +26,7 @@ bool isText(int type)
 } // namespace
 
 SqliteDriverEngine::SqliteDriverEngine(const QString &file)
-    : TOdbcEngine(QStringLiteral("DRIVER=SQLite3;Database=") + file)
+    : TOdbcEngine(u"DRIVER=SQLite3;Database="_s + file)
 {
     open();
 }

@@ -2,6 +2,8 @@
 
 #include "host/database/OdbcEngine.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 /// The ODBC engine on the driver of SQLite that Debian ships, so that its own paths are tested without a server: what
 /// SQL Server is told in its own words is said here in those of SQLite.
 class SqliteDriverEngine : public TOdbcEngine {
@@ -13,7 +15,7 @@ protected:
     void prepareSession() override {}
     void checkServer() override {}
     bool hasOpenTransaction() override { return true; }
-    void endTransaction() override { run(QStringLiteral("rollback transaction")); }
+    void endTransaction() override { run(u"rollback transaction"_s); }
     int runCommand(const QString &text, const QVariantList &values) override
     {
         return run(text, values).toInt();
@@ -21,7 +23,7 @@ protected:
     qlonglong runInsert(const QString &text, const QVariantList &values) override
     {
         run(text, values);
-        return run(QStringLiteral("select last_insert_rowid()")).toLongLong();
+        return run(u"select last_insert_rowid()"_s).toLongLong();
     }
     TTableInfo readTable(const QString &name) override;
 

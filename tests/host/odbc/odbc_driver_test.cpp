@@ -16,6 +16,8 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // The engine's own paths, against the ODBC driver of SQLite that Debian ships: they need no server.
@@ -76,7 +78,7 @@ TEST_F(OdbcDriver, EveryKindOfValueGoesInAndComesBack)
 TEST_F(OdbcDriver, ANullIsNoEmptyText)
 {
     person();
-    run("insert into Person(Name,Note) values(?,?)", {QStringLiteral(""), QVariant()});
+    run("insert into Person(Name,Note) values(?,?)", {u""_s, QVariant()});
     const QVariantList read = row("select Name,Note from Person where Note is null");
     ASSERT_EQ(read.size(), 2);
     EXPECT_FALSE(read[0].isNull());
@@ -85,8 +87,8 @@ TEST_F(OdbcDriver, ANullIsNoEmptyText)
 
 TEST_F(OdbcDriver, NamedPlacesTakeTheirValuesAndTextsAndCommentsHaveNone)
 {
-    const QVariantList read = row("select ? as a, :Code as b, '?:Code' as c, :code as d -- :Code",
-                                  {QStringLiteral("x")}, {{"code", 7}});
+    const QVariantList read =
+        row("select ? as a, :Code as b, '?:Code' as c, :code as d -- :Code", {u"x"_s}, {{"code", 7}});
     ASSERT_EQ(read.size(), 4);
     EXPECT_EQ(read[0].toString(), "x");
     EXPECT_EQ(read[1].toInt(), 7);
@@ -97,8 +99,8 @@ TEST_F(OdbcDriver, NamedPlacesTakeTheirValuesAndTextsAndCommentsHaveNone)
 TEST_F(OdbcDriver, AnInsertAnswersItsKeyAndACommandItsRows)
 {
     person();
-    EXPECT_EQ(engine->insert({"insert into [Person]([Name]) values(?)", {QStringLiteral("a")}, {}}), 1);
-    EXPECT_EQ(engine->insert({"insert into [Person]([Name]) values(?)", {QStringLiteral("b")}, {}}), 2);
+    EXPECT_EQ(engine->insert({"insert into [Person]([Name]) values(?)", {u"a"_s}, {}}), 1);
+    EXPECT_EQ(engine->insert({"insert into [Person]([Name]) values(?)", {u"b"_s}, {}}), 2);
     EXPECT_EQ(run("update Person set Kind=? where ID>?", {1, 0}), 2);
     EXPECT_EQ(run("delete from Person where ID=?", {9}), 0);
 }
@@ -168,7 +170,7 @@ protected:
     {
         db.connection().setStatementHook([this](const TStatement &statement) {
             if (statement.boundText().contains(u':') || texts.contains(statement.boundText()) ||
-                statement.boundText().endsWith(QLatin1String(" transaction")))
+                statement.boundText().endsWith(" transaction"_L1))
                 return; // those with named places are among the engine's own tests
             texts.insert(statement.boundText());
             seen.append({statement.boundText(), statement.values()});
@@ -315,7 +317,7 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
     ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &plain), SQLITE_OK);
     for (const Schema::TStep &step : Schema::steps()) {
         for (QString batch : Schema::batches(step.script, TEngineKind::Embedded)) {
-            batch.remove(QStringLiteral("COLLATE ZELMO"), Qt::CaseInsensitive);
+            batch.remove(u"COLLATE ZELMO"_s, Qt::CaseInsensitive);
             EXPECT_EQ(sqlite3_exec(plain, batch.toUtf8().constData(), nullptr, nullptr, nullptr), SQLITE_OK)
                 << sqlite3_errmsg(plain);
         }
@@ -342,8 +344,8 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
                 }
                 ++opened;
             } catch (const TDatabaseError &error) {
-                if (error.detail().contains(QLatin1String("no such function")) ||
-                    error.detail().contains(QLatin1String("no such collation")))
+                if (error.detail().contains("no such function"_L1) ||
+                    error.detail().contains("no such collation"_L1))
                     ownFunctions.append(bound.text);
                 else if (error.fault() != TFault::Refused)
                     ADD_FAILURE() << qPrintable(one.text) << "\n" << error.what();

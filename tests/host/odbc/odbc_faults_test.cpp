@@ -9,6 +9,8 @@
 
 #include <thread>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // What happens when the server or the line fails. The line runs through the test, which cuts it.
@@ -20,10 +22,10 @@ protected:
             return;
         database = std::make_unique<TestServer::Database>();
         const auto engine = OpenOdbcEngine(database->connectionString());
-        engine->runScript(QStringLiteral(
-            "create table Person(ID int identity(1,1) not null constraint PK_Person primary key, Name nvarchar(50))"));
-        engine->runScript(QStringLiteral(
-            "create table Coded(Code int not null constraint PK_Coded primary key, Title nvarchar(50))"));
+        engine->runScript(
+            u"create table Person(ID int identity(1,1) not null constraint PK_Person primary key, Name nvarchar(50))"_s);
+        engine->runScript(
+            u"create table Coded(Code int not null constraint PK_Coded primary key, Title nvarchar(50))"_s);
     }
     static void TearDownTestSuite() { database.reset(); }
 
@@ -32,11 +34,11 @@ protected:
         if (!TestServer::available())
             GTEST_SKIP() << "no server: KETEBIONPAP_TEST_ODBC is not set";
         direct = OpenOdbcEngine(database->connectionString());
-        direct->execute({QStringLiteral("delete from Coded delete from Person"), {}, {}});
+        direct->execute({u"delete from Coded delete from Person"_s, {}, {}});
         proxy = std::make_unique<TestProxy>(database->connectionString());
-        engine = OpenOdbcEngine(TestServer::with(
-            TestServer::with(proxy->connectionString(), QStringLiteral("AnswerTimeout"), QStringLiteral("2")),
-            QStringLiteral("LoginTimeout"), QStringLiteral("2")));
+        engine = OpenOdbcEngine(
+            TestServer::with(TestServer::with(proxy->connectionString(), u"AnswerTimeout"_s, u"2"_s),
+                             u"LoginTimeout"_s, u"2"_s));
     }
     void TearDown() override
     {
@@ -45,21 +47,19 @@ protected:
         direct.reset();
     }
 
-    int count(const QString &table, const QString &condition = QStringLiteral("1=1"))
+    int count(const QString &table, const QString &condition = u"1=1"_s)
     {
-        const auto cursor = direct->select(
-            {QStringLiteral("select count(*) from %1 where %2").arg(table, condition), {}, {}});
+        const auto cursor =
+            direct->select({u"select count(*) from %1 where %2"_s.arg(table, condition), {}, {}});
         return cursor->next() ? cursor->value(0).toInt() : -1;
     }
     qlonglong insertPerson(const QString &name)
     {
-        return engine->insert({QStringLiteral("insert into [Person]([Name]) values(?)"), {name}, {}});
+        return engine->insert({u"insert into [Person]([Name]) values(?)"_s, {name}, {}});
     }
     void insertCoded(int code)
     {
-        engine->insert({QStringLiteral("insert into [Coded]([Code],[Title]) values(?,?)"),
-                        {code, QStringLiteral("t")},
-                        {}});
+        engine->insert({u"insert into [Coded]([Code],[Title]) values(?,?)"_s, {code, u"t"_s}, {}});
     }
     TFault faultOf(const std::function<void()> &work)
     {
@@ -136,7 +136,7 @@ TEST_F(OdbcFaults, ASaveWhoseCommitGotNoAnswerIsNotStoredASecondTime)
     proxy->restore();
     const qlonglong key = insertPerson("a");
     EXPECT_EQ(count("Person"), 1);
-    EXPECT_EQ(count("Person", QStringLiteral("ID=%1").arg(key)), 1);
+    EXPECT_EQ(count("Person", u"ID=%1"_s.arg(key)), 1);
     insertPerson("a"); // a second person of that name is another matter
     EXPECT_EQ(count("Person"), 2);
 }
@@ -155,8 +155,7 @@ TEST_F(OdbcFaults, WhatWasTypedSinceIsStoredInTheRecordWhoseCommitGotNoAnswer)
     proxy->cutAfter("commit transaction");
     EXPECT_EQ(faultOf([&] { insertCoded(7); }), TFault::ConnectionLost);
     proxy->restore();
-    engine->insert(
-        {QStringLiteral("insert into [Coded]([Code],[Title]) values(?,?)"), {7, QStringLiteral("new")}, {}});
+    engine->insert({u"insert into [Coded]([Code],[Title]) values(?,?)"_s, {7, u"new"_s}, {}});
     EXPECT_EQ(count("Coded"), 1);
     EXPECT_EQ(count("Coded", "Title='new'"), 1);
     EXPECT_EQ(faultOf([&] { insertCoded(7); }), TFault::Refused); // the code is another record's by now
@@ -242,8 +241,7 @@ TEST_F(OdbcFaults, ATransactionWhoseAnswerWasTooLateIsGone)
 TEST_F(OdbcFaults, AServerWithoutRoomIsToldApartAndTheNextTryWorks)
 {
     proxy->cut();
-    proxy->refuseLogins(17809,
-                        QStringLiteral("The maximum number of '60' user connections has been reached."));
+    proxy->refuseLogins(17809, u"The maximum number of '60' user connections has been reached."_s);
     proxy->restore();
     for (int i = 0; i < 2; ++i)
         EXPECT_EQ(faultOf([&] { insertPerson("a"); }), TFault::ServerFull);
@@ -256,7 +254,7 @@ TEST_F(OdbcFaults, AServerWithoutRoomIsToldApartAndTheNextTryWorks)
 TEST_F(OdbcFaults, ALoginThatTheServerRefusesAfterItsReturnIsToldAndTheNextTryWorks)
 {
     proxy->cut();
-    proxy->refuseLogins(18456, QStringLiteral("Login failed for user 'clerk'."));
+    proxy->refuseLogins(18456, u"Login failed for user 'clerk'."_s);
     proxy->restore();
     EXPECT_EQ(faultOf([&] { insertPerson("a"); }), TFault::LoginRefused);
     proxy->refuseLogins(0, {});
@@ -285,8 +283,8 @@ TEST_F(OdbcFaults, AfterALockTimeOutTheNextTryWorks)
 {
     insertCoded(1);
     insertCoded(2);
-    const auto impatient = OpenOdbcEngine(
-        TestServer::with(database->connectionString(), QStringLiteral("LockTimeout"), QStringLiteral("1")));
+    const auto impatient =
+        OpenOdbcEngine(TestServer::with(database->connectionString(), u"LockTimeout"_s, u"1"_s));
     engine->begin();
     engine->execute({"update Coded set Title='x' where Code=1", {}, {}});
     impatient->begin();
@@ -317,8 +315,7 @@ TEST_F(OdbcFaults, ADeadlocksVictimHasLostItsTransactionAndTheNextTryWorks)
 {
     insertCoded(1);
     insertCoded(2);
-    const QString patient =
-        TestServer::with(database->connectionString(), QStringLiteral("LockTimeout"), QStringLiteral("30"));
+    const QString patient = TestServer::with(database->connectionString(), u"LockTimeout"_s, u"30"_s);
     const auto one = OpenOdbcEngine(patient);
     const auto two = OpenOdbcEngine(patient);
     one->begin();
@@ -355,8 +352,8 @@ TEST_F(OdbcFaults, ADeadlocksVictimHasLostItsTransactionAndTheNextTryWorks)
 
 TEST_F(OdbcFaults, ARefusedLoginAndALostLineNeverTellThePassword)
 {
-    const QString secret = QStringLiteral("N0t-The-Secret");
-    const QString wrong = TestServer::with(proxy->connectionString(), QStringLiteral("PWD"), secret);
+    const QString secret = u"N0t-The-Secret"_s;
+    const QString wrong = TestServer::with(proxy->connectionString(), u"PWD"_s, secret);
     for (const bool cut : {false, true}) {
         if (cut)
             proxy->cut();

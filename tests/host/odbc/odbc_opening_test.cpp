@@ -11,6 +11,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 // Connection strings that lead nowhere: each is told by a sentence of its own, without the password, and nothing is
 // changed where it led.
 
@@ -41,7 +43,7 @@ TRefusal open(const QString &text)
 
 QString withSecret(const QString &text)
 {
-    return text + QStringLiteral(";DATABASE=d;UID=u;LoginTimeout=2;PWD=") + secret;
+    return text + u";DATABASE=d;UID=u;LoginTimeout=2;PWD="_s + secret;
 }
 
 TEST(OdbcOpening, AStringWithoutADriverIsToldSo)
@@ -82,8 +84,8 @@ TEST(OdbcOpening, AHostThatNeverAnswersIsGivenUpAfterTheLoginTime)
     ASSERT_EQ(getsockname(listener, reinterpret_cast<sockaddr *>(&address), &size), 0);
     QElapsedTimer timer;
     timer.start();
-    const TRefusal refusal = open(
-        withSecret(QStringLiteral("DRIVER=FreeTDS;SERVER=127.0.0.1;PORT=%1").arg(ntohs(address.sin_port))));
+    const TRefusal refusal =
+        open(withSecret(u"DRIVER=FreeTDS;SERVER=127.0.0.1;PORT=%1"_s.arg(ntohs(address.sin_port))));
     EXPECT_EQ(refusal.fault, TFault::NoServer) << qPrintable(refusal.detail);
     EXPECT_GE(timer.elapsed(), 1500);
     EXPECT_LT(timer.elapsed(), 15000);

@@ -5,6 +5,8 @@
 
 #include <limits>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // What the engine promises on a real server. Without one these tests say that they did not run.
@@ -16,16 +18,15 @@ protected:
             return;
         database = std::make_unique<TestServer::Database>();
         auto engine = OpenOdbcEngine(database->connectionString());
-        engine->runScript(QStringLiteral(
-            "create table Person(ID int identity(1,1) not null constraint PK_Person primary key, Name nvarchar(50) null,"
-            " Amount decimal(23,9) null, Note nvarchar(max) null, Picture varbinary(max) null, Flag bit null,"
-            " Kind smallint null, Big bigint null, Ratio float null)"));
-        engine->runScript(QStringLiteral(
-            "create table Coded(Code int not null constraint PK_Coded primary key, Title nvarchar(50) null,"
-            " constraint UQ_Coded unique(Title))"));
         engine->runScript(
-            QStringLiteral("create table Part(ID int identity(1,1) not null primary key,"
-                           " Code int not null constraint FK_Part_Coded references Coded(Code))"));
+            u"create table Person(ID int identity(1,1) not null constraint PK_Person primary key, Name nvarchar(50) null,"
+            " Amount decimal(23,9) null, Note nvarchar(max) null, Picture varbinary(max) null, Flag bit null,"
+            " Kind smallint null, Big bigint null, Ratio float null)"_s);
+        engine->runScript(
+            u"create table Coded(Code int not null constraint PK_Coded primary key, Title nvarchar(50) null,"
+            " constraint UQ_Coded unique(Title))"_s);
+        engine->runScript(u"create table Part(ID int identity(1,1) not null primary key,"
+                          " Code int not null constraint FK_Part_Coded references Coded(Code))"_s);
     }
     static void TearDownTestSuite() { database.reset(); }
 
@@ -34,7 +35,7 @@ protected:
         if (!TestServer::available())
             GTEST_SKIP() << "no server: KETEBIONPAP_TEST_ODBC is not set";
         engine = OpenOdbcEngine(database->connectionString());
-        engine->execute({QStringLiteral("delete from Part delete from Coded delete from Person"), {}, {}});
+        engine->execute({u"delete from Part delete from Coded delete from Person"_s, {}, {}});
     }
 
     QVariantList row(const QString &sql, const QVariantList &values = {})
@@ -85,9 +86,8 @@ TEST_F(OdbcServer, EveryLetterOfAFullColumnComesBack)
 
 TEST_F(OdbcServer, AnEmptyTextIsNoNull)
 {
-    run("insert into Person(Name,Note) values(?,?)", {QStringLiteral(""), QVariant()});
-    const QVariantList read =
-        row("select Name, Note from Person where Name=? and Note is null", {QStringLiteral("")});
+    run("insert into Person(Name,Note) values(?,?)", {u""_s, QVariant()});
+    const QVariantList read = row("select Name, Note from Person where Name=? and Note is null", {u""_s});
     ASSERT_EQ(read.size(), 2);
     EXPECT_FALSE(read[0].isNull());
     EXPECT_EQ(read[0].toString(), "");
@@ -158,7 +158,7 @@ TEST_F(OdbcServer, NamedPlacesAndQuestionMarksTakeTheirValuesInOrder)
     const auto cursor =
         engine->select({"select ? as A, :Code as B, 'a?:Code' as C, [D?] , :code as E -- ? :Code\n"
                         "from (select 5 as [D?]) T /* ? */ where 1=?",
-                        {QStringLiteral("x"), 1},
+                        {u"x"_s, 1},
                         {{"code", 7}}});
     ASSERT_TRUE(cursor->next());
     EXPECT_EQ(cursor->value(0).toString(), "x");
@@ -172,7 +172,7 @@ TEST_F(OdbcServer, ACommandTellsItsAffectedRows)
 {
     EXPECT_EQ(run("insert into Coded(Code,Title) select 1,'a' union all select 2,'b' union all select 3,'c'"),
               3);
-    EXPECT_EQ(run("update Coded set Title=Title+? where Code>?", {QStringLiteral("x"), 1}), 2);
+    EXPECT_EQ(run("update Coded set Title=Title+? where Code>?", {u"x"_s, 1}), 2);
     EXPECT_EQ(run("delete from Coded where Code=?", {9}), 0);
     EXPECT_EQ(run("delete from Coded where Code=? delete from Coded where Code>=? -- the last", {1, 2}), 2);
 }
@@ -193,15 +193,12 @@ TEST_F(OdbcServer, ABatchIsDoneAsAWholeOrNotAtAll)
 
 TEST_F(OdbcServer, AnInsertAnswersItsKey)
 {
-    const qlonglong first =
-        engine->insert({"insert into [Person]([Name]) values(?)", {QStringLiteral("a")}, {}});
-    const qlonglong second =
-        engine->insert({"insert into [Person]([Name]) values(?)", {QStringLiteral("b")}, {}});
+    const qlonglong first = engine->insert({"insert into [Person]([Name]) values(?)", {u"a"_s}, {}});
+    const qlonglong second = engine->insert({"insert into [Person]([Name]) values(?)", {u"b"_s}, {}});
     EXPECT_GT(first, 0);
     EXPECT_EQ(second, first + 1);
     EXPECT_EQ(one("select Name from Person where ID=?", {second}).toString(), "b");
-    EXPECT_EQ(
-        engine->insert({"insert into [Coded]([Code],[Title]) values(?,?)", {5, QStringLiteral("t")}, {}}), 0);
+    EXPECT_EQ(engine->insert({"insert into [Coded]([Code],[Title]) values(?,?)", {5, u"t"_s}, {}}), 0);
 }
 
 TEST_F(OdbcServer, ATableIsDescribed)

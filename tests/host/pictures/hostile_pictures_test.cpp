@@ -11,6 +11,8 @@
 
 #include <array>
 
+using namespace Qt::Literals::StringLiterals;
+
 // Files that are small and take long, or that are large and sound.
 
 namespace {
@@ -100,7 +102,7 @@ TPictureRead timed(const QByteArray &bytes, int milliseconds)
 void expectRefused(const TPictureRead &read)
 {
     EXPECT_TRUE(read.image.isNull());
-    EXPECT_TRUE(read.refusal.contains(u"بیش از اندازه طول می کشد"_qs)) << read.refusal.toStdString();
+    EXPECT_TRUE(read.refusal.contains(u"بیش از اندازه طول می کشد"_s)) << read.refusal.toStdString();
 }
 
 } // namespace

@@ -16,6 +16,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 class Search : public testing::Test {
 protected:
     Search() : list(&db.connection(), "List_QUR"), manager(&list, nullptr)
@@ -55,10 +57,10 @@ protected:
 
     TestDatabase db;
     ScriptedMessages messages;
-    const TSearchItem code{"Code", u"کد"_qs, TSearchItem::Digits};
-    const TSearchItem title{"Title", u"عنوان"_qs, TSearchItem::Text, true};
-    const TSearchItem cost{"Cost", u"مبلغ"_qs, TSearchItem::Money};
-    const TSearchItem day{"Day", u"تاریخ"_qs, TSearchItem::Date};
+    const TSearchItem code{"Code", u"کد"_s, TSearchItem::Digits};
+    const TSearchItem title{"Title", u"عنوان"_s, TSearchItem::Text, true};
+    const TSearchItem cost{"Cost", u"مبلغ"_s, TSearchItem::Money};
+    const TSearchItem day{"Day", u"تاریخ"_s, TSearchItem::Date};
     TQuery list;
     TZelmoSearchManager manager;
 };
@@ -88,30 +90,30 @@ TEST_F(Search, ConditionsStandAroundTheScriptWithTheirValuesBound)
 
 TEST_F(Search, BothFormsOfYehAndKafAreOneLetter)
 {
-    add(1, u"کليه کارمندان"_qs); // Arabic yeh
-    add(2, u"کلیه کارمندان"_qs); // Persian yeh
-    add(3, u"كليه كارمندان"_qs); // Arabic kaf
-    for (const QString &typed : {u"کلیه کارمند"_qs, u"كليه كارمند"_qs, u"کليه کارمند"_qs})
+    add(1, u"کليه کارمندان"_s); // Arabic yeh
+    add(2, u"کلیه کارمندان"_s); // Persian yeh
+    add(3, u"كليه كارمندان"_s); // Arabic kaf
+    for (const QString &typed : {u"کلیه کارمند"_s, u"كليه كارمند"_s, u"کليه کارمند"_s})
         EXPECT_EQ(found(title, typed), "1,2,3") << typed.toStdString();
 }
 
 TEST_F(Search, DigitsOfAllScriptsAreOne)
 {
     add(1, "ward 12");
-    add(2, u"ward ۱۲"_qs);
-    add(3, u"ward ١٢"_qs);
+    add(2, u"ward ۱۲"_s);
+    add(3, u"ward ١٢"_s);
     add(4, "ward 21");
-    for (const QString &typed : {QStringLiteral("12"), u"۱۲"_qs, u"١٢"_qs})
+    for (const QString &typed : {u"12"_s, u"۱۲"_s, u"١٢"_s})
         EXPECT_EQ(found(title, typed), "1,2,3") << typed.toStdString();
 }
 
 TEST_F(Search, HalfSpaceCaseAndRunsOfBlanksMakeNoDifference)
 {
-    add(1, u"می\u200Cشود"_qs);
-    add(2, u"میشود"_qs);
+    add(1, u"می\u200Cشود"_s);
+    add(2, u"میشود"_s);
     add(3, "Head  Office");
-    EXPECT_EQ(found(title, u"میشود"_qs), "1,2");
-    EXPECT_EQ(found(title, u"می\u200Cشود"_qs), "1,2");
+    EXPECT_EQ(found(title, u"میشود"_s), "1,2");
+    EXPECT_EQ(found(title, u"می\u200Cشود"_s), "1,2");
     EXPECT_EQ(found(title, "hEAD oFFICE"), "3");
     EXPECT_EQ(found(title, "  head "), "3");
 }
@@ -159,7 +161,7 @@ TEST_F(Search, CodesAreFoundByTheirBeginning)
     for (const int one : {1, 12, 21, 123})
         add(one, "x");
     EXPECT_EQ(found(code, "12"), "12,123");
-    EXPECT_EQ(found(code, u"۱۲"_qs), "12,123");
+    EXPECT_EQ(found(code, u"۱۲"_s), "12,123");
     EXPECT_EQ(found(code, "x"), "");
 }
 
@@ -172,7 +174,7 @@ TEST_F(Search, AmountsAreFoundByTheirDigits)
     add(5, "", 123456789012);
     EXPECT_EQ(found(cost, "15"), "1,2");
     EXPECT_EQ(found(cost, "1,500"), "1");
-    EXPECT_EQ(found(cost, u"۱۵۰۰"_qs), "1");
+    EXPECT_EQ(found(cost, u"۱۵۰۰"_s), "1");
     EXPECT_EQ(found(cost, "-15"), "4");
     EXPECT_EQ(found(cost, "250.2"), "3");
     EXPECT_EQ(found(cost, "250.3"), "");
@@ -186,7 +188,7 @@ TEST_F(Search, DatesAreFoundAsTypedOrByTheirParts)
     add(2, "", 0, "1404/11/15");
     add(3, "", 0, "");
     EXPECT_EQ(found(day, "1404/1/5"), "1");
-    EXPECT_EQ(found(day, u"۱۴۰۴/۰۱"_qs), "1");
+    EXPECT_EQ(found(day, u"۱۴۰۴/۰۱"_s), "1");
     EXPECT_EQ(found(day, "1404/1"), "2") << "as it stands, until the day is typed";
 }
 
@@ -290,7 +292,7 @@ TEST_F(SearchFrames, TheGeneralFrameBeginsWithTheDefaultItemAndAnEmptyText)
     frame->init(&manager);
     EXPECT_EQ(codes(), "1,2") << "init runs the search";
     EXPECT_EQ(frame->Field_CMB()->count(), 4);
-    EXPECT_EQ(frame->Field_CMB()->currentText(), u"عنوان"_qs);
+    EXPECT_EQ(frame->Field_CMB()->currentText(), u"عنوان"_s);
     Keys::type(frame->Search_EDT(), "od");
     int searches = 0;
     QObject::connect(frame, &TSearch_Frame::searchChanged, &window, [&] { ++searches; });
@@ -308,7 +310,7 @@ TEST_F(SearchFrames, ALongHostileTextDoesNoHarm)
     layout->addWidget(frame);
     open();
     frame->init(&manager);
-    frame->Search_EDT()->setText(QStringLiteral("';--\u00e9[%_").repeated(1000));
+    frame->Search_EDT()->setText(u"';--\u00e9[%_"_s.repeated(1000));
     Keys::type(frame->Search_EDT(), "x");
     Keys::press(&window, Qt::Key_Return);
     manager.ExecuteFilter_DataSet();
@@ -332,7 +334,7 @@ TEST_F(SearchFrames, TheRangeFrameWaitsForWholeDates)
     Keys::picture(&window, "range_frame");
     Keys::retype(frame->FromDate_EDT(), "");
     EXPECT_TRUE(Keys::waitFor([&] { return codes() == "1,2"; }));
-    Keys::type(frame->ToDate_EDT(), u"۱۴۰۴/۰۱/۳۱"_qs);
+    Keys::type(frame->ToDate_EDT(), u"۱۴۰۴/۰۱/۳۱"_s);
     EXPECT_TRUE(Keys::waitFor([&] { return codes() == "1"; }));
 }
 
@@ -341,8 +343,8 @@ TEST_F(SearchFrames, OnlyTheShownTabsFrameHasItsSay)
     auto *tabs = new TTab_Search_Frame(&window);
     auto *general = new TGeneral_Search_Frame(&window);
     auto *dates = new TRange_Date_Search_Frame(&window);
-    tabs->AddTab(u"جستجو"_qs, general);
-    tabs->AddTab(u"تاریخ"_qs, dates);
+    tabs->AddTab(u"جستجو"_s, general);
+    tabs->AddTab(u"تاریخ"_s, dates);
     layout->addWidget(tabs);
     QObject::connect(tabs, &TTab_Search_Frame::tabChanged, &manager,
                      &TZelmoSearchManager::ExecuteFilter_DataSet);
@@ -371,7 +373,7 @@ TEST_F(SearchFrames, ControlAndDigitChooseATab)
     open();
     QList<int> told;
     QObject::connect(tabs, &TTab_Search_Frame::tabChanged, &window, [&](int tab) { told << tab; });
-    tabs->init({u"همه"_qs, u"شاغل"_qs, u"ترک کار"_qs});
+    tabs->init({u"همه"_s, u"شاغل"_s, u"ترک کار"_s});
     EXPECT_EQ(tabs->CurrentTab(), 0);
     const auto press = [&](Qt::Key key) {
         QKeyEvent event(QEvent::KeyPress, key, Qt::ControlModifier);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 class Twin : public testing::Test {
@@ -36,16 +38,16 @@ protected:
 
 TEST_F(Twin, IsFoundInEveryWayThatPeopleWriteATextAndInNoOther)
 {
-    const QString typed = u"شب کاری 12 Ab"_qs;
-    const QString same[] = {u"شب كاري 12 Ab"_qs, u"شب کارى ۱۲ aB"_qs, u" شب کاری ١٢ AB "_qs,
-                            u"شب  کا\u200Cری 12 Ab"_qs, u"شَب کاری 12\u00A0Ab"_qs};
+    const QString typed = u"شب کاری 12 Ab"_s;
+    const QString same[] = {u"شب كاري 12 Ab"_s, u"شب کارى ۱۲ aB"_s, u" شب کاری ١٢ AB "_s,
+                            u"شب  کا\u200Cری 12 Ab"_s, u"شَب کاری 12\u00A0Ab"_s};
     for (const QString &stored : same) {
         db.run("delete from Word");
         add(7, stored);
         EXPECT_EQ(twinOf(typed), 7) << stored.toStdString();
         EXPECT_EQ(twinOf(typed, 7), 0) << "one's own row is no twin";
     }
-    for (const QString &stored : {u"شب کاری 12"_qs, u"شب کاری 12 Abc"_qs, u"شبکاری 12 Ab"_qs, u""_qs}) {
+    for (const QString &stored : {u"شب کاری 12"_s, u"شب کاری 12 Abc"_s, u"شبکاری 12 Ab"_s, u""_s}) {
         db.run("delete from Word");
         add(7, stored);
         EXPECT_EQ(twinOf(typed), 0) << stored.toStdString();
@@ -63,7 +65,7 @@ TEST_F(Twin, MustHoldAllTheTextsAndTheOneWithTheSmallestCodeIsNamed)
     ASSERT_TRUE(twin);
     EXPECT_EQ(twin->code, 8);
     EXPECT_EQ(twin->title, "ALI rezai");
-    EXPECT_EQ(TwinText(*twin), u"رکورد دارنده آن: ALI rezai (کد 8)"_qs);
+    EXPECT_EQ(TwinText(*twin), u"رکورد دارنده آن: ALI rezai (کد 8)"_s);
 }
 
 TEST_F(Twin, NothingThatCanBeSeenHasNone)

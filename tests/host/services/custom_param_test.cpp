@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 TEST(CustomParam, AnUnknownSettingIsEmptyZeroAndFalse)
 {
     TestDatabase db;
@@ -15,9 +17,9 @@ TEST(CustomParam, AnUnknownSettingIsEmptyZeroAndFalse)
 TEST(CustomParam, ASettingIsStoredOnceAndReadInEachWay)
 {
     TestDatabase db;
-    TCustomParam::SetData(7, QStringLiteral("3"));
-    TCustomParam::SetData(7, QStringLiteral("1"));
-    TCustomParam::SetData(8, QStringLiteral("True"));
+    TCustomParam::SetData(7, u"3"_s);
+    TCustomParam::SetData(7, u"1"_s);
+    TCustomParam::SetData(8, u"True"_s);
     EXPECT_EQ(db.text("select count(*) from CustomParam"), "2");
     EXPECT_EQ(TCustomParam::GetData(7).AsInteger(), 1);
     EXPECT_TRUE(TCustomParam::GetData(7).AsBoolean());

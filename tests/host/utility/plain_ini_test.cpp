@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 class PlainIniFile : public testing::Test {
@@ -31,7 +33,7 @@ QByteArray allBytes()
 
 const QList<std::pair<QString, QVariant>> values = {
     {"plain", "text"},
-    {"Window/persian", QString(u"ستون «نام»، ۱۲"_qs)},
+    {"Window/persian", QString(u"ستون «نام»، ۱۲"_s)},
     {"Window/signs", "a=b;c,d \"e\" \\x41 \\ [f] #"},
     {"Window/blanks", "  a  "},
     {"Window/lines", "a\nb\tc\r\n"},
