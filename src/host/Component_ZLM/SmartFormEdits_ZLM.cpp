@@ -170,9 +170,9 @@ int TSmartMaskEdit_ZLM::WrongNote() const
         return 0;
     if (m_mask == NationalCode && !NationalCode_Validation(text()))
         return WrongNationalCode;
-    if (m_mask == PostCode && !matches(text(), u"\\d{10}"_s))
+    if (m_mask == PostCode && !PostCode_Validation(text()))
         return WrongPostCode;
-    if (m_mask == Email && !matches(text(), u"[^@]+@[^@.]+(\\.[^@.]+)+"_s))
+    if (m_mask == Email && !Email_Validation(text()))
         return WrongEmail;
     return 0;
 }
