@@ -421,6 +421,8 @@ TStored storedRows(const TDeed &deed)
         for (int row = 0; row < query.recordCount(); ++row) {
             QStringList cells;
             for (int i = 0; i < query.fields().size(); ++i) {
+                if (query.fields().at(i).name == "ModifiedTime"_L1) // the minute of the save
+                    continue;
                 const QVariant value = query.valueAt(row, i);
                 cells << (value.typeId() == QMetaType::QByteArray
                               ? QString::fromLatin1(value.toByteArray().toHex())
