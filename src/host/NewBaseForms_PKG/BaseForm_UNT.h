@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Declaration_PKG/Guarded_unt.h"
+
 #include <QDialog>
 #include <QKeyEvent>
 #include <QKeySequence>
