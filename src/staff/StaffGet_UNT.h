@@ -2,6 +2,7 @@
 
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
 #include "host/NewBaseForms_PKG/BoundInputs.h"
+#include "staff/StaffFamilyRows.h"
 #include "staff/StaffRules.h"
 
 #include <QTabWidget>
@@ -99,15 +100,7 @@ protected:
     QWidget *FirstInput() override;
     QString LockedEntityWord() const override;
 
-    bool HasRecovery() const override { return true; }
-    QStringList RecoveryCodes() override;
-    int RecoveryRows(const QString &code) override;
-    bool RecordHasRecovery(const QString &code) override;
-    void MoveRecovery(const QString &oldCode, const QString &newCode) override;
-    void DiscardRecovery(const QString &code) override;
-    void DiscardAllRecovery() override;
-    bool WorkingRowsChanged() override;
-    void PutWorkingRowsBack() override;
+    TRecordRows *Rows() override { return &m_workingRows; }
     void SaveFailed() override;
     bool MayDiscard() override;
 
@@ -149,6 +142,7 @@ private:
     void fillPerson();
     bool savePicture(const TPic_Get *picture, const QString &column);
 
+    TStaffFamilyRows m_workingRows;
     TDetail_Rows_Frame *m_family = nullptr;
     TStaff_Mapper m_staff; ///< the record as it was loaded; empty for a new one
     TStaff_Mapper m_sent;  ///< by the last save of this record
