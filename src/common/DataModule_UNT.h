@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Export.h"
 #include "host/database/Query.h"
 
 /// Runs work as one unit: all of it is stored, or nothing. Within a transaction that is begun it is a part of that.
@@ -22,7 +23,7 @@ void InOneUnit(TConnection *connection, Work work)
 }
 
 /// The common shape of all data modules: queries on the host's connection, and writes that answer true or false.
-class TDataModule : public QObject {
+class KETEBIONPAP_CORE TDataModule : public QObject {
     Q_OBJECT
 public:
     explicit TDataModule(QObject *owner);

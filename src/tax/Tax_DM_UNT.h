@@ -2,6 +2,7 @@
 
 #include "common/DataModule_UNT.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 #include "tax/Tax_Mapper.h"
 
 #include <QStringList>
@@ -11,7 +12,7 @@
 ///
 /// Operations that return a bool answer false after a database error; all others throw TDatabaseError.
 /// Deleting a tax table is ClearDataDetail and Tax_Del in one transaction of the caller.
-class TTax_DM : public TDataModule {
+class KETEBIONPAP_CORE TTax_DM : public TDataModule {
     Q_OBJECT
 public:
     explicit TTax_DM(QObject *owner);
@@ -71,4 +72,4 @@ private:
 };
 
 /// The one instance, made and freed by the entry points and screens.
-extern TTax_DM *Tax_DM;
+extern KETEBIONPAP_CORE TTax_DM *Tax_DM;
