@@ -1,6 +1,7 @@
 // What the staff editor checks before a save, and the save.
 
 #include "host/BaseFrame_PKG/Pic_Get.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Picturefunctions_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
@@ -10,12 +11,6 @@
 #include "staff/Staff_DM_UNT.h"
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-constexpr int shownFor = 3000; // milliseconds
-
-} // namespace
 
 bool TStaffGet_FRM::Validate()
 {
@@ -65,7 +60,7 @@ bool TStaffGet_FRM::checkLeaveAfterEmployment()
     if (!LeaveDate_CHK->isChecked() || LeaveDate_EDT->GetText() >= CoDate_EDT->GetText())
         return true;
     FocusInput(LeaveDate_EDT);
-    ShowTooltipMessage(u"تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد."_s, LeaveDate_EDT, shownFor, 4,
+    ShowTooltipMessage(u"تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد."_s, LeaveDate_EDT, noteTime, 4,
                        QColor(192, 192, 192), 0, 250);
     return false;
 }

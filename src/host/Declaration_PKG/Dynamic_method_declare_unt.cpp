@@ -1,12 +1,11 @@
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 
 #include <QHash>
 
 namespace {
-
-const int nothingToPick = 7; // notification
 
 QHash<int, TEntityPicker> &pickers()
 {
@@ -37,7 +36,7 @@ int pick(TSoftwarePart part, const QString &text)
 
 int SayNothingToPick()
 {
-    ShowSmartMessage(nothingToPick, nullptr, nullptr, 0);
+    ShowSmartMessage(ntNothingToPick, nullptr, nullptr, 0);
     return 0;
 }
 
