@@ -6,15 +6,3 @@
 bool Ask(const QString &text, TAnswer defaultAnswer = TAnswer::Yes);
 /// A sentence of the application itself.
 void Tell(const QString &text, TMessageIconType icon = miInformation);
-/// Runs work that may meet a database error and tells the user about it. False: there was one.
-template <class Work>
-bool Guard(Work work)
-{
-    try {
-        work();
-        return true;
-    } catch (const TDatabaseError &error) {
-        MsgDatabaseError(error);
-        return false;
-    }
-}

@@ -148,7 +148,7 @@ void TDatabaseSettings_FRM::test()
         return;
     }
     // An engine alone leaves the schema as it is.
-    const bool open = Guard([&] {
+    const bool open = Guarded([&] {
         if (choice.onServer())
             OpenOdbcEngine(choice.odbc);
         else

@@ -105,7 +105,7 @@ void TStart_FRM::press()
     if (!Ok_BTN->isEnabled())
         return;
     bool done = false;
-    if (Guard([&] { done = Accept(); }) && done)
+    if (Guarded([&] { done = Accept(); }) && done)
         accept();
 }
 
@@ -213,7 +213,7 @@ TWorkstation_FRM::TWorkstation_FRM(const QString &name)
     Index_EDT->setMaxLength(9);
     Name_EDT->setMaxLength(100);
     Name_EDT->setText(name);
-    Guard([this] { Index_EDT->setText(QString::number(FreeWorkstationIndexes(1).value(0, 1))); });
+    Guarded([this] { Index_EDT->setText(QString::number(FreeWorkstationIndexes(1).value(0, 1))); });
     Index_EDT->selectAll();
 }
 

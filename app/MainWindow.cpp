@@ -103,7 +103,7 @@ QAction *TMain_FRM::addItem(QMenu *menu, const QString &caption, const char *nam
     item->setObjectName(QLatin1String(name));
     if (!key.isEmpty())
         item->setShortcut(QKeySequence(key));
-    connect(item, &QAction::triggered, this, [action = std::move(action)] { Guard(action); });
+    connect(item, &QAction::triggered, this, [action = std::move(action)] { Guarded(action); });
     return item;
 }
 

@@ -267,7 +267,7 @@ int TProgram::showWindow()
         window.hide();
         UserInfo = {};
         bool in = false;
-        if (!Guard([&] { in = logInByDialog() == TStep::Done; }) || !in)
+        if (!Guarded([&] { in = logInByDialog() == TStep::Done; }) || !in)
             return 0;
         SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود به برنامه"_s, true, true);
     }

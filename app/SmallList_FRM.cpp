@@ -41,7 +41,7 @@ TSmartButton_ZLM *TSmallList_FRM::AddFreeButton(const QString &objectName, const
 {
     TSmartButton_ZLM *button = AddButton(objectName, caption, key);
     connect(button, &QAbstractButton::clicked, this, [this, action = std::move(action)] {
-        Guard(action);
+        Guarded(action);
         m_table->setFocus();
     });
     return button;
@@ -71,7 +71,7 @@ int TSmallList_FRM::exec()
 void TSmallList_FRM::Refresh()
 {
     QList<QStringList> rows;
-    Guard([&] { rows = ReadRows(); });
+    Guarded([&] { rows = ReadRows(); });
     QList<QStringList> stay; // the current row, those behind it, those before it
     for (int row = std::max(0, CurrentRow()); row < m_table->rowCount(); ++row)
         stay << keyOf(row);

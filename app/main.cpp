@@ -1,5 +1,6 @@
 #include "app/Program.h"
 #include "host/Component_ZLM/Appearance.h"
+#include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/HostWindows_UNT.h"
@@ -32,12 +33,8 @@ public:
             if (draws(event->type()) && !MemoryToDraw())
                 return false;
             return QApplication::notify(receiver, event);
-        } catch (const TDatabaseError &error) {
-            MsgDatabaseError(error);
-        } catch (const std::bad_alloc &) {
-            TellLowMemory();
-        } catch (const std::exception &error) {
-            MsgDatabaseError(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
+        } catch (...) {
+            TellFault();
         }
         return false;
     }

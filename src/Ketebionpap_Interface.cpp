@@ -4,9 +4,8 @@
 #include "calcmethod/CalcMethod_DM_UNT.h"
 #include "calender/Calender_List_UNT.h"
 #include "entity/FiscalDeducation_List_UNT.h"
-#include "host/Declaration_PKG/LowMemory_unt.h"
+#include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
-#include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
 #include "host/NewBaseForms_PKG/HostWindows_UNT.h"
 #include "payrollinfo/PayrollInfoGet_UNT.h"
@@ -29,15 +28,6 @@ constexpr int earnings = 0;
 constexpr int deductions = 1;
 constexpr int itemsChosen = 406; // a choice that is not one item's code
 
-void tell(const TDatabaseError &error)
-{
-    try {
-        MsgDatabaseError(error);
-    } catch (...) {
-        // The user cannot be told; the host goes on all the same.
-    }
-}
-
 /// Runs an entry point's work where a screen can be shown, and keeps every exception from the host.
 template <class Work>
 int enter(Work work) noexcept
@@ -45,21 +35,18 @@ int enter(Work work) noexcept
     const QCoreApplication *application = QCoreApplication::instance();
     if (!qobject_cast<const QApplication *>(application) || QThread::currentThread() != application->thread())
         return 0;
+    int answer = 0;
     try {
-        SetUpHostWindows();
-        if (!DM.ADOConnection1)
-            throw TDatabaseError(TFault::ConnectionLost, u"the host has no connection"_s);
-        return work();
-    } catch (const TDatabaseError &error) {
-        tell(error);
-    } catch (const std::bad_alloc &) {
-        TellLowMemory();
-    } catch (const std::exception &error) {
-        tell(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
+        Guarded([&] {
+            SetUpHostWindows();
+            if (!DM.ADOConnection1)
+                throw TDatabaseError(TFault::ConnectionLost, u"the host has no connection"_s);
+            answer = work();
+        });
     } catch (...) {
-        tell(TDatabaseError(TFault::Other, u"an unknown exception"_s));
+        // The user cannot be told; the host goes on all the same.
     }
-    return 0;
+    return answer;
 }
 
 bool mayOpen(TSoftwarePart part)
@@ -67,22 +54,7 @@ bool mayOpen(TSoftwarePart part)
     return HavePermission(UserInfo, part, cpOpen, true, true, {});
 }
 
-/// The screens reach their data module through its variable; one that an earlier call left there is used again.
-template <class Module>
-void make(Module *&variable)
-{
-    if (variable)
-        return;
-    variable = new Module(QCoreApplication::instance());
-    QObject::connect(variable, &QObject::destroyed, [&variable] { variable = nullptr; });
-}
-
-/// Only the normal way through an entry point comes here: after an error the data module waits for the next call.
-template <class Module>
-void release(Module *&variable)
-{
-    delete variable;
-}
+// Data modules are freed on the normal way through an entry point only: after an error they wait for the next call.
 
 /// A screen in its variable, as long as it is shown. It is freed after an error, too, unlike the data modules: one that
 /// stayed visible would have no owner, and the next call would show a second one beside it.
@@ -145,7 +117,7 @@ int chooseItems(int kind, int selectType, const char16_t *filter, const char *wh
 
 int editSettings()
 {
-    make(PayrollInfo_DM); // stays for the life of the process
+    MakeDataModule(PayrollInfo_DM); // stays for the life of the process
     TShown screen(PayrollInfoGet_FRM, new TPayrollInfoGet_FRM(cspPayrollInfo, 0, fmEdit, false));
     if (!screen->NotShowable)
         screen->exec();
@@ -191,11 +163,11 @@ void Open_CalculatingMethods(void) noexcept
 {
     enter([] {
         // Made before the right is asked: after a refusal it stays for the next call.
-        make(CalcMethod_DM);
+        MakeDataModule(CalcMethod_DM);
         if (!mayOpen(cspCalcMethod))
             return 0;
         browse(CalcMethodList_FRM);
-        release(CalcMethod_DM);
+        FreeDataModule(CalcMethod_DM);
         return 0;
     });
 }
@@ -205,9 +177,9 @@ void Open_StaffList(void) noexcept
     enter([] {
         if (!mayOpen(cspStaff))
             return 0;
-        make(Staff_DM);
+        MakeDataModule(Staff_DM);
         browse(StaffList_FRM);
-        release(Staff_DM);
+        FreeDataModule(Staff_DM);
         return 0;
     });
 }
@@ -222,9 +194,9 @@ int Select_Staff(void) noexcept
     return enter([] {
         if (!mayOpen(cspStaff))
             return 0;
-        make(Staff_DM);
+        MakeDataModule(Staff_DM);
         const int code = choose(StaffList_FRM);
-        release(Staff_DM);
+        FreeDataModule(Staff_DM);
         return code;
     });
 }
@@ -234,9 +206,9 @@ int Select_CalculatingMethods(void) noexcept
     return enter([] {
         if (!mayOpen(cspCalcMethod))
             return 0;
-        make(CalcMethod_DM);
+        MakeDataModule(CalcMethod_DM);
         const int code = choose(CalcMethodList_FRM);
-        release(CalcMethod_DM);
+        FreeDataModule(CalcMethod_DM);
         return code;
     });
 }

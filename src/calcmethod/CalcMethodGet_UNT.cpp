@@ -59,28 +59,37 @@ void TCalcMethodGet_FRM::build()
 
 void TCalcMethodGet_FRM::buildGeneralPage()
 {
+    using M = TCalcMethod_Mapper;
     QGridLayout *page = AddPage(CalcMethod_PC, u"عمومی"_s, u"ts1"_s);
-    Code_EDT = AddInput(page, 0, 0, u"  &کد :"_s, u"Code_EDT"_s,
-                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15));
+    Code_EDT = m_bound.add(AddInput(page, 0, 0, u"  &کد :"_s, u"Code_EDT"_s,
+                                    new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15)),
+                           &M::_Code);
     Code_EDT->SetRange(1, highestCode);
-    Title_EDT = AddInput(page, 0, 1, u"  &عنوان :"_s, u"Title_EDT"_s,
-                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
-    Tax_CHK = AddInput(page, 1, 0, {}, u"Tax_CHK"_s, new TSmartCheckBox_ZLM(u"م&شمول  مالیات"_s, this));
+    Title_EDT = m_bound.add(AddInput(page, 0, 1, u"  &عنوان :"_s, u"Title_EDT"_s,
+                                     new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50)),
+                            &M::_Title);
+    Tax_CHK = m_bound.add(
+        AddInput(page, 1, 0, {}, u"Tax_CHK"_s, new TSmartCheckBox_ZLM(u"م&شمول  مالیات"_s, this)), &M::_Tax);
     CalcMethodCode_EDT = AddInput(page, 1, 1, u"  کد جدول مالیاتی :"_s, u"CalcMethodCode_EDT"_s,
                                   new TSmartButtonEdit_ZLM(this, 6));
     CalcMethodCode_LBL = besideLabel(this, u"CalcMethodCode_LBL"_s);
     AddBeside(CalcMethodCode_EDT, CalcMethodCode_LBL);
-    Maskok_SPNEDT = AddInput(page, 2, 0, u"  &مانده مسکوک :"_s, u"Maskok_SPNEDT"_s,
-                             new TSmartSpinEdit_ZLM(this, 0, int(std::size(roundingUnits)) - 1));
+    Maskok_SPNEDT = m_bound.add(AddInput(page, 2, 0, u"  &مانده مسکوک :"_s, u"Maskok_SPNEDT"_s,
+                                         new TSmartSpinEdit_ZLM(this, 0, int(std::size(roundingUnits)) - 1)),
+                                &M::_Maskok);
     MandeMaskok_LBL = besideLabel(this, u"MandeMaskok_LBL"_s);
     AddBeside(Maskok_SPNEDT, MandeMaskok_LBL);
-    Comment_EDT = AddInput(page, 2, 1, u"  ش&رح :"_s, u"Comment_EDT"_s,
-                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
-    BedBes_CHK = AddInput(page, 3, 0, {}, u"BedBes_CHK"_s,
-                          new TSmartCheckBox_ZLM(u"محاسبه بدهکاري / &بستانکاري"_s, this));
-    Loan_CHK = AddInput(page, 3, 1, {}, u"Loan_CHK"_s, new TSmartCheckBox_ZLM(u"محاسبه ا&قساط"_s, this));
-    DecTax_CHK =
-        AddInput(page, 4, 0, {}, u"DecTax_CHK"_s, new TSmartCheckBox_ZLM(u"کسر 2.7 مالي&ات"_s, this));
+    Comment_EDT = m_bound.add(AddInput(page, 2, 1, u"  ش&رح :"_s, u"Comment_EDT"_s,
+                                       new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50)),
+                              &M::_Comment);
+    BedBes_CHK = m_bound.add(AddInput(page, 3, 0, {}, u"BedBes_CHK"_s,
+                                      new TSmartCheckBox_ZLM(u"محاسبه بدهکاري / &بستانکاري"_s, this)),
+                             &M::_BedBes);
+    Loan_CHK = m_bound.add(
+        AddInput(page, 3, 1, {}, u"Loan_CHK"_s, new TSmartCheckBox_ZLM(u"محاسبه ا&قساط"_s, this)), &M::_Loan);
+    DecTax_CHK = m_bound.add(
+        AddInput(page, 4, 0, {}, u"DecTax_CHK"_s, new TSmartCheckBox_ZLM(u"کسر 2.7 مالي&ات"_s, this)),
+        &M::_DecTax);
     auto *below = new QVBoxLayout;
     page->addLayout(below, page->rowCount(), 0, 1, page->columnCount());
     buildInsurance(below);
@@ -94,15 +103,20 @@ void TCalcMethodGet_FRM::buildGeneralPage()
 
 void TCalcMethodGet_FRM::buildInsurance(QLayout *into)
 {
+    using M = TCalcMethod_Mapper;
     QGridLayout *group = AddGroup(into, {}, u"Ins_GRP"_s);
-    Insurance_CHK =
-        AddInput(group, 0, 0, {}, u"Insurance_CHK"_s, new TSmartCheckBox_ZLM(u"   مشمو&ل بیمه  "_s, this));
-    StaffIns_EDT = AddInput(group, 1, 0, u"  حق بیمه کارم&ند :"_s, u"StaffIns_EDT"_s,
-                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s);
-    EmployerIns_EDT = AddInput(group, 1, 1, u"  حق بیمه کار&فرما :"_s, u"EmployerIns_EDT"_s,
-                               new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s);
-    DailyIns_EDT = AddInput(group, 2, 0, u"  سقف بیمه روزانه& :"_s, u"DailyIns_EDT"_s,
-                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15));
+    Insurance_CHK = m_bound.add(
+        AddInput(group, 0, 0, {}, u"Insurance_CHK"_s, new TSmartCheckBox_ZLM(u"   مشمو&ل بیمه  "_s, this)),
+        &M::_Insurance);
+    StaffIns_EDT = m_bound.add(AddInput(group, 1, 0, u"  حق بیمه کارم&ند :"_s, u"StaffIns_EDT"_s,
+                                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s),
+                               &M::_StaffIns);
+    EmployerIns_EDT = m_bound.add(AddInput(group, 1, 1, u"  حق بیمه کار&فرما :"_s, u"EmployerIns_EDT"_s,
+                                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s),
+                                  &M::_EmployerIns);
+    DailyIns_EDT = m_bound.add(AddInput(group, 2, 0, u"  سقف بیمه روزانه& :"_s, u"DailyIns_EDT"_s,
+                                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15)),
+                               &M::_DailyIns);
 
     connect(Insurance_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyInsuranceRule);
     for (TSmartEdit_ZLM *share : {StaffIns_EDT, EmployerIns_EDT})
@@ -111,18 +125,26 @@ void TCalcMethodGet_FRM::buildInsurance(QLayout *into)
 
 void TCalcMethodGet_FRM::buildAttendancePage()
 {
+    using M = TCalcMethod_Mapper;
     QGridLayout *page = AddPage(CalcMethod_PC, u"حضور و غیاب"_s, u"ts2"_s);
-    Entrance_EDT = AddInput(page, 0, 0, u"  ساعت ورود :"_s, u"Entrance_EDT"_s, new TSmartTime_ZLM(this));
-    Exit_EDT = AddInput(page, 0, 1, u"  ساعت خروج :"_s, u"Exit_EDT"_s, new TSmartTime_ZLM(this));
-    OverDis_CMB = AddInput(page, 1, 0, u"  مبنای اضافه کار / کسر کار :"_s, u"OverDis_CMB"_s,
-                           new TSmartComboBox_ZLM(this, {u"روزانه"_s, u"ماهانه"_s}));
-    OutPut_EDT = AddInput(page, 1, 1, u"  حداقل کارکرد روزانه :"_s, u"OutPut_EDT"_s,
-                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"ساعت"_s);
+    Entrance_EDT = m_bound.add(
+        AddInput(page, 0, 0, u"  ساعت ورود :"_s, u"Entrance_EDT"_s, new TSmartTime_ZLM(this)), &M::_Entrance);
+    Exit_EDT = m_bound.add(AddInput(page, 0, 1, u"  ساعت خروج :"_s, u"Exit_EDT"_s, new TSmartTime_ZLM(this)),
+                           &M::_Exit);
+    OverDis_CMB = m_bound.add(AddInput(page, 1, 0, u"  مبنای اضافه کار / کسر کار :"_s, u"OverDis_CMB"_s,
+                                       new TSmartComboBox_ZLM(this, {u"روزانه"_s, u"ماهانه"_s})),
+                              &M::_OverDis);
+    OutPut_EDT = m_bound.add(AddInput(page, 1, 1, u"  حداقل کارکرد روزانه :"_s, u"OutPut_EDT"_s,
+                                      new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"ساعت"_s),
+                             &M::_OutPut);
     OutPut_EDT->SetRange(0, mostHours);
-    LeaveCeil_EDT = AddInput(page, 2, 0, u"  سقف مرخصی :"_s, u"LeaveCeil_EDT"_s,
-                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"روز در ماه"_s);
-    OverTime_EDT = AddInput(page, 2, 1, u"  سقف اضافه کاری :"_s, u"OverTime_EDT"_s,
-                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15), u"ساعت "_s);
+    LeaveCeil_EDT =
+        m_bound.add(AddInput(page, 2, 0, u"  سقف مرخصی :"_s, u"LeaveCeil_EDT"_s,
+                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"روز در ماه"_s),
+                    &M::_LeaveCeil);
+    OverTime_EDT = m_bound.add(AddInput(page, 2, 1, u"  سقف اضافه کاری :"_s, u"OverTime_EDT"_s,
+                                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15), u"ساعت "_s),
+                               &M::_OverTime);
     OverTime_EDT->SetRange(0, mostHours);
 }
 
@@ -228,28 +250,11 @@ void TCalcMethodGet_FRM::LoadRecord()
 
 void TCalcMethodGet_FRM::ShowRecord()
 {
-    Code_EDT->SetValue(m_method._Code);
-    Title_EDT->SetText(m_method._Title);
-    Tax_CHK->setChecked(m_method._Tax);
+    m_bound.show(m_method);
     applyTaxRule();
     const bool hasTable = m_method._Tax && m_method._TaxMainCode != 0;
     CalcMethodCode_EDT->SetValue(hasTable ? QVariant(m_method._TaxMainCode) : QVariant());
     showTaxTitle();
-    Maskok_SPNEDT->setValue(m_method._Maskok);
-    Comment_EDT->SetText(m_method._Comment);
-    BedBes_CHK->setChecked(m_method._BedBes);
-    Loan_CHK->setChecked(m_method._Loan);
-    DecTax_CHK->setChecked(m_method._DecTax);
-    Insurance_CHK->setChecked(m_method._Insurance);
-    StaffIns_EDT->SetText(RoundedText_ZLM(m_method._StaffIns));
-    EmployerIns_EDT->SetText(RoundedText_ZLM(m_method._EmployerIns));
-    DailyIns_EDT->SetText(RoundedText_ZLM(m_method._DailyIns));
-    Entrance_EDT->SetText(m_method._Entrance);
-    Exit_EDT->SetText(m_method._Exit);
-    OverDis_CMB->setCurrentIndex(m_method._OverDis ? 1 : 0);
-    OutPut_EDT->SetText(RoundedText_ZLM(m_method._OutPut));
-    LeaveCeil_EDT->SetText(RoundedText_ZLM(m_method._LeaveCeil));
-    OverTime_EDT->SetValue(m_method._OverTime);
 }
 
 bool TCalcMethodGet_FRM::isMissing(TSmartEdit_ZLM *input, const QString &caption)
@@ -305,25 +310,8 @@ bool TCalcMethodGet_FRM::Validate()
 TCalcMethod_Mapper TCalcMethodGet_FRM::readInputs() const
 {
     TCalcMethod_Mapper method;
-    method._Code = Code_EDT->asInteger();
-    method._Title = Title_EDT->GetText();
-    method._StaffIns = StaffIns_EDT->asFloat();
-    method._EmployerIns = EmployerIns_EDT->asFloat();
-    method._OverTime = OverTime_EDT->asInteger();
+    m_bound.read(method);
     method._TaxMainCode = Tax_CHK->isChecked() ? CalcMethodCode_EDT->asInteger() : 0;
-    method._DailyIns = DailyIns_EDT->asFloat();
-    method._DecTax = DecTax_CHK->isChecked();
-    method._Maskok = Maskok_SPNEDT->value();
-    method._LeaveCeil = LeaveCeil_EDT->asFloat();
-    method._OutPut = OutPut_EDT->asFloat();
-    method._Comment = Comment_EDT->GetText();
-    method._Insurance = Insurance_CHK->isChecked();
-    method._Tax = Tax_CHK->isChecked();
-    method._BedBes = BedBes_CHK->isChecked();
-    method._Loan = Loan_CHK->isChecked();
-    method._OverDis = OverDis_CMB->currentIndex() == 1;
-    method._Entrance = Entrance_EDT->GetText();
-    method._Exit = Exit_EDT->GetText();
     return method;
 }
 

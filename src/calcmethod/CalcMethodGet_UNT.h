@@ -2,6 +2,7 @@
 
 #include "calcmethod/CalcMethod_Mapper.h"
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "host/NewBaseForms_PKG/BoundInputs.h"
 
 class QLabel;
 class QTabWidget;
@@ -61,5 +62,6 @@ private:
     bool isMissing(TSmartEdit_ZLM *input, const QString &caption);
     TCalcMethod_Mapper readInputs() const;
 
-    TCalcMethod_Mapper m_method; ///< the method as it was loaded
+    TBoundInputs<TCalcMethod_Mapper> m_bound; ///< all but the tax code, which counts only with its tick
+    TCalcMethod_Mapper m_method;              ///< the method as it was loaded
 };

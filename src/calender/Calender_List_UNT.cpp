@@ -1,6 +1,5 @@
 #include "calender/Calender_List_UNT.h"
 
-#include "calender/Calender_DM_UNT.h"
 #include "calender/Calender_Day_UNT.h"
 #include "calender/Calender_Set_UNT.h"
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
@@ -9,7 +8,6 @@
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 
-#include <QCoreApplication>
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
@@ -46,12 +44,9 @@ const QList<TSearchItem> &searchItems()
 
 } // namespace
 
-TCalender_List_FRM::TCalender_List_FRM(TFormMode mode, const QString &text) : TBaseDock_FRM(mode, text)
+TCalender_List_FRM::TCalender_List_FRM(TFormMode mode, const QString &text)
+    : TBaseDock_FRM(mode, text), m_data(Calender_DM)
 {
-    if (!Calender_DM) {
-        Calender_DM = new TCalender_DM(QCoreApplication::instance());
-        m_ownsData = true;
-    }
     if (text.isEmpty())
         SetTitle(u"تقویم کاری"_s);
     BuildList(Calender_DM->List_QUR, u"CalenderDB_List_GRD"_s, columns(), searchItems());
@@ -68,14 +63,6 @@ TCalender_List_FRM::TCalender_List_FRM(TFormMode mode, const QString &text) : TB
     connect(Tab_Search, &TTab_Search_Frame::tabChanged, ZelmoSearchManager1,
             &TZelmoSearchManager::ExecuteFilter_DataSet);
     BuildButtons(false, true);
-}
-
-TCalender_List_FRM::~TCalender_List_FRM()
-{
-    if (m_ownsData) {
-        delete Calender_DM;
-        Calender_DM = nullptr;
-    }
 }
 
 void TCalender_List_FRM::SetListText()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calender/Calender_DM_UNT.h"
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 
 class TRange_Date_Search_Frame;
@@ -9,7 +10,6 @@ class TCalender_List_FRM : public TBaseDock_FRM {
     Q_OBJECT
 public:
     TCalender_List_FRM(TFormMode mode, const QString &text);
-    ~TCalender_List_FRM() override;
 
     TRange_Date_Search_Frame *Range_Date_Search = nullptr;
 
@@ -22,6 +22,6 @@ protected:
     void DeleteRecord() override;
 
 private:
-    bool m_ownsData = false; ///< this screen made the data module
+    TDataModuleHolder<TCalender_DM> m_data;
 };
 extern TCalender_List_FRM *Calender_List_FRM;

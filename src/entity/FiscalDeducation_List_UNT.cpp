@@ -1,6 +1,5 @@
 #include "entity/FiscalDeducation_List_UNT.h"
 
-#include "entity/Entity_DM_UNT.h"
 #include "entity/FiscalDeducation_Get_UNT.h"
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
 #include "host/Component_ZLM/DetailStrip_ZLM.h"
@@ -12,7 +11,6 @@
 #include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QLabel>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -22,8 +20,6 @@ using namespace Qt::Literals::StringLiterals;
 TFiscalDeducation_List_FRM *FiscalDeducation_List_FRM = nullptr;
 
 namespace {
-
-int openLists = 0;
 
 enum TFiscalDeducationFormCall { ctPick = 1, ctOrder = 2, ctOutput = 3, ctPickForSuite = 4, ctPickToo = 5 };
 
@@ -77,11 +73,9 @@ bool isReserved(int payrollCode)
 
 TFiscalDeducation_List_FRM::TFiscalDeducation_List_FRM(TFormMode mode, const QVariant &value,
                                                        const QString &text)
-    : TBaseDock_FRM(mode, value, text), m_kind(Parameter(0).toInt() == 1 ? 1 : 0)
+    : TBaseDock_FRM(mode, value, text), m_data(Entity_DM, TDataModuleHolder<TEntity_DM>::TakenOver),
+      m_kind(Parameter(0).toInt() == 1 ? 1 : 0)
 {
-    if (!Entity_DM)
-        Entity_DM = new TEntity_DM(QCoreApplication::instance());
-    ++openLists;
     setMinimumSize(750, 550);
     BuildList(Entity_DM->List_QUR, u"FiscalDeducation_List_GRD"_s, columns(), searchItems());
     Grid()->SetMultiSelect(true);
@@ -103,14 +97,6 @@ TFiscalDeducation_List_FRM::TFiscalDeducation_List_FRM(TFormMode mode, const QVa
     Center()->setSizes({groupPaneWidth, width() - groupPaneWidth});
     BuildButtons(true, false);
     connectGroups();
-}
-
-TFiscalDeducation_List_FRM::~TFiscalDeducation_List_FRM()
-{
-    if (--openLists > 0)
-        return; // another list stands on its rows
-    delete Entity_DM;
-    Entity_DM = nullptr;
 }
 
 QString TFiscalDeducation_List_FRM::kindWord() const

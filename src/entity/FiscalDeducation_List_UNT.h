@@ -1,5 +1,6 @@
 #pragma once
 
+#include "entity/Entity_DM_UNT.h"
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 
 #include <QSet>
@@ -17,7 +18,6 @@ class TFiscalDeducation_List_FRM : public TBaseDock_FRM {
     Q_OBJECT
 public:
     TFiscalDeducation_List_FRM(TFormMode mode, const QVariant &value, const QString &text);
-    ~TFiscalDeducation_List_FRM() override;
 
     int SelectedCode = 0; ///< the picked item, of call types 1, 4 and 5
     QString SelectedTitle;
@@ -62,6 +62,7 @@ private:
     TOutcome refuseRepeated(const TRow &row, bool oneOfMany);
 
     QLabel *m_ticks = nullptr;
+    TDataModuleHolder<TEntity_DM> m_data;
     const int m_kind;
     int m_callType = 0;
     QString m_target;

@@ -87,9 +87,8 @@ TSmartEdit_ZLM *TPayrollInfoGet_FRM::addText(QGridLayout *into, int row, int col
 {
     auto *input =
         AddInput(into, row, column, caption, name, new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, maxLength));
-    m_bound.append({input, field});
     KeepIn(u"PayrollInfo"_s, {{input, "Value"}});
-    return input;
+    return m_bound.add(input, field);
 }
 
 TSmartEdit_ZLM *TPayrollInfoGet_FRM::addNumber(QGridLayout *into, int row, int column, const QString &caption,
@@ -98,8 +97,7 @@ TSmartEdit_ZLM *TPayrollInfoGet_FRM::addNumber(QGridLayout *into, int row, int c
 {
     auto *input = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15);
     input->SetText(u"0"_s);
-    m_bound.append({input, field});
-    return AddInput(into, row, column, caption, name, input, suffix);
+    return m_bound.add(AddInput(into, row, column, caption, name, input, suffix), field);
 }
 
 TSmartMaskEdit_ZLM *TPayrollInfoGet_FRM::addNationalNumber(QGridLayout *into, int row, int column,
@@ -110,8 +108,7 @@ TSmartMaskEdit_ZLM *TPayrollInfoGet_FRM::addNationalNumber(QGridLayout *into, in
                            new TSmartMaskEdit_ZLM(this, TSmartMaskEdit_ZLM::NationalCode, 10));
     connect(input, &TSmartEdit_ZLM::exited, this,
             [input] { input->IsValid(); }); // tells the user at the input
-    m_bound.append({input, field});
-    return input;
+    return m_bound.add(input, field);
 }
 
 void TPayrollInfoGet_FRM::buildCompanyPage()
@@ -206,8 +203,7 @@ void TPayrollInfoGet_FRM::LoadRecord()
 
 void TPayrollInfoGet_FRM::ShowRecord()
 {
-    for (const auto &[input, field] : std::as_const(m_bound))
-        input->SetText(m_info.*field);
+    m_bound.show(m_info);
     const auto choose = [](TSmartComboBox_ZLM *list, const QString &position) {
         bool ok = false;
         const int index = position.toInt(&ok);
@@ -284,8 +280,7 @@ bool TPayrollInfoGet_FRM::Validate()
 bool TPayrollInfoGet_FRM::SaveRecord()
 {
     CheckTyped(BranchNo_EDT);
-    for (const auto &[input, field] : std::as_const(m_bound))
-        m_info.*field = input->GetText();
+    m_bound.read(m_info);
     const auto position = [](const TSmartComboBox_ZLM *list) {
         return list->currentIndex() < 0 ? QString() : QString::number(list->currentIndex());
     };

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "host/NewBaseForms_PKG/BoundInputs.h"
 #include "payrollinfo/PayrollInfo_Mapper.h"
 
 class TDetail_Rows_Frame;
-class TSmartInput;
 
 /// The payroll settings: the employer's fixed data, and the fixed items with what they are linked to.
 class TPayrollInfoGet_FRM : public TBaseGet_FRM {
@@ -69,6 +69,6 @@ private:
     void editRow();
 
     TPayrollInfo_Mapper m_info;
-    QList<std::pair<TSmartInput *, QString TPayrollInfo_Mapper::*>> m_bound;
+    TBoundInputs<TPayrollInfo_Mapper> m_bound; ///< all but the two lists: their positions are kept as texts
     TDetail_Rows_Frame *m_rows = nullptr;
 };

@@ -1,52 +1,15 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/RecordFields.h"
 #include "staff/Staff_Mapper.h"
 
-/// The fields of an employee, in the order in which a save sets their columns.
-inline constexpr TField<TStaff_Mapper> staffFields[] = {
-    {"Code", &TStaff_Mapper::_Code},
-    {"CoDate", &TStaff_Mapper::_CoDate},
-    {"LeaveDate", &TStaff_Mapper::_LeaveDate},
-    {"StaffGroup", &TStaff_Mapper::_StaffGroup},
-    {"PersonnelCode", &TStaff_Mapper::_PersonnelCode},
-    {"Department", &TStaff_Mapper::_Department},
-    {"CardNumber", &TStaff_Mapper::_CardNumber},
-    {"InsuranceNumber", &TStaff_Mapper::_InsuranceNumber},
-    {"NationalID", &TStaff_Mapper::_NationalID},
-    {"IDNumber", &TStaff_Mapper::_IDNumber},
-    {"FatherName", &TStaff_Mapper::_FatherName},
-    {"BirthPlace", &TStaff_Mapper::_BirthPlace},
-    {"IssuePlace", &TStaff_Mapper::_IssuePlace},
-    {"IssueDate", &TStaff_Mapper::_IssueDate},
-    {"BirthDate", &TStaff_Mapper::_BirthDate},
-    {"Major", &TStaff_Mapper::_Major},
-    {"BankTitle", &TStaff_Mapper::_BankTitle},
-    {"Job", &TStaff_Mapper::_Job},
-    {"AccountNumber", &TStaff_Mapper::_AccountNumber},
-    {"Comment", &TStaff_Mapper::_Comment},
-    {"Sex", &TStaff_Mapper::_Sex},
-    {"Military", &TStaff_Mapper::_Military},
-    {"IsMarried", &TStaff_Mapper::_IsMarried},
-    {"Degree", &TStaff_Mapper::_Degree},
-    {"Name", &TStaff_Mapper::_Name},
-    {"LastName", &TStaff_Mapper::_LastName},
-    {"Tel1", &TStaff_Mapper::_Tel1},
-    {"Tel2", &TStaff_Mapper::_Tel2},
-    {"Fax", &TStaff_Mapper::_Fax},
-    {"Mob", &TStaff_Mapper::_Mob},
-    {"Add1", &TStaff_Mapper::_Add1},
-    {"Add2", &TStaff_Mapper::_Add2},
-    {"Email", &TStaff_Mapper::_Email},
-    {"PostCode", &TStaff_Mapper::_PostCode},
-    {"Employment", &TStaff_Mapper::_Employment},
-    {"Category", &TStaff_Mapper::_Category},
-    {"FiscalExemption", &TStaff_Mapper::_FiscalExemption},
-    {"National", &TStaff_Mapper::_National},
-    {"Insurance", &TStaff_Mapper::_Insurance},
-    {"JobCode", &TStaff_Mapper::_JobCode},
-    {"JobGroup", &TStaff_Mapper::_JobGroup},
-};
+/// The pages of the staff editor that show fields.
+enum TStaffPage { spGeneral, spPersonnel, spFurther };
+
+/// The fields of an employee, in the order in which a save sets their columns. One that is added here is read, saved,
+/// shown, typed and kept within its column.
+KETEBIONPAP_CORE std::span<const TField<TStaff_Mapper>> staffFields();
 
 /// Who entered an employee and when, set by the first save.
 inline constexpr TField<TStaff_Mapper> staffCreation[] = {

@@ -12,7 +12,6 @@
 
 #include <QLabel>
 #include <QScopedValueRollback>
-#include <QTabWidget>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -152,49 +151,9 @@ void TStaffGet_FRM::ShowRecord()
     m_savedMembers = 0;
     fillGroups(staff._StaffGroup);
     Code_EDT->setReadOnly(true);
-    Code_EDT->SetValue(staff._Code);
-    Name_EDT->SetText(staff._Name);
-    LastName_EDT->SetText(staff._LastName);
-    NationalCode_EDT->SetText(staff._NationalID);
-    Sex_CMB->setCurrentIndex(staff._Sex ? 1 : 0);
-    BirthPlace_EDT->SetText(staff._BirthPlace);
-    IssuePlace_EDT->SetText(staff._IssuePlace);
-    IDNumber_EDT->SetText(staff._IDNumber);
-    FatherName_EDT->SetText(staff._FatherName);
-    BirthDate_EDT->SetText(staff._BirthDate);
-    IssueDate_EDT->SetText(staff._IssueDate);
-
-    CoDate_EDT->SetText(staff._CoDate);
-    EmploymentTitle_CMB->setCurrentIndex(staff._Employment);
-    FiscalExemption_CMB->setCurrentIndex(staff._FiscalExemption);
-    PersonnelCode_EDT->SetText(staff._PersonnelCode);
-    Job_EDT->SetText(staff._Job);
-    BankTitle_EDT->SetText(staff._BankTitle);
-    Insurance_CMB->setCurrentIndex(staff._Insurance);
-    Comment_EDT->SetText(staff._Comment);
+    m_inputs.show(staff);
     LeaveDate_CHK->setChecked(!staff._LeaveDate.isEmpty());
     leaveDateChanged();
-    LeaveDate_EDT->SetText(staff._LeaveDate);
-    Category_CMB->setCurrentIndex(staff._Category);
-    National_CMB->setCurrentIndex(staff._National);
-    CardNumber_EDT->SetText(staff._CardNumber);
-    Department_EDT->SetText(staff._Department);
-    AccountNumber_EDT->SetText(staff._AccountNumber);
-    InsuranceNumber_EDT->SetText(staff._InsuranceNumber);
-    JobCode_EDT->SetText(staff._JobCode);
-    JobGroup_EDT->SetText(staff._JobGroup);
-
-    Tel1_EDT->SetText(staff._Tel1);
-    Tel2_EDT->SetText(staff._Tel2);
-    Fax_EDT->SetText(staff._Fax);
-    Mobile_EDT->SetText(staff._Mob);
-    Addr1_EDT->SetText(staff._Add1);
-    Addr2_EDT->SetText(staff._Add2);
-    PostCode_EDT->SetText(staff._PostCode);
-    Degree_CMB->setCurrentIndex(staff._Degree);
-    Military_CMB->setCurrentIndex(staff._Military);
-    Major_EDT->SetText(staff._Major);
-    Email_EDT->SetText(staff._Email);
 
     Picture_Get->ShowStored(Staff_DM->StaffGet_QUR->value("Picture"));
     FingerPrint_Get->ShowStored(Staff_DM->StaffGet_QUR->value("FingerPrint"));

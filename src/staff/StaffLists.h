@@ -8,6 +8,24 @@ using namespace Qt::Literals::StringLiterals;
 /// Items are only ever added at the end, and keep their spelling: lists and printed forms show them.
 namespace StaffLists {
 
+inline const QStringList &sexes()
+{
+    static const QStringList items = {u"مرد"_s, u"زن"_s};
+    return items;
+}
+
+inline const QStringList &maritalStates()
+{
+    static const QStringList items = {u"مجرد"_s, u"متاهل"_s};
+    return items;
+}
+
+inline const QStringList &nationalities()
+{
+    static const QStringList items = {u"ایرانی"_s, u"غیر ایرانی"_s};
+    return items;
+}
+
 inline const QStringList &employments()
 {
     static const QStringList items = {

@@ -3,11 +3,10 @@
 #include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
 #include "host/BaseFrame_PKG/Pic_Get.h"
 #include "host/Component_ZLM/FileDialogs.h"
+#include "host/NewBaseForms_PKG/FieldInputs.h"
+#include "staff/StaffFields.h"
 #include "staff/StaffGet_UNT.h"
-#include "staff/StaffLists.h"
 #include "staff/Staff_DM_UNT.h"
-
-#include <QTabWidget>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -34,44 +33,49 @@ const QList<TGridColumn> &familyColumns()
 
 } // namespace
 
+TBoundInputs<TStaff_Mapper> TStaffGet_FRM::makeInputs()
+{
+    TBoundInputs<TStaff_Mapper> inputs;
+    for (const auto &field : staffFields()) {
+        TSmartInput *input = MakeInput(field.input, this);
+        if (field.input.kind != TFieldInput::CodedChoice)
+            inputs.add(input, field.member);
+    }
+    return inputs;
+}
+
+void TStaffGet_FRM::addFields(QGridLayout *into, int page)
+{
+    QList<const TField<TStaff_Mapper> *> fields;
+    for (const auto &field : staffFields())
+        if (field.input.page == page)
+            fields.append(&field);
+    std::ranges::sort(fields, {},
+                      [](const auto *field) { return std::pair(field->input.row, field->input.column); });
+    for (const auto *field : std::as_const(fields)) {
+        const TFieldInput &at = field->input;
+        const QString caption = QString::fromUtf16(at.caption);
+        const QString name = QString::fromLatin1(at.name);
+        if (auto *choice = input<TSmartComboBox_ZLM>(at.name))
+            AddInput(into, at.row, at.column, caption, name, choice);
+        else
+            AddInput(into, at.row, at.column, caption, name, input<TSmartEdit_ZLM>(at.name));
+        if (IsFreeText(at))
+            KeepIn(u"Staff"_s, {{input<TSmartEdit_ZLM>(at.name), field->column}});
+    }
+}
+
 void TStaffGet_FRM::build()
 {
     SetTitle(u" اطلاعات کارمندان"_s);
-    Staff_PC = new QTabWidget(this);
     Staff_PC->setObjectName(u"Staff_PC"_s);
     SetPages(Staff_PC);
     buildGeneral();
     buildPersonnel();
-    buildSupplementary();
+    addFields(AddPage(Staff_PC, u"تکمیلی"_s, u"ts3"_s), spFurther);
     buildFamily();
     GuardPage(familyPage, cspStaff, cpStaffFamilyPage);
     Body()->addWidget(Staff_PC, 1);
-    KeepIn(u"Staff"_s, {{Name_EDT, "Name"},
-                        {LastName_EDT, "LastName"},
-                        {FatherName_EDT, "FatherName"},
-                        {BirthPlace_EDT, "BirthPlace"},
-                        {IssuePlace_EDT, "IssuePlace"},
-                        {PersonnelCode_EDT, "PersonnelCode"},
-                        {CardNumber_EDT, "CardNumber"},
-                        {Job_EDT, "Job"},
-                        {Department_EDT, "Department"},
-                        {BankTitle_EDT, "BankTitle"},
-                        {AccountNumber_EDT, "AccountNumber"},
-                        {InsuranceNumber_EDT, "InsuranceNumber"},
-                        {Comment_EDT, "Comment"},
-                        {JobCode_EDT, "JobCode"},
-                        {JobGroup_EDT, "JobGroup"},
-                        {Tel1_EDT, "Tel1"},
-                        {Tel2_EDT, "Tel2"},
-                        {Fax_EDT, "Fax"},
-                        {Mobile_EDT, "Mob"},
-                        {Major_EDT, "Major"},
-                        {Addr1_EDT, "Add1"},
-                        {Addr2_EDT, "Add2"},
-                        {Email_EDT, "Email"},
-                        {PostCode_EDT, "PostCode"},
-                        {NationalCode_EDT, "NationalID"},
-                        {IDNumber_EDT, "IDNumber"}});
     BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s);
     resize(900, 520);
 }
@@ -79,38 +83,9 @@ void TStaffGet_FRM::build()
 void TStaffGet_FRM::buildGeneral()
 {
     auto *page = AddPage(Staff_PC, u"عمومی"_s, u"ts1"_s);
-    const auto text = [&](int row, int column, const QString &caption, const char *name) {
-        return AddInput(page, row, column, caption, QString::fromLatin1(name), new TSmartEdit_ZLM(this));
-    };
-    const auto digits = [&](int row, int column, const QString &caption, const char *name,
-                            TSmartMaskEdit_ZLM::Mask mask) {
-        return AddInput(page, row, column, caption, QString::fromLatin1(name),
-                        new TSmartMaskEdit_ZLM(this, mask, 10));
-    };
-    const auto date = [&](int row, int column, const QString &caption, const char *name) {
-        return AddInput(page, row, column, caption, QString::fromLatin1(name), new TSmartDateEdit_ZLM(this));
-    };
-    const auto choice = [&](int row, int column, const QString &caption, const char *name,
-                            const QStringList &items) {
-        return AddInput(page, row, column, caption, QString::fromLatin1(name),
-                        new TSmartComboBox_ZLM(this, items));
-    };
-    Code_EDT = AddInput(page, 0, 0, u"  &کد :"_s, u"Code_EDT"_s,
-                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15));
+    addFields(page, spGeneral);
     Code_EDT->SetRange(0, largestCode);
     Code_EDT->SetText(u"0"_s);
-    StaffGroup_CMB = choice(0, 1, u"  &گروه کارمند :"_s, "StaffGroup_CMB", {});
-    Name_EDT = text(1, 0, u"  &نام :"_s, "Name_EDT");
-    LastName_EDT = text(1, 1, u"  نام خانواد&گی :"_s, "LastName_EDT");
-    NationalCode_EDT = digits(2, 0, u"  کد م&لی :"_s, "NationalCode_EDT", TSmartMaskEdit_ZLM::NationalCode);
-    IDNumber_EDT = digits(2, 1, u"  شماره شناسنا&مه :"_s, "IDNumber_EDT", TSmartMaskEdit_ZLM::IdNumber);
-    Sex_CMB = choice(3, 0, u"  &جنسیت :"_s, "Sex_CMB", {u"مرد"_s, u"زن"_s});
-    FatherName_EDT = text(3, 1, u"  نام پد&ر :"_s, "FatherName_EDT");
-    BirthPlace_EDT = text(4, 0, u"  محل &تولد :"_s, "BirthPlace_EDT");
-    BirthDate_EDT = date(4, 1, u"  تاریخ ت&ولد :"_s, "BirthDate_EDT");
-    IssuePlace_EDT = text(5, 0, u"  محل &صدور :"_s, "IssuePlace_EDT");
-    IssueDate_EDT = date(5, 1, u"  تاریخ ص&دور :"_s, "IssueDate_EDT");
-    IsMarried_CMB = choice(6, 0, u"  و&ضعیت تاهل :"_s, "IsMarried_CMB", {u"مجرد"_s, u"متاهل"_s});
     connect(Code_EDT, &TSmartEdit_ZLM::exited, this, [this] { Guarded([this] { codeLeft(); }); });
     connect(IsMarried_CMB, &TSmartComboBox_ZLM::changed, this, &TStaffGet_FRM::marriedChanged);
 
@@ -156,79 +131,13 @@ QFileDialog *TStaffGet_FRM::pictureDialog()
 void TStaffGet_FRM::buildPersonnel()
 {
     auto *page = AddPage(Staff_PC, u"پرسنلی"_s, u"ts2"_s);
-    const auto text = [&](int row, int column, const QString &caption, const char *name, int length) {
-        return AddInput(page, row, column, caption, QString::fromLatin1(name),
-                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, length));
-    };
-    const auto choice = [&](int row, int column, const QString &caption, const char *name,
-                            const QStringList &items) {
-        auto *input = AddInput(page, row, column, caption, QString::fromLatin1(name),
-                               new TSmartComboBox_ZLM(this, items));
-        // The longest item may be wider than the screen.
-        input->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        input->setMinimumContentsLength(16);
-        return input;
-    };
-    CoDate_EDT = AddInput(page, 0, 0, u"  تاری&خ استخدام :"_s, u"CoDate_EDT"_s, new TSmartDateEdit_ZLM(this));
-    LeaveDate_EDT =
-        AddInput(page, 0, 1, u"  تاریخ &ترک کار :"_s, u"LeaveDate_EDT"_s, new TSmartDateEdit_ZLM(this));
+    addFields(page, spPersonnel);
     LeaveDate_CHK = AddTickBox(LeaveDate_EDT, u"LeaveDate_CHK"_s);
     LeaveDate_LBL = CaptionOf(LeaveDate_EDT);
     LeaveDate_LBL->setObjectName(u"LeaveDate_LBL"_s);
-    EmploymentTitle_CMB = choice(1, 0, u"  استخدام :"_s, "EmploymentTitle_CMB", StaffLists::employments());
-    Category_CMB = choice(1, 1, u"  رسته :"_s, "Category_CMB", StaffLists::categories());
-    FiscalExemption_CMB =
-        choice(2, 0, u"  معافیت مالی :"_s, "FiscalExemption_CMB", StaffLists::fiscalExemptions());
-    National_CMB = choice(2, 1, u"  ملیت :"_s, "National_CMB", {u"ایرانی"_s, u"غیر ایرانی"_s});
-    PersonnelCode_EDT = text(3, 0, u"  کد پرس&نلی :"_s, "PersonnelCode_EDT", 15);
-    CardNumber_EDT = text(3, 1, u"  شماره ک&ارت :"_s, "CardNumber_EDT", 20);
-    Job_EDT = text(4, 0, u"  ش&غل :"_s, "Job_EDT", 50);
-    Department_EDT = text(4, 1, u"  م&حل خدمت :"_s, "Department_EDT", 50);
-    BankTitle_EDT = text(5, 0, u"  &عنوان بانک :"_s, "BankTitle_EDT", 50);
-    AccountNumber_EDT = text(5, 1, u"  شماره ح&ساب :"_s, "AccountNumber_EDT", 30);
-    Insurance_CMB = choice(6, 0, u"  بیمه :"_s, "Insurance_CMB", StaffLists::insurers());
-    InsuranceNumber_EDT = text(6, 1, u"  کد &بیمه :"_s, "InsuranceNumber_EDT", 10);
-    Comment_EDT = text(7, 0, u"  &شرح :"_s, "Comment_EDT", 50);
-    JobCode_EDT = text(7, 1, u"  کد شغ&ل :"_s, "JobCode_EDT", 6);
-    JobGroup_EDT = text(8, 1, u"  &گروه شغل :"_s, "JobGroup_EDT", 50);
-    for (TSmartEdit_ZLM *number :
-         {PersonnelCode_EDT, CardNumber_EDT, AccountNumber_EDT, InsuranceNumber_EDT, JobCode_EDT})
-        number->SetCodeForm(TSmartEdit_ZLM::PlainCode);
     PersonnelCode_EDT->SetText(u"0"_s);
     InsuranceNumber_EDT->SetText(u"0"_s);
     connect(LeaveDate_CHK, &TSmartCheckBox_ZLM::changed, this, &TStaffGet_FRM::leaveDateChanged);
-}
-
-void TStaffGet_FRM::buildSupplementary()
-{
-    auto *page = AddPage(Staff_PC, u"تکمیلی"_s, u"ts3"_s);
-    const auto text = [&](int row, int column, const QString &caption, const char *name, int length) {
-        return AddInput(page, row, column, caption, QString::fromLatin1(name),
-                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, length));
-    };
-    const auto masked = [&](int row, int column, const QString &caption, const char *name,
-                            TSmartMaskEdit_ZLM::Mask mask, int length) {
-        return AddInput(page, row, column, caption, QString::fromLatin1(name),
-                        new TSmartMaskEdit_ZLM(this, mask, length));
-    };
-    const auto choice = [&](int row, int column, const QString &caption, const char *name,
-                            const QStringList &items) {
-        return AddInput(page, row, column, caption, QString::fromLatin1(name),
-                        new TSmartComboBox_ZLM(this, items));
-    };
-    Tel1_EDT = masked(0, 0, u"  ت&لفن1 :"_s, "Tel1_EDT", TSmartMaskEdit_ZLM::Telephone, 15);
-    PostCode_EDT = masked(0, 1, u"  کد پستی :"_s, "PostCode_EDT", TSmartMaskEdit_ZLM::PostCode, 10);
-    Tel2_EDT = masked(1, 0, u"  &تلفن2 :"_s, "Tel2_EDT", TSmartMaskEdit_ZLM::Telephone, 15);
-    Degree_CMB = choice(1, 1, u"  م&درک تحصیلی :"_s, "Degree_CMB", StaffLists::degrees());
-    Fax_EDT = text(2, 0, u"  فاکس& :"_s, "Fax_EDT", 50);
-    Military_CMB = choice(2, 1, u"  وضعیت ن&ظام وظیفه :"_s, "Military_CMB", StaffLists::militaryStates());
-    Mobile_EDT = text(3, 0, u"  موبایل& :"_s, "Mobile_EDT", 50);
-    Major_EDT = text(3, 1, u"  رشته تح&صیلی :"_s, "Major_EDT", 50);
-    Addr1_EDT = text(4, 0, u"  آدر&س1 :"_s, "Addr1_EDT", 300);
-    Email_EDT = masked(4, 1, u"  پست الکترونی&کی :"_s, "Email_EDT", TSmartMaskEdit_ZLM::Email, 50);
-    Addr2_EDT = text(5, 0, u"  آد&رس2 :"_s, "Addr2_EDT", 300);
-    for (TSmartEdit_ZLM *number : {Fax_EDT, Mobile_EDT})
-        number->SetCodeForm(TSmartEdit_ZLM::PlainCode);
 }
 
 void TStaffGet_FRM::buildFamily()

@@ -215,50 +215,10 @@ bool TStaffGet_FRM::savePicture(const TPic_Get *picture, const QString &column)
 TStaff_Mapper TStaffGet_FRM::typedStaff(bool newRecord) const
 {
     TStaff_Mapper staff = m_staff;
-    const auto position = [](const TSmartComboBox_ZLM *choice) { return qMax(0, choice->currentIndex()); };
-    staff._Code = code();
+    m_inputs.read(staff);
     staff._StaffGroup = StaffGroup_CMB->Code();
-    staff._Name = Name_EDT->GetText();
-    staff._LastName = LastName_EDT->GetText();
-    staff._NationalID = NationalCode_EDT->GetText();
-    staff._Sex = Sex_CMB->currentIndex() == 1;
-    staff._BirthPlace = BirthPlace_EDT->GetText();
-    staff._IssuePlace = IssuePlace_EDT->GetText();
-    staff._IDNumber = IDNumber_EDT->GetText();
-    staff._FatherName = FatherName_EDT->GetText();
-    staff._BirthDate = BirthDate_EDT->GetText();
-    staff._IssueDate = IssueDate_EDT->GetText();
-    staff._IsMarried = IsMarried_CMB->currentIndex() == 1;
-
-    staff._CoDate = CoDate_EDT->GetText();
-    staff._Employment = position(EmploymentTitle_CMB);
-    staff._FiscalExemption = position(FiscalExemption_CMB);
-    staff._PersonnelCode = PersonnelCode_EDT->GetText();
-    staff._Job = Job_EDT->GetText();
-    staff._BankTitle = BankTitle_EDT->GetText();
-    staff._Insurance = position(Insurance_CMB);
-    staff._Comment = Comment_EDT->GetText();
-    staff._LeaveDate = LeaveDate_CHK->isChecked() ? LeaveDate_EDT->GetText() : QString();
-    staff._Category = position(Category_CMB);
-    staff._National = position(National_CMB);
-    staff._CardNumber = CardNumber_EDT->GetText();
-    staff._Department = Department_EDT->GetText();
-    staff._AccountNumber = AccountNumber_EDT->GetText();
-    staff._InsuranceNumber = InsuranceNumber_EDT->GetText();
-    staff._JobCode = JobCode_EDT->GetText();
-    staff._JobGroup = JobGroup_EDT->GetText();
-
-    staff._Tel1 = Tel1_EDT->GetText();
-    staff._Tel2 = Tel2_EDT->GetText();
-    staff._Fax = Fax_EDT->GetText();
-    staff._Mob = Mobile_EDT->GetText();
-    staff._Add1 = Addr1_EDT->GetText();
-    staff._Add2 = Addr2_EDT->GetText();
-    staff._PostCode = PostCode_EDT->GetText();
-    staff._Degree = position(Degree_CMB);
-    staff._Military = position(Military_CMB);
-    staff._Major = Major_EDT->GetText();
-    staff._Email = Email_EDT->GetText();
+    if (!LeaveDate_CHK->isChecked())
+        staff._LeaveDate.clear();
 
     const QString user = UserInfo.Name + u" ("_s + UserInfo.FullName + u')';
     if (newRecord) {

@@ -65,7 +65,7 @@ TNamedCodes TStaff_DM::StaffGroup_Fill()
 void TStaff_DM::Staff_GetById(const QVariant &code, TStaff_Mapper &staff)
 {
     open(StaffGet_QUR, TStatement("select * from staff where Code = ").integer(code));
-    Fields::read<TStaff_Mapper>(*StaffGet_QUR, staffFields, staff);
+    Fields::read<TStaff_Mapper>(*StaffGet_QUR, staffFields(), staff);
     Fields::read<TStaff_Mapper>(*StaffGet_QUR, staffCreation, staff);
     Fields::read<TStaff_Mapper>(*StaffGet_QUR, staffChange, staff);
 }
@@ -120,7 +120,7 @@ bool TStaff_DM::Staff_Insert(const TStaff_Mapper &staff)
     if (!StaffGet_QUR->active() && !Try([&] { FillDataStaff(0); }))
         return false;
     return Post(StaffGet_QUR, true, [&] {
-        Fields::write<TStaff_Mapper>(*StaffGet_QUR, staffFields, staff);
+        Fields::write<TStaff_Mapper>(*StaffGet_QUR, staffFields(), staff);
         Fields::write<TStaff_Mapper>(*StaffGet_QUR, staffCreation, staff);
     });
 }
@@ -128,7 +128,7 @@ bool TStaff_DM::Staff_Insert(const TStaff_Mapper &staff)
 bool TStaff_DM::Staff_Update(const TStaff_Mapper &staff)
 {
     return Post(StaffGet_QUR, false, [&] {
-        Fields::write<TStaff_Mapper>(*StaffGet_QUR, staffFields, staff);
+        Fields::write<TStaff_Mapper>(*StaffGet_QUR, staffFields(), staff);
         Fields::write<TStaff_Mapper>(*StaffGet_QUR, staffChange, staff);
     });
 }

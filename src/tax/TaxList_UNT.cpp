@@ -1,10 +1,6 @@
 #include "tax/TaxList_UNT.h"
 
-#include "host/Declaration_PKG/DM_UNT.h"
 #include "tax/TaxGet_UNT.h"
-#include "tax/Tax_DM_UNT.h"
-
-#include <QCoreApplication>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -34,25 +30,13 @@ const QList<TSearchItem> &searchItems()
 
 } // namespace
 
-TTaxList_FRM::TTaxList_FRM(TFormMode mode, const QString &text) : TBaseDock_FRM(mode, text)
+TTaxList_FRM::TTaxList_FRM(TFormMode mode, const QString &text) : TBaseDock_FRM(mode, text), m_data(Tax_DM)
 {
-    if (!Tax_DM) {
-        Tax_DM = new TTax_DM(QCoreApplication::instance());
-        m_ownsData = true;
-    }
     if (text.isEmpty())
         SetTitle(u"جدول مالیاتی"_s);
     BuildList(Tax_DM->List_QUR, u"TaxDB_List_TableView"_s, columns(), searchItems());
     BuildUsualLayout(u"جدول مالیاتی"_s);
     BuildButtons(true, false);
-}
-
-TTaxList_FRM::~TTaxList_FRM()
-{
-    if (m_ownsData) {
-        delete Tax_DM;
-        Tax_DM = nullptr;
-    }
 }
 
 void TTaxList_FRM::SetListText()
@@ -73,17 +57,8 @@ void TTaxList_FRM::DeleteRecord()
     if (!BeginDelete(cspTaxualList, QString::number(code)))
         return;
     // Brackets and header go together or not at all.
-    TConnection *connection = DM.ADOConnection1;
-    try {
-        connection->BeginTrans();
-        Tax_DM->ClearDataDetail(code);
-        Tax_DM->Tax_Del(QString::number(code));
-        connection->CommitTrans();
-    } catch (const TDatabaseError &error) {
-        connection->RollbackTrans();
-        connection->noteError(error);
+    if (!Tax_DM->Tax_DelWhole(code))
         TellDeleteFailed(u"سطر"_s);
-    }
     RefreshList();
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
+#include "tax/Tax_DM_UNT.h"
 
 /// The list of tax tables, to keep them (mode 1) or to choose one (mode 5).
 class TTaxList_FRM : public TBaseDock_FRM {
     Q_OBJECT
 public:
     TTaxList_FRM(TFormMode mode, const QString &text);
-    ~TTaxList_FRM() override;
 
     int SelectedCode = 0;
     QString SelectedTitle;
@@ -20,6 +20,6 @@ protected:
     bool SelectRecord() override;
 
 private:
-    bool m_ownsData = false; ///< this screen made the data module
+    TDataModuleHolder<TTax_DM> m_data;
 };
 extern TTaxList_FRM *TaxList_FRM;

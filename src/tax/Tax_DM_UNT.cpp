@@ -69,6 +69,16 @@ void TTax_DM::Tax_Del(const QString &codes)
     run(Temp_QUR, TStatement("Delete TaxMain where Code in (").integers(codes).sql(")"));
 }
 
+bool TTax_DM::Tax_DelWhole(int code)
+{
+    return Try([&] {
+        InOneUnit(Temp_QUR->connection(), [&] {
+            ClearDataDetail(code);
+            Tax_Del(QString::number(code));
+        });
+    });
+}
+
 void TTax_DM::copyToWorkingRows(const QVariant &taxCode)
 {
     run(Temp_QUR,

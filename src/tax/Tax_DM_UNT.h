@@ -11,7 +11,6 @@
 /// brackets of a table under edit (TmpTax).
 ///
 /// Operations that return a bool answer false after a database error; all others throw TDatabaseError.
-/// Deleting a tax table is ClearDataDetail and Tax_Del in one transaction of the caller.
 class KETEBIONPAP_CORE TTax_DM : public TDataModule {
     Q_OBJECT
 public:
@@ -34,6 +33,8 @@ public:
     bool Tax_Update(const TTax_Mapper &tax);
     /// Deletes headers. `codes` parted by commas.
     void Tax_Del(const QString &codes);
+    /// Deletes a tax table: its brackets and its header; all or nothing.
+    [[nodiscard]] bool Tax_DelWhole(int code);
 
     /// Copies the brackets of a tax table to the working rows and opens their list.
     void FillDataDetail(int taxCode);

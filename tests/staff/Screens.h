@@ -2,12 +2,12 @@
 
 #include "support/Keys.h"
 #include "support/ScriptedMessages.h"
+#include "support/ScriptedRecovery.h"
 #include "support/TestDatabase.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
-#include "host/NewBaseForms_PKG/Recovery_UNT.h"
 #include "staff/StaffGet_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 
@@ -22,20 +22,6 @@ inline void PrintTo(const QString &text, std::ostream *out)
 {
     *out << '"' << text.toStdString() << '"';
 }
-
-/// Answers recovery questions from a list and keeps what was asked.
-class ScriptedRecovery : public TRecoveryChooser {
-public:
-    ScriptedRecovery() { SetRecoveryChooser(this); }
-    ~ScriptedRecovery() override { SetRecoveryChooser(nullptr); }
-    TRecoveryChoice choose(const TRecoveryRequest &request, QWidget *) override
-    {
-        asked << request;
-        return answers.isEmpty() ? TRecoveryChoice{} : answers.takeFirst();
-    }
-    QList<TRecoveryRequest> asked;
-    QList<TRecoveryChoice> answers;
-};
 
 /// A register with three groups: all (0), office (1) and production (2).
 class StaffScreens : public testing::Test {

@@ -2,10 +2,10 @@
 
 #include "support/Keys.h"
 #include "support/ScriptedMessages.h"
+#include "support/ScriptedRecovery.h"
 #include "support/TestDatabase.h"
 
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
-#include "host/NewBaseForms_PKG/Recovery_UNT.h"
 #include "tax/TaxGet_UNT.h"
 #include "tax/TaxList_UNT.h"
 #include "tax/Tax_DM_UNT.h"
@@ -21,20 +21,6 @@ struct TypedBracket {
     QString to;
     QString percent;
     QString comment = {};
-};
-
-/// Answers recovery questions from a list and keeps what was asked.
-class ScriptedRecovery : public TRecoveryChooser {
-public:
-    ScriptedRecovery() { SetRecoveryChooser(this); }
-    ~ScriptedRecovery() override { SetRecoveryChooser(nullptr); }
-    TRecoveryChoice choose(const TRecoveryRequest &request, QWidget *) override
-    {
-        asked << request;
-        return answers.isEmpty() ? TRecoveryChoice{} : answers.takeFirst();
-    }
-    QList<TRecoveryRequest> asked;
-    QList<TRecoveryChoice> answers;
 };
 
 /// The tax screens on a database of the test's own, worked by keys.

@@ -2,7 +2,7 @@
 
 #include "host/Component_ZLM/GridCellDelegate.h"
 #include "host/Component_ZLM/LayoutStore.h"
-#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/database/Query.h"
 
 #include <QApplication>
@@ -20,17 +20,6 @@ namespace {
 
 const QString emptyText = u"<داده ای برای نمایش وجود ندارد>"_s;
 const int defaultWidth = 100;
-
-/// Runs what asks the database; an error is told and does not go on into the event loop.
-template <class Work>
-void guarded(Work work)
-{
-    try {
-        work();
-    } catch (const TDatabaseError &error) {
-        MsgDatabaseError(error);
-    }
-}
 
 } // namespace
 
@@ -313,7 +302,7 @@ void TSmartGrid_ZLM::currentChanged(const QModelIndex &current, const QModelInde
     if (d->following || !d->query || !d->query->active() || !current.isValid())
         return;
     d->following = true;
-    guarded([&] {
+    Guarded([&] {
         if (d->query->position() != current.row())
             d->query->moveTo(current.row());
     });
@@ -335,7 +324,7 @@ void TSmartGrid_ZLM::sortBy(int column)
     } else {
         d->sortColumn = -1;
     }
-    guarded([&] {
+    Guarded([&] {
         const qlonglong key = d->query->isEmpty() ? 0 : d->query->keyAt(std::max(0, d->query->position()));
         d->query->setOrder(d->sortColumn < 0 ? QString() : clicked.field, d->sortOrder);
         if (!d->query->active())

@@ -180,7 +180,6 @@ bool RegisterWorkstation(int comIndex, const QString &name)
     };
     if (seen())
         return true;
-    const auto before = DM.ADOConnection1->lastError();
     try {
         DM.ADOConnection1->execute(TStatement("insert into Workstation(Com_Index, Name, LastSeen) values(")
                                        .integer(comIndex)
@@ -193,10 +192,6 @@ bool RegisterWorkstation(int comIndex, const QString &name)
     } catch (const TDatabaseError &error) {
         if (error.fault() != TFault::Refused)
             throw;
-        if (before)
-            DM.ADOConnection1->noteError(*before);
-        else
-            DM.ADOConnection1->clearLastError();
     }
     // Another program of this workstation may have registered it meanwhile.
     return seen();

@@ -51,7 +51,6 @@ Lock holderOf(const QString &code, TSoftwarePart part, int comIndex)
 /// False when somebody was faster.
 bool insertLock(const QString &code, TSoftwarePart part, int comIndex)
 {
-    const auto before = DM.ADOConnection1->lastError();
     try {
         DM.ADOConnection1->execute(
             TStatement(
@@ -74,11 +73,6 @@ bool insertLock(const QString &code, TSoftwarePart part, int comIndex)
     } catch (const TDatabaseError &error) {
         if (error.fault() != TFault::Refused)
             throw;
-        // A lost race is no failure that a later message should name.
-        if (before)
-            DM.ADOConnection1->noteError(*before);
-        else
-            DM.ADOConnection1->clearLastError();
         return false;
     }
 }

@@ -1,5 +1,6 @@
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 
+#include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 
@@ -24,12 +25,9 @@ int pick(TSoftwarePart part, const QString &text)
     const TEntityPicker picker = pickers().value(part, usualPickers().value(part));
     if (!picker)
         return SayNothingToPick();
-    try {
-        return picker(text);
-    } catch (const TDatabaseError &error) {
-        MsgDatabaseError(error); // as good as a cancel
-        return 0;
-    }
+    int picked = 0; // a fault is as good as a cancel
+    Guarded([&] { picked = picker(text); });
+    return picked;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Utility_ZLM/PersianText.h"
@@ -43,9 +44,9 @@ bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right
             return true;
         if (tellUser)
             MsgNoPermission(part, right);
-    } catch (const TDatabaseError &error) {
+    } catch (const TDatabaseError &) {
         if (tellUser)
-            MsgDatabaseError(error);
+            TellFault();
     }
     return false;
 }
@@ -75,9 +76,9 @@ void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bo
                 .sql(",")
                 .integer(ofSystem ? 1 : 0)
                 .sql(")"));
-    } catch (const TDatabaseError &error) {
+    } catch (const TDatabaseError &) {
         if (!tellUser)
             throw;
-        MsgDatabaseError(error);
+        TellFault();
     }
 }

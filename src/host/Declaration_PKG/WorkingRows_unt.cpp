@@ -135,7 +135,6 @@ void NoteWorkingRows(TSoftwarePart part, const QString &code, int comIndex)
                                   .append(noteOf(" where Status=", part, code));
     if (DM.ADOConnection1->execute(change) > 0)
         return;
-    const auto before = DM.ADOConnection1->lastError();
     try {
         DM.ADOConnection1->execute(
             TStatement(
@@ -156,10 +155,6 @@ void NoteWorkingRows(TSoftwarePart part, const QString &code, int comIndex)
         if (error.fault() != TFault::Refused)
             throw;
         // Somebody was faster, and is the first of the two now.
-        if (before)
-            DM.ADOConnection1->noteError(*before);
-        else
-            DM.ADOConnection1->clearLastError();
         DM.ADOConnection1->execute(change);
     }
 }

@@ -3,7 +3,6 @@
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/DM_UNT.h"
-#include "host/Declaration_PKG/Specialmessages.h"
 
 #include <QLabel>
 #include <QVBoxLayout>
@@ -122,13 +121,11 @@ void TAccountPicker_FRM::AfterShow()
 bool Select_Account(TAccountLevel level, TAccountCode &account)
 {
     int total = 0;
-    try {
-        if (level == alAssistant && account.Kol != 0 && AccountName(alTotal, account))
-            total = account.Kol;
-    } catch (const TDatabaseError &error) {
-        MsgDatabaseError(error);
+    if (!Guarded([&] {
+            if (level == alAssistant && account.Kol != 0 && AccountName(alTotal, account))
+                total = account.Kol;
+        }))
         return false;
-    }
     TQuery list(DM.ADOConnection1, u"Account_QUR"_s);
     TAccountPicker_FRM picker(&list, level, total);
     if (picker.exec() != QDialog::Accepted)

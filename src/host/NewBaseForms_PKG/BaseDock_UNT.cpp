@@ -6,7 +6,6 @@
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
-#include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
@@ -36,21 +35,6 @@ TBaseDock_FRM::TBaseDock_FRM(TFormMode mode, const QVariant &value, const QStrin
 }
 
 TBaseDock_FRM::~TBaseDock_FRM() = default;
-
-bool TBaseDock_FRM::Guarded(const std::function<void()> &work)
-{
-    try {
-        work();
-        return true;
-    } catch (const TDatabaseError &error) {
-        MsgDatabaseError(error);
-    } catch (const std::bad_alloc &) {
-        TellLowMemory();
-    } catch (const std::exception &error) {
-        MsgDatabaseError(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
-    }
-    return false;
-}
 
 void TBaseDock_FRM::BuildList(TQuery *listQuery, const QString &gridName, const QList<TGridColumn> &columns,
                               const QList<TSearchItem> &items)

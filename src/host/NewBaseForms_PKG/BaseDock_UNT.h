@@ -118,8 +118,6 @@ protected:
     virtual QString RecordName() const;
     /// Why a delete failed, by the connection's last error: other records refer to this `word`, or what happened instead.
     static void TellDeleteFailed(const QString &word);
-    /// Runs work that may meet a database error and tells the user about it. False: there was one.
-    bool Guarded(const std::function<void()> &work);
 
     bool HandleKey(QKeyEvent *event) override;
     void EnterKey() override {} ///< Enter is the Select button's, else nothing

@@ -1,7 +1,6 @@
 #include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
-#include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Utility_ZLM/PersianText.h"
@@ -12,8 +11,6 @@
 #include <QScopedValueRollback>
 #include <QTabWidget>
 
-#include <new>
-
 using namespace Qt::Literals::StringLiterals;
 
 TBaseEditor::TBaseEditor(TFormMode mode) : m_mode(mode) {}
@@ -21,23 +18,6 @@ TBaseEditor::TBaseEditor(TFormMode mode) : m_mode(mode) {}
 void TBaseEditor::SetIsSaved(bool saved)
 {
     m_isSaved = saved;
-}
-
-bool TBaseEditor::Guarded(const std::function<void()> &work)
-{
-    try {
-        work();
-        return true;
-    } catch (const TDatabaseError &error) {
-        if (DM.ADOConnection1)
-            DM.ADOConnection1->noteError(error);
-        MsgDatabaseError(error);
-    } catch (const std::bad_alloc &) {
-        TellLowMemory();
-    } catch (const std::exception &error) {
-        MsgDatabaseError(TDatabaseError(TFault::Other, QString::fromUtf8(error.what())));
-    }
-    return false;
 }
 
 void TBaseEditor::rollBackLeftOpen()

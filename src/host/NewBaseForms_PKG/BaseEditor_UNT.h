@@ -158,8 +158,6 @@ protected:
     /// one is loaded anew, the inputs stay as typed. Every save begins with it; so must what else relies on whether
     /// the record is stored.
     void SettleLostSave();
-    /// Runs work that may meet a database error and tells the user about it. False: there was one.
-    bool Guarded(const std::function<void()> &work);
 
     bool m_savedOnce = false; ///< a save succeeded: the result of closing is OK
     bool m_touched = false;   ///< the record's hooks began to run: leaving it needs BeforeClose

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/Export.h"
 
 #include <QDialog>

@@ -3,7 +3,7 @@
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
-#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/database/ListPlace.h"
 #include "host/database/Query.h"
 
@@ -76,7 +76,7 @@ void TGroup_Pane::Reread(bool toLast)
     const int before = CurrentCode();
     {
         const QScopedValueRollback rereading(m_rereading, true);
-        try {
+        Guarded([&] {
             const TListPlace place(*m_groups, u"Code"_s);
             ResetDataset(m_groups);
             m_groups->open();
@@ -84,9 +84,7 @@ void TGroup_Pane::Reread(bool toLast)
                 m_groups->last();
             else
                 place.restore(*m_groups);
-        } catch (const TDatabaseError &error) {
-            MsgDatabaseError(error);
-        }
+        });
     }
     if (m_groups->active() && CurrentCode() != before)
         Q_EMIT groupMoved();
@@ -107,11 +105,7 @@ void TGroup_Pane::search()
     const QString text = SearchGroup_EDT->text();
     if (m_hint || text.isEmpty() || text == Hint() || !m_groups->active())
         return;
-    try {
-        m_groups->locate(u"Name"_s, text, TQuery::PartialKey);
-    } catch (const TDatabaseError &error) {
-        MsgDatabaseError(error);
-    }
+    Guarded([&] { m_groups->locate(u"Name"_s, text, TQuery::PartialKey); });
 }
 
 bool TGroup_Pane::HandleKey(QKeyEvent *event)

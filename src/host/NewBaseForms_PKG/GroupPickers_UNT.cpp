@@ -1,21 +1,16 @@
 #include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
 
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
-#include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/NewBaseForms_PKG/Groups_UNT.h"
 
 namespace {
 
-/// Runs a screen; a database error is told to the user and is as good as a cancel.
-template <class Work>
-auto guarded(Work work) -> decltype(work())
+/// Whether work that runs a screen answered true; a fault is told to the user and is as good as a cancel.
+bool accepted(const std::function<bool()> &work)
 {
-    try {
-        return work();
-    } catch (const TDatabaseError &error) {
-        MsgDatabaseError(error);
-        return {};
-    }
+    bool answer = false;
+    return Guarded([&] { answer = work(); }) && answer;
 }
 
 } // namespace
@@ -25,27 +20,29 @@ int Select_GroupList(TSoftwarePart part, const QString &text)
     const TGroupKind *kind = GroupKindOf(part);
     if (!kind)
         return SayNothingToPick();
-    return guarded([&] {
+    int chosen = 0;
+    Guarded([&] {
         TGroupList_FRM list(fmSelect, *kind, text);
-        return list.exec() == QDialog::Accepted ? list.SelectedCode : 0;
+        chosen = list.exec() == QDialog::Accepted ? list.SelectedCode : 0;
     });
+    return chosen;
 }
 
 bool New_Group(TSoftwarePart part)
 {
     const TGroupKind *kind = GroupKindOf(part);
-    return kind && guarded([&] { return TGroupGet_FRM(*kind).exec() == QDialog::Accepted; });
+    return kind && accepted([&] { return TGroupGet_FRM(*kind).exec() == QDialog::Accepted; });
 }
 
 bool Edit_Group(TSoftwarePart part, int code)
 {
     const TGroupKind *kind = GroupKindOf(part);
     return kind && !RefuseGroupOfAll(*kind, code) &&
-           guarded([&] { return TGroupGet_FRM(*kind, code).exec() == QDialog::Accepted; });
+           accepted([&] { return TGroupGet_FRM(*kind, code).exec() == QDialog::Accepted; });
 }
 
 bool Delete_Group(TSoftwarePart part, int code)
 {
     const TGroupKind *kind = GroupKindOf(part);
-    return kind && guarded([&] { return TGroupList_FRM::Delete(*kind, code, part); });
+    return kind && accepted([&] { return TGroupList_FRM::Delete(*kind, code, part); });
 }

@@ -2,6 +2,7 @@
 
 #include "host/Component_ZLM/FileDialogs.h"
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
+#include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/database/Query.h"
 #include "host/spreadsheet/Workbook.h"
@@ -108,15 +109,14 @@ bool RunWithProgress(QWidget *parent, const QString &caption, int steps,
     QProgressDialog progress(caption, u"انصراف"_s, 0, steps, parent);
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(800);
-    try {
-        return work([&progress](int step) {
+    bool done = false;
+    Guarded([&] {
+        done = work([&progress](int step) {
             progress.setValue(step);
             return !progress.wasCanceled();
         });
-    } catch (const TDatabaseError &error) {
-        MsgDatabaseError(error);
-    }
-    return false;
+    });
+    return done;
 }
 
 bool ReplaceFile(const QString &unfinished, const QString &fileName)

@@ -1,8 +1,8 @@
 #include "host/ZelmoSearch/ZelmoSearchManager.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/Declaration_PKG/Method_declare_unt.h"
-#include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
 #include "host/Utility_ZLM/PersianText.h"
 #include "host/ZelmoSearch/FoldExpression.h"
@@ -168,9 +168,9 @@ void TZelmoSearchManager::run(const TStatement &ownFilter)
                                 .append(filter);
             m_query->setStatement(statement);
             m_query->openAt(m_lastKey);
-        } catch (const TDatabaseError &error) {
+        } catch (const TDatabaseError &) {
             m_query->close();
-            MsgDatabaseError(error);
+            TellFault();
         }
     }
     rememberRow();

@@ -25,3 +25,16 @@ private:
     TConnection &m_connection;
     bool m_committed = false;
 };
+
+/// Runs work as one unit: all of it is stored, or nothing. Within a transaction that is begun it is a part of that.
+template <class Work>
+void InOneUnit(TConnection *connection, Work work)
+{
+    if (connection->InTransaction()) {
+        work();
+        return;
+    }
+    TTransaction transaction(*connection);
+    work();
+    transaction.commit();
+}

@@ -1,0 +1,109 @@
+#include "Bank.h"
+
+#include "common/QueryTools.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace QueryTools;
+
+// The fields, in the order in which a save sets their columns.
+static constexpr TField<TBank_Mapper> fields[] = {
+    {"Code", &TBank_Mapper::_Code},
+    {"Title", &TBank_Mapper::_Title},
+    {"Branch", &TBank_Mapper::_Branch},
+    {"Active", &TBank_Mapper::_Active},
+};
+
+class TBankGet_FRM : public TRecordGet<TBank_Mapper> {
+    Q_OBJECT
+public:
+    TBankGet_FRM(TBank_DM &data, const QVariant &code, TFormMode mode)
+        : TRecordGet(cspPerson, code, mode, false), m_data(data)
+    {
+        build();
+    }
+
+protected:
+    int NextCode() override { return m_data.Bank_GetNewCode(); }
+    TBank_Mapper Fresh(int code) override { return {code, {}, {}, true}; }
+    bool Read(const QVariant &code, TBank_Mapper &bank) override { return m_data.Bank_GetById(code, bank); }
+    bool Write(const TBank_Mapper &bank, bool isNew) override { return m_data.Bank_Save(bank, isNew); }
+    bool Validate() override { return RequireInput(m_title, u"عنوان"_s); }
+
+private:
+    void build()
+    {
+        SetTitle(u"بانک"_s);
+        auto *grid = new QGridLayout;
+        using M = TBank_Mapper;
+        const auto text = [&](int row, const QString &caption, const QString &name, int length) {
+            auto *input = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, length);
+            return AddInput(grid, row, 0, caption, name, input);
+        };
+        m_title = Inputs.add(text(0, u"  &عنوان :"_s, u"Title_EDT"_s, 50), &M::_Title);
+        Inputs.add(text(1, u"  &شعبه :"_s, u"Branch_EDT"_s, 20), &M::_Branch);
+        auto *tick = new TSmartCheckBox_ZLM(u"&فعال"_s, this);
+        Inputs.add(AddInput(grid, 2, 0, {}, u"Active_CHK"_s, tick), &M::_Active);
+        Body()->addLayout(grid);
+        BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s, svSaveClose);
+    }
+    TBank_DM &m_data;
+    TSmartEdit_ZLM *m_title = nullptr;
+};
+
+TBank_DM::TBank_DM(QObject *owner)
+    : TDataModule(owner), List_QUR(NewQuery("List_QUR")), Get_QUR(NewQuery("Get_QUR"))
+{
+    List_QUR->setKeyField("Code");
+}
+
+int TBank_DM::Bank_GetNewCode()
+{
+    return DM.ADOConnection1->scalar("select isnull(max(Code),0)+1 from Bank").toInt();
+}
+
+bool TBank_DM::Bank_GetById(const QVariant &code, TBank_Mapper &bank)
+{
+    open(Get_QUR, TStatement("select * from Bank where Code=").integer(code));
+    Fields::read<TBank_Mapper>(*Get_QUR, fields, bank);
+    return !Get_QUR->isEmpty();
+}
+
+bool TBank_DM::Bank_Save(const TBank_Mapper &bank, bool isNew)
+{
+    return Post(Get_QUR, isNew, [&] { Fields::write<TBank_Mapper>(*Get_QUR, fields, bank); });
+}
+
+bool TBank_DM::Bank_Delete(int code)
+{
+    return Try([&] { run(Get_QUR, TStatement("delete from Bank where Code=").integer(code)); });
+}
+
+TBankList_FRM::TBankList_FRM(TFormMode mode, TBank_DM &data) : TBaseDock_FRM(mode, QString()), m_data(data)
+{
+    SetTitle(u"بانک ها"_s);
+    BuildList(m_data.List_QUR, u"Bank_GRD"_s,
+              {{u"Code"_s, u"کد"_s, 60, true, TGridColumn::Code},
+               {u"Title"_s, u"عنوان"_s, 200},
+               {u"Branch"_s, u"شعبه"_s, 120},
+               {u"Active"_s, u"فعال"_s, 60, true, TGridColumn::YesNo}},
+              {{u"Title"_s, u"عنوان"_s, TSearchItem::Text, true}, {u"Code"_s, u"کد"_s, TSearchItem::Digits}});
+    BuildUsualLayout(u"بانک ها"_s);
+    BuildButtons(false, true);
+}
+
+TBaseGet_FRM *TBankList_FRM::CreateEditor(bool newRecord)
+{
+    return newRecord ? new TBankGet_FRM(m_data, 0, fmNew)
+                     : new TBankGet_FRM(m_data, ListQuery()->value(u"Code"_s), fmEdit);
+}
+
+void TBankList_FRM::DeleteRecord()
+{
+    const int code = ListQuery()->asInteger(u"Code"_s);
+    if (BeginDelete(cspPerson, QString::number(code)) && !m_data.Bank_Delete(code))
+        TellDeleteFailed(u"بانک"_s);
+    RefreshList();
+}
+
+#include "Bank.moc"
