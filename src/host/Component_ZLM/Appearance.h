@@ -9,4 +9,4 @@ class QWidget;
 /// (Noto Sans Arabic, else the system's), one size. Called once by the application and by the tests.
 KETEBIONPAP_HOST void SetUpAppearance(QApplication &application);
 /// Lays a control out right to left.
-void SetWinControlRightAlign(QWidget *control);
+KETEBIONPAP_HOST void SetWinControlRightAlign(QWidget *control);

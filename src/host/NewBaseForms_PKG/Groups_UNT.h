@@ -14,7 +14,7 @@ struct TGroupKind {
 };
 /// The kind for a part's groups, also by the part that is grouped (804 earnings for 816 earning groups). Null when the
 /// part has none.
-const TGroupKind *GroupKindOf(TSoftwarePart part);
+KETEBIONPAP_HOST const TGroupKind *GroupKindOf(TSoftwarePart part);
 
 /// Tells the user when a group is the one that stands for all, which nobody changes. True: it is.
 bool RefuseGroupOfAll(const TGroupKind &kind, int code);
