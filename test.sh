@@ -1,5 +1,6 @@
 #!/bin/sh
-# Installs what is missing, builds the tests and runs them all; needs no display.
+# Installs what is missing, holds the sources against the rules of the house, builds the tests and runs them all; needs
+# no display.
 #   ./test.sh               all tests
 #   ./test.sh --sanitize    the same under the address and undefined-behaviour sanitizers
 # Further arguments go to ctest (./test.sh -R screens).
@@ -14,6 +15,7 @@ if [ "${1:-}" = --sanitize ]; then
 fi
 
 install_packages test
+"$root/scripts/check.sh" || fail "the sources break rules of the house; they stand above"
 build "$preset"
 
 # Each test program leaves a count of its own here.

@@ -11,7 +11,7 @@ fail() {
     exit 1
 }
 
-# The packages of scripts/packages.txt for "run", "test" or "bench" that are not installed.
+# The packages of scripts/packages.txt for "run", "test", "coverage", "tidy" or "bench" that are not installed.
 missing_packages() {
     sed 's/#.*//' "$root/scripts/packages.txt" | while read -r package use _; do
         [ -n "$package" ] || continue

@@ -115,17 +115,20 @@ int chooseItems(int kind, int selectType, const char16_t *filter, const char *wh
     });
 }
 
+int editSettings()
+{
+    MakeDataModule(PayrollInfo_DM); // stays for the life of the process
+    TShown screen(PayrollInfoGet_FRM, new TPayrollInfoGet_FRM(cspPayrollInfo, 0, fmEdit, false));
+    if (!screen->NotShowable)
+        screen->exec();
+    return 0;
+}
+
 } // namespace
 
 void Open_PayRollInfo(void) noexcept
 {
-    enter([] {
-        MakeDataModule(PayrollInfo_DM); // stays for the life of the process
-        TShown screen(PayrollInfoGet_FRM, new TPayrollInfoGet_FRM(cspPayrollInfo, 0, fmEdit, false));
-        if (!screen->NotShowable)
-            screen->exec();
-        return 0;
-    });
+    enter(editSettings);
 }
 
 void Open_TaxList(void) noexcept

@@ -2,12 +2,13 @@
 
 #include "calcmethod/CalcMethod_Mapper.h"
 #include "common/DataModule_UNT.h"
+#include "host/Export.h"
 
 /// The database work of the calculation methods (CalcMethod, CalcMethod_VW).
 ///
 /// Operations that return a success answer false after a database error; all others throw TDatabaseError.
 /// CalcMethod_GetById comes before CalcMethod_Insert and CalcMethod_Update: they work on the row that it opened.
-class TCalcMethod_DM : public TDataModule {
+class KETEBIONPAP_CORE TCalcMethod_DM : public TDataModule {
     Q_OBJECT
 public:
     explicit TCalcMethod_DM(QObject *owner);
@@ -34,4 +35,4 @@ public:
 };
 
 /// The one instance, made and freed by the entry points.
-extern TCalcMethod_DM *CalcMethod_DM;
+extern KETEBIONPAP_CORE TCalcMethod_DM *CalcMethod_DM;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calender/Calender_Mapper.h"
+#include "host/Export.h"
 
 #include <QList>
 #include <QStringList>
@@ -9,11 +10,11 @@
 namespace CalenderDays {
 
 /// "شنبه" (Saturday, 0) to "جمعه" (Friday, 6): the order of the column Day.
-const QStringList &weekdays();
+KETEBIONPAP_CORE const QStringList &weekdays();
 
 /// The title of a fixed official holiday of the Persian year; null for any other day.
 /// Source: the official holidays of the Iranian calendar that keep their solar date.
-QString fixedHoliday(int month, int day);
+KETEBIONPAP_CORE QString fixedHoliday(int month, int day);
 
 /// What the user asked for.
 struct Range {
@@ -27,11 +28,11 @@ struct Range {
 
 /// The days of the range, in order. The same month bounds hold in every year, so a range whose to-month is before
 /// its from-month has no days; month 12 ends on 29 in leap years and on 30 in the others.
-QList<TCalenderMapper> of(const Range &range);
+KETEBIONPAP_CORE QList<TCalenderMapper> of(const Range &range);
 
 /// What a user would hardly want of these days of the range, each as a Persian sentence: weekdays that are not the
 /// calendar's, days that the calendar does not have, days of the range that are left out. Empty when all is well.
-QStringList doubts(const Range &range, const QList<TCalenderMapper> &days);
+KETEBIONPAP_CORE QStringList doubts(const Range &range, const QList<TCalenderMapper> &days);
 
 /// What is left of a generation that ended after `stored` of its days. The month bounds hold in every year, so the next
 /// range ends with its year; the years behind it are a range of their own.
@@ -41,6 +42,6 @@ struct Rest {
     QString laterFrom, laterTo; ///< the range after that; empty when there is none
 };
 /// `stored` is less than the number of days.
-Rest rest(const Range &range, const QList<TCalenderMapper> &days, qsizetype stored);
+KETEBIONPAP_CORE Rest rest(const Range &range, const QList<TCalenderMapper> &days, qsizetype stored);
 
 } // namespace CalenderDays

@@ -2,12 +2,13 @@
 
 #include "calender/Calender_Mapper.h"
 #include "common/DataModule_UNT.h"
+#include "host/Export.h"
 
 /// The database work of the work calendar (table Calender). Dates are texts of fixed width, so they compare in
 /// the order of time.
 ///
 /// Operations that return a bool answer false after a database error; all others throw TDatabaseError.
-class TCalender_DM : public TDataModule {
+class KETEBIONPAP_CORE TCalender_DM : public TDataModule {
     Q_OBJECT
 public:
     explicit TCalender_DM(QObject *owner);
@@ -31,4 +32,4 @@ public:
 };
 
 /// The one instance, made and freed by the entry points and screens.
-extern TCalender_DM *Calender_DM;
+extern KETEBIONPAP_CORE TCalender_DM *Calender_DM;

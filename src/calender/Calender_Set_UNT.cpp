@@ -4,6 +4,7 @@
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Doubts_unt.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
@@ -18,9 +19,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-constexpr int rangeHoldsDays = 10060;
-constexpr int rangeReversed = 10061;
-constexpr int shownFor = 3000;     // milliseconds
 constexpr int showProgressAt = 30; // milliseconds
 constexpr int generationCode = 0;  // what the generating workstation locks: no stored day has this ID
 } // namespace
@@ -124,7 +122,7 @@ bool TCalender_Set_FRM::rangeIsFree()
     Calender_DM->Calender_GetWithDates(Date1_EDT->GetText(), Date2_EDT->GetText());
     if (Calender_DM->Temp_QUR->recordCount() == 0)
         return true;
-    ShowSmartMessage(rangeHoldsDays, Date1_EDT, this, shownFor);
+    ShowSmartMessage(ntRangeHoldsDays, Date1_EDT, this, noteTime);
     FocusInput(Date1_EDT);
     return false;
 }
@@ -144,7 +142,7 @@ bool TCalender_Set_FRM::Validate()
     if (!rangeIsFree())
         return false;
     if (from > to) {
-        ShowSmartMessage(rangeReversed, Date2_EDT, this, shownFor);
+        ShowSmartMessage(ntRangeReversed, Date2_EDT, this, noteTime);
         FocusInput(Date2_EDT);
         return false;
     }

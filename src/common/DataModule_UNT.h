@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Export.h"
 #include "host/database/Query.h"
 #include "host/database/Transaction.h"
 
@@ -54,7 +55,7 @@ private:
 };
 
 /// The common shape of all data modules: queries on the host's connection, and writes that answer true or false.
-class TDataModule : public QObject {
+class KETEBIONPAP_CORE TDataModule : public QObject {
     Q_OBJECT
 public:
     explicit TDataModule(QObject *owner);

@@ -4,6 +4,7 @@
 #include "common/QueryTools.h"
 #include "entity/Entity_Mapper.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 #include "host/ZelmoSearch/FoldedTwin.h"
 
 /// The database work of earnings (Fiscal) and deductions (Deduction), their groups, and the picking of items into
@@ -11,7 +12,7 @@
 ///
 /// Operations that return a bool answer false after a database error; all others throw TDatabaseError.
 /// Checks leave their rows open in Temp_QUR for the caller.
-class TEntity_DM : public TDataModule {
+class KETEBIONPAP_CORE TEntity_DM : public TDataModule {
     Q_OBJECT
 public:
     explicit TEntity_DM(QObject *owner);
@@ -73,4 +74,4 @@ private:
 };
 
 /// The one instance, made and freed by the list screen.
-extern TEntity_DM *Entity_DM;
+extern KETEBIONPAP_CORE TEntity_DM *Entity_DM;

@@ -5,6 +5,7 @@
 #include "host/Component_ZLM/DetailStrip_ZLM.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/GroupPane_UNT.h"
 #include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
@@ -22,16 +23,6 @@ namespace {
 
 enum TFiscalDeducationFormCall { ctPick = 1, ctOrder = 2, ctOutput = 3, ctPickForSuite = 4, ctPickToo = 5 };
 
-// Notifications of the host's catalogue.
-enum {
-    ntNotForOutputCode = 10120,
-    ntNotForOutput = 10121,
-    ntZeroAmount = 10122,
-    ntReservedCode = 10249,
-    ntRepeatedCode = 10250,
-    ntReserved = 10251
-};
-const int noteTime = 3000; // ms
 const int groupPaneWidth = 169;
 
 const QList<TGridColumn> &columns()

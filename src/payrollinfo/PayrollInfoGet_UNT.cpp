@@ -2,6 +2,7 @@
 
 #include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Message_ZLM/Message_ZLM.h"
@@ -250,7 +251,7 @@ bool TPayrollInfoGet_FRM::Validate()
 {
     if (CaseNo_EDT->GetText().size() < caseNumberDigits) {
         FocusInput(CaseNo_EDT);
-        ShowTooltipMessage(u"شماره پرونده نمي تواند کوچکتر از 12 رقم باشد"_s, CaseNo_EDT, 3000);
+        ShowTooltipMessage(u"شماره پرونده نمي تواند کوچکتر از 12 رقم باشد"_s, CaseNo_EDT, noteTime);
         return false;
     }
     if (!CheckInput(NationalNo_EDT))

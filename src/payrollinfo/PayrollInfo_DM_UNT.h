@@ -1,12 +1,13 @@
 #pragma once
 
 #include "common/DataModule_UNT.h"
+#include "host/Export.h"
 #include "payrollinfo/PayrollInfo_Mapper.h"
 
 /// The database work of the payroll settings (PayrollInfo) and of the fixed payroll items (PayrollInfoDetail).
 ///
 /// Operations that return a bool answer false after a database error; all others throw TDatabaseError.
-class TPayrollInfo_DM : public TDataModule {
+class KETEBIONPAP_CORE TPayrollInfo_DM : public TDataModule {
     Q_OBJECT
 public:
     explicit TPayrollInfo_DM(QObject *owner);
@@ -29,4 +30,4 @@ public:
 };
 
 /// The one instance, made by the entry point and kept for the life of the process.
-extern TPayrollInfo_DM *PayrollInfo_DM;
+extern KETEBIONPAP_CORE TPayrollInfo_DM *PayrollInfo_DM;

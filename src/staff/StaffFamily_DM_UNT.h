@@ -2,6 +2,7 @@
 
 #include "common/DataModule_UNT.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 #include "staff/Family_Mapper.h"
 
 #include <QStringList>
@@ -11,7 +12,7 @@
 ///
 /// Operations that return a success answer false after a database error; all others throw TDatabaseError.
 /// Staff codes travel as numbers or as texts of digits.
-class TStaffFamily_DM : public TDataModule {
+class KETEBIONPAP_CORE TStaffFamily_DM : public TDataModule {
     Q_OBJECT
 public:
     TQuery *const Family_QUR;    ///< the working rows of the employee under edit

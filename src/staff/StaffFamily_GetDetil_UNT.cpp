@@ -1,6 +1,7 @@
 #include "staff/StaffFamily_GetDetil_UNT.h"
 
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Message_ZLM/Message_ZLM.h"
 #include "staff/Staff_DM_UNT.h"
@@ -14,7 +15,6 @@ namespace {
 
 constexpr int child = 1;
 constexpr int spouse = 2;
-constexpr int shownFor = 3000; // milliseconds
 
 } // namespace
 
@@ -166,7 +166,7 @@ bool TStaffFamily_GetDetil_FRM::deathAfterBirth()
     if (!Death_CHK->isChecked() || DeathDate_EDT->GetText() >= BirthDate_EDT->GetText())
         return true;
     FocusInput(DeathDate_EDT);
-    ShowTooltipMessage(u"تاریخ فوت نمی تواند از تاریخ تولد کوچکتر باشد."_s, DeathDate_EDT, shownFor, 4,
+    ShowTooltipMessage(u"تاریخ فوت نمی تواند از تاریخ تولد کوچکتر باشد."_s, DeathDate_EDT, noteTime, 4,
                        QColor(192, 192, 192), 0, 250);
     return false;
 }

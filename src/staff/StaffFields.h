@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/RecordFields.h"
 #include "staff/Staff_Mapper.h"
 
@@ -8,7 +9,7 @@ enum TStaffPage { spGeneral, spPersonnel, spFurther };
 
 /// The fields of an employee, in the order in which a save sets their columns. One that is added here is read, saved,
 /// shown, typed and kept within its column.
-std::span<const TField<TStaff_Mapper>> staffFields();
+KETEBIONPAP_CORE std::span<const TField<TStaff_Mapper>> staffFields();
 
 /// Who entered an employee and when, set by the first save.
 inline constexpr TField<TStaff_Mapper> staffCreation[] = {

@@ -4,6 +4,7 @@
 #include "host/BaseFrame_PKG/Pic_Get.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/database/ListPlace.h"
 #include "staff/StaffFamily_GetDetil_UNT.h"
@@ -19,9 +20,7 @@ namespace {
 constexpr int familyPage = 3;
 constexpr int single = 0;
 constexpr int married = 1;
-constexpr int singleWithFamily = 10100;
 constexpr int firstRealGroup = 1;
-constexpr int shownFor = 3000; // milliseconds
 
 } // namespace
 
@@ -208,7 +207,7 @@ void TStaffGet_FRM::marriedChanged()
         return;
     const bool isMarried = IsMarried_CMB->currentIndex() == married;
     if (!isMarried && Staff_DM->Family_QUR->active() && !Staff_DM->Family_QUR->isEmpty()) {
-        ShowSmartMessage(singleWithFamily, IsMarried_CMB, this, shownFor);
+        ShowSmartMessage(ntSingleWithFamily, IsMarried_CMB, this, noteTime);
         showMarried(true);
         return;
     }

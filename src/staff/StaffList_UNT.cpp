@@ -174,10 +174,10 @@ void TStaffList_FRM::buildPictures()
     column->addWidget(close, 0, Qt::AlignLeft | Qt::AlignAbsolute);
     Pic_IMG = new TPictureBox_ZLM(Pic_Show);
     Pic_IMG->setObjectName(u"Pic_IMG"_s);
-    Pic_IMG->setEmptyText(u"عکس"_s);
+    Pic_IMG->SetEmptyText(u"عکس"_s);
     Pic_IMG2 = new TPictureBox_ZLM(Pic_Show);
     Pic_IMG2->setObjectName(u"Pic_IMG2"_s);
-    Pic_IMG2->setEmptyText(u"اثر انگشت"_s);
+    Pic_IMG2->SetEmptyText(u"اثر انگشت"_s);
     column->addWidget(Pic_IMG, 1);
     column->addWidget(Pic_IMG2, 1);
     Center()->addWidget(Pic_Show);

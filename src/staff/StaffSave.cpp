@@ -1,6 +1,7 @@
 // What the staff editor checks before a save, and the save.
 
 #include "host/BaseFrame_PKG/Pic_Get.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Picturefunctions_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
@@ -11,12 +12,6 @@
 #include "staff/Staff_DM_UNT.h"
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-constexpr int shownFor = 3000; // milliseconds
-
-} // namespace
 
 bool TStaffGet_FRM::Validate()
 {
@@ -57,7 +52,7 @@ void TStaffGet_FRM::tell(const TComplaint &complaint, QWidget *input)
         break;
     case TRuleMessage::Hint:
         FocusInput(input);
-        ShowTooltipMessage(complaint.word, input, shownFor, 4, QColor(192, 192, 192), 0, 250);
+        ShowTooltipMessage(complaint.word, input, noteTime, 4, QColor(192, 192, 192), 0, 250);
         return;
     case TRuleMessage::Explained:
         ShowSmartMessage(complaint.word, complaint.more + complaint.detail, miError);

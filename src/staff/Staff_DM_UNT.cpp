@@ -3,6 +3,7 @@
 #include "host/Declaration_PKG/Confirmation_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "staff/StaffFields.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -16,8 +17,7 @@ namespace {
 const char staffOfParameter[] = "select * from staff where code=:Code";
 const char groupOfParameter[] = "select * from StaffGroup\nwhere Code=:Code";
 
-constexpr int enterAsPerson = 20106; // "Shall the employee be entered as a person too?"
-constexpr int personsKind = 2;       // what the unique detail code is drawn for
+constexpr int personsKind = 2; // what the unique detail code is drawn for
 
 } // namespace
 
@@ -180,7 +180,7 @@ int TStaff_DM::groupForNewPerson(const TPerinf_Mapper &person)
                        .text(person._LName));
     if (!Temp_QUR->isEmpty())
         return 0;
-    if (ShowSmartMessage(enterAsPerson, TMessageButtons::YesNo, TAnswer::Yes) != TAnswer::Yes)
+    if (ShowSmartMessage(ntEnterAsPerson, TMessageButtons::YesNo, TAnswer::Yes) != TAnswer::Yes)
         return 0;
     return Select_Entity(cspPerson, {}, false);
 }

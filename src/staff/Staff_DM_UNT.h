@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/QueryTools.h"
+#include "host/Export.h"
 #include "host/ZelmoSearch/FoldedTwin.h"
 #include "staff/StaffFamily_DM_UNT.h"
 #include "staff/Staff_Mapper.h"
@@ -10,7 +11,7 @@
 ///
 /// Operations that return a success answer false after a database error; all others throw TDatabaseError.
 /// Look-ups leave their rows open in Temp_QUR; the next operation replaces them.
-class TStaff_DM : public TStaffFamily_DM {
+class KETEBIONPAP_CORE TStaff_DM : public TStaffFamily_DM {
     Q_OBJECT
 public:
     explicit TStaff_DM(QObject *owner);
@@ -62,4 +63,4 @@ private:
 };
 
 /// The one instance, made and freed by the entry points.
-extern TStaff_DM *Staff_DM;
+extern KETEBIONPAP_CORE TStaff_DM *Staff_DM;

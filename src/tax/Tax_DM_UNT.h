@@ -2,6 +2,7 @@
 
 #include "common/DataModule_UNT.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 #include "tax/Tax_Mapper.h"
 
 #include <QStringList>
@@ -10,7 +11,7 @@
 /// brackets of a table under edit (TmpTax).
 ///
 /// Operations that return a bool answer false after a database error; all others throw TDatabaseError.
-class TTax_DM : public TDataModule {
+class KETEBIONPAP_CORE TTax_DM : public TDataModule {
     Q_OBJECT
 public:
     explicit TTax_DM(QObject *owner);
@@ -72,4 +73,4 @@ private:
 };
 
 /// The one instance, made and freed by the entry points and screens.
-extern TTax_DM *Tax_DM;
+extern KETEBIONPAP_CORE TTax_DM *Tax_DM;

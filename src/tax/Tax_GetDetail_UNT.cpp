@@ -1,17 +1,11 @@
 #include "tax/Tax_GetDetail_UNT.h"
 
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "tax/Tax_DM_UNT.h"
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-constexpr int boundsReversed = 10233;
-constexpr int boundsEqual = 10232;
-constexpr int bracketsOverlap = 10234;
-constexpr int shownFor = 3000; // milliseconds
-} // namespace
 
 TTax_GetDetail_FRM::TTax_GetDetail_FRM(const QVariant &part, const QVariant &master)
     : TBaseGetDetail_FRM(part, master)
@@ -113,12 +107,12 @@ bool TTax_GetDetail_FRM::Validate()
     const double from = FromSalary_EDT->asFloat();
     const double to = ToSalary_EDT->asFloat();
     if (to < from) {
-        ShowSmartMessage(boundsReversed, ToSalary_EDT, this, shownFor);
+        ShowSmartMessage(ntBoundsReversed, ToSalary_EDT, this, noteTime);
         FocusInput(ToSalary_EDT);
         return false;
     }
     if (to == from) {
-        ShowSmartMessage(boundsEqual, ToSalary_EDT, this, shownFor);
+        ShowSmartMessage(ntBoundsEqual, ToSalary_EDT, this, noteTime);
         FocusInput(ToSalary_EDT);
         return false;
     }
@@ -131,7 +125,7 @@ bool TTax_GetDetail_FRM::Validate()
     const int row = Mode() == fmNew ? 0 : Identifier().toInt();
     Tax_DM->TmpTax_GetID(Master().toInt(), row, from, to);
     if (!Tax_DM->Temp_QUR->isEmpty()) {
-        ShowSmartMessage(bracketsOverlap, FromSalary_EDT, this, shownFor);
+        ShowSmartMessage(ntBracketsOverlap, FromSalary_EDT, this, noteTime);
         FocusInput(FromSalary_EDT);
         return false;
     }

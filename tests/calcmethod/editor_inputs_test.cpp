@@ -371,7 +371,7 @@ TEST_F(CalcMethodEditor, AnUnknownTaxCodeIsToldToo_WhenTheQuestionOfClosingIsAns
         check(editor->Tax_CHK, true);
         Keys::retype(editor->CalcMethodCode_EDT, "99");
         messages.take();
-        messages.standInFront();
+        messages.whenShown(&Keys::leaveAll);
         messages.answer({Yes});
         Keys::press(editor.get(), Qt::Key_Escape);
         EXPECT_EQ(

@@ -270,6 +270,7 @@ TEST_F(CalenderList, ADeleteWhileAnotherProcessHoldsTheDatabaseIsToldOnceAfterTh
     open(list, [&] {
         other.BeginTrans();
         other.execute(TStatement("update Calender set Title='theirs' where Day=0"));
+        db.connection().setPatience(300);
         messages.answer({Yes, Yes});
         Keys::press(&list, Qt::Key_F7);
         EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDatabaseError()"}));

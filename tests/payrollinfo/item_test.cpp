@@ -37,7 +37,7 @@ TEST_F(PayrollItem, AnEarningsCodeIsNoDeductionsCode)
 TEST_F(PayrollItem, ACodeIsLookedUpToo_WhenTheQuestionOfClosingIsAnsweredWithYes)
 {
     db.run(u"update PayrollInfoDetail set UserCode=901 where ID=%1"_s.arg(earning));
-    messages.standInFront();
+    messages.whenShown(&Keys::leaveAll);
     for (const char *wrong : {"999", "902"}) {
         messages.take();
         show(earning, 0, [&](TPayrollInfoDetail_FRM &screen) {

@@ -138,7 +138,7 @@ TEST_F(PayrollInfoEditor, TheHeadOfficeIsNamedToo_WhenTheQuestionOfClosingIsAnsw
         fillAll(screen);
         screen.BranchName_EDT->SetText("mine");
         Keys::retype(screen.BranchNo_EDT, "1");
-        messages.standInFront();
+        messages.whenShown(&Keys::leaveAll);
         messages.answer({Yes});
         Keys::press(&screen, Qt::Key_Escape);
         EXPECT_EQ(messages.take(), (QStringList{"MsgNotSaved()", saved}));

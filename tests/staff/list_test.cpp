@@ -439,15 +439,15 @@ TEST_F(StaffList, ThePicturePanelFollowsTheRows)
         EXPECT_TRUE(list.Pic_Show->isVisible());
         EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"عدم نمايش تصوير"_s);
         EXPECT_EQ(list.ShowPicture_BTN->palette().color(QPalette::ButtonText), QColor(82, 82, 82));
-        EXPECT_TRUE(list.Pic_IMG->isEmpty());
+        EXPECT_TRUE(list.Pic_IMG->IsEmpty());
         list.Grid()->setFocus();
         press(list, Qt::Key_Up);
-        EXPECT_TRUE(list.Pic_IMG->isEmpty()); // the row first, its picture after it
-        EXPECT_TRUE(Keys::waitFor([&] { return !list.Pic_IMG->isEmpty(); }));
-        EXPECT_TRUE(list.Pic_IMG2->isEmpty());
+        EXPECT_TRUE(list.Pic_IMG->IsEmpty()); // the row first, its picture after it
+        EXPECT_TRUE(Keys::waitFor([&] { return !list.Pic_IMG->IsEmpty(); }));
+        EXPECT_TRUE(list.Pic_IMG2->IsEmpty());
         Keys::picture(&list, "staff_list_pictures");
         press(list, Qt::Key_Down);
-        EXPECT_TRUE(Keys::waitFor([&] { return list.Pic_IMG->isEmpty(); }));
+        EXPECT_TRUE(Keys::waitFor([&] { return list.Pic_IMG->IsEmpty(); }));
         QTest::mouseClick(Keys::child(&list, "ClosePicture_BTN"), Qt::LeftButton);
         EXPECT_FALSE(list.Pic_Show->isVisible());
         EXPECT_EQ(list.ShowPicture_BTN->toolTip(), u"نمايش تصوير"_s);

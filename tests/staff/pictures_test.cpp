@@ -170,7 +170,7 @@ TEST_F(StaffPictures, APictureIsPastedAndDropped)
         QApplication::clipboard()->setImage(plain(50, 60, Qt::yellow));
         editor->Picture_Get->setFocus();
         press(*editor, Qt::Key_V, Qt::ControlModifier);
-        EXPECT_EQ(editor->Picture_Get->Image->picture().size(), QSize(50, 60));
+        EXPECT_EQ(editor->Picture_Get->Image->Picture().size(), QSize(50, 60));
         EXPECT_FALSE(editor->IsSaved());
         editor->SetIsSaved(true);
 
@@ -181,14 +181,14 @@ TEST_F(StaffPictures, APictureIsPastedAndDropped)
         EXPECT_TRUE(enter.isAccepted());
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(editor->FingerPrint_Get, &drop);
-        EXPECT_EQ(editor->FingerPrint_Get->Image->picture().size(), QSize(70, 80));
+        EXPECT_EQ(editor->FingerPrint_Get->Image->Picture().size(), QSize(70, 80));
         EXPECT_FALSE(editor->IsSaved());
         editor->SetIsSaved(true);
 
         QApplication::clipboard()->setText("no picture");
         editor->Picture_Get->setFocus();
         press(*editor, Qt::Key_V, Qt::ControlModifier);
-        EXPECT_EQ(editor->Picture_Get->Image->picture().size(), QSize(50, 60));
+        EXPECT_EQ(editor->Picture_Get->Image->Picture().size(), QSize(50, 60));
         EXPECT_TRUE(editor->IsSaved());
     });
 }
@@ -252,7 +252,7 @@ TEST_F(StaffPictures, ARefusedPictureLeavesTheOneBefore)
     open(*editor, [&] {
         EXPECT_TRUE(editor->Picture_Get->TakeFile(picture("a.png", plain(30, 30, Qt::red), "png")));
         EXPECT_FALSE(editor->Picture_Get->TakeFile(file("b.png", "broken")));
-        EXPECT_EQ(editor->Picture_Get->Image->picture().size(), QSize(30, 30));
+        EXPECT_EQ(editor->Picture_Get->Image->Picture().size(), QSize(30, 30));
         EXPECT_TRUE(editor->Picture_Get->HasFile());
     });
 }

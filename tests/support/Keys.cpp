@@ -179,6 +179,11 @@ bool Keys::waitFor(const std::function<bool()> &condition, int milliseconds)
     return true;
 }
 
+void Keys::leaveAll()
+{
+    QApplication::setActiveWindow(nullptr);
+}
+
 void Keys::picture(QWidget *window, const QString &name)
 {
     const QString folder = qEnvironmentVariable("KETEBIONPAP_PICTURES");

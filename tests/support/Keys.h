@@ -25,6 +25,8 @@ T *find(QWidget *screen, const QString &objectName)
 }
 /// Processes events until the condition holds, at most `milliseconds`. True when it held.
 bool waitFor(const std::function<bool()> &condition, int milliseconds = 5000);
+/// Leaves every screen inactive, as a window manager does that has not yet answered when a dialog is gone.
+void leaveAll();
 /// Saves a picture of a window under the folder named by KETEBIONPAP_PICTURES; does nothing when it is unset.
 void picture(QWidget *window, const QString &name);
 } // namespace Keys

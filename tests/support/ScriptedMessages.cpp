@@ -1,7 +1,5 @@
 #include "support/ScriptedMessages.h"
 
-#include <QApplication>
-
 #include <gtest/gtest.h>
 
 ScriptedMessages::ScriptedMessages()
@@ -17,8 +15,8 @@ ScriptedMessages::~ScriptedMessages()
 TAnswer ScriptedMessages::show(const TMessage &message)
 {
     m_all.append(message);
-    if (m_inFront && message.shape != TMessageShape::Balloon)
-        QApplication::setActiveWindow(nullptr);
+    if (m_whenShown && message.shape != TMessageShape::Balloon)
+        m_whenShown();
     if (message.shape != TMessageShape::Question)
         return TAnswer::Ok;
     if (m_answers.isEmpty()) {

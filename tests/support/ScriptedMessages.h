@@ -4,6 +4,8 @@
 
 #include <QList>
 
+#include <functional>
+
 /// A message service that records every message and answers questions from a script.
 class ScriptedMessages : public TMessageService {
 public:
@@ -19,9 +21,8 @@ public:
     QStringList take();
     const QList<TMessage> &all() const { return m_all; }
     TMessage last() const { return m_all.isEmpty() ? TMessage{} : m_all.last(); }
-    /// From now on a dialog or question leaves the screen behind inactive, as a window manager does that has not yet
-    /// answered when the dialog is gone.
-    void standInFront() { m_inFront = true; }
+    /// Called from now on when a dialog or question comes up.
+    void whenShown(std::function<void()> work) { m_whenShown = std::move(work); }
     int unansweredQuestions() const { return m_unanswered; }
 
 private:
@@ -29,5 +30,5 @@ private:
     qsizetype m_taken = 0;
     QList<TAnswer> m_answers;
     int m_unanswered = 0;
-    bool m_inFront = false;
+    std::function<void()> m_whenShown;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
+#include "host/Export.h"
 
 #include <QWidget>
 
@@ -11,7 +12,7 @@ class TSmartButton_ZLM;
 /// The rows of a record under edit: a grid and its buttons "new", "edit" and "delete" row, with the suite's keys.
 /// While the grid has the focus the numeric pad's plus adds a row, its star edits the current one, its minus and
 /// Delete delete it; Enter (where the screen wants it) and a double click edit.
-class TDetail_Rows_Frame : public QWidget {
+class KETEBIONPAP_HOST TDetail_Rows_Frame : public QWidget {
     Q_OBJECT
 public:
     /// Captions of the buttons; an empty one leaves the button out.

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "host/BaseFrame_PKG/Search_Frame.h"
+#include "host/Export.h"
 
 class TSmartComboBox_ZLM;
 class TSmartEdit_ZLM;
 
 /// Pick the column, type, the list narrows while typing. Down and Enter go to the list; Esc empties a text first.
-class TGeneral_Search_Frame : public TSearch_Frame {
+class KETEBIONPAP_HOST TGeneral_Search_Frame : public TSearch_Frame {
     Q_OBJECT
 public:
     explicit TGeneral_Search_Frame(QWidget *parent);

@@ -23,7 +23,7 @@ TPic_Get::TPic_Get(const QString &caption, QWidget *parent)
       PicDelete_BTN(new TSmartButton_ZLM(u"حذف"_s, this)), m_caption(caption)
 {
     Image->setObjectName(u"Image"_s);
-    Image->setEmptyText(caption);
+    Image->SetEmptyText(caption);
     PicInsert_BTN->setObjectName(u"PicInsert_BTN"_s);
     PicInsert_BTN->setToolTip(u"انتخاب فایل تصویر (Ins)"_s);
     PicDelete_BTN->setObjectName(u"PicDelete_BTN"_s);
@@ -78,7 +78,7 @@ bool TPic_Get::take(const QImage &picture, const QString &refusal)
         const QByteArray jpeg = JpegOf(picture);
         if (!jpeg.isEmpty() && file->open() && file->write(jpeg) == jpeg.size() && file->flush()) {
             m_file = std::move(file);
-            Image->setPicture(picture);
+            Image->SetPicture(picture);
             return true;
         }
         why = u"تصویر در پوشه موقت نوشته نشد."_s;

@@ -2,6 +2,7 @@
 
 #include "host/Component_ZLM/PictureBox_ZLM.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Export.h"
 
 #include <QVariant>
 
@@ -16,7 +17,7 @@ class QTemporaryFile;
 ///
 /// A chosen picture is read, checked and scaled at once, and kept until the save in a file of its own that only the
 /// user can read: the file it came from may be gone by then. A refused one is told to the user and changes nothing.
-class TPic_Get : public QWidget {
+class KETEBIONPAP_HOST TPic_Get : public QWidget {
     Q_OBJECT
 public:
     TPic_Get(const QString &caption, QWidget *parent);
@@ -41,7 +42,7 @@ public:
     bool HasFile() const { return m_file != nullptr; }
     /// The chosen picture's file; empty when none was chosen.
     QString FileName() const;
-    bool IsEmpty() const { return Image->isEmpty(); }
+    bool IsEmpty() const { return Image->IsEmpty(); }
 
 Q_SIGNALS:
     void changed(); ///< by drop or paste; the buttons' clicks are the screen's

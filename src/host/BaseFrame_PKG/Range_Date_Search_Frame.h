@@ -1,13 +1,14 @@
 #pragma once
 
 #include "host/BaseFrame_PKG/Search_Frame.h"
+#include "host/Export.h"
 #include "host/ZelmoSearch/ZelmoSearchManager.h"
 
 class TSmartDateEdit_ZLM;
 
 /// From one Persian date to another on one item of the list; either end may stay empty. While a date is half typed
 /// the list stays as it is.
-class TRange_Date_Search_Frame : public TSearch_Frame {
+class KETEBIONPAP_HOST TRange_Date_Search_Frame : public TSearch_Frame {
     Q_OBJECT
 public:
     explicit TRange_Date_Search_Frame(QWidget *parent);

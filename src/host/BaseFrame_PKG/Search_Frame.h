@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QWidget>
 
 class QTimer;
@@ -7,7 +9,7 @@ class TZelmoSearchManager;
 
 /// What the search frames share: a manager, a short wait while the user is typing, and the page of a tab that is not
 /// shown having no say.
-class TSearch_Frame : public QWidget {
+class KETEBIONPAP_HOST TSearch_Frame : public QWidget {
     Q_OBJECT
 public:
     /// A frame that stands on a tab which is not shown sets no condition.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QWidget>
 
 class QKeyEvent;
@@ -8,7 +10,7 @@ class QTabBar;
 
 /// Tabs above a list, each a narrowing of its own that the screen knows (all, employed, left) or a page with a
 /// search frame. Ctrl+1, Ctrl+2... choose one.
-class TTab_Search_Frame : public QWidget {
+class KETEBIONPAP_HOST TTab_Search_Frame : public QWidget {
     Q_OBJECT
 public:
     explicit TTab_Search_Frame(QWidget *parent);

@@ -2,6 +2,7 @@
 
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Accounts_unt.h"
+#include "host/Export.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -13,7 +14,7 @@ class QLabel;
 /// A ledger account: a code box for each of its three levels, each with a picker (button, Alt+Down or F2), and the
 /// names of what was typed. A code that the chart does not have is told at its box and beside the boxes; it stays as
 /// typed and counts as no code.
-class TSelect_AccountCode : public QWidget {
+class KETEBIONPAP_HOST TSelect_AccountCode : public QWidget {
     Q_OBJECT
 public:
     explicit TSelect_AccountCode(QWidget *parent = nullptr);

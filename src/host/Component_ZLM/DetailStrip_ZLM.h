@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
+#include "host/Export.h"
 
 #include <QWidget>
 
@@ -11,7 +12,7 @@ class TQuery;
 
 /// The current row of a query, field by field. The user may fold the strip away and choose its fields (context
 /// menu); both are remembered under the strip's object name and its window's class.
-class TDetailStrip_ZLM : public QWidget {
+class KETEBIONPAP_HOST TDetailStrip_ZLM : public QWidget {
     Q_OBJECT
 public:
     /// `columnsPerLine`: how many fields stand side by side.

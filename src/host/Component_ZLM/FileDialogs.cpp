@@ -108,7 +108,7 @@ QString FileDialogs::AskToSave(QWidget *parent, const TWanted &wanted)
     dialog->setDefaultSuffix(wanted.suffix);
     propose(*dialog, wanted.name);
     for (;;) {
-        const QString file = chosen(*dialog);
+        QString file = chosen(*dialog);
         if (!SqliteFile::isHeldOpen(file))
             return file;
         ShowSmartMessage(

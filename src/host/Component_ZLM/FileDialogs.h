@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QFileDialog>
 #include <QString>
 
@@ -18,14 +20,14 @@ struct TWanted {
 };
 
 /// The dialog; Qt's own outside and not yet shown.
-QFileDialog *Make(QWidget *parent, const QString &caption, const QString &filter,
-                  QFileDialog::AcceptMode mode);
+KETEBIONPAP_HOST QFileDialog *Make(QWidget *parent, const QString &caption, const QString &filter,
+                                   QFileDialog::AcceptMode mode);
 /// The file to read; empty when the user gave up.
-QString AskToOpen(QWidget *parent, const TWanted &wanted);
+KETEBIONPAP_HOST QString AskToOpen(QWidget *parent, const TWanted &wanted);
 /// The file to write; empty when the user gave up. A file that this program has open is refused with a message.
-QString AskToSave(QWidget *parent, const TWanted &wanted);
+KETEBIONPAP_HOST QString AskToSave(QWidget *parent, const TWanted &wanted);
 
 /// The name of a file that may be there or not, and that is not written here; empty when the user gave up.
-QString AskForName(QWidget *parent, const TWanted &wanted);
+KETEBIONPAP_HOST QString AskForName(QWidget *parent, const TWanted &wanted);
 
 } // namespace FileDialogs

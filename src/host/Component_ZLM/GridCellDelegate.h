@@ -1,12 +1,13 @@
 #pragma once
 
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
+#include "host/Export.h"
 
 #include <QStyledItemDelegate>
 
 /// Paints the grid's cells: whole rows are marked, not cells, and numbers run from left to right whatever the
 /// window does.
-class GridCellDelegate : public QStyledItemDelegate {
+class KETEBIONPAP_HOST GridCellDelegate : public QStyledItemDelegate {
     Q_OBJECT
 public:
     GridCellDelegate(QObject *parent, const QList<TGridColumn> &columns);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
 
 #include <QFrame>
@@ -8,7 +9,7 @@
 ///
 /// Arrows move by day and week, Page Up and Page Down by month (with Ctrl by year), Home and End to the month's first
 /// and last day; Enter and Space choose, "t" and Ctrl+Home go to today, Esc closes. Years 1300 to 1500.
-class TPersianCalendarPopup : public QFrame {
+class KETEBIONPAP_HOST TPersianCalendarPopup : public QFrame {
     Q_OBJECT
 public:
     TPersianCalendarPopup(QWidget *parent, const TPersianDate &day);

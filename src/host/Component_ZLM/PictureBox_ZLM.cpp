@@ -10,13 +10,13 @@ TPictureBox_ZLM::TPictureBox_ZLM(QWidget *parent) : QFrame(parent)
     setMinimumSize(90, 110);
 }
 
-void TPictureBox_ZLM::setPicture(const QImage &picture)
+void TPictureBox_ZLM::SetPicture(const QImage &picture)
 {
     m_picture = picture;
     update();
 }
 
-void TPictureBox_ZLM::setEmptyText(const QString &text)
+void TPictureBox_ZLM::SetEmptyText(const QString &text)
 {
     m_emptyText = text;
     update();
@@ -46,5 +46,5 @@ void TPictureBox_ZLM::paintEvent(QPaintEvent *event)
 void ShowPicture(const QVariant &picture, TPictureBox_ZLM *image)
 {
     const QByteArray bytes = picture.toByteArray();
-    image->setPicture(bytes.isEmpty() ? QImage() : ReadPicture(bytes).image);
+    image->SetPicture(bytes.isEmpty() ? QImage() : ReadPicture(bytes).image);
 }

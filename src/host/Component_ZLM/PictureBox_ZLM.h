@@ -1,19 +1,21 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QFrame>
 #include <QImage>
 #include <QVariant>
 
 /// A framed picture, scaled into its frame with its proportions kept; empty where there is none.
-class TPictureBox_ZLM : public QFrame {
+class KETEBIONPAP_HOST TPictureBox_ZLM : public QFrame {
     Q_OBJECT
 public:
     explicit TPictureBox_ZLM(QWidget *parent = nullptr);
-    void setPicture(const QImage &picture);
-    const QImage &picture() const { return m_picture; }
-    bool isEmpty() const { return m_picture.isNull(); }
+    void SetPicture(const QImage &picture);
+    const QImage &Picture() const { return m_picture; }
+    bool IsEmpty() const { return m_picture.isNull(); }
     /// What stands in an empty frame.
-    void setEmptyText(const QString &text);
+    void SetEmptyText(const QString &text);
     QSize sizeHint() const override;
 
 protected:
@@ -25,4 +27,4 @@ private:
 };
 
 /// Shows a stored picture; nothing, or something that is no picture, empties the image.
-void ShowPicture(const QVariant &picture, TPictureBox_ZLM *image);
+KETEBIONPAP_HOST void ShowPicture(const QVariant &picture, TPictureBox_ZLM *image);

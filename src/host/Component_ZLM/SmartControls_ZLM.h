@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Component_ZLM/SmartEdit_ZLM.h"
+#include "host/Export.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -11,7 +12,7 @@
 using namespace Qt::Literals::StringLiterals;
 
 /// An input with a button inside (also Alt+Down or F2) that offers values to pick from.
-class TSmartPickEdit_ZLM : public TSmartEdit_ZLM {
+class KETEBIONPAP_HOST TSmartPickEdit_ZLM : public TSmartEdit_ZLM {
     Q_OBJECT
 public:
     TSmartPickEdit_ZLM(QWidget *parent, Kind kind, int maxLength);
@@ -30,7 +31,7 @@ private:
 };
 
 /// A code with a pick button: the text of TSmartEdit_ZLM, of kind Integer.
-class TSmartButtonEdit_ZLM : public TSmartPickEdit_ZLM {
+class KETEBIONPAP_HOST TSmartButtonEdit_ZLM : public TSmartPickEdit_ZLM {
     Q_OBJECT
 public:
     explicit TSmartButtonEdit_ZLM(QWidget *parent = nullptr, int maxLength = 6);
@@ -38,7 +39,7 @@ public:
 
 /// A Persian date, typed with or without slashes or picked from a Persian calendar (button, Alt+Down or F2).
 /// May be empty. Stores "1404/01/05". A date that does not exist stays as typed and is not valid.
-class TSmartDateEdit_ZLM : public TSmartPickEdit_ZLM {
+class KETEBIONPAP_HOST TSmartDateEdit_ZLM : public TSmartPickEdit_ZLM {
     Q_OBJECT
 public:
     explicit TSmartDateEdit_ZLM(QWidget *parent = nullptr);
@@ -60,7 +61,7 @@ private:
 };
 
 /// A text of a fixed form. Digits of all three scripts are taken and kept as Latin ones.
-class TSmartMaskEdit_ZLM : public TSmartEdit_ZLM {
+class KETEBIONPAP_HOST TSmartMaskEdit_ZLM : public TSmartEdit_ZLM {
     Q_OBJECT
 public:
     enum Mask { NationalCode, IdNumber, Telephone, PostCode, Email };
@@ -75,7 +76,7 @@ private:
 
 /// A time of day of five characters, "08:00"; 00:00 to 23:59, or empty. Typed with or without the colon. A time
 /// that does not exist stays as typed and is not valid.
-class TSmartTime_ZLM : public TSmartEdit_ZLM {
+class KETEBIONPAP_HOST TSmartTime_ZLM : public TSmartEdit_ZLM {
     Q_OBJECT
 public:
     explicit TSmartTime_ZLM(QWidget *parent = nullptr);
@@ -88,7 +89,7 @@ protected:
     void Settle() override;
 };
 
-class TSmartSpinEdit_ZLM : public QSpinBox, public TSmartInput {
+class KETEBIONPAP_HOST TSmartSpinEdit_ZLM : public QSpinBox, public TSmartInput {
     Q_OBJECT
 public:
     TSmartSpinEdit_ZLM(QWidget *parent, int minimum, int maximum);
@@ -110,7 +111,7 @@ protected:
     void wheelEvent(QWheelEvent *event) override; ///< a passing wheel does not turn it
 };
 
-class TSmartCheckBox_ZLM : public QCheckBox, public TSmartInput {
+class KETEBIONPAP_HOST TSmartCheckBox_ZLM : public QCheckBox, public TSmartInput {
     Q_OBJECT
 public:
     explicit TSmartCheckBox_ZLM(const QString &caption, QWidget *parent = nullptr);
@@ -127,7 +128,7 @@ Q_SIGNALS:
 };
 
 /// A drop-down list, searched by typing an item's beginning (both forms of yeh and kaf are one). Items may carry a code; the value is the position, counted from 0 (-1: none).
-class TSmartComboBox_ZLM : public QComboBox, public TSmartInput {
+class KETEBIONPAP_HOST TSmartComboBox_ZLM : public QComboBox, public TSmartInput {
     Q_OBJECT
 public:
     explicit TSmartComboBox_ZLM(QWidget *parent = nullptr, const QStringList &items = {});
@@ -155,7 +156,7 @@ enum TSaveMode { svNone = 0, svSave = 1, svSaveClose = 2, svSaveNew = 3 };
 
 /// A button with a key in its caption. The save button of an editor is split: its menu offers the other ways of
 /// saving. Enter and Space press it while it has the focus; a mouse click leaves the focus where it is.
-class TSmartButton_ZLM : public QToolButton {
+class KETEBIONPAP_HOST TSmartButton_ZLM : public QToolButton {
     Q_OBJECT
 public:
     /// "جدید F4" with its short caption "جدید"; the base screens press it by the key.

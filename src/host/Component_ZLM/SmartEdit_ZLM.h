@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Component_ZLM/SmartInput.h"
+#include "host/Export.h"
 
 #include <QLineEdit>
 
@@ -11,7 +12,7 @@
 ///
 /// Number kinds take Persian, Arabic and Latin digits and pasted separators, keep Latin digits, are laid out left
 /// to right, and are empty or a number at all times. Text keeps what is typed; line breaks become blanks.
-class TSmartEdit_ZLM : public QLineEdit, public TSmartInput {
+class KETEBIONPAP_HOST TSmartEdit_ZLM : public QLineEdit, public TSmartInput {
     Q_OBJECT
 public:
     enum Kind { Text, Integer, Number, Money };
@@ -88,4 +89,4 @@ private:
 /// While a share of more than 100 percent stands in the input, its third character is removed, so that typing 150
 /// leaves 15. `caretAtEnd`: the caret goes to the end, otherwise to the old length minus 1.
 /// Call it from changed().
-void GuardPercent(TSmartEdit_ZLM *edit, bool caretAtEnd);
+KETEBIONPAP_HOST void GuardPercent(TSmartEdit_ZLM *edit, bool caretAtEnd);

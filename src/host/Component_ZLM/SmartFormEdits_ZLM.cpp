@@ -1,5 +1,6 @@
 #include "host/Component_ZLM/PersianCalendarPopup.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
 #include "host/Utility_ZLM/PersianText.h"
@@ -10,10 +11,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// Notifications of the host's catalogue.
-enum { WrongDate = 10, WrongTime = 11, WrongPostCode = 12, WrongEmail = 13, WrongNationalCode = 10310 };
-const int noteTime = 3000; // ms
 
 /// Keeps digits as Latin ones and the characters of `kept`, turns those of `turned` into kept[0], leaves out blanks,
 /// direction marks and those of `dropped`; false when there is anything else.
@@ -117,13 +114,13 @@ bool TSmartDateEdit_ZLM::IsDate()
     Settle();
     if (TPersianDate::parse(text()))
         return true;
-    ShowSmartMessage(WrongDate, this, window(), noteTime);
+    ShowSmartMessage(ntWrongDate, this, window(), noteTime);
     return false;
 }
 
 int TSmartDateEdit_ZLM::WrongNote() const
 {
-    return IsEmpty() || TPersianDate::parse(text()) ? 0 : WrongDate;
+    return IsEmpty() || TPersianDate::parse(text()) ? 0 : ntWrongDate;
 }
 
 void TSmartDateEdit_ZLM::Settle()
@@ -169,11 +166,11 @@ int TSmartMaskEdit_ZLM::WrongNote() const
     if (IsEmpty())
         return 0;
     if (m_mask == NationalCode && !NationalCode_Validation(text()))
-        return WrongNationalCode;
+        return ntWrongNationalCode;
     if (m_mask == PostCode && !PostCode_Validation(text()))
-        return WrongPostCode;
+        return ntWrongPostCode;
     if (m_mask == Email && !Email_Validation(text()))
-        return WrongEmail;
+        return ntWrongEmail;
     return 0;
 }
 
@@ -220,7 +217,7 @@ bool TSmartTime_ZLM::IsValid()
 
 int TSmartTime_ZLM::WrongNote() const
 {
-    return IsEmpty() || !timeOf(text()).isEmpty() ? 0 : WrongTime;
+    return IsEmpty() || !timeOf(text()).isEmpty() ? 0 : ntWrongTime;
 }
 
 void TSmartTime_ZLM::Settle()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QAbstractTableModel>
 #include <QTableView>
 
@@ -21,11 +23,11 @@ struct TGridColumn {
 };
 
 /// How a value is shown in a column: grouped money, bare codes, yes or no, the names of numbers; nothing for null.
-QString ShownInGrid(const TGridColumn &column, const QVariant &value);
+KETEBIONPAP_HOST QString ShownInGrid(const TGridColumn &column, const QVariant &value);
 
 /// The rows of a query as a table model: rows are asked of the query when they are painted. A row that the database
 /// does not give stays empty, and the user is told once.
-class TQueryModel : public QAbstractTableModel {
+class KETEBIONPAP_HOST TQueryModel : public QAbstractTableModel {
     Q_OBJECT
 public:
     TQueryModel(TQuery *query, const QList<TGridColumn> &columns, QObject *parent);
@@ -63,7 +65,7 @@ private:
 /// column layout is remembered under the grid's object name and its window's class. An empty grid shows
 /// "<داده ای برای نمایش وجود ندارد>". Ctrl+C copies the current row (the selected ones, where several may be).
 /// Enter, Esc, function keys and letters are left to the screen.
-class TSmartGrid_ZLM : public QTableView {
+class KETEBIONPAP_HOST TSmartGrid_ZLM : public QTableView {
     Q_OBJECT
 public:
     TSmartGrid_ZLM(const QString &objectName, QWidget *parent);

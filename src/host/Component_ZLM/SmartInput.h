@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -8,7 +10,7 @@ class QWidget;
 /// What all input controls have in common. Controls derive from this and from their Qt widget, and have the
 /// signal changed() (the value changed, by user or program); those that are typed into also have exited() (the focus
 /// left the input for another widget of the same window).
-class TSmartInput {
+class KETEBIONPAP_HOST TSmartInput {
 public:
     virtual ~TSmartInput();
     /// The value as its column stores it (int, double, bool, QString); a null variant when empty.

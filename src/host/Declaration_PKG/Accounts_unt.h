@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 
 #include <optional>
@@ -16,7 +18,7 @@ struct TAccountCode {
 };
 
 /// The name of an account's code of one level; nothing when the chart has no such code. Throws TDatabaseError.
-std::optional<QString> AccountName(TAccountLevel level, const TAccountCode &account);
+KETEBIONPAP_CORE std::optional<QString> AccountName(TAccountLevel level, const TAccountCode &account);
 
 /// Lets the user pick a code of one level and puts it into the account; with an assistant comes its total, and only
 /// the assistants of the account's total are offered when it has one that is in the chart. False: none chosen.

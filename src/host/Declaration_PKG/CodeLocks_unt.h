@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Process_unt.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 
 #include <QList>
 #include <QString>
@@ -28,15 +29,15 @@ enum class TRowsFate {
 };
 
 /// All locks, by part and code.
-QList<TCodeLock> ListCodeLocks();
+KETEBIONPAP_CORE QList<TCodeLock> ListCodeLocks();
 /// Takes a lock away from whoever holds it, and writes it to the event log. False when it is held no more.
-bool ReleaseCodeLock(const TCodeLock &lock, TRowsFate fate = TRowsFate::Discard);
+KETEBIONPAP_CORE bool ReleaseCodeLock(const TCodeLock &lock, TRowsFate fate = TRowsFate::Discard);
 /// Gives up the locks that programs of this workstation left when they were ended from outside, unless rows that are
 /// stored nowhere else stand under them: these are offered for recovery. Returns how many went. Called once at the
 /// program's start.
-int ReleaseLeftLocks(int comIndex);
+KETEBIONPAP_CORE int ReleaseLeftLocks(int comIndex);
 /// Whether this very process has the lock.
-bool HoldsCodeLock(const QString &code, TSoftwarePart part, int comIndex);
+KETEBIONPAP_CORE bool HoldsCodeLock(const QString &code, TSoftwarePart part, int comIndex);
 
 /// One workstation of the suite.
 struct TWorkstation {
@@ -46,24 +47,24 @@ struct TWorkstation {
 };
 
 /// By index.
-QList<TWorkstation> ListWorkstations();
+KETEBIONPAP_CORE QList<TWorkstation> ListWorkstations();
 /// Registers this workstation under an index; registers it again under the same name. False when another
 /// workstation (another name) has the index.
-bool RegisterWorkstation(int comIndex, const QString &name);
+KETEBIONPAP_CORE bool RegisterWorkstation(int comIndex, const QString &name);
 /// Registers this workstation under IniOptions.Com_Index and OwnWorkstationName(). Where the options are new, or another
 /// workstation has their index, it is the next free one, which is kept in the options: for hosts that ask nobody. False:
 /// the options could not be written.
-bool RegisterOwnWorkstation();
+KETEBIONPAP_CORE bool RegisterOwnWorkstation();
 /// The first `count` indexes that no workstation has.
-QList<int> FreeWorkstationIndexes(int count = 10);
+KETEBIONPAP_CORE QList<int> FreeWorkstationIndexes(int count = 10);
 /// How many working rows stand under the codes that a workstation holds.
-int CountWorkingRowsOf(int comIndex);
+KETEBIONPAP_CORE int CountWorkingRowsOf(int comIndex);
 /// Frees the index of a workstation that is gone, with the locks it holds, and writes it to the event log.
-void RemoveWorkstation(int comIndex, TRowsFate fate = TRowsFate::Discard);
+KETEBIONPAP_CORE void RemoveWorkstation(int comIndex, TRowsFate fate = TRowsFate::Discard);
 /// The machine's name.
 QString ThisMachineName();
 /// The workstation's name that the options keep; where they keep none, the machine with its user, since one machine may
 /// serve several people with options of their own. Throws nothing.
-QString OwnWorkstationName();
+KETEBIONPAP_CORE QString OwnWorkstationName();
 /// Keeps a name in the options. False: they could not be written. Throws nothing.
-bool KeepWorkstationName(const QString &name);
+KETEBIONPAP_CORE bool KeepWorkstationName(const QString &name);

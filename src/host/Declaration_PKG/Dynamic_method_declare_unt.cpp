@@ -1,13 +1,12 @@
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 
 #include "host/Declaration_PKG/Guarded_unt.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 
 #include <QHash>
 
 namespace {
-
-const int nothingToPick = 7; // notification
 
 QHash<int, TEntityPicker> &pickers()
 {
@@ -35,7 +34,7 @@ int pick(TSoftwarePart part, const QString &text)
 
 int SayNothingToPick()
 {
-    ShowSmartMessage(nothingToPick, nullptr, nullptr, 0);
+    ShowSmartMessage(ntNothingToPick, nullptr, nullptr, 0);
     return 0;
 }
 

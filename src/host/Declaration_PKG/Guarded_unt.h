@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <functional>
 
 /// The one way in which the user is told what went wrong.
@@ -7,6 +9,6 @@
 /// Tells about the exception that is being handled, and so belongs into a catch block: a database error, which the
 /// connection's lastError keeps, by its own sentence, memory that ran out as TellLowMemory does, anything else as a fault
 /// of the program.
-void TellFault();
+KETEBIONPAP_CORE void TellFault();
 /// Runs work that may meet a fault and tells the user about it. False: there was one.
-bool Guarded(const std::function<void()> &work);
+KETEBIONPAP_CORE bool Guarded(const std::function<void()> &work);

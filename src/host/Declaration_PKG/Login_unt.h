@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Rights_unt.h"
+#include "host/Export.h"
 
 #include <QList>
 #include <QString>
@@ -30,30 +31,31 @@ struct TLogin {
 };
 
 /// One clear Persian sentence for a result other than Ok.
-QString LoginText(const TLogin &login);
+KETEBIONPAP_CORE QString LoginText(const TLogin &login);
 
 const int MinimalPasswordLength = 6; ///< characters
 
 /// Whether the database has no user yet: the first start asks for the first administrator.
-bool NoUserYet();
+KETEBIONPAP_CORE bool NoUserYet();
 /// Creates the first administrator (WeakPassword, NameTaken when there are users already, Ok). Does not log in.
-TLoginResult CreateFirstAdministrator(const QString &name, const QString &fullName, const QString &password);
+KETEBIONPAP_CORE TLoginResult CreateFirstAdministrator(const QString &name, const QString &fullName,
+                                                       const QString &password);
 
 /// Checks name and password. The name compares without regard to case and to the two forms of yeh and kaf; the
 /// password counts as it is typed. The first three wrong passwords cost nothing; from then on each one doubles the
 /// wait (2, 4, 8 ... at most 900 seconds), for this user on all workstations. The right password ends it.
 /// Sets nothing: `UserInfo = login.user` logs in.
-TLogin LogIn(const QString &name, const QString &password);
+KETEBIONPAP_CORE TLogin LogIn(const QString &name, const QString &password);
 /// The user's record again, for rights that were changed while the user worked.
-TLogin ReadUser(int code);
+KETEBIONPAP_CORE TLogin ReadUser(int code);
 
 /// A user changes the own password (WrongNameOrPassword: the old one is wrong; TooEarly; WeakPassword; Ok).
-TLogin ChangePassword(int userCode, const QString &oldPassword, const QString &newPassword);
+KETEBIONPAP_CORE TLogin ChangePassword(int userCode, const QString &oldPassword, const QString &newPassword);
 
 /// Upkeep by an administrator. The screens ask UserInfo.IsAdmin.
-QList<TUserInfo> ListUsers(); ///< by name
+KETEBIONPAP_CORE QList<TUserInfo> ListUsers(); ///< by name
 /// Code 0 creates the user and sets the code; otherwise name, full name and both flags are changed.
 /// `password` empty leaves it (WeakPassword for a new user).
-TLoginResult SaveUser(TUserInfo &user, const QString &password);
+KETEBIONPAP_CORE TLoginResult SaveUser(TUserInfo &user, const QString &password);
 /// Deletes a user and the user's rights; the event log keeps its lines.
-TLoginResult DeleteUser(int code);
+KETEBIONPAP_CORE TLoginResult DeleteUser(int code);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 
 #include <QString>
 
@@ -12,18 +13,19 @@ struct TUserInfo {
     bool IsAdmin = false; ///< holds every right
     bool IsActive = true;
 };
-extern TUserInfo UserInfo;
+extern KETEBIONPAP_CORE TUserInfo UserInfo;
 
 /// Whether the user holds a right on a software part. The first flag says that a whole screen is asked for
 /// (false: an action in one); with the second one true the host itself tells the user about a refusal,
 /// through MessageService, so the caller stops silently. A database error refuses.
-bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right, bool wholeScreen,
-                    bool tellUser, const QString &text);
+KETEBIONPAP_CORE bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right,
+                                     bool wholeScreen, bool tellUser, const QString &text);
 
 /// The same question for a rule that must not go on without an answer: nobody is told, and a database error is
 /// thrown (TDatabaseError).
-bool HoldsPermission(const TUserInfo &user, TSoftwarePart part, TPermission right);
+KETEBIONPAP_CORE bool HoldsPermission(const TUserInfo &user, TSoftwarePart part, TPermission right);
 
 /// Writes a line to the event log (table UserEvent): who, when, where, what. The first flag marks an event of
 /// the system itself, the second one keeps an error from the caller (the host then tells the user).
-void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bool ofSystem, bool tellUser);
+KETEBIONPAP_CORE void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bool ofSystem,
+                                   bool tellUser);

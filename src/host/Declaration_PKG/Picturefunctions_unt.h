@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QByteArray>
 #include <QImage>
 #include <QString>
@@ -29,16 +31,16 @@ struct TPictureRead {
 /// Reads a JPEG or PNG file, whatever its name ends with: turned as its camera says, scaled down to the stored size,
 /// on white where it is transparent. Files that are too large, cut off or of another kind are refused, and so are those
 /// that would keep the window waiting out of all proportion to their size.
-TPictureRead ReadPictureFile(const QString &fileName);
+KETEBIONPAP_CORE TPictureRead ReadPictureFile(const QString &fileName);
 /// The same from memory.
-TPictureRead ReadPicture(const QByteArray &bytes);
+KETEBIONPAP_CORE TPictureRead ReadPicture(const QByteArray &bytes);
 /// The same for a picture that is a picture already (from the clipboard).
-TPictureRead FitPicture(const QImage &picture);
+KETEBIONPAP_CORE TPictureRead FitPicture(const QImage &picture);
 /// A picture as it is stored: JPEG, without what a camera wrote beside it (place, owner).
-QByteArray JpegOf(const QImage &picture);
+KETEBIONPAP_CORE QByteArray JpegOf(const QImage &picture);
 
 /// Stores a picture file in a column of the dataset's current row, as JPEG, and posts the row. False: the file is no
 /// picture, nothing was written; true without effect when there is no row. Throws TDatabaseError.
-bool SaveJpegToTable(TQuery *dataset, const QString &column, const QString &fileName);
+KETEBIONPAP_CORE bool SaveJpegToTable(TQuery *dataset, const QString &column, const QString &fileName);
 /// Clears the column in the dataset's current row and posts the row. Throws TDatabaseError.
-void DelJpegToTable(TQuery *dataset, const QString &column);
+KETEBIONPAP_CORE void DelJpegToTable(TQuery *dataset, const QString &column);

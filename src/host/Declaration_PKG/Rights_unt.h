@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 
 #include <QList>
 #include <QString>
@@ -19,12 +20,12 @@ struct TRightName {
     QString partName;
     QString rightName;
 };
-const QList<TRightName> &AllRights();
+KETEBIONPAP_CORE const QList<TRightName> &AllRights();
 /// The Persian name of a software part; its number when it has none.
-QString SoftwarePartName(TSoftwarePart part);
+KETEBIONPAP_CORE QString SoftwarePartName(TSoftwarePart part);
 /// The Persian name of a right; its number when it has none.
-QString PermissionName(TPermission right);
+KETEBIONPAP_CORE QString PermissionName(TPermission right);
 
-QList<TRight> RightsOfUser(int code);
+KETEBIONPAP_CORE QList<TRight> RightsOfUser(int code);
 /// Replaces the user's rights as a whole, in a transaction.
-void SetRightsOfUser(int code, const QList<TRight> &rights);
+KETEBIONPAP_CORE void SetRightsOfUser(int code, const QList<TRight> &rights);

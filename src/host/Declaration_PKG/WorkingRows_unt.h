@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 
 #include <QString>
 
@@ -8,11 +9,11 @@
 /// tables are listed in the database (WorkingTable). All functions throw TDatabaseError.
 
 /// How many working rows stand under a code; 0 for a part that has none.
-int CountWorkingRows(TSoftwarePart part, const QString &code);
+KETEBIONPAP_CORE int CountWorkingRows(TSoftwarePart part, const QString &code);
 /// Whether working rows hold anything but a copy of the saved rows. False when there are none.
-bool WorkingRowsDiffer(TSoftwarePart part, const QString &code);
+KETEBIONPAP_CORE bool WorkingRowsDiffer(TSoftwarePart part, const QString &code);
 /// Throws the working rows of a code away, with the note of who opened them.
-void DiscardWorkingRows(TSoftwarePart part, const QString &code);
+KETEBIONPAP_CORE void DiscardWorkingRows(TSoftwarePart part, const QString &code);
 
 /// Who opened the working rows of a record that is not locked while it is open.
 enum class TRowsOwner {
@@ -21,10 +22,10 @@ enum class TRowsOwner {
     Own,    ///< this program
     AtWork  ///< another one that runs, or one of another workstation
 };
-TRowsOwner WorkingRowsOwner(TSoftwarePart part, const QString &code, int comIndex);
+KETEBIONPAP_CORE TRowsOwner WorkingRowsOwner(TSoftwarePart part, const QString &code, int comIndex);
 /// Notes that this program opened the working rows of a code; whoever opens them last has them.
-void NoteWorkingRows(TSoftwarePart part, const QString &code, int comIndex);
+KETEBIONPAP_CORE void NoteWorkingRows(TSoftwarePart part, const QString &code, int comIndex);
 /// Takes this program's note back.
-void ForgetWorkingRows(TSoftwarePart part, const QString &code);
+KETEBIONPAP_CORE void ForgetWorkingRows(TSoftwarePart part, const QString &code);
 /// Makes whatever note there is one of rows that were left behind on a workstation.
 void LeaveWorkingRows(TSoftwarePart part, const QString &code, int comIndex);

@@ -1,5 +1,7 @@
 #include "host/Message_ZLM/Balloon.h"
 
+#include "host/Declaration_PKG/MessageCatalogue.h"
+
 #include <QAccessible>
 #include <QApplication>
 #include <QHBoxLayout>
@@ -14,8 +16,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const int ordinaryTime = 3000; // ms
-const int widestText = 360;    // pixels
+const int widestText = 360; // pixels
 const int edgeWidth = 4;
 const int gap = 3; // between the input and its balloon
 
@@ -70,7 +71,7 @@ TBalloon::TBalloon(const TMessage &message, QWidget *anchor)
 
     // The key that brought the balloon up is still on its way; only the next one takes it away.
     QTimer::singleShot(0, this, [this] { m_armed = true; });
-    QTimer::singleShot(message.displayTime > 0 ? message.displayTime : ordinaryTime, this, &TBalloon::goAway);
+    QTimer::singleShot(message.displayTime > 0 ? message.displayTime : noteTime, this, &TBalloon::goAway);
     qApp->installEventFilter(this);
     connect(m_anchor, &QObject::destroyed, this, &TBalloon::goAway);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Export.h"
 
 #include <QFrame>
 
@@ -10,7 +11,7 @@ class QLabel;
 
 /// A text beside an input that takes no focus and no key. It goes after its time, with the next key or click, and when
 /// the input goes; a window that closes as soon as its balloon came up leaves it to the window behind. There is one at a time: a new one takes the place of the old one.
-class TBalloon : public QFrame {
+class KETEBIONPAP_HOST TBalloon : public QFrame {
     Q_OBJECT
 public:
     /// Beside a visible input, or at the foot of a window.

@@ -2,6 +2,7 @@
 
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
 #include "host/ZelmoSearch/ZelmoSearchManager.h"
 
@@ -23,7 +24,7 @@ class TTab_Search_Frame;
 /// A list screen's constructor builds its contents with the Build... helpers; the first showing then runs the hooks
 /// in order: ParameterStep, SetListText, PrepareSearch, then SetShortCut, SetPopMenu, last row, AfterShow.
 /// Buttons: Select only in select mode; edit, delete, select and print need a row.
-class TBaseDock_FRM : public TBaseForm {
+class KETEBIONPAP_HOST TBaseDock_FRM : public TBaseForm {
     Q_OBJECT
 public:
     TBaseDock_FRM(TFormMode mode, const QString &text);

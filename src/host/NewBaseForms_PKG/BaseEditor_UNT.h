@@ -2,6 +2,7 @@
 
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
 #include "host/NewBaseForms_PKG/KeptTexts_UNT.h"
 #include "host/database/DatabaseError.h"
@@ -21,7 +22,7 @@ class QLabel;
 ///
 /// Opening (exec): new record: NewCode, ClearRecord; existing one: RecordExists, LoadRecord, ShowRecord. A database
 /// error while opening is told to the user and the screen does not open; later ones leave everything as typed.
-class TBaseEditor : public TBaseForm {
+class KETEBIONPAP_HOST TBaseEditor : public TBaseForm {
     Q_OBJECT
 public:
     TFormMode Mode() const { return m_mode; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Declaration_PKG/Guarded_unt.h"
+#include "host/Export.h"
 
 #include <QDialog>
 #include <QKeyEvent>
@@ -16,7 +17,7 @@ class QTabWidget;
 /// Enter moves to the next input as Tab does, Esc closes, function keys press the buttons.
 ///
 /// A derived screen needs Q_OBJECT: its class name is its object name and the key of its remembered layout.
-class TBaseForm : public QDialog {
+class KETEBIONPAP_HOST TBaseForm : public QDialog {
     Q_OBJECT
 public:
     /// Without a parent the screen stands over the window that is active now.

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
 /// The base of all detail-row editors: a row of the record that the editor behind has open.
-class TBaseGetDetail_FRM : public TBaseEditor {
+class KETEBIONPAP_HOST TBaseGetDetail_FRM : public TBaseEditor {
     Q_OBJECT
 public:
     /// A new row of the master record.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
 #include <QList>
@@ -17,7 +18,7 @@ struct TLeftRows;
 ///
 /// Opening a new record: NewCode (again while the code turns out to be stored), the recovery question, ClearRecord.
 /// Opening an existing one: RecordExists, the lock, the recovery question, LoadRecord, ShowRecord.
-class TBaseGet_FRM : public TBaseEditor {
+class KETEBIONPAP_HOST TBaseGet_FRM : public TBaseEditor {
     Q_OBJECT
 public:
     /// A new record. `text` holds parameters parted by semicolons.

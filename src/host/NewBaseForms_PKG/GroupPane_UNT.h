@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QWidget>
 
 class QAction;
@@ -12,7 +14,7 @@ class TSmartGrid_ZLM;
 
 /// The groups beside a list: a button (F11), a search box that moves to the first group whose name begins with the
 /// typed text (Ctrl+F11), the groups and their menu. What the button and the menu do is the screen's.
-class TGroup_Pane : public QWidget {
+class KETEBIONPAP_HOST TGroup_Pane : public QWidget {
     Q_OBJECT
 public:
     TGroup_Pane(TQuery *groups, const QString &gridName, const QString &columnCaption,

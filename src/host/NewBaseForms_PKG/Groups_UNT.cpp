@@ -3,6 +3,7 @@
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/ZelmoSearch/FoldedTwin.h"
 
@@ -12,8 +13,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-const int groupOfAll = 8; // notification: this group is the program's own
 
 QString groupWord()
 {
@@ -65,7 +64,7 @@ bool RefuseGroupOfAll(const TGroupKind &kind, int code)
 {
     if (!isFixed(kind, code))
         return false;
-    ShowSmartMessage(groupOfAll, nullptr, nullptr, 0);
+    ShowSmartMessage(ntGroupOfAll, nullptr, nullptr, 0);
     return true;
 }
 

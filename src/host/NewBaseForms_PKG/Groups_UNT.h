@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
 #include "host/database/Query.h"
@@ -13,13 +14,13 @@ struct TGroupKind {
 };
 /// The kind for a part's groups, also by the part that is grouped (804 earnings for 816 earning groups). Null when the
 /// part has none.
-const TGroupKind *GroupKindOf(TSoftwarePart part);
+KETEBIONPAP_HOST const TGroupKind *GroupKindOf(TSoftwarePart part);
 
 /// Tells the user when a group is the one that stands for all, which nobody changes. True: it is.
 bool RefuseGroupOfAll(const TGroupKind &kind, int code);
 
 /// One group: a code that the host allots, and a name that no other group of the kind has.
-class TGroupGet_FRM : public TBaseGet_FRM {
+class KETEBIONPAP_HOST TGroupGet_FRM : public TBaseGet_FRM {
     Q_OBJECT
 public:
     explicit TGroupGet_FRM(const TGroupKind &kind);
@@ -46,7 +47,7 @@ private:
 };
 
 /// The groups of a kind, to pick one (mode 5) or to keep them up.
-class TGroupList_FRM : public TBaseDock_FRM {
+class KETEBIONPAP_HOST TGroupList_FRM : public TBaseDock_FRM {
     Q_OBJECT
 public:
     TGroupList_FRM(TFormMode mode, const TGroupKind &kind, const QString &text);

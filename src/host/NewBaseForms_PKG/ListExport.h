@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 
 #include <functional>
@@ -11,7 +13,8 @@ class TSmartGrid_ZLM;
 using TProgress = std::function<bool(int step)>;
 
 /// Asks for the file to write; the title, made fit for a file name, is proposed. Empty when the user gave up.
-QString AskFileToWrite(QWidget *parent, const QString &caption, const QString &title, const QString &suffix);
+KETEBIONPAP_HOST QString AskFileToWrite(QWidget *parent, const QString &caption, const QString &title,
+                                        const QString &suffix);
 
 /// Runs work of so many steps under a progress box with a cancel button that appears when it takes longer. A database
 /// error is told to the user. False: failed, or stopped.
@@ -26,8 +29,9 @@ bool ReplaceFile(const QString &unfinished, const QString &fileName);
 /// A file that is there is replaced only by a complete one. False: the file could not be written, or it was stopped.
 /// Throws TDatabaseError when a row cannot be read. At most SpreadsheetRows rows. `altered` gets the number of texts that a
 /// cell could not hold as they are.
-bool WriteSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, const QString &fileName,
-                      const TProgress &progress = {}, int *altered = nullptr);
+KETEBIONPAP_HOST bool WriteSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title,
+                                       const QString &fileName, const TProgress &progress = {},
+                                       int *altered = nullptr);
 
 /// Rows that a sheet holds below its captions (Office Open XML).
 constexpr int SpreadsheetRows = 1048575;

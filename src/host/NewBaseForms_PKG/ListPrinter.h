@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
 #include "host/NewBaseForms_PKG/ListExport.h"
 
@@ -17,7 +18,7 @@ class TSmartGrid_ZLM;
 /// Prints the rows of a list page by page: title, date, page numbers, the grid's visible columns in the order on the
 /// screen under a header row on every page. Columns that cannot be read when they share a page go on on the next ones,
 /// beside their first column again. Rows are read as their page is printed; none is kept.
-class TListPrinter {
+class KETEBIONPAP_HOST TListPrinter {
 public:
     TListPrinter(const TSmartGrid_ZLM *grid, const QString &title);
 
@@ -56,7 +57,7 @@ private:
 };
 
 /// The preview of a printed list, page by page, with printing and PDF export. Only the page that is shown is painted.
-class TListPreview_FRM : public TBaseForm {
+class KETEBIONPAP_HOST TListPreview_FRM : public TBaseForm {
     Q_OBJECT
 public:
     TListPreview_FRM(const TSmartGrid_ZLM *grid, const QString &title, QWidget *parent);

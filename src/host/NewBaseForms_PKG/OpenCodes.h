@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 #include "host/database/DatabaseError.h"
 
 #include <QSet>
@@ -11,7 +12,7 @@ namespace OpenCodes {
 
 void add(TSoftwarePart part, const QString &code);
 void remove(TSoftwarePart part, const QString &code);
-bool contains(TSoftwarePart part, const QString &code);
+KETEBIONPAP_HOST bool contains(TSoftwarePart part, const QString &code);
 
 /// The codes of a part that this workstation has locked.
 struct TLocked {
@@ -28,6 +29,6 @@ TLocked locked(TSoftwarePart part);
 /// open until then.
 void giveUpLater(TSoftwarePart part, const QString &code, bool rows, const TDatabaseError &error);
 /// Tries again what could not be given up. Throws nothing. True when nothing is left to do.
-bool giveUpNow();
+KETEBIONPAP_HOST bool giveUpNow();
 
 } // namespace OpenCodes

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
 #include "host/NewBaseForms_PKG/Recovery_UNT.h"
 
@@ -7,7 +8,7 @@ class QTableWidget;
 
 /// Asks what becomes of rows that an editor left behind when it did not close properly. Esc decides nothing: the
 /// rows stay. Throwing away asks once more.
-class TRecovery_FRM : public TBaseForm {
+class KETEBIONPAP_HOST TRecovery_FRM : public TBaseForm {
     Q_OBJECT
 public:
     TRecovery_FRM(const TRecoveryRequest &request, QWidget *parent);

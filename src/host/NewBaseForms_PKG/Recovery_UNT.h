@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Declaration_PKG/Softwareparts_unt.h"
+#include "host/Export.h"
 
 #include <QList>
 #include <QString>
@@ -35,12 +36,12 @@ struct TRecoveryChoice {
 };
 
 /// Who answers the question: a dialog in the program, a script in tests.
-class TRecoveryChooser {
+class KETEBIONPAP_HOST TRecoveryChooser {
 public:
     virtual ~TRecoveryChooser();
     virtual TRecoveryChoice choose(const TRecoveryRequest &request, QWidget *form) = 0;
 };
 /// The chooser in force; never null.
-TRecoveryChooser &RecoveryChooser();
+KETEBIONPAP_HOST TRecoveryChooser &RecoveryChooser();
 /// Sets the chooser in force; null returns to the dialog. The caller keeps ownership.
-void SetRecoveryChooser(TRecoveryChooser *chooser);
+KETEBIONPAP_HOST void SetRecoveryChooser(TRecoveryChooser *chooser);

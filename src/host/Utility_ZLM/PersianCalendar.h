@@ -1,12 +1,14 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QDate>
 #include <QString>
 #include <optional>
 
 /// A day of the Persian (solar Hijri) calendar, right in every year from 1300 to 1500: leap years by the
 /// 33-year rule, (25y + 11) mod 33 < 8, which agrees with the equinox in all of them.
-struct TPersianDate {
+struct KETEBIONPAP_CORE TPersianDate {
     int year = 0;
     int month = 0; ///< 1 to 12
     int day = 0;   ///< 1 to 31

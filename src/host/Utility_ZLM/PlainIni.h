@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QSettings>
 
 /// The programs' own settings files: the text that QSettings writes as INI, but only texts, lists of texts and bytes. Qt's
@@ -10,6 +12,6 @@ constexpr qint64 MostBytes = qint64(1024) * 1024; ///< of a file; a larger one c
 
 /// To be given to QSettings in the place of QSettings::IniFormat. Values of other kinds are not read, and are written as
 /// texts.
-QSettings::Format format();
+KETEBIONPAP_CORE QSettings::Format format();
 
 } // namespace PlainIni

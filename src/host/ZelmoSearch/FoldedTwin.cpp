@@ -57,7 +57,7 @@ TStatement hasLetters(const QString &column, const QString &wanted)
 
 TStatement mayBe(const TConnection &connection, const QString &column, const QString &wanted)
 {
-    if (connection.kind() == TConnection::Kind::SqlServer)
+    if (!connection.hasSearchFunctions())
         return hasLetters(column, wanted);
     return TStatement(u"zelmo_same("_s).text(wanted).sql(u", "_s + column + u") = 1"_s);
 }

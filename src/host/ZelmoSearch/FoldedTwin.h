@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QList>
 #include <QString>
 
@@ -22,8 +24,9 @@ struct TTwin {
 /// The record with the smallest code, but for `own`, whose columns all hold the same texts as typed, when both forms of
 /// yeh and kaf, the three kinds of digits, case, half-spaces and blanks at the ends make no difference. None when there is
 /// no such record, or when nothing visible is typed. Throws TDatabaseError.
-std::optional<TTwin> FindTwin(TConnection &connection, const QString &table, const QList<TUniqueText> &texts,
-                              int own, const QStringList &titleColumns);
+KETEBIONPAP_CORE std::optional<TTwin> FindTwin(TConnection &connection, const QString &table,
+                                               const QList<TUniqueText> &texts, int own,
+                                               const QStringList &titleColumns);
 
 /// The Persian sentence that names it.
-QString TwinText(const TTwin &twin);
+KETEBIONPAP_CORE QString TwinText(const TTwin &twin);

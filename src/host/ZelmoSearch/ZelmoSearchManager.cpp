@@ -14,15 +14,15 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-bool onServer()
+bool hasSearchFunctions()
 {
-    return DM.ADOConnection1 && DM.ADOConnection1->kind() == TConnection::Kind::SqlServer;
+    return !DM.ADOConnection1 || DM.ADOConnection1->hasSearchFunctions();
 }
 
 // Found by position, not by LIKE: no character of the text means more than itself.
 TStatement contains(const QString &field, const QString &folded)
 {
-    if (!onServer())
+    if (hasSearchFunctions())
         return TStatement(u"(zelmo_finds("_s).text(folded).sql(u", "_s + field + u") = 1)"_s).walking();
     return TStatement(u"(charindex("_s)
         .text(folded)

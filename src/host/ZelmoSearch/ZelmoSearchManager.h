@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/Statement.h"
 
 #include <QObject>
@@ -23,7 +24,7 @@ struct TSearchItem {
 /// The list hands over its base statement; the frames set conditions under their names; the screen may add its own.
 /// Text is found anywhere in the field, folded on both sides (PersianText::fold); digits by their beginning.
 /// "%", "_", "[" and "'" are plain characters.
-class TZelmoSearchManager : public QObject {
+class KETEBIONPAP_CORE TZelmoSearchManager : public QObject {
     Q_OBJECT
 public:
     TZelmoSearchManager(TQuery *listQuery, QObject *parent);

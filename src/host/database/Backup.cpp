@@ -20,8 +20,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const int busyMilliseconds = 5000;
-
 QString unfinishedEnding()
 {
     return u".ketebionpap-part"_s;
@@ -36,8 +34,8 @@ QString checkedCopyOf(const QString &databaseFile)
 /// as a whole, or not at all when this goes before the end.
 class TPages {
 public:
-    TPages(TSqliteHandle &from, TSqliteHandle &to)
-        : m_to(to), m_backup(sqlite3_backup_init(to.db(), "main", from.db(), "main"))
+    TPages(TSqliteHandle &from, TSqliteHandle &to, int patience = usualPatience)
+        : m_to(to), m_patience(patience), m_backup(sqlite3_backup_init(to.db(), "main", from.db(), "main"))
     {
         if (!m_backup)
             to.fail(sqlite3_errcode(to.db()));
@@ -62,7 +60,7 @@ private:
     {
         int code = SQLITE_OK;
         // The backup does not wait for other writers by itself.
-        for (int waited = 0; waited <= busyMilliseconds; waited += 50) {
+        for (int waited = 0; waited <= m_patience; waited += 50) {
             code = sqlite3_backup_step(m_backup, pages);
             if (code != SQLITE_BUSY && code != SQLITE_LOCKED)
                 break;
@@ -75,6 +73,7 @@ private:
         m_to.fail(code);
     }
     TSqliteHandle &m_to;
+    int m_patience;
     sqlite3_backup *m_backup;
 };
 
@@ -147,6 +146,7 @@ struct Backup::TRestore::TParts {
     QString databaseFile;
     TPassingFile passing;
     TContents contents;
+    int patience = usualPatience;
 };
 
 Backup::TRestore::TRestore(const QString &databaseFile, const QString &source)
@@ -178,15 +178,20 @@ const Backup::TContents &Backup::TRestore::contents() const
     return m_parts->contents;
 }
 
+void Backup::TRestore::setPatience(int milliseconds)
+{
+    m_parts->patience = milliseconds;
+}
+
 void Backup::TRestore::run(const QString &before)
 {
     const QString &databaseFile = m_parts->databaseFile;
-    TWriterQueue queue(QFileInfo(databaseFile).canonicalFilePath());
+    TWriterQueue queue(QFileInfo(databaseFile).canonicalFilePath(), m_parts->patience);
     if (!queue.enter())
         throw TDatabaseError(TFault::Locked, databaseFile);
     TSqliteHandle from(m_parts->passing.name(), SQLITE_OPEN_READWRITE);
     TSqliteHandle to(databaseFile, SQLITE_OPEN_READWRITE);
-    TPages pages(from, to);
+    TPages pages(from, to, m_parts->patience);
     pages.begin();
     // Nobody can open a record, nor save one, from here on.
     {

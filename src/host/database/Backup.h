@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QDateTime>
 #include <QMap>
 #include <QString>
@@ -12,10 +14,10 @@ namespace Backup {
 /// Writes the database as it stands now into `target`, one file that is whole in itself. An older file of that name is
 /// replaced only after the copy was checked; after an error it is as it was. What a killed backup left in the folder
 /// of `target` goes. Throws TDatabaseError.
-void save(const QString &databaseFile, const QString &target);
+KETEBIONPAP_CORE void save(const QString &databaseFile, const QString &target);
 
 /// Takes away the copies that killed programs left beside the database; those of a running one stay. Throws nothing.
-void removeLeftovers(const QString &databaseFile);
+KETEBIONPAP_CORE void removeLeftovers(const QString &databaseFile);
 
 /// What a backup holds, for the user to know it by.
 struct TContents {
@@ -25,7 +27,7 @@ struct TContents {
 };
 
 /// The way back in two steps, so that the user can be asked between them.
-class TRestore {
+class KETEBIONPAP_CORE TRestore {
 public:
     /// Copies the backup beside the database, checks the copy and brings one of an older version up to date; the
     /// backup itself and the database stay as they are. Throws TDatabaseError for every file that is no sound
@@ -35,6 +37,8 @@ public:
     ~TRestore();
 
     const TContents &contents() const;
+    /// How long run() waits for those who write, in milliseconds; usualPatience without it.
+    void setPatience(int milliseconds);
     /// Replaces what the database holds by what the backup holds, in one transaction, and saves what it held before
     /// into `before` (no name: does not). After an error the database is as it was, and there is no `before`. The
     /// code locks of the backup's time are left out. Throws TDatabaseError: BeingEdited when at this moment a record
@@ -47,6 +51,6 @@ private:
 };
 
 /// Both steps at once. Throws TDatabaseError.
-void restore(const QString &databaseFile, const QString &source);
+KETEBIONPAP_CORE void restore(const QString &databaseFile, const QString &source);
 
 } // namespace Backup

@@ -45,6 +45,16 @@ TConnection::Kind TConnection::kind() const
     return m_engine ? m_engine->kind() : Kind::Embedded;
 }
 
+bool TConnection::hasSearchFunctions() const
+{
+    return !m_engine || m_engine->hasSearchFunctions();
+}
+
+void TConnection::setPatience(int milliseconds)
+{
+    engine().setPatience(milliseconds);
+}
+
 QString TConnection::displayName() const
 {
     return m_engine ? m_engine->displayName() : QString();

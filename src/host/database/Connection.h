@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/DatabaseError.h"
 #include "host/database/Field.h"
 #include "host/database/Statement.h"
@@ -15,7 +16,7 @@ class TEngine;
 ///
 /// T-SQL goes in; for the embedded engine it is translated by tokens and remembered by statement.
 /// All calls throw TDatabaseError unless their comment says otherwise. User-interface thread only.
-class TConnection : public QObject {
+class KETEBIONPAP_CORE TConnection : public QObject {
     Q_OBJECT
 public:
     using Kind = TEngineKind;
@@ -33,6 +34,11 @@ public:
     void close();
     bool isOpen() const;
     Kind kind() const;
+    /// Whether statements may call the suite's own search functions (zelmo_finds, zelmo_same).
+    bool hasSearchFunctions() const;
+    /// How long a statement that wants to write waits for another program's transaction, in milliseconds. Without it a
+    /// file waits for usualPatience, a server as long as its connection string says. Holds until the connection is closed.
+    void setPatience(int milliseconds);
     /// The file's path, or server and database without user and password.
     QString displayName() const;
 

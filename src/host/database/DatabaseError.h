@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 
 #include <exception>
@@ -42,7 +44,7 @@ inline bool IsLineLost(TFault fault)
 }
 
 /// Every failure of the database layer. Copyable, and safe to keep.
-class TDatabaseError : public std::exception {
+class KETEBIONPAP_CORE TDatabaseError : public std::exception {
 public:
     TDatabaseError(TFault fault, const QString &detail, const QString &statement = {});
     ~TDatabaseError() override;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/DatabaseError.h"
 #include "host/database/Field.h"
 
@@ -27,8 +28,21 @@ class TEngine {
 public:
     virtual ~TEngine() = default;
 
+    /// In whose words the schema's batches are given to it. What else differs between databases is asked below.
     virtual TEngineKind kind() const = 0;
     virtual QString displayName() const = 0;
+
+    /// How many rows of a list are worth one request.
+    virtual int pageRows() const = 0;
+    /// What to sort a column by, given in brackets, so that texts come in the order of the Persian alphabet.
+    virtual QString sortTerm(const QString &column) const = 0;
+    /// Whether the fields of a cursor tell the table and column behind, also through a view.
+    virtual bool knowsBaseTables() const = 0;
+    /// Whether statements may call the suite's own search functions (zelmo_finds, zelmo_same).
+    virtual bool hasSearchFunctions() const = 0;
+
+    /// How long one that wants to write waits for the others, in milliseconds; TFault::Locked after that.
+    virtual void setPatience(int milliseconds) = 0;
 
     virtual void begin() = 0;
     virtual void commit() = 0;
@@ -42,12 +56,17 @@ public:
     /// Runs an insert and answers the key that the table's auto-increment column got (of no meaning when it has none).
     virtual qlonglong insert(const TBoundStatement &statement) = 0;
 
+    /// The names of all tables; what the database keeps for itself is left out.
+    virtual QStringList tables() = 0;
     /// A table's columns and key, remembered; null when there is no such table.
     virtual const TTableInfo *table(const QString &name) = 0;
 
     /// Runs a batch of a schema script, written for this engine.
     virtual void runScript(const QString &sql) = 0;
+    /// Within a transaction: waits until no other program changes the schema, which then waits for this one.
+    virtual void lockSchema() = 0;
 };
 
-std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path, TMissingFile missing = TMissingFile::Create);
-std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString);
+KETEBIONPAP_CORE std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path,
+                                                           TMissingFile missing = TMissingFile::Create);
+KETEBIONPAP_CORE std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString);

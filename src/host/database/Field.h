@@ -8,6 +8,9 @@
 
 /// What an engine and the dataset on it tell each other.
 
+/// How long one that wants to write waits for the others, unless the connection is told otherwise.
+inline constexpr int usualPatience = 5000; // ms
+
 enum class TEngineKind { Embedded, SqlServer };
 /// What becomes of a database file that is not there.
 enum class TMissingFile { Create, Refuse };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -10,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 /// semicolons, words without regard to case, values in braces may hold semicolons and doubled closing braces.
 ///
 /// Three words are our own: LoginTimeout, AnswerTimeout and LockTimeout, in seconds.
-class TOdbcConnectionString {
+class KETEBIONPAP_CORE TOdbcConnectionString {
 public:
     explicit TOdbcConnectionString(const QString &text);
 

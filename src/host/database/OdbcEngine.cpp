@@ -13,7 +13,8 @@ std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString)
     return engine;
 }
 
-TOdbcEngine::TOdbcEngine(const QString &connectionString) : m_string(connectionString)
+TOdbcEngine::TOdbcEngine(const QString &connectionString)
+    : m_string(connectionString), m_patience(m_string.lockSeconds() * 1000)
 {
     if (m_string.value(u"DRIVER"_s).isEmpty() && m_string.value(u"DSN"_s).isEmpty())
         throw TDatabaseError(TFault::NoDriver, u"the connection string names no DRIVER and no DSN"_s);
@@ -63,8 +64,14 @@ void TOdbcEngine::prepareSession()
 {
     // No row counts between the results, texts and pictures of any length, and no endless wait for a lock. A failed
     // statement leaves the transaction to its owner (XACT_ABORT).
-    run(u"SET TEXTSIZE 2147483647 SET NOCOUNT ON SET XACT_ABORT OFF SET LOCK_TIMEOUT %1"_s.arg(
-        m_string.lockSeconds() * 1000));
+    run(u"SET TEXTSIZE 2147483647 SET NOCOUNT ON SET XACT_ABORT OFF SET LOCK_TIMEOUT %1"_s.arg(m_patience));
+}
+
+void TOdbcEngine::setPatience(int milliseconds)
+{
+    m_patience = milliseconds;
+    makeReady({});
+    prepareSession();
 }
 
 void TOdbcEngine::checkServer()

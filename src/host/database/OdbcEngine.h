@@ -25,6 +25,11 @@ public:
 
     TEngineKind kind() const override { return TEngineKind::SqlServer; }
     QString displayName() const override { return m_string.displayName(); }
+    int pageRows() const override { return 128; } // each request is a trip over the line
+    QString sortTerm(const QString &column) const override { return column; } // by the database's collation
+    bool knowsBaseTables() const override { return false; }
+    bool hasSearchFunctions() const override { return false; }
+    void setPatience(int milliseconds) override;
     void begin() override;
     /// A commit whose answer is lost is looked after: when the rows are there, it has succeeded.
     void commit() override;
@@ -33,8 +38,10 @@ public:
     int execute(const TBoundStatement &statement) override;
     std::unique_ptr<TCursor> select(const TBoundStatement &statement) override;
     qlonglong insert(const TBoundStatement &statement) override;
+    QStringList tables() override;
     const TTableInfo *table(const QString &name) override;
     void runScript(const QString &sql) override;
+    void lockSchema() override;
 
 protected:
     // What the database behind the driver is told in its own words; here those of SQL Server.
@@ -83,6 +90,7 @@ private:
     std::optional<qlonglong> storedBefore(const TBoundStatement &statement);
 
     TOdbcConnectionString m_string;
+    int m_patience;
     Odbc::TEnvironment m_environment;
     Odbc::TConnectionHandle m_connection;
     bool m_isDead = false; ///< the line was lost; dropped before the next statement

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/DatabaseError.h"
 
 #include <QList>
@@ -65,13 +66,13 @@ public:
 };
 
 /// What the driver says about the last call on a handle.
-QList<TProblem> problemsOf(SQLSMALLINT type, SQLHANDLE handle);
+KETEBIONPAP_CORE QList<TProblem> problemsOf(SQLSMALLINT type, SQLHANDLE handle);
 
 /// What a list of problems means to the user; `connecting`: they come from the opening of a connection.
-TFault faultOf(const QList<TProblem> &problems, bool connecting = false);
+KETEBIONPAP_CORE TFault faultOf(const QList<TProblem> &problems, bool connecting = false);
 
 /// The problems in one line for a log.
-QString textOf(const QList<TProblem> &problems);
+KETEBIONPAP_CORE QString textOf(const QList<TProblem> &problems);
 
 inline SQLWCHAR *wide(const QString &text)
 {

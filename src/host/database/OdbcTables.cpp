@@ -49,6 +49,31 @@ TTableInfo TOdbcEngine::readTable(const QString &name)
     return info;
 }
 
+QStringList TOdbcEngine::tables()
+{
+    const auto cursor =
+        select({u"select TABLE_NAME from INFORMATION_SCHEMA.TABLES where TABLE_TYPE='BASE TABLE'"_s, {}, {}});
+    QStringList names;
+    while (cursor->next())
+        names.append(cursor->value(0).toString());
+    return names;
+}
+
+void TOdbcEngine::lockSchema()
+{
+    try {
+        runScript(u"DECLARE @Answer INT\n"
+                  "EXEC @Answer = sp_getapplock @Resource = 'Ketebionpap_Schema', "
+                  "@LockMode = 'Exclusive', @LockOwner = 'Transaction', "
+                  "@LockTimeout = 60000\n"
+                  "IF @Answer < 0 RAISERROR('the schema is being changed', 16, 1)"_s);
+    } catch (const TDatabaseError &error) {
+        if (error.fault() == TFault::Refused)
+            throw TDatabaseError(TFault::Locked, error.detail());
+        throw;
+    }
+}
+
 const TTableInfo *TOdbcEngine::table(const QString &name)
 {
     const QString key = name.toLower();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/Connection.h"
 #include "host/database/Field.h"
 
@@ -15,7 +16,7 @@
 /// (setKeyField) the query is a list: opening reads the number of rows and their keys only, and rows are read
 /// by page when they are asked for.
 /// Field names compare without regard to case. Reads throw TDatabaseError; so does post().
-class TQuery : public QObject {
+class KETEBIONPAP_CORE TQuery : public QObject {
     Q_OBJECT
 public:
     enum class State { Inactive, Browse, Edit, Insert };

@@ -8,10 +8,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// A page is about what a screen shows; a server is asked for more at once. One statement text serves all pages, so that
-// it is prepared once.
-const int embeddedPageRows = 32;
-const int serverPageRows = 128;
 const int keptRows = 8192;
 const int tailRows = 2048; // the keys of shorter lists are read at once
 const int nextRows = 8192; // keys that are read when the user goes up beyond the known ones
@@ -28,9 +24,8 @@ QVariantList readRow(TCursor &cursor, qsizetype columns)
 } // namespace
 
 TQueryRows::TQueryRows(const TSource &source)
-    : m_source(source), m_pageRows(source.connection->kind() == TConnection::Kind::Embedded ? embeddedPageRows
-                                                                                            : serverPageRows),
-      m_columns(source.columns), m_pages(keptRows / m_pageRows)
+    : m_source(source), m_pageRows(source.connection->engine().pageRows()), m_columns(source.columns),
+      m_pages(keptRows / m_pageRows)
 {
     m_source.connection->beforeStatement(m_source.statement);
     if (!windowed()) {
@@ -83,10 +78,8 @@ QString TQueryRows::orderClause() const
     const QString key = u"["_s + m_source.keyField + u']';
     if (m_source.orderField.isEmpty())
         return u"order by "_s + key;
-    // A server sorts by its collation; the embedded engine knows none of Persian, so a sort key is asked for.
     const QString field = u'[' + m_source.orderField + u']';
-    const bool embedded = m_source.connection->kind() == TConnection::Kind::Embedded;
-    const QString term = embedded ? u"zelmo_sort("_s + field + u')' : field;
+    const QString term = m_source.connection->engine().sortTerm(field);
     const QString way = m_source.order == Qt::DescendingOrder ? u" desc"_s : QString();
     if (m_source.orderField.compare(m_source.keyField, Qt::CaseInsensitive) == 0)
         return u"order by "_s + key + way;

@@ -49,7 +49,7 @@ void RowWriter::write(TConnection &connection, const QString &tableName, TRow &r
     const TTableInfo *table = connection.engine().table(tableName);
     if (!table)
         throw TDatabaseError(TFault::BadStatement, u"no table behind the query: "_s + tableName);
-    const bool engineKnows = connection.kind() == TConnection::Kind::Embedded;
+    const bool engineKnows = connection.engine().knowsBaseTables();
 
     QStringList names;
     QVariantList values;

@@ -2,9 +2,11 @@
 
 #include "host/database/Dialect.h"
 #include "host/database/Engine.h"
+#include "host/database/SqlText.h"
 
 #include <QDir>
 #include <QFile>
+#include <QHash>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -36,23 +38,10 @@ QVariantList firstColumn(TEngine &engine, const TBoundStatement &statement)
     return values;
 }
 
-QStringList tables(TEngine &engine)
-{
-    const bool embedded = engine.kind() == TEngineKind::Embedded;
-    const QString sql = embedded ? u"select name from sqlite_master where type='table' and "
-                                   "name not in ('sqlite_sequence','sqlite_stat1','sqlite_stat4')"_s
-                                 : u"select TABLE_NAME from INFORMATION_SCHEMA.TABLES where "
-                                   "TABLE_TYPE='BASE TABLE'"_s;
-    QStringList list;
-    for (const QVariant &name : firstColumn(engine, {sql, {}, {}}))
-        list.append(name.toString());
-    return list;
-}
-
 /// 0 for a database without tables. Throws OtherProgram.
 int versionOf(TEngine &engine)
 {
-    const QStringList found = tables(engine);
+    const QStringList found = engine.tables();
     if (found.isEmpty())
         return 0;
     if (!found.contains(u"SchemaVersion_TBL"_s, Qt::CaseInsensitive))
@@ -62,24 +51,6 @@ int versionOf(TEngine &engine)
     if (versions.size() != 1)
         throw TDatabaseError(TFault::OtherProgram, u"the version is not one of this suite"_s);
     return versions.first().toInt();
-}
-
-/// Waits until no other program changes the schema; the embedded engine's transaction does so by itself.
-void lockSchema(TEngine &engine)
-{
-    if (engine.kind() != TEngineKind::SqlServer)
-        return;
-    try {
-        engine.runScript(u"DECLARE @Answer INT\n"
-                         "EXEC @Answer = sp_getapplock @Resource = 'Ketebionpap_Schema', "
-                         "@LockMode = 'Exclusive', @LockOwner = 'Transaction', "
-                         "@LockTimeout = 60000\n"
-                         "IF @Answer < 0 RAISERROR('the schema is being changed', 16, 1)"_s);
-    } catch (const TDatabaseError &error) {
-        if (error.fault() == TFault::Refused)
-            throw TDatabaseError(TFault::Locked, error.detail());
-        throw;
-    }
 }
 
 QString versionTable()
@@ -99,11 +70,11 @@ void runStep(TEngine &engine, const TStep &step)
 {
     engine.begin();
     try {
-        lockSchema(engine);
+        engine.lockSchema();
         // Another program may have done it while this one waited.
         const bool done = versionOf(engine) >= step.number;
         if (!done) {
-            if (tables(engine).isEmpty())
+            if (engine.tables().isEmpty())
                 createVersionTable(engine);
             for (const QString &batch : batches(step.script, engine.kind()))
                 engine.runScript(batch);
@@ -114,6 +85,20 @@ void runStep(TEngine &engine, const TStep &step)
         engine.rollback();
         throw;
     }
+}
+
+/// The table behind each view of the steps, by the view's name in lower case; a later step's word holds.
+QHash<QString, QString> readViews()
+{
+    QHash<QString, QString> tables;
+    for (const TStep &step : steps())
+        for (const QString &batch : batches(step.script, TEngineKind::SqlServer))
+            for (const TTokens &statement : SplitStatements(Tokenize(batch))) {
+                const TView view = ReadView(statement);
+                if (!view.name.isEmpty())
+                    tables.insert(view.name.toLower(), view.table);
+            }
+    return tables;
 }
 
 } // namespace
@@ -195,17 +180,8 @@ QStringList batchesUpTo(int version, TEngineKind kind)
 
 QString baseTable(const QString &tableOrView)
 {
-    static const struct {
-        const char *view;
-        const char *table;
-    } views[] = {{"CalcMethod_VW", "CalcMethod"},
-                 {"staff_VW", "Staff"},
-                 {"Fiscal_vw", "Fiscal"},
-                 {"Deduction_vw", "Deduction"}};
-    for (const auto &entry : views)
-        if (tableOrView.compare(QLatin1StringView(entry.view), Qt::CaseInsensitive) == 0)
-            return QString::fromLatin1(entry.table);
-    return tableOrView;
+    static const QHash<QString, QString> views = readViews();
+    return views.value(tableOrView.toLower(), tableOrView);
 }
 
 } // namespace Schema

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/Field.h"
 
 #include <QList>
@@ -19,7 +20,7 @@ struct TStep {
 };
 
 /// The steps that are compiled in, in order.
-QList<TStep> steps();
+KETEBIONPAP_CORE QList<TStep> steps();
 
 /// The version that this program works with: the number of its last step.
 int version();
@@ -27,12 +28,12 @@ int version();
 /// Creates what is missing, each step in a transaction of its own with its version number. Safe when several
 /// programs open a new database at once. Throws TDatabaseError: NewerSchema, OtherProgram (a database with tables,
 /// but not of this suite), or the fault of a step, which leaves the database as it was before that step.
-void bringUpToDate(TEngine &engine);
+KETEBIONPAP_CORE void bringUpToDate(TEngine &engine);
 /// The same with other steps, for tests.
-void bringUpToDate(TEngine &engine, const QList<TStep> &steps);
+KETEBIONPAP_CORE void bringUpToDate(TEngine &engine, const QList<TStep> &steps);
 
 /// The batches of a script for one engine, ready to run there.
-QStringList batches(const QString &script, TEngineKind kind);
+KETEBIONPAP_CORE QStringList batches(const QString &script, TEngineKind kind);
 
 /// All batches that lead from an empty database to a version, but for the row that says which one it is.
 QStringList batchesUpTo(int version, TEngineKind kind);

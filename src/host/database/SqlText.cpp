@@ -141,6 +141,17 @@ public:
         return at == m_tokens.size() && places == columns.size() ? columns : QStringList();
     }
 
+    /// "create view V as select ... from T", "alter view ..."
+    TView view() const
+    {
+        if ((!is(0, "create") && !is(0, "alter")) || !is(1, "view"))
+            return {};
+        qsizetype at = endOfName(2);
+        while (at < m_tokens.size() && !is(at, "as"))
+            ++at;
+        return {nameAt(2), is(at + 1, "select") ? tableOfSelect(at + 2) : QString()};
+    }
+
 private:
     bool is(qsizetype i, const char *word) const
     {
@@ -253,6 +264,11 @@ QList<TTokens> SplitStatements(const TTokens &tokens)
     if (tokens.isEmpty() || trigger || !beginsStatement(tokens.first()))
         return {};
     return TSplitter().split(tokens);
+}
+
+TView ReadView(const TTokens &statement)
+{
+    return TStatementReader(statement).view();
 }
 
 int TextWidthOf(const QString &declaredType)

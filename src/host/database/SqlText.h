@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/Tokens.h"
 
 #include <QStringList>
@@ -24,11 +25,19 @@ struct TSqlText {
 
 /// Reads a text on its tokens, whatever its case, blanks, comments and quotes. Remembered by text; the answer is good
 /// until the thread's next call.
-const TSqlText &ReadSql(const QString &text);
+KETEBIONPAP_CORE const TSqlText &ReadSql(const QString &text);
 
 /// The statements of a text, parted by ";", by blanks only, or by line breaks. Empty for a text that does not begin as
 /// a statement does, and for a trigger: that one holds statements of its own, and is written for one engine.
 QList<TTokens> SplitStatements(const TTokens &tokens);
+
+/// A view, and the table that its rows stand in.
+struct TView {
+    QString name;
+    QString table;
+};
+/// Reads a statement that creates or changes a view; empty for any other.
+TView ReadView(const TTokens &statement);
 
 /// How many letters a column of a declared type holds, such as 50 for "NVARCHAR(50)"; 0 where there is no limit.
 int TextWidthOf(const QString &declaredType);

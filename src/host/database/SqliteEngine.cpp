@@ -17,7 +17,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const int busyMilliseconds = 5000;
 const std::size_t keptStatements = 100;
 
 bool isLarge(const QString &declaredType)
@@ -169,7 +168,7 @@ void TSqliteEngine::open()
     registerSqliteFunctions(m_db);
     registerSqliteSort(m_db);
     m_realPath = QString::fromUtf8(sqlite3_db_filename(m_db, "main"));
-    m_queue = std::make_unique<TWriterQueue>(m_realPath);
+    m_queue = std::make_unique<TWriterQueue>(m_realPath, m_patience);
     m_file = SqliteFile::identityOf(m_realPath);
     exec("select count(*) from sqlite_master"); // lays the log
     m_log = SqliteFile::identityOf(logOf(m_realPath));
@@ -185,7 +184,7 @@ void TSqliteEngine::keepLog()
             exec("pragma journal_mode=WAL");
             return;
         } catch (const TDatabaseError &error) {
-            if (error.fault() != TFault::Locked || waited.hasExpired(busyMilliseconds))
+            if (error.fault() != TFault::Locked || waited.hasExpired(m_patience))
                 throw;
         }
         pauseShortly();
@@ -196,13 +195,25 @@ void TSqliteEngine::keepLog()
 // ever more rarely; the pauses are random, so that two of a kind do not meet again and again.
 int TSqliteEngine::waitForWriter(void *engine, int attempt)
 {
-    QElapsedTimer &waited = static_cast<TSqliteEngine *>(engine)->m_waited;
+    auto *own = static_cast<TSqliteEngine *>(engine);
     if (attempt == 0)
-        waited.start();
-    if (waited.hasExpired(busyMilliseconds))
+        own->m_waited.start();
+    if (own->m_waited.hasExpired(own->m_patience))
         return 0;
     pauseShortly();
     return 1;
+}
+
+void TSqliteEngine::setPatience(int milliseconds)
+{
+    m_patience = milliseconds;
+    m_queue->setPatience(milliseconds);
+}
+
+// SQLite's own orders know nothing of the Persian alphabet, so a sort key is asked for.
+QString TSqliteEngine::sortTerm(const QString &column) const
+{
+    return u"zelmo_sort("_s + column + u')';
 }
 
 void TSqliteEngine::fail(const QString &text) const
@@ -426,6 +437,18 @@ TFieldInfo TSqliteEngine::describeColumn(sqlite3_stmt *statement, int column)
         field.readOnly = field.autoIncrement;
     }
     return field;
+}
+
+QStringList TSqliteEngine::tables()
+{
+    const auto cursor = select({u"select name from sqlite_master where type='table' and "
+                                "name not in ('sqlite_sequence','sqlite_stat1','sqlite_stat4')"_s,
+                                {},
+                                {}});
+    QStringList names;
+    while (cursor->next())
+        names.append(cursor->value(0).toString());
+    return names;
 }
 
 const TTableInfo *TSqliteEngine::table(const QString &name)

@@ -25,6 +25,11 @@ public:
 
     TEngineKind kind() const override { return TEngineKind::Embedded; }
     QString displayName() const override { return m_path; }
+    int pageRows() const override { return 32; } // about what a screen shows
+    QString sortTerm(const QString &column) const override;
+    bool knowsBaseTables() const override { return true; }
+    bool hasSearchFunctions() const override { return true; }
+    void setPatience(int milliseconds) override;
     void begin() override;
     void commit() override;
     void rollback() override;
@@ -32,8 +37,10 @@ public:
     int execute(const TBoundStatement &statement) override;
     std::unique_ptr<TCursor> select(const TBoundStatement &statement) override;
     qlonglong insert(const TBoundStatement &statement) override;
+    QStringList tables() override;
     const TTableInfo *table(const QString &name) override;
     void runScript(const QString &sql) override;
+    void lockSchema() override {} // its transaction keeps all others from writing
 
     sqlite3 *handle() const { return m_db; }
 
@@ -60,6 +67,7 @@ private:
 
     QString m_path;
     Sqlite::TDatabase m_db;
+    int m_patience = usualPatience;
     QElapsedTimer m_waited; ///< for another writer
     std::unique_ptr<TWriterQueue> m_queue;
     QString m_realPath; ///< as SQLite has it, links followed

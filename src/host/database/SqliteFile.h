@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 
 /// The embedded database's file on the disk.
@@ -15,7 +17,7 @@ void mustNotBeForeign(const QString &path);
 
 /// Whether this process has the file open. Such a file is never opened a second time by other means than SQLite's:
 /// closing it drops every lock that the process holds on it, and another program may then delete the log.
-bool isHeldOpen(const QString &path);
+KETEBIONPAP_CORE bool isHeldOpen(const QString &path);
 
 /// Which file stands under a name. Looks at the name only, so that no lock is lost.
 struct TIdentity {
@@ -23,6 +25,6 @@ struct TIdentity {
     quint64 number = 0; ///< 0: there is no such file
     bool operator==(const TIdentity &) const = default;
 };
-TIdentity identityOf(const QString &path);
+KETEBIONPAP_CORE TIdentity identityOf(const QString &path);
 
 } // namespace SqliteFile

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <memory>
 #include <sqlite3.h>
 
@@ -26,7 +28,7 @@ private:
 };
 
 /// A prepared statement, finalized when it goes.
-class TStatement {
+class KETEBIONPAP_CORE TStatement {
 public:
     /// Answers SQLite's code. A text without a statement leaves this empty.
     int prepare(sqlite3 *db, const char *sql, int size = -1, unsigned flags = 0)

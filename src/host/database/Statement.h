@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QList>
 #include <QString>
 #include <QVariant>
@@ -9,7 +11,7 @@
 /// The one place where a value meets SQL. Values are always bound, never written into the text that runs:
 ///     TStatement("select * from CalcMethod where code=").integer(code)
 ///     TStatement::format("Delete From CodeLock_TBL Where (Status=%d) AND (Com_Index = %d)", {status, index})
-class TStatement {
+class KETEBIONPAP_CORE TStatement {
 public:
     TStatement() = default;
     TStatement(const QString &literal) { sql(literal); }

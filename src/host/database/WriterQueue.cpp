@@ -15,6 +15,7 @@ namespace {
 
 const std::chrono::microseconds next{150}; // between two looks of the one whose turn comes next
 const std::chrono::microseconds later{1000};
+const int longestWait = 6; // patiences
 
 struct flock bytes(short kind, off_t first, off_t count)
 {
@@ -28,7 +29,10 @@ struct flock bytes(short kind, off_t first, off_t count)
 
 } // namespace
 
-TWriterQueue::TWriterQueue(const QString &databaseFile) : m_databaseFile(databaseFile) {}
+TWriterQueue::TWriterQueue(const QString &databaseFile, int patience)
+    : m_databaseFile(databaseFile), m_patience(patience)
+{
+}
 
 TWriterQueue::~TWriterQueue()
 {
@@ -89,7 +93,7 @@ bool TWriterQueue::takeTicket()
     waited.start();
     struct flock desk = bytes(F_WRLCK, 0, 1);
     while (fcntl(m_file, F_OFD_SETLK, &desk) != 0) {
-        if (waited.hasExpired(PatienceMilliseconds))
+        if (waited.hasExpired(m_patience))
             return false;
         std::this_thread::sleep_for(next);
     }
@@ -120,7 +124,7 @@ bool TWriterQueue::enter()
         if (ahead != before)
             still.start();
         before = ahead;
-        if (still.hasExpired(PatienceMilliseconds) || waited.hasExpired(LongestMilliseconds)) {
+        if (still.hasExpired(m_patience) || waited.hasExpired(longestWait * m_patience)) {
             leave();
             return false;
         }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/database/Field.h"
+
 #include <QString>
 
 #include <sys/types.h>
@@ -13,21 +15,20 @@
 /// harm, and where the file cannot be made (a folder that is read only) there is none.
 class TWriterQueue {
 public:
-    explicit TWriterQueue(const QString &databaseFile);
+    /// `patience` as setPatience.
+    explicit TWriterQueue(const QString &databaseFile, int patience = usualPatience);
     ~TWriterQueue();
     TWriterQueue(const TWriterQueue &) = delete;
     TWriterQueue &operator=(const TWriterQueue &) = delete;
 
-    /// Waits for this writer's turn. False: none ahead has finished for PatienceMilliseconds, or the wait reached
-    /// LongestMilliseconds. Does nothing for who is in the queue already.
+    /// How long none ahead needs to finish until enter() gives up, in milliseconds; six times as long in all.
+    void setPatience(int milliseconds) { m_patience = milliseconds; }
+    /// Waits for this writer's turn. False: it gave up. Does nothing for who is in the queue already.
     bool enter();
     /// Gives the turn to the next one; throws nothing.
     void leave();
 
     static QString fileOf(const QString &databaseFile);
-
-    static const int PatienceMilliseconds = 5000;
-    static const int LongestMilliseconds = 30000;
 
 private:
     bool open();
@@ -36,6 +37,7 @@ private:
     int heldBetween(off_t first, off_t end) const;
 
     QString m_databaseFile;
+    int m_patience;
     int m_file = -1;
     bool m_tried = false;
     off_t m_ticket = -1;

@@ -4,6 +4,7 @@
 #include "support/TestDatabase.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 
@@ -147,7 +148,12 @@ TEST_F(ARestore, WaitsForAWriterAndIsToldWhenItDoesNotFinish)
     TConnection other;
     other.openFile(db.path());
     other.BeginTrans();
+    restore.setPatience(300);
+    QElapsedTimer timer;
+    timer.start();
     EXPECT_EQ(faultOf([&] { restore.run(before); }), TFault::Locked);
+    EXPECT_GE(timer.elapsed(), 250);
+    EXPECT_LT(timer.elapsed(), 3000);
     EXPECT_FALSE(QFile::exists(before));
     other.RollbackTrans();
     EXPECT_EQ(name(), "now");

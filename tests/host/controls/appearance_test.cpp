@@ -1,8 +1,10 @@
 #include "host/controls/Form.h"
 
+#include "host/Component_ZLM/Appearance.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 
 #include <QFormLayout>
+#include <QLineEdit>
 
 #include <cmath>
 
@@ -100,4 +102,12 @@ TEST(Appearance, TheWindowsRunFromRightToLeftInThePersianFont)
 {
     EXPECT_EQ(QApplication::layoutDirection(), Qt::RightToLeft);
     EXPECT_EQ(QApplication::font().families().value(0), u"Noto Sans Arabic"_s);
+}
+
+TEST(Controls, AControlIsLaidOutRightToLeft)
+{
+    QLineEdit edit;
+    edit.setLayoutDirection(Qt::LeftToRight);
+    SetWinControlRightAlign(&edit);
+    EXPECT_EQ(edit.layoutDirection(), Qt::RightToLeft);
 }

@@ -269,3 +269,12 @@ bool TThingList_FRM::SelectRecord()
     SelectedCode = ListQuery()->asInteger("Code");
     return !refuseSelection;
 }
+
+int open(TBaseEditor &editor, const std::function<void()> &work)
+{
+    return Keys::runModal([&] { return editor.exec(); },
+                          [&](QWidget *screen) {
+                              Keys::waitFor([&] { return screen->isActiveWindow(); });
+                              work();
+                          });
+}

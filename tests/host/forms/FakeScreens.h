@@ -142,3 +142,6 @@ protected:
     void DeleteRecord() override;
     bool SelectRecord() override;
 };
+
+/// Shows an editor, works in it once it is active, and answers how it was closed.
+int open(TBaseEditor &editor, const std::function<void()> &work);

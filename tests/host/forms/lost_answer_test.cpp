@@ -5,15 +5,6 @@ namespace {
 
 class SaveWithoutAnswer : public Things {};
 
-int open(TBaseEditor &editor, const std::function<void()> &work)
-{
-    return Keys::runModal([&] { return editor.exec(); },
-                          [&](QWidget *screen) {
-                              Keys::waitFor([&] { return screen->isActiveWindow(); });
-                              work();
-                          });
-}
-
 // Checks compare what is typed with the loaded record, which is not the stored one once a save got no answer.
 TEST_F(SaveWithoutAnswer, IsFollowedByOneThatLoadsWhatIsStoredAndKeepsWhatWasTyped)
 {

@@ -1,8 +1,6 @@
-#include "host/Component_ZLM/Appearance.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Method_declare_unt.h"
 
-#include <QLineEdit>
 #include <QLocale>
 
 #include <gtest/gtest.h>
@@ -139,12 +137,4 @@ TEST(Values, NullIsNull)
     EXPECT_FALSE(VarIsNull_ZLM(QString("")));
     EXPECT_FALSE(VarIsNull_ZLM(0));
     EXPECT_FALSE(VarIsNull_ZLM(false));
-}
-
-TEST(Controls, AControlIsLaidOutRightToLeft)
-{
-    QLineEdit edit;
-    edit.setLayoutDirection(Qt::LeftToRight);
-    SetWinControlRightAlign(&edit);
-    EXPECT_EQ(edit.layoutDirection(), Qt::RightToLeft);
 }
