@@ -15,6 +15,7 @@
 #include <QDeadlineTimer>
 #include <QDialog>
 #include <QEventLoop>
+#include <QFileDialog>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QPainter>
@@ -22,7 +23,6 @@
 #include <QTextStream>
 #include <QTimer>
 
-#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -85,8 +85,9 @@ private:
             return;
         }
         QWidget *screen = QApplication::activeModalWidget();
-        if (m_at >= m_steps.size() && m_problem.isEmpty() && screen && m_awaited()) {
-            typeAgain();
+        if (m_at >= m_steps.size() && m_problem.isEmpty() && m_awaited() &&
+            qobject_cast<QFileDialog *>(screen)) {
+            acceptAgain(screen);
             return;
         }
         if (m_at >= m_steps.size() || !m_problem.isEmpty()) {
@@ -126,19 +127,17 @@ private:
         next(stepMilliseconds);
         act(screen, now);
     }
-    /// The message that the steps ask for has not come, and the screen still stands: a file dialog that fills its list
-    /// may take the focus from what is being typed.
-    void typeAgain()
+    /// The message that the steps ask for has not come, and the file dialog still stands: while it fills its list on a
+    /// busy machine it may not take the key.
+    void acceptAgain(QWidget *dialog)
     {
         if (!m_patience)
             m_patience.emplace(patienceMilliseconds);
-        const auto typed = std::find_if(m_steps.rbegin(), m_steps.rend(),
-                                        [](const TTourStep &step) { return step.action == TTourStep::Type; });
-        if (m_patience->hasExpired() || typed == m_steps.rend())
-            m_problem = u"no message came"_s;
-        else
-            m_at = m_steps.rend() - typed - 1;
         next(stepMilliseconds);
+        if (m_patience->hasExpired())
+            m_problem = u"%1 does not close"_s.arg(dialog->objectName());
+        else
+            QMetaObject::invokeMethod(dialog, "accept");
     }
     void act(QWidget *screen, const TTourStep &now)
     {
