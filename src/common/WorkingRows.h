@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/Query.h"
 
 #include <QStringList>
@@ -8,7 +9,7 @@
 
 /// The working rows of the record under edit: those that its grid shows, against those that are stored. The table is
 /// shared by all who edit, so that the two may part. All functions throw TDatabaseError.
-class TWorkingRows {
+class KETEBIONPAP_CORE TWorkingRows {
 public:
     /// `shown`: the query behind the grid, which must hold all columns. `columns`: those that make a row's contents,
     /// without the code.
