@@ -5,6 +5,7 @@
 #include "app/TourScript.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/RecoveryDialog_UNT.h"
 
@@ -14,6 +15,7 @@
 #include <QDeadlineTimer>
 #include <QDialog>
 #include <QEventLoop>
+#include <QFileDialog>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QPainter>
@@ -53,9 +55,10 @@ void sendKey(QWidget *widget, int key, Qt::KeyboardModifiers modifiers, const QS
 class TWalk : public QObject {
 public:
     TWalk(const QList<TTourStep> &steps, std::function<void(QWidget *, const QString &)> picture,
-          std::function<void(const QString &)> message, std::function<bool()> paused)
+          std::function<void(const QString &)> message, std::function<bool()> paused,
+          std::function<bool()> awaited)
         : m_steps(steps), m_picture(std::move(picture)), m_message(std::move(message)),
-          m_paused(std::move(paused))
+          m_paused(std::move(paused)), m_awaited(std::move(awaited))
     {
         // A message may be all that comes up.
         while (m_at < m_steps.size() && m_steps.at(m_at).action == TTourStep::Message)
@@ -82,6 +85,11 @@ private:
             return;
         }
         QWidget *screen = QApplication::activeModalWidget();
+        if (m_at >= m_steps.size() && m_problem.isEmpty() && m_awaited() &&
+            qobject_cast<QFileDialog *>(screen)) {
+            acceptAgain(screen);
+            return;
+        }
         if (m_at >= m_steps.size() || !m_problem.isEmpty()) {
             leave(screen);
             return;
@@ -118,6 +126,18 @@ private:
         // Scheduled first: what a key opens returns only when it closes.
         next(stepMilliseconds);
         act(screen, now);
+    }
+    /// The message that the steps ask for has not come, and the file dialog still stands: while it fills its list on a
+    /// busy machine it may not take the key.
+    void acceptAgain(QWidget *dialog)
+    {
+        if (!m_patience)
+            m_patience.emplace(patienceMilliseconds);
+        next(stepMilliseconds);
+        if (m_patience->hasExpired())
+            m_problem = u"%1 does not close"_s.arg(dialog->objectName());
+        else
+            QMetaObject::invokeMethod(dialog, "accept");
     }
     void act(QWidget *screen, const TTourStep &now)
     {
@@ -173,7 +193,8 @@ private:
     QList<TTourStep> m_steps;
     std::function<void(QWidget *, const QString &)> m_picture;
     std::function<void(const QString &)> m_message;
-    std::function<bool()> m_paused; ///< while a message is shown
+    std::function<bool()> m_paused;  ///< while a message is shown
+    std::function<bool()> m_awaited; ///< whether a message is still to come
     qsizetype m_at = 0;
     bool m_waited = false;
     bool m_typed = false;
@@ -235,6 +256,10 @@ void TTour::say(const QString &text)
 
 void TTour::picture(QWidget *window, const QString &name)
 {
+    if (!MemoryToDraw()) {
+        m_sound = false;
+        return;
+    }
     save(window->grab(), name, QLatin1String(window->metaObject()->className()));
 }
 
@@ -255,7 +280,7 @@ bool TTour::visit(const QString &name, const QList<TTourStep> &steps, const std:
     TWalk walk(
         steps, [this](QWidget *window, const QString &file) { picture(window, file); },
         [this](const QString &file) { m_messages->pictureName = file; },
-        [this] { return m_messages->isShown; });
+        [this] { return m_messages->isShown; }, [this] { return !m_messages->pictureName.isEmpty(); });
     open();
     if (walk.problem().isEmpty())
         return true;
@@ -277,6 +302,8 @@ bool TTour::run()
     TMessages messages(*this);
     m_messages = &messages;
     startDialogs();
+    if (!MemoryToDraw())
+        return false;
     TMain_FRM window(m_session);
     window.show();
     window.activateWindow();

@@ -71,16 +71,6 @@ void setUpEncoding()
     }
 }
 
-/// Drops notes of Qt that say nothing to a user and would stand beside the one line that does.
-void note(QtMsgType type, const QMessageLogContext &context, const QString &text)
-{
-    for (const char *noise : {"QStandardPaths: ", "This plugin does not support "}) {
-        if (text.startsWith(QLatin1String(noise)))
-            return;
-    }
-    ordinaryNotes(type, context, text);
-}
-
 /// Where no memory is left and nothing can be told any more (a destructor, a function of Qt that may not fail): one line
 /// instead of a crash. What was committed is in the database, the rest is rolled back by it.
 [[noreturn]] void endAtOnce()
@@ -88,6 +78,19 @@ void note(QtMsgType type, const QMessageLogContext &context, const QString &text
     const char line[] = "ketebionpap: the program cannot go on (no memory left?) and ends\n";
     (void)!::write(STDERR_FILENO, line, sizeof line - 1);
     ::_exit(1);
+}
+
+/// Drops notes of Qt that say nothing to a user and would stand beside the one line that does. Qt paints with the help
+/// of threads, and where the machine has no memory for one it waits for it for ever.
+void note(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (text.startsWith("QThread::start: Thread creation error"_L1))
+        endAtOnce();
+    for (const char *noise : {"QStandardPaths: ", "This plugin does not support "}) {
+        if (text.startsWith(QLatin1String(noise)))
+            return;
+    }
+    ordinaryNotes(type, context, text);
 }
 
 bool hasDisplay()

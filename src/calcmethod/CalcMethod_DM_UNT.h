@@ -27,11 +27,11 @@ public:
     bool CalcMedtho_GetCode(const QVariant &code);
     /// One more than the highest code, 1 for an empty table.
     int CalcMethod_GetNewCode();
-    bool CalcMethod_Insert(const TCalcMethod_Mapper &method);
+    [[nodiscard]] bool CalcMethod_Insert(const TCalcMethod_Mapper &method);
     /// Changes the method that CalcMethod_GetById opened, its code included.
-    bool CalcMethod_Update(const TCalcMethod_Mapper &method);
+    [[nodiscard]] bool CalcMethod_Update(const TCalcMethod_Mapper &method);
     /// False also when other records refer to the method.
-    bool CalcMethod_Delete(int code);
+    [[nodiscard]] bool CalcMethod_Delete(int code);
 };
 
 /// The one instance, made and freed by the entry points.

@@ -24,9 +24,9 @@ public:
     void Calender_GetByID(const QVariant &id, TCalenderMapper &day);
     /// Leaves open in Temp_QUR the stored days from..to, both ends included.
     void Calender_GetWithDates(const QString &from, const QString &to);
-    bool Calender_Insert(const TCalenderMapper &day);
+    [[nodiscard]] bool Calender_Insert(const TCalenderMapper &day);
     /// Changes title, type and comment of the day that Calender_GetByID opened, never its date or weekday.
-    bool Calender_Update(const TCalenderMapper &day);
+    [[nodiscard]] bool Calender_Update(const TCalenderMapper &day);
     /// Deletes days. `ids` parted by commas.
     void Calender_del(const QString &ids);
 };

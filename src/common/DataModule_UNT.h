@@ -65,7 +65,7 @@ protected:
 
     /// Runs a write; a database error is kept in the connection's lastError and answers false.
     template <class Work>
-    static bool Try(Work work)
+    [[nodiscard]] static bool Try(Work work)
     {
         try {
             work();
@@ -78,7 +78,7 @@ protected:
 
     /// Fills a row under append or edit and posts it; a refused row is cancelled, and false is the answer.
     template <class Fill>
-    static bool Post(TQuery *query, bool newRow, Fill fill)
+    [[nodiscard]] static bool Post(TQuery *query, bool newRow, Fill fill)
     {
         return Try([&] {
             if (newRow)

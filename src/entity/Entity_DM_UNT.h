@@ -53,9 +53,9 @@ public:
     /// Opens an item and copies it into the record; an unknown code gives an empty record, and Get_QUR stays open on
     /// no row, ready for FiscalDeducation_Insert.
     void FiscalDeducation_GetByID(const QVariant &code, TSoftwarePart part, TFiscalDeducation_Mapper &item);
-    bool FiscalDeducation_Insert(const TFiscalDeducation_Mapper &item, TSoftwarePart part);
-    bool FiscalDeducation_Update(const TFiscalDeducation_Mapper &item, TSoftwarePart part);
-    bool FiscalDeducation_Delete(const QVariant &code, bool isDeduction);
+    [[nodiscard]] bool FiscalDeducation_Insert(const TFiscalDeducation_Mapper &item, TSoftwarePart part);
+    [[nodiscard]] bool FiscalDeducation_Update(const TFiscalDeducation_Mapper &item, TSoftwarePart part);
+    [[nodiscard]] bool FiscalDeducation_Delete(const QVariant &code, bool isDeduction);
     /// Column 0: staff assignments of the item; column 1: its salary-bill lines.
     void TmpStaff_Count(const QVariant &code, bool isDeduction);
 

@@ -26,7 +26,7 @@ public:
     void PayRollInfoDetill_Get();
     void PayRollInfoDetill_GetByID(const QVariant &id);
     /// Links the item that PayRollInfoDetill_GetByID opened; no item is ever added.
-    bool PayrollInfoDetails_Insert(const TPayrollInfoDetail_Mapper &detail);
+    [[nodiscard]] bool PayrollInfoDetails_Insert(const TPayrollInfoDetail_Mapper &detail);
 };
 
 /// The one instance, made by the entry point and kept for the life of the process.

@@ -29,11 +29,11 @@ public:
     void Family_GetByID(const QVariant &id);
     /// The next row identifier: unique over saved and working rows.
     int Family_GetNewCode();
-    bool TmpFamily_Insert(const TFamilly_Mapper &member);
+    [[nodiscard]] bool TmpFamily_Insert(const TFamilly_Mapper &member);
     /// Changes the row that Family_GetByID opened.
-    bool TmpFamily_Update(const TFamilly_Mapper &member);
+    [[nodiscard]] bool TmpFamily_Update(const TFamilly_Mapper &member);
     /// Deletes working rows. `ids` parted by commas.
-    bool Family_Del(const QString &ids);
+    [[nodiscard]] bool Family_Del(const QString &ids);
     /// Copies the working rows of an employee to the saved ones.
     void Family_Insert(const QVariant &staffCode);
     void ClearDataFamily(const QVariant &staffCode);

@@ -186,57 +186,12 @@ void TStaffGet_FRM::codeLeft()
 
 bool TStaffGet_FRM::takeTypedCode()
 {
-    const int held = Identifier().toInt();
-    const int typed = code();
-    if (typed == held)
+    if (code() == Identifier().toInt())
         return true;
-    const auto putBack = [&] {
-        SetIdentifier(held);
-        Code_EDT->SetValue(held);
-        FocusInput(Code_EDT);
-    };
-    bool taken = false;
-    try {
-        // Once the lock is somebody else's, so are the rows under it.
-        const bool own = HoldsCode() && !WorkingRowsChanged();
-        SettleLostSave();
-        if (Mode() != fmNew)
-            Code_EDT->setReadOnly(true);
-        // Emptied, or stored by a save that got no answer: the code stays.
-        if (typed == 0 || Mode() != fmNew) {
-            Code_EDT->SetValue(held);
-            return true;
-        }
-        SetIdentifier(typed);
-        const bool stored = RecordExists();
-        SetIdentifier(held);
-        if (stored) {
-            MsgRepeatedField(u"کد"_s, u"کارمندان"_s, Code_EDT, this);
-            RecordExists(); // StaffGet_QUR is where the new row is appended
-        } else if (!TakeCode(typed)) {
-            MSGInUse(LockedEntityWord());
-        } else {
-            taken = true;
-            if (own)
-                Staff_DM->StaffFamily_UpdateTmp(held, typed);
-            else
-                Staff_DM->TmpFamily_PutBack(typed);
-            Staff_DM->FillDataFamilyList(typed);
-            return true;
-        }
-    } catch (const TDatabaseError &) {
-        Guarded([&] {
-            if (taken) { // the rows may have moved, though no answer came
-                Staff_DM->StaffFamily_UpdateTmp(typed, held);
-                TakeCodeBack(held);
-                Staff_DM->FillDataFamilyList(held);
-            }
-        });
-        putBack();
-        throw;
-    }
-    putBack();
-    return false;
+    const bool taken = TakeTypedCode(Code_EDT, u"کارمندان"_s);
+    if (Mode() != fmNew)
+        Code_EDT->setReadOnly(true);
+    return taken;
 }
 
 void TStaffGet_FRM::showMarried(bool isMarried)
@@ -319,45 +274,4 @@ void TStaffGet_FRM::deleteRow()
         SetIsSaved(false);
         rereadFamily({});
     });
-}
-
-QStringList TStaffGet_FRM::RecoveryCodes()
-{
-    return Staff_DM->StaffFamily_GetRecoverysCode(cspStaff, IniOptions.Com_Index);
-}
-
-int TStaffGet_FRM::RecoveryRows(const QString &code)
-{
-    return Staff_DM->TmpFamily_Count(code);
-}
-
-bool TStaffGet_FRM::WorkingRowsChanged()
-{
-    return Staff_DM->Family_QUR->active() && Staff_DM->TmpFamily_Changed(Identifier());
-}
-
-void TStaffGet_FRM::PutWorkingRowsBack()
-{
-    Staff_DM->TmpFamily_PutBack(Identifier());
-}
-
-bool TStaffGet_FRM::RecordHasRecovery(const QString &code)
-{
-    return Staff_DM->StaffFamily_IsRecordHasRecovery(code, cspStaff, IniOptions.Com_Index);
-}
-
-void TStaffGet_FRM::MoveRecovery(const QString &oldCode, const QString &newCode)
-{
-    Staff_DM->StaffFamily_UpdateTmp(oldCode, newCode);
-}
-
-void TStaffGet_FRM::DiscardRecovery(const QString &code)
-{
-    Staff_DM->StaffFamily_DelTmp(code);
-}
-
-void TStaffGet_FRM::DiscardAllRecovery()
-{
-    Staff_DM->StaffFamily_DeleteAllRecovery(cspStaff, IniOptions.Com_Index);
-    Staff_DM->CodeLock_DeleteAllRecovery(cspStaff, IniOptions.Com_Index);
 }

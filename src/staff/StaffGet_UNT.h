@@ -2,8 +2,8 @@
 
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
 #include "host/NewBaseForms_PKG/BoundInputs.h"
-#include "host/ZelmoSearch/FoldedTwin.h"
-#include "staff/Staff_Mapper.h"
+#include "staff/StaffFamilyRows.h"
+#include "staff/StaffRules.h"
 
 #include <QTabWidget>
 
@@ -100,15 +100,7 @@ protected:
     QWidget *FirstInput() override;
     QString LockedEntityWord() const override;
 
-    bool HasRecovery() const override { return true; }
-    QStringList RecoveryCodes() override;
-    int RecoveryRows(const QString &code) override;
-    bool RecordHasRecovery(const QString &code) override;
-    void MoveRecovery(const QString &oldCode, const QString &newCode) override;
-    void DiscardRecovery(const QString &code) override;
-    void DiscardAllRecovery() override;
-    bool WorkingRowsChanged() override;
-    void PutWorkingRowsBack() override;
+    TRecordRows *Rows() override { return &m_workingRows; }
     void SaveFailed() override;
     bool MayDiscard() override;
 
@@ -138,25 +130,19 @@ private:
     void deleteRow();
     void rereadFamily(const QVariant &id);
 
-    // The steps of the validation; they and the save stand in StaffSave.cpp.
-    bool checkGroupChosen();
-    bool checkFullName();
-    bool checkLeaveAfterEmployment();
-    bool checkGroupCode();
-    bool checkPersonnelCode();
-    bool checkRepeated(TSmartEdit_ZLM *input, const QString &word, const QString &loaded);
-    /// Tells that another employee has what the inputs hold, however it is written there. `found`: one who has exactly
-    /// that was found before. False: told.
-    bool checkTwin(const QList<TUniqueText> &texts, bool found, TSmartEdit_ZLM *input, const QString &word,
-                   const QString &entity);
-    bool checkOrders();
-    bool checkLeaveDateGiven();
-
-    TStaff_Mapper typedStaff(bool newRecord) const;
+    // The validation and the save stand in StaffSave.cpp.
+    /// Whether what is typed keeps a rule; when it does not, the user is told.
+    bool keeps(const TRule<TStaffSubject> &rule);
+    void tell(const TComplaint &complaint, QWidget *input);
+    TStaffSubject subject() const;
+    TStaff_Mapper typedStaff() const;
+    /// Notes who saves the employee, and when.
+    static void mark(TStaff_Mapper &staff, bool newRecord);
     bool familyIsGone();
     void fillPerson();
     bool savePicture(const TPic_Get *picture, const QString &column);
 
+    TStaffFamilyRows m_workingRows;
     TDetail_Rows_Frame *m_family = nullptr;
     TStaff_Mapper m_staff; ///< the record as it was loaded; empty for a new one
     TStaff_Mapper m_sent;  ///< by the last save of this record

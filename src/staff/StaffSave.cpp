@@ -7,6 +7,7 @@
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Message_ZLM/Message_ZLM.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
+#include "staff/StaffFields.h"
 #include "staff/StaffGet_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 
@@ -15,116 +16,53 @@ using namespace Qt::Literals::StringLiterals;
 bool TStaffGet_FRM::Validate()
 {
     // The order is the users': they are sent from page to page as they always were.
-    return takeTypedCode() && checkGroupChosen() && RequireInput(Name_EDT, u"نام"_s) &&
-           RequireInput(LastName_EDT, u"نام خانوادگي"_s) && checkFullName() && CheckInput(NationalCode_EDT) &&
-           checkLeaveAfterEmployment() && CheckInput(PostCode_EDT) && CheckInput(CoDate_EDT) &&
-           CheckInput(LeaveDate_EDT) && CheckInput(BirthDate_EDT) && checkGroupCode() &&
-           checkPersonnelCode() && checkRepeated(CardNumber_EDT, u"شماره کارت"_s, m_staff._CardNumber) &&
-           checkRepeated(InsuranceNumber_EDT, u"کد بيمه"_s, m_staff._InsuranceNumber) &&
-           checkRepeated(NationalCode_EDT, u"کد ملي"_s, m_staff._NationalID) && CheckInput(Email_EDT) &&
-           checkOrders() && checkLeaveDateGiven() && CheckInput(IssueDate_EDT);
+    return takeTypedCode() &&
+           std::ranges::all_of(staffRules(), [this](const auto &rule) { return keeps(rule); });
 }
 
-bool TStaffGet_FRM::checkGroupChosen()
+bool TStaffGet_FRM::keeps(const TRule<TStaffSubject> &rule)
 {
-    if (StaffGroup_CMB->currentIndex() != 0)
-        return true;
-    NotSaveable(u"کليه کارمندان"_s, u"کارمندی"_s, StaffGroup_CMB);
-    FocusInput(StaffGroup_CMB);
-    return false;
+    auto *concerned = input<QWidget>(Fields::ofColumn(staffFields(), rule.column)->input.name);
+    auto *typed = dynamic_cast<TSmartInput *>(concerned);
+    if (rule.message == TRuleMessage::WrongForm)
+        return CheckInput(typed); // brings what is being typed into its form, too
+    const auto complaint = rule.complaint(subject());
+    if (complaint)
+        tell(*complaint, concerned);
+    else if (rule.message == TRuleMessage::Required)
+        RefuseBlanks(typed, rule.firstWord());
+    return !complaint;
 }
 
-bool TStaffGet_FRM::checkFullName()
+TStaffSubject TStaffGet_FRM::subject() const
 {
-    Staff_DM->Staff_GetCode(Name_EDT->GetText(), LastName_EDT->GetText(), code());
-    const bool found = !Staff_DM->Temp_QUR->isEmpty();
-    if (!found && Name_EDT->GetText() == m_staff._Name && LastName_EDT->GetText() == m_staff._LastName)
-        return true;
-    return checkTwin({{"Name", Name_EDT->GetText()}, {"LastName", LastName_EDT->GetText()}}, found, Name_EDT,
-                     u"نام"_s, u"نام خانوادگي"_s);
+    const QVariant firstGroup = StaffGroup_CMB->itemData(0);
+    return {*Staff_DM, typedStaff(), m_staff, firstGroup.isValid() ? firstGroup.toInt() : -1,
+            LeaveDate_CHK->isChecked()};
 }
 
-bool TStaffGet_FRM::checkTwin(const QList<TUniqueText> &texts, bool found, TSmartEdit_ZLM *input,
-                              const QString &word, const QString &entity)
+void TStaffGet_FRM::tell(const TComplaint &complaint, QWidget *input)
 {
-    const auto twin = Staff_DM->Staff_Twin(texts, code());
-    if (!found && !twin)
-        return true;
-    MsgRepeatedField(word, entity, input, this, twin ? TwinText(*twin) : QString());
-    FocusInput(input);
-    return false;
-}
-
-bool TStaffGet_FRM::checkLeaveAfterEmployment()
-{
-    if (!LeaveDate_CHK->isChecked() || LeaveDate_EDT->GetText() >= CoDate_EDT->GetText())
-        return true;
-    FocusInput(LeaveDate_EDT);
-    ShowTooltipMessage(u"تاریخ ترک کار نمی تواند از تاریخ استخدام کوچکتر باشد."_s, LeaveDate_EDT, noteTime, 4,
-                       QColor(192, 192, 192), 0, 250);
-    return false;
-}
-
-bool TStaffGet_FRM::checkGroupCode()
-{
-    if (StaffGroup_CMB->Code() != 0)
-        return true;
-    NotSaveable(u"کليه کارمندان"_s, u"کارمندي"_s, StaffGroup_CMB);
-    FocusInput(StaffGroup_CMB);
-    return false;
-}
-
-bool TStaffGet_FRM::checkPersonnelCode()
-{
-    const QString typed = PersonnelCode_EDT->GetText();
-    if (typed.isEmpty())
-        return true;
-    QueryTools::open(Staff_DM->Temp_QUR,
-                     TStatement("select PersonnelCode from Staff where PersonnelCode=").text(typed));
-    if (typed == "0"_L1 || typed == m_staff._PersonnelCode)
-        return true;
-    return checkTwin({{"PersonnelCode", typed}}, !Staff_DM->Temp_QUR->isEmpty(), PersonnelCode_EDT,
-                     u"کد پرسنلي"_s, u"کارمندان"_s);
-}
-
-bool TStaffGet_FRM::checkRepeated(TSmartEdit_ZLM *input, const QString &word, const QString &loaded)
-{
-    const QString typed = input->GetText();
-    if (typed.isEmpty())
-        return true;
-    const char *column = "NationalID";
-    if (input == CardNumber_EDT) {
-        Staff_DM->Staff_GetCardNumber(typed);
-        column = "CardNumber";
-    } else if (input == InsuranceNumber_EDT) {
-        Staff_DM->Staff_GetInsuranceNumbber(typed);
-        column = "InsuranceNumber";
-    } else {
-        Staff_DM->Staff_GetNationallID(typed);
+    switch (complaint.message) {
+    case TRuleMessage::NotSaveable:
+        NotSaveable(complaint.word, complaint.more, input);
+        break;
+    case TRuleMessage::Repeated:
+        MsgRepeatedField(complaint.word, complaint.more, input, this, complaint.detail);
+        break;
+    case TRuleMessage::Hint:
+        FocusInput(input);
+        ShowTooltipMessage(complaint.word, input, noteTime, 4, QColor(192, 192, 192), 0, 250);
+        return;
+    case TRuleMessage::Explained:
+        ShowSmartMessage(complaint.word, complaint.more + complaint.detail, miError);
+        break;
+    case TRuleMessage::Required:
+    case TRuleMessage::WrongForm:
+        MsgRequiredField(complaint.word, input, this);
+        break;
     }
-    return typed == loaded || checkTwin({{QString::fromLatin1(column), typed}},
-                                        !Staff_DM->Temp_QUR->isEmpty(), input, word, u"کارمندان"_s);
-}
-
-// Without a date nothing would be stored of the box.
-bool TStaffGet_FRM::checkLeaveDateGiven()
-{
-    return !LeaveDate_CHK->isChecked() || RequireInput(LeaveDate_EDT, u"تاریخ ترک کار"_s);
-}
-
-bool TStaffGet_FRM::checkOrders()
-{
-    QueryTools::open(
-        Staff_DM->Temp_QUR,
-        TStatement(" SELECT ISNULL(MIN(DoDate), 0) AS DoDateMin FROM Recruitment  WHERE StaffCode = ")
-            .integer(code()));
-    const QString earliest = Staff_DM->Temp_QUR->asString("DoDateMin");
-    if (earliest == "0"_L1 || CoDate_EDT->GetText() <= earliest)
-        return true;
-    ShowSmartMessage(u"تاریخ استخدام نمی تواند بعد از تاریخ حکم کارگزینی باشد"_s,
-                     u"کوچکترین تاریخ حکم کارگزینی که برای این کارمند ثبت شده است: "_s + earliest, miError);
-    FocusInput(CoDate_EDT);
-    return false;
+    FocusInput(input);
 }
 
 bool TStaffGet_FRM::SaveRecord()
@@ -144,7 +82,8 @@ bool TStaffGet_FRM::SaveRecord()
         Staff_DM->ClearDataFamily(staffCode);
     }
     DM.ADOConnection1->BeginTrans();
-    m_sent = typedStaff(newRecord);
+    m_sent = typedStaff();
+    mark(m_sent, newRecord);
     const bool written = newRecord ? Staff_DM->Staff_Insert(m_sent) : Staff_DM->Staff_Update(m_sent);
     bool pictures = true;
     try {
@@ -212,14 +151,18 @@ bool TStaffGet_FRM::savePicture(const TPic_Get *picture, const QString &column)
     return true;
 }
 
-TStaff_Mapper TStaffGet_FRM::typedStaff(bool newRecord) const
+TStaff_Mapper TStaffGet_FRM::typedStaff() const
 {
     TStaff_Mapper staff = m_staff;
     m_inputs.read(staff);
     staff._StaffGroup = StaffGroup_CMB->Code();
     if (!LeaveDate_CHK->isChecked())
         staff._LeaveDate.clear();
+    return staff;
+}
 
+void TStaffGet_FRM::mark(TStaff_Mapper &staff, bool newRecord)
+{
     const QString user = UserInfo.Name + u" ("_s + UserInfo.FullName + u')';
     if (newRecord) {
         staff._CreatedTime = NowTime();
@@ -230,7 +173,6 @@ TStaff_Mapper TStaffGet_FRM::typedStaff(bool newRecord) const
         staff._ModifiedDate = NowDate();
         staff._UserModified = user;
     }
-    return staff;
 }
 
 void TStaffGet_FRM::fillPerson()

@@ -41,18 +41,18 @@ public:
     std::optional<TTwin> Staff_Twin(const QList<TUniqueText> &texts, int own);
     /// One more than the highest code of an employee or of a lock on a staff code, whoever holds it.
     int Staff_GetNewCode();
-    bool Staff_Insert(const TStaff_Mapper &staff);
+    [[nodiscard]] bool Staff_Insert(const TStaff_Mapper &staff);
     /// Changes the employee that Staff_GetById opened; the marks of creation stay.
-    bool Staff_Update(const TStaff_Mapper &staff);
+    [[nodiscard]] bool Staff_Update(const TStaff_Mapper &staff);
     /// Deletes employees. `codes` parted by commas.
-    bool Staff_Del(const QString &codes);
+    [[nodiscard]] bool Staff_Del(const QString &codes);
 
     /// The first person.
     void Perinf_Get(TPerinf_Mapper &person);
     /// The next person code of a group; person codes are unique over all groups.
     int Perinf_GetNewCode(int group);
     /// Enters an employee as a person, if there is none of that name, the user agrees and chooses a person group.
-    bool PerInf_Insert(const TPerinf_Mapper &person);
+    [[nodiscard]] bool PerInf_Insert(const TPerinf_Mapper &person);
 
     void CodeLock_DeleteAllRecovery(TSoftwarePart part, int comIndex);
 

@@ -75,7 +75,7 @@ void TTaxGet_FRM::build()
     Comment_EDT = AddInput(inputs, 1, 0, u"  &شرح :"_s, u"Comment_EDT"_s,
                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     Body()->addLayout(inputs);
-    connect(Code_EDT, &TSmartEdit_ZLM::exited, this, [this] { codeTyped(); });
+    connect(Code_EDT, &TSmartEdit_ZLM::exited, this, [this] { (void)codeTyped(); });
 
     auto *note = new QLabel(QString::fromUtf8(notice), this);
     note->setObjectName(u"Notice_LBL"_s);
@@ -174,64 +174,19 @@ bool TTaxGet_FRM::codeTyped()
     const int typed = Code_EDT->asInteger();
     if (Code_EDT->IsEmpty() || typed == 0 || typed == held)
         return true;
-    bool moved = false;
+    bool taken = false;
     Guarded([&] {
-        if (Mode() != fmNew)
-            NotSaveable(u"کد"_s, u"جدول مالیاتی"_s, Code_EDT);
-        else if (!moveTo(typed))
-            MsgRepeatedField(u"کد"_s, u"جدول مالیاتی"_s, Code_EDT, this);
+        SettleLostSave(); // a table that is stored by now keeps its code
+        if (Mode() == fmNew)
+            taken = TakeTypedCode(Code_EDT, u"جدول مالیاتی"_s);
         else
-            moved = true;
+            NotSaveable(u"کد"_s, u"جدول مالیاتی"_s, Code_EDT);
     });
-    if (!moved) {
+    if (!taken) {
         Code_EDT->SetValue(held);
         FocusInput(Code_EDT);
     }
-    return moved;
-}
-
-bool TTaxGet_FRM::moveTo(int code)
-{
-    const int held = Identifier().toInt();
-    // Once the lock is somebody else's, so are the rows under it.
-    const bool own = HoldsCode() && !WorkingRowsChanged();
-    Tax_DM->Tax_GetByID(code);
-    if (!Tax_DM->Get_QUR->isEmpty() || !TakeCode(code)) {
-        Tax_DM->Tax_GetByID(held); // a row of the code that is saved: none
-        return false;
-    }
-    const bool hadRows = !Tax_DM->DetailList_QUR->isEmpty();
-    try {
-        InOneUnit(DM.ADOConnection1, [&] {
-            NoteWorkingRows(Part(), QString::number(code), IniOptions.Com_Index);
-            if (own)
-                Tax_DM->TmpTax_MoveToCode(held, code);
-            else
-                Tax_DM->TmpTax_PutBack(code);
-            ForgetWorkingRows(Part(), QString::number(held));
-        });
-    } catch (...) {
-        if (hadRows && hasMoved(held, code)) {
-            Tax_DM->TmpTax_OpenList(code);
-            return true;
-        }
-        Guarded([&] {
-            TakeCodeBack(held);
-            Tax_DM->TmpTax_OpenList(held);
-        });
-        SetIdentifier(held); // the working rows are still there
-        throw;
-    }
-    return true;
-}
-
-bool TTaxGet_FRM::hasMoved(int from, int to)
-{
-    try {
-        return Tax_DM->TmpTax_Count(from) == 0 && Tax_DM->TmpTax_Count(to) > 0;
-    } catch (const TDatabaseError &) {
-        return false; // the line is still gone
-    }
+    return taken;
 }
 
 void TTaxGet_FRM::addRow()
@@ -350,17 +305,6 @@ void TTaxGet_FRM::SaveFailed()
             u"سطرهای این صفحه هنوز اینجاست؛ دوباره ذخیره کنید."_s, miWarning);
 }
 
-bool TTaxGet_FRM::WorkingRowsChanged()
-{
-    return Tax_DM->DetailList_QUR->active() && Tax_DM->TmpTax_Changed(Identifier());
-}
-
-void TTaxGet_FRM::PutWorkingRowsBack()
-{
-    Tax_DM->TmpTax_PutBack(Identifier());
-    NoteWorkingRows(Part(), Identifier().toString(), IniOptions.Com_Index);
-}
-
 void TTaxGet_FRM::BeforeClose()
 {
     if (CodeWasLost())
@@ -368,36 +312,4 @@ void TTaxGet_FRM::BeforeClose()
     // Not the code that stands in the input: one that was typed last is another table's until it is taken.
     Tax_DM->ClearDataTempDetail(Identifier().toInt());
     ForgetWorkingRows(Part(), Identifier().toString());
-}
-
-QStringList TTaxGet_FRM::RecoveryCodes()
-{
-    return Tax_DM->TmpTax_GetRecoverysCode(Part(), IniOptions.Com_Index);
-}
-
-int TTaxGet_FRM::RecoveryRows(const QString &code)
-{
-    return Tax_DM->TmpTax_Count(code);
-}
-
-// A copy of the saved brackets is nothing to recover.
-bool TTaxGet_FRM::RecordHasRecovery(const QString &code)
-{
-    return WorkingRowsDiffer(Part(), code);
-}
-
-void TTaxGet_FRM::MoveRecovery(const QString &oldCode, const QString &newCode)
-{
-    Tax_DM->TmpTax_MoveToCode(oldCode.toInt(), newCode.toInt());
-    DiscardWorkingRows(Part(), oldCode); // the note of who opened them
-}
-
-void TTaxGet_FRM::DiscardRecovery(const QString &code)
-{
-    DiscardWorkingRows(Part(), code);
-}
-
-void TTaxGet_FRM::DiscardAllRecovery()
-{
-    Tax_DM->TmpTax_DeleteAllRecovery(Part(), IniOptions.Com_Index);
 }

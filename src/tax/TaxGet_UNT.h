@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "tax/TaxRows.h"
 #include "tax/Tax_Mapper.h"
 
 #include <optional>
@@ -34,16 +35,7 @@ protected:
     void BeforeClose() override;
     QWidget *FirstInput() override { return Title_EDT; }
 
-    bool HasRecovery() const override { return true; }
-    bool OpeningDropsRows() const override { return true; }
-    QStringList RecoveryCodes() override;
-    int RecoveryRows(const QString &code) override;
-    bool RecordHasRecovery(const QString &code) override;
-    void MoveRecovery(const QString &oldCode, const QString &newCode) override;
-    void DiscardRecovery(const QString &code) override;
-    void DiscardAllRecovery() override;
-    bool WorkingRowsChanged() override;
-    void PutWorkingRowsBack() override;
+    TRecordRows *Rows() override { return &m_workingRows; }
 
 private:
     void build();
@@ -53,13 +45,10 @@ private:
     void deleteRow();
     /// A code typed by hand: a new table moves to it with its working rows when it is free, else the old code
     /// comes back. False: the user was told.
-    bool codeTyped();
-    /// False: the code is taken, by a stored table or by another editor.
-    bool moveTo(int code);
-    /// Whether working rows went from one code to the other although the move got no answer.
-    static bool hasMoved(int from, int to);
+    [[nodiscard]] bool codeTyped();
 
     std::optional<TTax_Mapper> m_sent; ///< by the last save of this record
     bool m_headerOnly = false;         ///< the save that failed has stored the header
+    TTaxRows m_workingRows;
     TDetail_Rows_Frame *m_rows = nullptr;
 };

@@ -28,9 +28,9 @@ public:
     void Tax_Get();
     void Tax_GetByID(const QVariant &code);
     int Tax_GetNewCode();
-    bool Tax_Insert(const TTax_Mapper &tax);
+    [[nodiscard]] bool Tax_Insert(const TTax_Mapper &tax);
     /// Changes title and comment of the header that Tax_GetByID opened, never its code.
-    bool Tax_Update(const TTax_Mapper &tax);
+    [[nodiscard]] bool Tax_Update(const TTax_Mapper &tax);
     /// Deletes headers. `codes` parted by commas.
     void Tax_Del(const QString &codes);
     /// Deletes a tax table: its brackets and its header; all or nothing.
@@ -40,16 +40,16 @@ public:
     void FillDataDetail(int taxCode);
     void TmpTax_GetByTaxMainCode(const QVariant &taxCode);
     void TmpTax_GetById(const QVariant &id);
-    bool TmpTax_Insert(const TTmpTax_Mapper &bracket);
+    [[nodiscard]] bool TmpTax_Insert(const TTmpTax_Mapper &bracket);
     /// Changes the bracket that TmpTax_GetById opened; it stays with its tax table.
-    bool TmpTax_Update(const TTmpTax_Mapper &bracket);
+    [[nodiscard]] bool TmpTax_Update(const TTmpTax_Mapper &bracket);
     /// Leaves open in Temp_QUR the other working brackets of the table that share a point with the closed interval
     /// from..to. `id`: the row under edit, which does not count; 0 for a new one.
     void TmpTax_GetID(int taxCode, int id, double from, double to);
     /// Deletes working brackets. `ids` parted by commas.
     void TaxDetail_Del(const QString &ids);
     /// Replaces the brackets of a tax table by its working rows; all or nothing.
-    bool TaxDetail_Insert(const QVariant &taxCode);
+    [[nodiscard]] bool TaxDetail_Insert(const QVariant &taxCode);
     void ClearDataDetail(int taxCode);
     void ClearDataTempDetail(int taxCode);
     /// Opens the list of the working rows as they are, copying nothing.

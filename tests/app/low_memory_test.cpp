@@ -50,3 +50,27 @@ TEST(LowMemory, AProgramThatGetsNoMoreMemoryDoesNotCrash)
         }
     }
 }
+
+// Qt paints with the help of threads, and waits for ever for one that there is no memory for.
+TEST(LowMemory, AProgramThatHasTooLittleFromTheStartEnds)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer itself takes more";
+#endif
+    for (const int megabytes : {90, 100, 110}) {
+        const QTemporaryDir folder;
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        program.setProcessEnvironment(environment);
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.setChildProcessModifier([megabytes] {
+            const rlimit most{rlim_t(megabytes) << 20, rlim_t(megabytes) << 20};
+            setrlimit(RLIMIT_AS, &most);
+        });
+        program.start(KETEBIONPAP_BIN "/ketebionpap", {"--tour", folder.filePath("out")});
+        EXPECT_TRUE(program.waitForFinished(60000)) << megabytes << program.readAll().toStdString();
+        EXPECT_EQ(program.exitStatus(), QProcess::NormalExit) << megabytes;
+        EXPECT_NE(program.exitCode(), 0) << megabytes;
+    }
+}

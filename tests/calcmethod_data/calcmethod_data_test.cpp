@@ -146,7 +146,7 @@ TEST_F(CalcMethodData, TheStatementsReadAsGiven)
     stored(12);
     dm.CalcMedtho_GetCode(12);
     dm.CalcMethod_GetNewCode();
-    dm.CalcMethod_Delete(12);
+    EXPECT_TRUE(dm.CalcMethod_Delete(12));
     EXPECT_EQ(db.trace(), (QStringList{"select * from CalcMethod where code=12",
                                        "select code from CalcMethod where code=12",
                                        "select isnull(max(code),0)+1 from CalcMethod",

@@ -6,6 +6,9 @@
 #include <QLabel>
 #include <QTest>
 
+#include <memory>
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 using enum TAnswer;
@@ -76,6 +79,28 @@ TEST_F(TaxList, MakesTheDataModuleWhenThereIsNone)
         EXPECT_NE(Tax_DM, nullptr);
     }
     EXPECT_EQ(Tax_DM, nullptr);
+}
+
+TEST_F(TaxList, TwoListsStandOnOneDataModuleUntilTheLastIsGone)
+{
+    delete std::exchange(Tax_DM, nullptr);
+    auto first = std::make_unique<TTaxList_FRM>(fmBrowse, QString());
+    const TTax_DM *made = Tax_DM;
+    {
+        const auto second = std::make_unique<TTaxList_FRM>(fmSelect, QString());
+        EXPECT_EQ(Tax_DM, made);
+        first.reset();
+        EXPECT_EQ(Tax_DM, made) << "the second list reads from it";
+    }
+    EXPECT_EQ(Tax_DM, nullptr);
+}
+
+TEST_F(TaxList, ADataModuleThatSomebodyElseMadeStays)
+{
+    const TTax_DM *theirs = Tax_DM;
+    ASSERT_NE(theirs, nullptr);
+    std::make_unique<TTaxList_FRM>(fmBrowse, QString()).reset();
+    EXPECT_EQ(Tax_DM, theirs);
 }
 
 TEST_F(TaxList, F4AddsATableAndTheListShowsIt)

@@ -54,6 +54,38 @@ TEST_F(TaxLostAnswer, ANewTableThatIsStoredIsFinishedByTheNextSaveWithWhatWasTyp
     }
 }
 
+TEST_F(TaxLostAnswer, ACodeTypedAfterwardsGivesWayToTheStoredOne)
+{
+    for (const bool leavesTheCode : {false, true}) {
+        db.run("delete from Tax");
+        db.run("delete from TaxMain");
+        edit(0, [&](TTaxGet_FRM &editor) {
+            Keys::type(editor.Title_EDT, "t");
+            add(editor, {"0", "1000", "0"});
+            {
+                const LostAnswer lost(db, "insert into [TaxMain]");
+                Keys::press(&editor, Qt::Key_F3);
+            }
+            messages.take();
+            Keys::retype(editor.Code_EDT, "9");
+            if (leavesTheCode)
+                editor.Comment_EDT->setFocus();
+            else
+                Keys::press(&editor, Qt::Key_F3);
+            EXPECT_EQ(messages.take(), QStringList(u"NotSaveable(کد|جدول مالیاتی)"_s));
+            EXPECT_EQ(editor.Code_EDT->GetText(), "1");
+            EXPECT_EQ(working(), "1|0|1000|0");
+            Keys::press(&editor, Qt::Key_F3);
+            EXPECT_EQ(messages.take(), QStringList(completed));
+            EXPECT_FALSE(editor.isVisible());
+        });
+        EXPECT_EQ(db.rows("select Code, Title from TaxMain"), "1|t") << "one table, not a second one";
+        EXPECT_EQ(permanent(1), "0|1000|0");
+        EXPECT_EQ(working(), "");
+        EXPECT_EQ(locks(), "");
+    }
+}
+
 TEST_F(TaxLostAnswer, ATableThatSomebodyElseStoredMeanwhileIsNotWrittenOver)
 {
     // By the title, by the comment, and by the brackets alone.

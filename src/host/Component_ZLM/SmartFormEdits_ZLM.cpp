@@ -167,9 +167,9 @@ int TSmartMaskEdit_ZLM::WrongNote() const
         return 0;
     if (m_mask == NationalCode && !NationalCode_Validation(text()))
         return ntWrongNationalCode;
-    if (m_mask == PostCode && !matches(text(), u"\\d{10}"_s))
+    if (m_mask == PostCode && !PostCode_Validation(text()))
         return ntWrongPostCode;
-    if (m_mask == Email && !matches(text(), u"[^@]+@[^@.]+(\\.[^@.]+)+"_s))
+    if (m_mask == Email && !Email_Validation(text()))
         return ntWrongEmail;
     return 0;
 }

@@ -97,7 +97,7 @@ void TBaseEditor::noteLostLine()
 {
     const auto *connection = DM.ADOConnection1;
     if (connection && connection->lastError() && IsLineLost(connection->lastError()->fault()))
-        m_unsure = m_identifier;
+        m_lostSave = m_identifier;
 }
 
 // A commit whose answer never came may have stored what was typed. A new record is a stored one then: entered once more
@@ -105,7 +105,7 @@ void TBaseEditor::noteLostLine()
 // record would take the record's own title or number for another's.
 void TBaseEditor::SettleLostSave()
 {
-    if (!m_unsure.isValid() || m_unsure != m_identifier)
+    if (!m_lostSave || *m_lostSave != m_identifier)
         return;
     if (m_mode == fmNew) {
         QVariant stored = m_identifier;
@@ -163,7 +163,7 @@ bool TBaseEditor::Save(TSaveMode way)
         if (!sound || !saved)
             return false;
         RecordSaved(m_mode == fmNew);
-        m_unsure = {};
+        m_lostSave.reset();
         m_savedOnce = true;
         m_savedIdentifier = Identifier();
         SetIsSaved(true);

@@ -13,6 +13,7 @@
 #include <QVariant>
 
 #include <functional>
+#include <optional>
 
 class QLabel;
 
@@ -130,11 +131,11 @@ protected:
     /// Focus to an input, turning to its page first.
     void FocusInput(QWidget *input);
     /// Whether an input holds a value of its kind; when it does not, its page, the focus, and the balloon beside it.
-    bool CheckInput(TSmartInput *input);
+    [[nodiscard]] bool CheckInput(TSmartInput *input);
     /// Whether an input holds anything; when it does not, MsgRequiredField with this word, its page and the focus.
     /// Blanks are a text, and stored ones stay; but typed ones alone are refused with the same message behind all
     /// that Validate checks.
-    bool RequireInput(TSmartInput *input, const QString &word);
+    [[nodiscard]] bool RequireInput(TSmartInput *input, const QString &word);
     /// The latter, for a screen that asks for the input in its own way.
     void RefuseBlanks(TSmartInput *input, const QString &word);
 
@@ -178,7 +179,7 @@ private:
     void runLeavingCheck(TSmartEdit_ZLM *input);
     TFormMode m_mode;
     QVariant m_identifier = 0;
-    QVariant m_unsure; ///< the record whose save lost the line to the server: what was typed may be stored
+    std::optional<QVariant> m_lostSave; ///< the record whose save lost the line: what was typed may be stored
     QVariant m_savedIdentifier;
     bool m_isSaved = true;
     bool m_busy = false;     ///< a save or the question of closing is under way

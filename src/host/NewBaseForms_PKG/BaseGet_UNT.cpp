@@ -5,6 +5,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "host/Declaration_PKG/RecordRows_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Declaration_PKG/WorkingRows_unt.h"
 #include "host/NewBaseForms_PKG/OpenCodes.h"
@@ -73,7 +74,7 @@ void TBaseGet_FRM::ReleaseCode()
     OpenCodes::remove(m_part, code);
     try {
         // One that an administrator took away may be somebody else's by now, with the rows under it.
-        const bool lost = HasRecovery() && !HoldsCodeLock(code, m_part, IniOptions.Com_Index) &&
+        const bool lost = Rows() && !HoldsCodeLock(code, m_part, IniOptions.Com_Index) &&
                           LocateLockCode_SoftwarePart(code, m_part, IniOptions.Com_Index, false);
         m_lostCode = lost ? code : QString();
         lockCode(code, m_part, otUnlock);
@@ -100,9 +101,10 @@ bool TBaseGet_FRM::HoldsCode() const
 
 bool TBaseGet_FRM::hasOthersRows(const QString &code)
 {
-    if (!HasRecovery() || CountWorkingRows(m_part, code) == 0)
+    if (!Rows() || CountWorkingRows(m_part, code) == 0)
         return false;
-    return !OpeningDropsRows() || WorkingRowsOwner(m_part, code, IniOptions.Com_Index) != TRowsOwner::Nobody;
+    return !Rows()->DroppedOnOpening() ||
+           WorkingRowsOwner(m_part, code, IniOptions.Com_Index) != TRowsOwner::Nobody;
 }
 
 void TBaseGet_FRM::AllotCode(const std::function<int()> &newCode)
@@ -135,12 +137,65 @@ bool TBaseGet_FRM::HoldCode(int code)
     return wanted == m_heldCode || (!hasOthersRows(wanted) && changeHeld(code));
 }
 
-bool TBaseGet_FRM::TakeCodeBack(int code)
+bool TBaseGet_FRM::rowsChanged()
 {
-    if (!changeHeld(code))
-        return false;
-    SetIdentifier(code);
-    return true;
+    return Rows() && Rows()->Changed(Identifier().toString());
+}
+
+bool TBaseGet_FRM::TakeTypedCode(TSmartEdit_ZLM *input, const QString &entity)
+{
+    const int held = Identifier().toInt();
+    const auto putBack = [&] {
+        SetIdentifier(held);
+        input->SetValue(held);
+        FocusInput(input);
+    };
+    try {
+        const int typed = input->asInteger();
+        // Once the lock is somebody else's, so are the rows under it.
+        const bool own = HoldsCode() && !rowsChanged();
+        SettleLostSave();
+        // Emptied, or stored by a save that got no answer: the code stays.
+        if (typed == 0 || Mode() != fmNew) {
+            input->SetValue(held);
+            return true;
+        }
+        SetIdentifier(typed);
+        const bool stored = RecordExists();
+        SetIdentifier(held);
+        if (!stored && TakeCode(typed)) {
+            moveRows(held, typed, own);
+            return true;
+        }
+        RecordExists(); // what the record's query holds is where the new record is appended
+        if (const QString word = LockedEntityWord(); stored || word.isEmpty())
+            MsgRepeatedField(u"کد"_s, entity, input, this);
+        else
+            MSGInUse(word);
+    } catch (...) {
+        putBack();
+        throw;
+    }
+    putBack();
+    return false;
+}
+
+void TBaseGet_FRM::moveRows(int held, int typed, bool own)
+{
+    const QString from = QString::number(held);
+    const QString to = QString::number(typed);
+    try {
+        Rows()->Move(from, to, own);
+    } catch (...) {
+        if (Rows()->HaveMoved(from, to))
+            return;
+        Guarded([&] {
+            Rows()->MoveBack(from, to);
+            changeHeld(held); // the rows are still there
+            Rows()->Show(from);
+        });
+        throw;
+    }
 }
 
 bool TBaseGet_FRM::changeHeld(int code)
@@ -192,7 +247,7 @@ bool TBaseGet_FRM::ReadyToSave()
         lockCode(m_heldCode, m_part, otUnlock);
         return false;
     }
-    const bool changed = WorkingRowsChanged();
+    const bool changed = rowsChanged();
     if (!lost && !changed)
         return true;
     const QString what =
@@ -208,7 +263,7 @@ bool TBaseGet_FRM::ReadyToSave()
         return false;
     }
     if (changed)
-        PutWorkingRowsBack();
+        Rows()->PutBack(Identifier().toString());
     return true;
 }
 
@@ -236,7 +291,7 @@ bool TBaseGet_FRM::Start()
     OpenCodes::giveUpNow();
     if (Mode() == fmNew) {
         allotFreeCode();
-        if (HasRecovery() && !m_recoveryAsked) {
+        if (Rows() && !m_recoveryAsked) {
             m_recoveryAsked = true;
             recoverIntoNew();
         }
@@ -249,7 +304,7 @@ bool TBaseGet_FRM::Start()
         return false;
     }
     const QString code = Identifier().toString();
-    const bool leftBehind = HasRecovery() && isLeft(code) && RecordHasRecovery(code);
+    const bool leftBehind = Rows() && isLeft(code) && Rows()->AreLeft(code);
     if (const QString word = LockedEntityWord(); leftBehind || !word.isEmpty()) {
         if (!lockCode(code, m_part, otLock)) {
             MSGInUse(word.isEmpty() ? windowTitle().trimmed() : word);
@@ -302,7 +357,7 @@ QList<TLeftRows> TBaseGet_FRM::leftByNewRecords(const QStringList &codes, bool &
     storedWait = false;
     QStringList offered;
     for (const QString &code : codes) {
-        if (!RecordHasRecovery(code))
+        if (!Rows()->AreLeft(code))
             continue;
         if (isStored(code))
             storedWait = true;
@@ -311,13 +366,8 @@ QList<TLeftRows> TBaseGet_FRM::leftByNewRecords(const QStringList &codes, bool &
     }
     QList<TLeftRows> left;
     for (const QString &code : std::as_const(offered))
-        left.append({code, RecoveryRows(code)});
+        left.append({code, Rows()->Count(code)});
     return left;
-}
-
-int TBaseGet_FRM::RecoveryRows(const QString &code)
-{
-    return int(RecoveryCodes().count(code));
 }
 
 bool TBaseGet_FRM::isLeft(const QString &code)
@@ -347,7 +397,7 @@ void TBaseGet_FRM::recoverIntoNew()
             return;
         const TRecoveryChoice choice = RecoveryChooser().choose(request, this);
         if (choice.action == TRecoveryChoice::DiscardAll && request.allOffered) {
-            DiscardAllRecovery();
+            Rows()->DiscardAll();
             allotFreeCode(); // the lock on the new code went with the others
             return;
         }
@@ -356,10 +406,10 @@ void TBaseGet_FRM::recoverIntoNew()
             if (!choice.codes.contains(left.code))
                 continue;
             if (choice.action == TRecoveryChoice::TakeUp) {
-                MoveRecovery(left.code, newCode);
+                Rows()->TakeUp(left.code, newCode);
                 taken = m_recoveryTaken = true;
             } else if (choice.action == TRecoveryChoice::Discard) {
-                DiscardRecovery(left.code);
+                Rows()->Discard(left.code);
             } else {
                 continue;
             }
@@ -378,7 +428,7 @@ bool TBaseGet_FRM::recoverExisting()
     TRecoveryRequest request;
     request.title = windowTitle();
     request.newRecord = false;
-    request.left.append({code, RecoveryRows(code)});
+    request.left.append({code, Rows()->Count(code)});
     const TRecoveryChoice choice = RecoveryChooser().choose(request, this);
     switch (choice.action) {
     case TRecoveryChoice::TakeUp:
@@ -386,7 +436,7 @@ bool TBaseGet_FRM::recoverExisting()
         return true;
     case TRecoveryChoice::Discard:
     case TRecoveryChoice::DiscardAll:
-        DiscardRecovery(code);
+        Rows()->Discard(code);
         return true;
     case TRecoveryChoice::Later:
         break;
@@ -405,7 +455,7 @@ void TBaseGet_FRM::KeepRows()
 void TBaseGet_FRM::keepForLater()
 {
     OpenCodes::remove(m_part, m_heldCode);
-    if (OpeningDropsRows() && Mode() == fmEdit) // here it is the note that does
+    if (Rows() && Rows()->DroppedOnOpening() && Mode() == fmEdit) // here it is the note that does
         lockCode(m_heldCode, m_part, otUnlock);
     m_heldCode.clear();
 }

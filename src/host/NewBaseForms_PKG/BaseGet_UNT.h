@@ -8,6 +8,7 @@
 
 #include <functional>
 
+class TRecordRows;
 struct TLeftRows;
 
 /// The base of all record editors: rights, code locks, recovery on top of TBaseEditor.
@@ -42,14 +43,17 @@ protected:
     void AllotCode(const std::function<int()> &newCode);
     /// A code typed by hand: takes its lock and gives up the one held so far. Becomes Identifier(). False: another
     /// editor or workstation holds the code, nothing changed. Throws TDatabaseError, nothing changed either.
-    bool TakeCode(int code);
-    /// The same for the code that was held before, with the record's own rows under it.
-    bool TakeCodeBack(int code);
+    [[nodiscard]] bool TakeCode(int code);
+    /// A code that stands in its input, for a new record with working rows (Rows): takes it, and the rows move with it. An
+    /// emptied input gets the held code back, as does one of a record that a save without an answer has stored. False:
+    /// another `entity` or another editor has the code; the user was told, and the old code is back. What it throws leaves
+    /// everything as it was, too.
+    [[nodiscard]] bool TakeTypedCode(TSmartEdit_ZLM *input, const QString &entity);
     /// The same as TakeCode without becoming Identifier(): for a stored record that is to get another code.
-    bool HoldCode(int code);
+    [[nodiscard]] bool HoldCode(int code);
     void ReleaseCode();
     /// Whether the lock on the code that was held is still this editor's. Throws TDatabaseError.
-    bool HoldsCode() const;
+    [[nodiscard]] bool HoldsCode() const;
     /// Whether the lock on Identifier() was somebody else's, or nobody's, when the editor gave it up: rows under the code
     /// may not be its own then.
     bool CodeWasLost() const;
@@ -58,18 +62,9 @@ protected:
     /// (MSGInUse with this word) and the screen does not open. Empty: not locked.
     virtual QString LockedEntityWord() const { return {}; }
 
-    // Recovery of rows that an editor of this workstation left behind. Codes as text; the base asks the user.
-    virtual bool HasRecovery() const { return false; } ///< whether the editor takes part in recovery
-    /// One entry for each row. One code at least, when there are any rows.
-    virtual QStringList RecoveryCodes() { return {}; }
-    /// How many rows were left under a code; as it stands, how often RecoveryCodes names it.
-    virtual int RecoveryRows(const QString &code);
-    /// Whether opening a record drops rows under its code that nobody noted as his; others are never a new record's.
-    virtual bool OpeningDropsRows() const { return false; }
-    virtual bool RecordHasRecovery(const QString & /*code*/) { return false; }
-    virtual void MoveRecovery(const QString & /*oldCode*/, const QString & /*newCode*/) {}
-    virtual void DiscardRecovery(const QString & /*code*/) {}
-    virtual void DiscardAllRecovery() {}
+    /// The working rows of its record, where the editor has any: rows left behind are offered, and every save makes sure
+    /// that those under edit are its own.
+    virtual TRecordRows *Rows() { return nullptr; }
     /// The record opened with rows that were left behind and was not saved since: its working rows are there already
     /// and must not be copied in again by LoadRecord.
     bool RecoveryTaken() const { return m_recoveryTaken; }
@@ -77,14 +72,9 @@ protected:
     /// Leaves the working rows, and the lock that identifies them, to be offered when the record is opened next.
     void KeepRows();
 
-    // Working rows of the record under edit. Both throw TDatabaseError.
-    /// Whether those that are stored are no longer those that the grid shows.
-    virtual bool WorkingRowsChanged() { return false; }
-    /// Stores those that the grid shows in place of the stored ones.
-    virtual void PutWorkingRowsBack() {}
     /// Before a row is added, changed or deleted: whether the lock and the rows are this editor's own. Else the user is told
     /// and asked, and Yes makes them so. Throws nothing.
-    bool RowsAreOwn();
+    [[nodiscard]] bool RowsAreOwn();
 
     /// What the event log calls a saved record; default: its code.
     virtual QString EventText() const { return Identifier().toString(); }
@@ -103,6 +93,8 @@ private:
     bool isStored(const QString &code);
     bool isLeft(const QString &code);
     bool changeHeld(int code);
+    void moveRows(int held, int typed, bool own);
+    bool rowsChanged();
     bool hasOthersRows(const QString &code);
     /// Of the locked `codes`, those whose rows a new record may take up. The rows of a stored record wait until that
     /// record is opened: taken up elsewhere, the copies of its stored rows would meet them again at the save.

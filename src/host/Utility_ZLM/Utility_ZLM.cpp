@@ -3,9 +3,19 @@
 #include "host/Utility_ZLM/PersianCalendar.h"
 #include "host/Utility_ZLM/PersianText.h"
 
+#include <QRegularExpression>
 #include <QTime>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool matches(const QString &text, const QString &pattern)
+{
+    return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(text).hasMatch();
+}
+
+} // namespace
 
 QString NowDate()
 {
@@ -32,4 +42,14 @@ bool NationalCode_Validation(const QString &text)
     }
     const int rest = sum % 11;
     return code[9].unicode() - u'0' == (rest < 2 ? rest : 11 - rest);
+}
+
+bool PostCode_Validation(const QString &text)
+{
+    return matches(text, u"\\d{10}"_s);
+}
+
+bool Email_Validation(const QString &text)
+{
+    return matches(text, u"[^@]+@[^@.]+(\\.[^@.]+)+"_s);
 }

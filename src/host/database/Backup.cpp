@@ -80,7 +80,7 @@ private:
 /// A copy in one file, checked. The target is there, and empty.
 void copyInto(const QString &source, const QString &target)
 {
-    TSqliteHandle from(source, SQLITE_OPEN_READONLY);
+    TSqliteHandle from = TSqliteHandle::reading(source);
     TSqliteHandle to(target, SQLITE_OPEN_READWRITE);
     TPages(from, to).copy();
     to.text(u"PRAGMA journal_mode=DELETE"_s);

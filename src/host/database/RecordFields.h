@@ -84,4 +84,14 @@ void write(TQuery &row, std::span<const TField<Record>> fields, const Record &re
                    field.member);
 }
 
+/// The field of a column; null when there is none.
+template <class Record>
+const TField<Record> *ofColumn(std::span<const TField<Record>> fields, const char *column)
+{
+    for (const TField<Record> &field : fields)
+        if (qstrcmp(field.column, column) == 0)
+            return &field;
+    return nullptr;
+}
+
 } // namespace Fields

@@ -114,15 +114,21 @@ void SqliteFile::mustNotBeForeign(const QString &path)
     const QByteArray head = headOf(QFile::encodeName(path));
     if (!head.startsWith("SQLite format 3"))
         return;
-    // A database that keeps a log, but has none now, is read without one: SQLite would lay one beside it.
-    const bool keepsLog = head.size() > 18 && head.at(18) == 2;
-    const bool hasLog = identityOf(path + u"-wal"_s).number != 0;
     const char *immutable = "?immutable=1";
-    TOwner owner = ownerOf(path, keepsLog && !hasLog ? immutable : "?mode=ro");
+    TOwner owner = ownerOf(path, isAtRest(path) ? immutable : "?mode=ro");
     if (owner == TOwner::Unknown)
         owner = ownerOf(path, immutable);
     if (owner == TOwner::Another)
         throw TDatabaseError(TFault::OtherProgram, path + u": tables of another program"_s);
+}
+
+bool SqliteFile::isAtRest(const QString &path)
+{
+    if (isHeldOpen(path))
+        return false;
+    const QByteArray head = headOf(QFile::encodeName(path));
+    return head.startsWith("SQLite format 3") && head.size() > 18 && head.at(18) == 2 &&
+           identityOf(path + u"-wal"_s).number == 0;
 }
 
 bool SqliteFile::isHeldOpen(const QString &path)

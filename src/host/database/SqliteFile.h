@@ -15,6 +15,11 @@ void prepare(const QString &path, bool create);
 /// OtherProgram when it is a database with tables that are not this suite's. What cannot be read is left to the opening.
 void mustNotBeForeign(const QString &path);
 
+/// Whether a database keeps a log but has none beside it: nobody works on it, and it can be read as it stands
+/// ("immutable"), also from a medium that cannot be written. SQLite would lay a log beside it otherwise, and leave it
+/// there. False for a file that this process has open.
+bool isAtRest(const QString &path);
+
 /// Whether this process has the file open. Such a file is never opened a second time by other means than SQLite's:
 /// closing it drops every lock that the process holds on it, and another program may then delete the log.
 KETEBIONPAP_CORE bool isHeldOpen(const QString &path);

@@ -1,9 +1,11 @@
 #include "host/database/SqliteHandle.h"
 
 #include "host/database/Faults.h"
+#include "host/database/SqliteFile.h"
 #include "host/database/SqliteFunctions.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <memory>
 #include <sqlite3.h>
@@ -14,9 +16,22 @@ namespace {
 const int busyMilliseconds = 5000;
 }
 
-TSqliteHandle::TSqliteHandle(const QString &file, int flags) : m_file(file)
+TSqliteHandle::TSqliteHandle(const QString &file, int flags)
+    : TSqliteHandle(file, file.isEmpty() ? QByteArray(":memory:") : QFile::encodeName(file), flags)
 {
-    const QByteArray name = file.isEmpty() ? QByteArray(":memory:") : QFile::encodeName(file);
+}
+
+TSqliteHandle TSqliteHandle::reading(const QString &file)
+{
+    if (!SqliteFile::isAtRest(file))
+        return TSqliteHandle(file, SQLITE_OPEN_READONLY);
+    const QByteArray path = QFile::encodeName(QFileInfo(file).absoluteFilePath());
+    return TSqliteHandle(file, "file://" + path.toPercentEncoding("/") + "?immutable=1",
+                         SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+}
+
+TSqliteHandle::TSqliteHandle(const QString &file, const QByteArray &name, int flags) : m_file(file)
+{
     const int code = sqlite3_open_v2(name.constData(), &m_db, flags, nullptr);
     if (code != SQLITE_OK) {
         const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> closing(m_db, sqlite3_close);

@@ -10,6 +10,8 @@ class TSqliteHandle {
 public:
     /// The flags are those of sqlite3_open_v2. An empty name opens a database in memory.
     TSqliteHandle(const QString &file, int flags);
+    /// To read a file that somebody named; one that is at rest (SqliteFile::isAtRest) gets nothing laid beside it.
+    static TSqliteHandle reading(const QString &file);
     ~TSqliteHandle();
     TSqliteHandle(const TSqliteHandle &) = delete;
     TSqliteHandle &operator=(const TSqliteHandle &) = delete;
@@ -27,6 +29,7 @@ public:
     [[noreturn]] void fail(int code) const;
 
 private:
+    TSqliteHandle(const QString &file, const QByteArray &name, int flags);
     QString m_file;
     sqlite3 *m_db = nullptr;
 };

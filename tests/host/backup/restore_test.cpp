@@ -103,6 +103,33 @@ TEST_F(ARestore, TakesABackupWithPagesOfAnotherSize)
     }
 }
 
+// The file itself, copied while no program worked on it: on a medium that cannot be written there is no other way.
+TEST_F(ARestore, LaysNothingBesideACopyOfADatabaseThatKeepsALog)
+{
+    change("pragma journal_mode=wal");
+    EXPECT_EQ(faultOf([&] { Backup::restore(db.path(), backup); }), std::nullopt);
+    EXPECT_EQ(name(), "before");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("b.db"));
+}
+
+TEST_F(ARestore, ReadsTheLogOfACopyThatHasOne)
+{
+    sqlite3 *handle = nullptr;
+    ASSERT_EQ(sqlite3_open(backup.toUtf8(), &handle), SQLITE_OK);
+    registerSqliteFunctions(handle);
+    ASSERT_EQ(sqlite3_exec(handle,
+                           "pragma journal_mode=wal; pragma wal_autocheckpoint=0; "
+                           "update StaffGroup set Name='in the log' where Code=7",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    const QString copy = folder.filePath("copy.db");
+    for (const char *end : {"", "-wal"})
+        ASSERT_TRUE(QFile::copy(backup + end, copy + end));
+    sqlite3_close(handle);
+    EXPECT_EQ(faultOf([&] { Backup::restore(db.path(), copy); }), std::nullopt);
+    EXPECT_EQ(name(), "in the log");
+}
+
 TEST_F(ARestore, TellsWhatTheBackupHolds)
 {
     db.run("insert into UserEvent(UserCode, EventText, EventDate, EventTime) values(1, 'x', '1403/02/03', "

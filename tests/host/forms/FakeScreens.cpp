@@ -142,13 +142,13 @@ void TThingGet_FRM::BeforeClose()
     DM.ADOConnection1->execute(TStatement("delete from TmpThing where Code=").integer(Identifier()));
 }
 
-QStringList TThingGet_FRM::RecoveryCodes()
+QStringList TThingRows::LeftCodes()
 {
     TQuery query(DM.ADOConnection1, "Temp_QUR");
     query.setStatement(
         TStatement::format("select Code from TmpThing where Code in (select cast(Code as bigint) from "
                            "CodeLock_TBL where Status=%d and Com_Index=%d)",
-                           {int(Part()), IniOptions.Com_Index}));
+                           {int(m_part), IniOptions.Com_Index}));
     query.open();
     QStringList codes;
     for (int row = 0; row < query.recordCount(); ++row)
@@ -156,29 +156,29 @@ QStringList TThingGet_FRM::RecoveryCodes()
     return codes;
 }
 
-bool TThingGet_FRM::RecordHasRecovery(const QString &code)
+bool TThingRows::AreLeft(const QString &code)
 {
     const QScopedValueRollback all(namesOneCode, false);
-    return RecoveryCodes().contains(code);
+    return LeftCodes().contains(code);
 }
 
-void TThingGet_FRM::MoveRecovery(const QString &oldCode, const QString &newCode)
+void TThingRows::TakeUp(const QString &leftCode, const QString &newCode)
 {
     DM.ADOConnection1->execute(
-        TStatement("update TmpThing set Code=").integer(newCode).sql(" where Code=").integer(oldCode));
+        TStatement("update TmpThing set Code=").integer(newCode).sql(" where Code=").integer(leftCode));
 }
 
-void TThingGet_FRM::DiscardRecovery(const QString &code)
+void TThingRows::Discard(const QString &code)
 {
     DM.ADOConnection1->execute(TStatement("delete from TmpThing where Code=").integer(code));
 }
 
-void TThingGet_FRM::DiscardAllRecovery()
+void TThingRows::DiscardAll()
 {
-    for (const QString &code : RecoveryCodes())
-        DiscardRecovery(code);
+    for (const QString &code : LeftCodes())
+        Discard(code);
     DM.ADOConnection1->execute(TStatement::format("delete from CodeLock_TBL where Status=%d and Com_Index=%d",
-                                                  {int(Part()), IniOptions.Com_Index}));
+                                                  {int(m_part), IniOptions.Com_Index}));
 }
 
 TThing_GetDetail_FRM::TThing_GetDetail_FRM(int master) : TBaseGetDetail_FRM(cspCalcMethod, master)

@@ -6,6 +6,7 @@
 
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Declaration_PKG/RecordRows_unt.h"
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 #include "host/NewBaseForms_PKG/BaseGetDetail_UNT.h"
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
@@ -39,6 +40,22 @@ public:
     QList<TRecoveryChoice> answers;
 };
 
+/// The working rows of a thing.
+class TThingRows : public TRecordRows {
+public:
+    explicit TThingRows(TSoftwarePart part) : m_part(part) {}
+    bool namesOneCode = false; ///< the list names the first code only, as often as there are rows
+
+    QStringList LeftCodes() override;
+    bool AreLeft(const QString &code) override;
+    void TakeUp(const QString &leftCode, const QString &newCode) override;
+    void Discard(const QString &code) override;
+    void DiscardAll() override;
+
+private:
+    TSoftwarePart m_part;
+};
+
 class TThingGet_FRM : public TBaseGet_FRM {
     Q_OBJECT
 public:
@@ -55,7 +72,6 @@ public:
     // What the tests turn and read.
     QStringList hooks;
     bool recovery = false;
-    bool namesOneCode = false; ///< the recovery's list names the first code only, as often as there are rows
     bool leaveTransactionOpen = false;
     bool refuseSave = false;
     QString lockedWord;
@@ -76,16 +92,15 @@ protected:
     bool RecordExists() override;
     void BeforeClose() override;
     QString LockedEntityWord() const override { return lockedWord; }
-    bool HasRecovery() const override { return recovery; }
-    QStringList RecoveryCodes() override;
-    bool RecordHasRecovery(const QString &code) override;
-    void MoveRecovery(const QString &oldCode, const QString &newCode) override;
-    void DiscardRecovery(const QString &code) override;
-    void DiscardAllRecovery() override;
+    TRecordRows *Rows() override { return recovery ? &m_rows : nullptr; }
 
 private:
     void build();
     TQuery m_record;
+    TThingRows m_rows{Part()};
+
+public:
+    bool &namesOneCode = m_rows.namesOneCode;
 };
 
 class TThing_GetDetail_FRM : public TBaseGetDetail_FRM {

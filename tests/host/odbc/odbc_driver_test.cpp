@@ -198,7 +198,7 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
     calcMethod.CalcMethod_GetNewCode();
     EXPECT_TRUE(calcMethod.CalcMethod_Insert(method));
     EXPECT_TRUE(calcMethod.CalcMethod_Update(method));
-    calcMethod.CalcMethod_Delete(1);
+    EXPECT_TRUE(calcMethod.CalcMethod_Delete(1));
 
     tax.Tax_Get();
     tax.List_QUR->open();
@@ -254,7 +254,7 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
     child._StaffCode = 1;
     EXPECT_TRUE(staff.TmpFamily_Insert(child));
     staff.Family_Insert(1);
-    staff.Family_Del("1");
+    EXPECT_TRUE(staff.Family_Del("1"));
     staff.ClearDataFamily(1);
     staff.ClearDataTMPFamily(1);
     staff.StaffFamily_DelTmp(1);
@@ -263,7 +263,7 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
     staff.StaffFamily_IsRecordHasRecovery(1, TSoftwarePart(806), 1);
     staff.StaffFamily_DeleteAllRecovery(TSoftwarePart(806), 1);
     staff.CodeLock_DeleteAllRecovery(TSoftwarePart(806), 1);
-    staff.Staff_Del("1");
+    EXPECT_TRUE(staff.Staff_Del("1"));
 
     for (const TEntityDataset kind : {edFiscal, edDeduction}) {
         entity.FiscalDeducationList_get(kind);
@@ -283,8 +283,8 @@ TEST_F(OdbcStatements, OfTheDataModulesOpenThroughTheDriver)
     TFiscalDeducation_Mapper item;
     entity.FiscalDeducation_GetByID(1, TSoftwarePart(804), item);
     entity.FiscalDeducation_GetByID(1, TSoftwarePart(805), item);
-    entity.FiscalDeducation_Delete(1, false);
-    entity.FiscalDeducation_Delete(1, true);
+    EXPECT_TRUE(entity.FiscalDeducation_Delete(1, false));
+    EXPECT_TRUE(entity.FiscalDeducation_Delete(1, true));
     entity.TmpStaff_Count(1, false);
     entity.TmpStaff_Count(1, true);
     entity.tmpRec_GetID(1, 1, false);
