@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Export.h"
 #include "host/database/RecordRules.h"
 #include "staff/Staff_Mapper.h"
 
@@ -15,4 +16,4 @@ struct TStaffSubject {
 };
 
 /// What must hold of an employee before it is saved, in the order in which the users are told.
-std::span<const TRule<TStaffSubject>> staffRules();
+KETEBIONPAP_CORE std::span<const TRule<TStaffSubject>> staffRules();
