@@ -2,7 +2,6 @@
 
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
-#include "support/Keys.h"
 
 #include <QCoreApplication>
 #include <QFile>
