@@ -1,5 +1,6 @@
 #include "calender/Calender_DM_UNT.h"
 
+#include "calender/CalenderFields.h"
 #include "common/QueryTools.h"
 
 using namespace QueryTools;
@@ -58,11 +59,7 @@ void TCalender_DM::Calender_Get()
 void TCalender_DM::Calender_GetByID(const QVariant &id, TCalenderMapper &day)
 {
     open(Get_QUR, TStatement("Select * from Calender where ID = ").integer(id));
-    day._Title = Get_QUR->asString("Title");
-    day._Date = Get_QUR->asString("Date");
-    day._Day = Get_QUR->asInteger("Day");
-    day._Type = Get_QUR->asInteger("Type");
-    day._Comment = Get_QUR->asString("Comment");
+    Fields::read<TCalenderMapper>(*Get_QUR, dayFields, day);
 }
 
 void TCalender_DM::Calender_GetWithDates(const QString &from, const QString &to)
@@ -77,13 +74,7 @@ bool TCalender_DM::Calender_Insert(const TCalenderMapper &day)
     if (!Get_QUR->active() &&
         !Try([&] { open(Get_QUR, TStatement("Select * from Calender where ID = ").integer(0)); }))
         return false;
-    return Post(Get_QUR, true, [&] {
-        Get_QUR->setValue("Title", day._Title);
-        Get_QUR->setValue("Date", day._Date);
-        Get_QUR->setValue("Day", day._Day);
-        Get_QUR->setValue("Type", day._Type);
-        Get_QUR->setValue("Comment", day._Comment);
-    });
+    return Post(Get_QUR, true, [&] { Fields::write<TCalenderMapper>(*Get_QUR, dayFields, day); });
 }
 
 bool TCalender_DM::Calender_Update(const TCalenderMapper &day)

@@ -2,6 +2,7 @@
 
 #include "common/QueryTools.h"
 #include "common/WorkingRows.h"
+#include "tax/TaxFields.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -49,19 +50,13 @@ bool TTax_DM::Tax_Insert(const TTax_Mapper &tax)
 {
     if (!Get_QUR->active() && !Try([&] { Tax_GetByID(tax._Code); }))
         return false;
-    return Post(Get_QUR, true, [&] {
-        Get_QUR->setValue("Code", tax._Code);
-        Get_QUR->setValue("Title", tax._Title);
-        Get_QUR->setValue("Comment", tax._Comment);
-    });
+    return Post(Get_QUR, true, [&] { Fields::write<TTax_Mapper>(*Get_QUR, taxFields, tax); });
 }
 
 bool TTax_DM::Tax_Update(const TTax_Mapper &tax)
 {
-    return Post(Get_QUR, false, [&] {
-        Get_QUR->setValue("Title", tax._Title);
-        Get_QUR->setValue("Comment", tax._Comment);
-    });
+    const auto changing = std::span<const TField<TTax_Mapper>>(taxFields).subspan(1);
+    return Post(Get_QUR, false, [&] { Fields::write(*Get_QUR, changing, tax); });
 }
 
 void TTax_DM::Tax_Del(const QString &codes)
@@ -166,23 +161,14 @@ bool TTax_DM::TmpTax_Insert(const TTmpTax_Mapper &bracket)
     // The bracket screen adds rows without having loaded one.
     if (!TmpGet_QUR->active() && !Try([&] { TmpTax_GetById(0); }))
         return false;
-    return Post(TmpGet_QUR, true, [&] {
-        TmpGet_QUR->setValue("TaxMainCode", bracket._TaxMainCode);
-        TmpGet_QUR->setValue("FromSalary", bracket._FromSalary);
-        TmpGet_QUR->setValue("ToSalary", bracket._ToSalary);
-        TmpGet_QUR->setValue("Percent", bracket._Percent);
-        TmpGet_QUR->setValue("Comment", bracket._Comment);
-    });
+    return Post(TmpGet_QUR, true,
+                [&] { Fields::write<TTmpTax_Mapper>(*TmpGet_QUR, bracketFields, bracket); });
 }
 
 bool TTax_DM::TmpTax_Update(const TTmpTax_Mapper &bracket)
 {
-    return Post(TmpGet_QUR, false, [&] {
-        TmpGet_QUR->setValue("FromSalary", bracket._FromSalary);
-        TmpGet_QUR->setValue("ToSalary", bracket._ToSalary);
-        TmpGet_QUR->setValue("Percent", bracket._Percent);
-        TmpGet_QUR->setValue("Comment", bracket._Comment);
-    });
+    const auto changing = std::span<const TField<TTmpTax_Mapper>>(bracketFields).subspan(1);
+    return Post(TmpGet_QUR, false, [&] { Fields::write(*TmpGet_QUR, changing, bracket); });
 }
 
 void TTax_DM::TmpTax_GetID(int taxCode, int id, double from, double to)
