@@ -104,7 +104,7 @@ TEST(Appearance, TheWindowsRunFromRightToLeftInThePersianFont)
     EXPECT_EQ(QApplication::font().families().value(0), u"Noto Sans Arabic"_s);
 }
 
-TEST(Controls, AControlIsLaidOutRightToLeft)
+TEST(Appearance, AControlIsLaidOutRightToLeft)
 {
     QLineEdit edit;
     edit.setLayoutDirection(Qt::LeftToRight);
