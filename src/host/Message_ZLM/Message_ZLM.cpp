@@ -2,6 +2,8 @@
 
 #include "host/Declaration_PKG/Specialmessages.h"
 
+#include <QWidget>
+
 using namespace Qt::Literals::StringLiterals;
 
 void ShowTooltipMessage(const QString &text, QWidget *control, int displayTime, int icon, const QColor &color,
