@@ -98,7 +98,9 @@ void TCalender_Set_FRM::showStartDayHint()
 
 void TCalender_Set_FRM::showDate2Hint()
 {
-    Date2Hint_LBL->setText(TPersianDate::monthNote(Date2_EDT->text()));
+    const QString note = TPersianDate::monthNote(Date2_EDT->text());
+    Date2Hint_LBL->setText(note);
+    Date2Hint_LBL->setVisible(!note.isEmpty()); // the date has the whole width otherwise
 }
 
 CalenderDays::Range TCalender_Set_FRM::range() const
