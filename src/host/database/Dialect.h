@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -16,6 +18,6 @@ struct TTranslated {
 /// Translates a text of one or more T-SQL statements (parted by ";", by blanks only, or by line breaks), on tokens.
 /// Remembered by text: a text seen before costs a look-up. A text that is no T-SQL comes back as it is, for the
 /// engine to refuse. The answer is good until the next call; user-interface thread only.
-const TTranslated &toSqlite(const QString &tsql);
+KETEBIONPAP_CORE const TTranslated &toSqlite(const QString &tsql);
 
 } // namespace Dialect
