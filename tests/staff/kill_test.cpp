@@ -1,10 +1,9 @@
 #include "staff/Screens.h"
 
+#include "support/KilledClerk.h"
+
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "staff/StaffFamily_GetDetil_UNT.h"
-
-#include <QCoreApplication>
-#include <QProcess>
 
 #include <csignal>
 
@@ -17,22 +16,7 @@ protected:
     /// fewer statements, and the process ended by itself.
     bool killedAt(int n, int code)
     {
-        QProcess clerk;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("STAFF_KILL_DATABASE", db.path());
-        environment.insert("STAFF_KILL_STATEMENT", QString::number(n));
-        environment.insert("STAFF_KILL_CODE", QString::number(code));
-        clerk.setProcessEnvironment(environment);
-        clerk.setProcessChannelMode(QProcess::MergedChannels);
-        clerk.start(QCoreApplication::applicationFilePath(),
-                    {"--gtest_filter=StaffKillClerk.DISABLED_Saves", "--gtest_also_run_disabled_tests"});
-        EXPECT_TRUE(clerk.waitForFinished(60000));
-        const QString said = QString::fromUtf8(clerk.readAll());
-        const bool killed = clerk.exitStatus() == QProcess::CrashExit;
-        if (!killed) {
-            EXPECT_EQ(clerk.exitCode(), 0) << said.toStdString();
-        }
-        return killed;
+        return KilledClerk::killedAt("StaffKillClerk.DISABLED_Saves", db.path(), n, code);
     }
     void empty()
     {
@@ -45,7 +29,7 @@ protected:
 // The killed process itself; only ever run by the tests below.
 TEST(StaffKillClerk, DISABLED_Saves)
 {
-    const QString path = qEnvironmentVariable("STAFF_KILL_DATABASE");
+    const QString path = qEnvironmentVariable(KilledClerk::database);
     ASSERT_FALSE(path.isEmpty()) << "run by the tests of the killed editor only";
     TConnection connection;
     TestDatabase::open(connection, path);
@@ -54,8 +38,8 @@ TEST(StaffKillClerk, DISABLED_Saves)
     UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
     ScriptedMessages messages;
     Staff_DM = new TStaff_DM(nullptr);
-    const int killAt = qEnvironmentVariableIntValue("STAFF_KILL_STATEMENT");
-    const int code = qEnvironmentVariableIntValue("STAFF_KILL_CODE");
+    const int killAt = qEnvironmentVariableIntValue(KilledClerk::statement);
+    const int code = qEnvironmentVariableIntValue(KilledClerk::code);
     {
         const std::unique_ptr<TStaffGet_FRM> editor(code == 0
                                                         ? new TStaffGet_FRM(cspStaff, false, "1")

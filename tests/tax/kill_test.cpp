@@ -1,11 +1,11 @@
 #include "tax/TaxScreens.h"
 
+#include "support/KilledClerk.h"
+
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 
-#include <QCoreApplication>
-#include <QProcess>
 #include <QRegularExpression>
 
 #include <csignal>
@@ -19,29 +19,14 @@ protected:
     /// had fewer statements, and the process ended by itself.
     bool killedAt(int n, int code)
     {
-        QProcess clerk;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("TAX_KILL_DATABASE", db.path());
-        environment.insert("TAX_KILL_STATEMENT", QString::number(n));
-        environment.insert("TAX_KILL_CODE", QString::number(code));
-        clerk.setProcessEnvironment(environment);
-        clerk.setProcessChannelMode(QProcess::MergedChannels);
-        clerk.start(QCoreApplication::applicationFilePath(),
-                    {"--gtest_filter=TaxKillClerk.DISABLED_Saves", "--gtest_also_run_disabled_tests"});
-        EXPECT_TRUE(clerk.waitForFinished(60000));
-        const QString said = QString::fromUtf8(clerk.readAll());
-        const bool killed = clerk.exitStatus() == QProcess::CrashExit;
-        if (!killed) {
-            EXPECT_EQ(clerk.exitCode(), 0) << said.toStdString();
-        }
-        return killed;
+        return KilledClerk::killedAt("TaxKillClerk.DISABLED_Saves", db.path(), n, code);
     }
 };
 
 // The killed process itself; only ever run by the tests below.
 TEST(TaxKillClerk, DISABLED_Saves)
 {
-    const QString path = qEnvironmentVariable("TAX_KILL_DATABASE");
+    const QString path = qEnvironmentVariable(KilledClerk::database);
     ASSERT_FALSE(path.isEmpty()) << "run by the tests of the killed editor only";
     TConnection connection;
     TestDatabase::open(connection, path);
@@ -50,8 +35,8 @@ TEST(TaxKillClerk, DISABLED_Saves)
     UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
     ScriptedMessages messages;
     Tax_DM = new TTax_DM(nullptr);
-    const int killAt = qEnvironmentVariableIntValue("TAX_KILL_STATEMENT");
-    const int code = qEnvironmentVariableIntValue("TAX_KILL_CODE");
+    const int killAt = qEnvironmentVariableIntValue(KilledClerk::statement);
+    const int code = qEnvironmentVariableIntValue(KilledClerk::code);
     {
         const std::unique_ptr<TTaxGet_FRM> editor(code == 0 ? new TTaxGet_FRM(cspTax, false, QString())
                                                             : new TTaxGet_FRM(cspTax, code, fmEdit, false));
