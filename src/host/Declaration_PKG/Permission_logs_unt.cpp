@@ -1,10 +1,10 @@
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/EventChain_unt.h"
 #include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
-#include "host/Utility_ZLM/PersianText.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 
 #include <QTime>
@@ -54,28 +54,15 @@ bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right
 void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bool ofSystem, bool tellUser)
 {
     try {
-        DM.ADOConnection1->execute(
-            TStatement(
-                "insert into UserEvent(UserCode, UserName, Com_Index, SoftwarePart, Permission, EventText, "
-                "EventDate, EventTime, OfSystem) values(")
-                .integer(UserInfo.Code)
-                .sql(",")
-                .text(PersianText::cut(UserInfo.Name, userWidth))
-                .sql(",")
-                .integer(IniOptions.Com_Index)
-                .sql(",")
-                .integer(int(part))
-                .sql(",")
-                .integer(int(right))
-                .sql(",")
-                .text(PersianText::cut(text, eventWidth))
-                .sql(",")
-                .text(NowDate())
-                .sql(",")
-                .text(QTime::currentTime().toString(u"HH:mm:ss"_s))
-                .sql(",")
-                .integer(ofSystem ? 1 : 0)
-                .sql(")"));
+        AddEventLine({.userCode = UserInfo.Code,
+                      .userName = EventText(UserInfo.Name, userWidth),
+                      .comIndex = IniOptions.Com_Index,
+                      .part = int(part),
+                      .right = int(right),
+                      .text = EventText(text, eventWidth),
+                      .date = NowDate(),
+                      .time = QTime::currentTime().toString(u"HH:mm:ss"_s),
+                      .ofSystem = ofSystem});
     } catch (const TDatabaseError &) {
         if (!tellUser)
             throw;
