@@ -22,17 +22,29 @@ const int userWidth = 50;
 
 bool HoldsPermission(const TUserInfo &user, TSoftwarePart part, TPermission right)
 {
-    if (!user.IsActive)
-        return false;
-    if (user.IsAdmin)
-        return true;
+    if (user.Code == 0 || !user.IsActive)
+        return user.IsActive && user.IsAdmin;
+    // Asked each time, the account too: it may have been shut out or demoted since the log-in.
     return DM.ADOConnection1
-               ->scalar(TStatement("select count(*) from UserRight where UserCode=")
+               ->scalar(TStatement("select count(*) from UserAccount where Code=")
                             .integer(user.Code)
-                            .sql(" and SoftwarePart=")
+                            .sql(" and IsActive=1 and (IsAdmin=1 or exists (select Permission from UserRight "
+                                 "where UserCode=UserAccount.Code and SoftwarePart=")
                             .integer(int(part))
                             .sql(" and Permission=")
-                            .integer(int(right)))
+                            .integer(int(right))
+                            .sql("))"))
+               .toInt() > 0;
+}
+
+bool IsAdministrator(const TUserInfo &user)
+{
+    if (user.Code == 0 || !user.IsActive)
+        return user.IsActive && user.IsAdmin;
+    return DM.ADOConnection1
+               ->scalar(TStatement("select count(*) from UserAccount where Code=")
+                            .integer(user.Code)
+                            .sql(" and IsActive=1 and IsAdmin=1"))
                .toInt() > 0;
 }
 

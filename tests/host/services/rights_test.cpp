@@ -3,6 +3,7 @@
 #include "host/Declaration_PKG/Login_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
+#include "support/TestUser.h"
 
 #include <QRegularExpression>
 
@@ -11,7 +12,7 @@ protected:
     Rights()
     {
         db.run("insert into UserAccount(Code, Name, IsAdmin, IsActive) values(5, 'clerk', 0, 1)");
-        UserInfo = TUserInfo{5, "clerk", "A Clerk", false, true};
+        SeatUser(TUserInfo{5, "clerk", "A Clerk", false, true});
     }
     static bool have(TSoftwarePart part, TPermission right, bool tell = true)
     {
@@ -43,6 +44,7 @@ TEST_F(Rights, ARefusalIsToldByTheHostWhenTheCallerWishes)
 TEST_F(Rights, AnAdministratorHoldsEveryRight)
 {
     UserInfo.IsAdmin = true;
+    SeatUser(UserInfo);
     EXPECT_TRUE(have(cspStaff, cpStaffFamilyPage));
     EXPECT_TRUE(have(cspPayrollInfo, cpPayrollSecondPage));
 }
@@ -53,7 +55,46 @@ TEST_F(Rights, AnInactiveUserHoldsNone)
     UserInfo.IsActive = false;
     EXPECT_FALSE(have(cspTax, cpDelete));
     UserInfo.IsAdmin = true;
+    SeatUser(UserInfo);
     EXPECT_FALSE(have(cspTax, cpDelete));
+}
+
+TEST_F(Rights, AUserWhoWasShutOutMeanwhileHoldsNone)
+{
+    db.run("insert into UserRight(UserCode, SoftwarePart, Permission) values(5, 802, 3)");
+    EXPECT_TRUE(have(cspTax, cpDelete));
+    db.run("update UserAccount set IsActive=0 where Code=5");
+    EXPECT_FALSE(have(cspTax, cpDelete));
+}
+
+TEST_F(Rights, AnAdministratorWhoWasDemotedMeanwhileHoldsWhatIsLeft)
+{
+    SeatUser({5, "clerk", "A Clerk", true, true});
+    EXPECT_TRUE(IsAdministrator(UserInfo));
+    db.run("insert into UserRight(UserCode, SoftwarePart, Permission) values(5, 802, 6)");
+    db.run("update UserAccount set IsAdmin=0 where Code=5");
+    EXPECT_FALSE(IsAdministrator(UserInfo));
+    EXPECT_FALSE(have(cspTax, cpDelete));
+    EXPECT_TRUE(have(cspTax, cpOpen));
+}
+
+TEST_F(Rights, AUserWhoWasDeletedMeanwhileHoldsNoneWhateverRowsAreLeft)
+{
+    SeatUser({5, "clerk", "A Clerk", true, true});
+    db.run("delete from UserAccount where Code=5");
+    db.run("insert into UserRight(UserCode, SoftwarePart, Permission) values(5, 802, 3)"); // a forged one
+    EXPECT_FALSE(have(cspTax, cpDelete));
+    EXPECT_FALSE(IsAdministrator(UserInfo));
+}
+
+TEST_F(Rights, TheSampleCompanysAdministratorHasNoAccount)
+{
+    UserInfo = {0, "demo", {}, true, true};
+    EXPECT_TRUE(have(cspTax, cpDelete));
+    EXPECT_TRUE(IsAdministrator(UserInfo));
+    UserInfo = {};
+    EXPECT_FALSE(have(cspTax, cpDelete)) << "nobody is logged in";
+    EXPECT_FALSE(IsAdministrator(UserInfo));
 }
 
 TEST_F(Rights, ADatabaseErrorRefuses)

@@ -8,6 +8,7 @@
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/database/Connection.h"
+#include "support/TestUser.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -79,7 +80,7 @@ std::unique_ptr<TDesk> desk;
 
 void seat(int code)
 {
-    UserInfo = TUserInfo{code, "clerk", "clerk", false, true};
+    SeatUser(TUserInfo{code, "clerk", "clerk", false, true});
 }
 
 } // namespace
