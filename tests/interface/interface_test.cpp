@@ -408,7 +408,7 @@ TEST_F(Interface, TheExampleOfAHostLogsInOpensAndChooses)
 {
     TUserInfo clerk{0, "ali", {}, false, true};
     ASSERT_EQ(SaveUser(clerk, "secret-1"), TLoginResult::Ok);
-    SetRightsOfUser(clerk.Code, {{cspTax, cpOpen}, {cspFiscal, cpOpen}});
+    EXPECT_TRUE(SetRightsOfUser(clerk.Code, {{cspTax, cpOpen}, {cspFiscal, cpOpen}}));
     if (db.connection().kind() != TConnection::Kind::Embedded)
         GTEST_SKIP() << "the example works on a file";
     const QTemporaryDir home;

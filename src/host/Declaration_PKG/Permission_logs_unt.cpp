@@ -54,8 +54,10 @@ bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right
     try {
         if (HoldsPermission(user, part, right))
             return true;
-        if (tellUser)
+        if (tellUser) {
+            SetUserEvent(part, right, u"رد شد: این کاربر این دسترسی را ندارد"_s, true, true);
             MsgNoPermission(part, right);
+        }
     } catch (const TDatabaseError &) {
         if (tellUser)
             TellFault();

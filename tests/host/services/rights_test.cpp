@@ -7,6 +7,8 @@
 
 #include <QRegularExpression>
 
+using namespace Qt::Literals::StringLiterals;
+
 class Rights : public Services {
 protected:
     Rights()
@@ -37,6 +39,8 @@ TEST_F(Rights, ARefusalIsToldByTheHostWhenTheCallerWishes)
     EXPECT_EQ(messages.take(), QStringList());
     EXPECT_FALSE(have(cspTax, cpDelete, true));
     EXPECT_EQ(messages.take(), QStringList("MsgNoPermission()"));
+    EXPECT_EQ(db.rows("select UserName, SoftwarePart, Permission, EventText from UserEvent"),
+              u"clerk|802|3|رد شد: این کاربر این دسترسی را ندارد"_s);
     EXPECT_TRUE(messages.last().text.contains(SoftwarePartName(cspTax)));
     EXPECT_TRUE(messages.last().text.contains(PermissionName(cpDelete)));
 }
@@ -133,20 +137,22 @@ TEST_F(Rights, EveryRightThatIsOfferedHasAPartAndAName)
 
 TEST_F(Rights, RightsAreReplacedAsAWhole)
 {
+    UserInfo = {0, "boss", {}, true, true};
     const QList<TRight> rights{{cspTax, cpOpen}, {cspTax, cpDelete}, {cspStaff, cpOpen}};
-    SetRightsOfUser(5, rights + rights);
+    EXPECT_TRUE(SetRightsOfUser(5, rights + rights));
     EXPECT_EQ(db.rows("select UserCode, SoftwarePart, Permission from UserRight order by 2, 3"),
               "5|802|3\n5|802|6\n5|806|6");
     EXPECT_EQ(RightsOfUser(5), (QList<TRight>{{cspTax, cpDelete}, {cspTax, cpOpen}, {cspStaff, cpOpen}}));
-    SetRightsOfUser(5, {{cspFiscal, cpNew}});
+    EXPECT_TRUE(SetRightsOfUser(5, {{cspFiscal, cpNew}}));
     EXPECT_EQ(RightsOfUser(5), (QList<TRight>{{cspFiscal, cpNew}}));
 }
 
 TEST_F(Rights, RightsThatCannotBeWrittenStayAsTheyWere)
 {
-    SetRightsOfUser(5, {{cspTax, cpOpen}});
-    db.failStatement(4, TFault::DiskFull);
-    EXPECT_THROW(SetRightsOfUser(5, {{cspStaff, cpOpen}, {cspStaff, cpEdit}}), TDatabaseError);
+    UserInfo = {0, "boss", {}, true, true};
+    EXPECT_TRUE(SetRightsOfUser(5, {{cspTax, cpOpen}}));
+    db.failStatement(8, TFault::DiskFull);
+    EXPECT_THROW((void)SetRightsOfUser(5, {{cspStaff, cpOpen}, {cspStaff, cpEdit}}), TDatabaseError);
     db.failStatement(0);
     EXPECT_EQ(RightsOfUser(5), (QList<TRight>{{cspTax, cpOpen}}));
     EXPECT_FALSE(db.connection().InTransaction());
