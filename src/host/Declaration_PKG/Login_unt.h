@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Rights_unt.h"
+#include "host/Declaration_PKG/UserRights_unt.h"
 #include "host/Export.h"
 
 #include <QList>

@@ -6,7 +6,7 @@
 #include <QList>
 #include <QString>
 
-/// The rights that the suite asks for, their names, and who holds them.
+/// The rights that the suite asks for, and their names.
 
 /// One right on one software part.
 struct TRight {
@@ -25,8 +25,3 @@ KETEBIONPAP_CORE const QList<TRightName> &AllRights();
 KETEBIONPAP_CORE QString SoftwarePartName(TSoftwarePart part);
 /// The Persian name of a right; its number when it has none.
 KETEBIONPAP_CORE QString PermissionName(TPermission right);
-
-KETEBIONPAP_CORE QList<TRight> RightsOfUser(int code);
-/// Replaces the user's rights as a whole, in a transaction, with a line of the event log for each part whose rights
-/// change. False: who is logged in is no active administrator now.
-[[nodiscard]] KETEBIONPAP_CORE bool SetRightsOfUser(int code, const QList<TRight> &rights);
