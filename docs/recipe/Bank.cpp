@@ -18,24 +18,18 @@ class TBankGet_FRM : public TRecordGet<TBank_Mapper> {
     Q_OBJECT
 public:
     TBankGet_FRM(TBank_DM &data, const QVariant &code, TFormMode mode)
-        : TRecordGet(cspPerson, code, mode, false), m_data(data)
-    {
-        build();
-    }
-
-protected:
-    int NextCode() override { return m_data.Bank_GetNewCode(); }
-    TBank_Mapper Fresh(int code) override { return {code, {}, {}, true}; }
-    bool Read(const QVariant &code, TBank_Mapper &bank) override { return m_data.Bank_GetById(code, bank); }
-    bool Write(const TBank_Mapper &bank, bool isNew) override { return m_data.Bank_Save(bank, isNew); }
-    bool Validate() override { return RequireInput(m_title, u"عنوان"_s); }
-
-private:
-    void build()
+        : TRecordGet(cspPerson, code, mode, false)
     {
         SetTitle(u"بانک"_s);
-        auto *grid = new QGridLayout;
         using M = TBank_Mapper;
+        Store = {.newCode = [&data] { return data.Bank_GetNewCode(); },
+                 .fresh =
+                     [](int code) {
+                         return M{code, {}, {}, true};
+                     },
+                 .read = [&data](const QVariant &code, M &bank) { return data.Bank_GetById(code, bank); },
+                 .write = [&data](const M &bank, bool isNew) { return data.Bank_Save(bank, isNew); }};
+        auto *grid = new QGridLayout;
         const auto text = [&](int row, const QString &caption, const QString &name, int length) {
             auto *input = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, length);
             return AddInput(grid, row, 0, caption, name, input);
@@ -47,7 +41,11 @@ private:
         Body()->addLayout(grid);
         BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s, svSaveClose);
     }
-    TBank_DM &m_data;
+
+protected:
+    bool Validate() override { return RequireInput(m_title, u"عنوان"_s); }
+
+private:
     TSmartEdit_ZLM *m_title = nullptr;
 };
 

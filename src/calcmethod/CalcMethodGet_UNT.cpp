@@ -29,13 +29,13 @@ QLabel *besideLabel(QWidget *parent, const QString &objectName)
 } // namespace
 
 TCalcMethodGet_FRM::TCalcMethodGet_FRM(TSoftwarePart part, bool flag, const QString &text)
-    : TBaseGet_FRM(part, flag, text)
+    : TRecordGet(part, flag, text)
 {
     build();
 }
 
 TCalcMethodGet_FRM::TCalcMethodGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
-    : TBaseGet_FRM(part, code, mode, flag)
+    : TRecordGet(part, code, mode, flag)
 {
     build();
 }
@@ -43,6 +43,19 @@ TCalcMethodGet_FRM::TCalcMethodGet_FRM(TSoftwarePart part, const QVariant &code,
 void TCalcMethodGet_FRM::build()
 {
     SetTitle(u"روش محاسباتی"_s);
+    using M = TCalcMethod_Mapper;
+    Store = {.newCode = [] { return CalcMethod_DM->CalcMethod_GetNewCode(); },
+             .read =
+                 [](const QVariant &code, M &method) {
+                     CalcMethod_DM->CalcMethod_GetById(code, method);
+                     return !CalcMethod_DM->Get_QUR->isEmpty();
+                 },
+             .write =
+                 [](const M &method, bool isNew) {
+                     return isNew ? CalcMethod_DM->CalcMethod_Insert(method)
+                                  : CalcMethod_DM->CalcMethod_Update(method);
+                 },
+             .readAgain = true};
     CalcMethod_PC = new QTabWidget(this);
     CalcMethod_PC->setObjectName(u"CalcMethod_PC"_s);
     SetPages(CalcMethod_PC);
@@ -61,33 +74,33 @@ void TCalcMethodGet_FRM::buildGeneralPage()
 {
     using M = TCalcMethod_Mapper;
     QGridLayout *page = AddPage(CalcMethod_PC, u"عمومی"_s, u"ts1"_s);
-    Code_EDT = m_bound.add(AddInput(page, 0, 0, u"  &کد :"_s, u"Code_EDT"_s,
-                                    new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15)),
-                           &M::_Code);
+    Code_EDT = Inputs.add(AddInput(page, 0, 0, u"  &کد :"_s, u"Code_EDT"_s,
+                                   new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15)),
+                          &M::_Code);
     Code_EDT->SetRange(1, highestCode);
-    Title_EDT = m_bound.add(AddInput(page, 0, 1, u"  &عنوان :"_s, u"Title_EDT"_s,
-                                     new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50)),
-                            &M::_Title);
-    Tax_CHK = m_bound.add(
+    Title_EDT = Inputs.add(AddInput(page, 0, 1, u"  &عنوان :"_s, u"Title_EDT"_s,
+                                    new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50)),
+                           &M::_Title);
+    Tax_CHK = Inputs.add(
         AddInput(page, 1, 0, {}, u"Tax_CHK"_s, new TSmartCheckBox_ZLM(u"م&شمول  مالیات"_s, this)), &M::_Tax);
     CalcMethodCode_EDT = AddInput(page, 1, 1, u"  کد جدول مالیاتی :"_s, u"CalcMethodCode_EDT"_s,
                                   new TSmartButtonEdit_ZLM(this, 6));
     CalcMethodCode_LBL = besideLabel(this, u"CalcMethodCode_LBL"_s);
     AddBeside(CalcMethodCode_EDT, CalcMethodCode_LBL);
-    Maskok_SPNEDT = m_bound.add(AddInput(page, 2, 0, u"  &مانده مسکوک :"_s, u"Maskok_SPNEDT"_s,
-                                         new TSmartSpinEdit_ZLM(this, 0, int(std::size(roundingUnits)) - 1)),
-                                &M::_Maskok);
+    Maskok_SPNEDT = Inputs.add(AddInput(page, 2, 0, u"  &مانده مسکوک :"_s, u"Maskok_SPNEDT"_s,
+                                        new TSmartSpinEdit_ZLM(this, 0, int(std::size(roundingUnits)) - 1)),
+                               &M::_Maskok);
     MandeMaskok_LBL = besideLabel(this, u"MandeMaskok_LBL"_s);
     AddBeside(Maskok_SPNEDT, MandeMaskok_LBL);
-    Comment_EDT = m_bound.add(AddInput(page, 2, 1, u"  ش&رح :"_s, u"Comment_EDT"_s,
-                                       new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50)),
-                              &M::_Comment);
-    BedBes_CHK = m_bound.add(AddInput(page, 3, 0, {}, u"BedBes_CHK"_s,
-                                      new TSmartCheckBox_ZLM(u"محاسبه بدهکاري / &بستانکاري"_s, this)),
-                             &M::_BedBes);
-    Loan_CHK = m_bound.add(
+    Comment_EDT = Inputs.add(AddInput(page, 2, 1, u"  ش&رح :"_s, u"Comment_EDT"_s,
+                                      new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50)),
+                             &M::_Comment);
+    BedBes_CHK = Inputs.add(AddInput(page, 3, 0, {}, u"BedBes_CHK"_s,
+                                     new TSmartCheckBox_ZLM(u"محاسبه بدهکاري / &بستانکاري"_s, this)),
+                            &M::_BedBes);
+    Loan_CHK = Inputs.add(
         AddInput(page, 3, 1, {}, u"Loan_CHK"_s, new TSmartCheckBox_ZLM(u"محاسبه ا&قساط"_s, this)), &M::_Loan);
-    DecTax_CHK = m_bound.add(
+    DecTax_CHK = Inputs.add(
         AddInput(page, 4, 0, {}, u"DecTax_CHK"_s, new TSmartCheckBox_ZLM(u"کسر 2.7 مالي&ات"_s, this)),
         &M::_DecTax);
     auto *below = new QVBoxLayout;
@@ -105,18 +118,18 @@ void TCalcMethodGet_FRM::buildInsurance(QLayout *into)
 {
     using M = TCalcMethod_Mapper;
     QGridLayout *group = AddGroup(into, {}, u"Ins_GRP"_s);
-    Insurance_CHK = m_bound.add(
+    Insurance_CHK = Inputs.add(
         AddInput(group, 0, 0, {}, u"Insurance_CHK"_s, new TSmartCheckBox_ZLM(u"   مشمو&ل بیمه  "_s, this)),
         &M::_Insurance);
-    StaffIns_EDT = m_bound.add(AddInput(group, 1, 0, u"  حق بیمه کارم&ند :"_s, u"StaffIns_EDT"_s,
-                                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s),
-                               &M::_StaffIns);
-    EmployerIns_EDT = m_bound.add(AddInput(group, 1, 1, u"  حق بیمه کار&فرما :"_s, u"EmployerIns_EDT"_s,
-                                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s),
-                                  &M::_EmployerIns);
-    DailyIns_EDT = m_bound.add(AddInput(group, 2, 0, u"  سقف بیمه روزانه& :"_s, u"DailyIns_EDT"_s,
-                                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15)),
-                               &M::_DailyIns);
+    StaffIns_EDT = Inputs.add(AddInput(group, 1, 0, u"  حق بیمه کارم&ند :"_s, u"StaffIns_EDT"_s,
+                                       new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s),
+                              &M::_StaffIns);
+    EmployerIns_EDT = Inputs.add(AddInput(group, 1, 1, u"  حق بیمه کار&فرما :"_s, u"EmployerIns_EDT"_s,
+                                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s),
+                                 &M::_EmployerIns);
+    DailyIns_EDT = Inputs.add(AddInput(group, 2, 0, u"  سقف بیمه روزانه& :"_s, u"DailyIns_EDT"_s,
+                                       new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15)),
+                              &M::_DailyIns);
 
     connect(Insurance_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyInsuranceRule);
     for (TSmartEdit_ZLM *share : {StaffIns_EDT, EmployerIns_EDT})
@@ -127,24 +140,24 @@ void TCalcMethodGet_FRM::buildAttendancePage()
 {
     using M = TCalcMethod_Mapper;
     QGridLayout *page = AddPage(CalcMethod_PC, u"حضور و غیاب"_s, u"ts2"_s);
-    Entrance_EDT = m_bound.add(
+    Entrance_EDT = Inputs.add(
         AddInput(page, 0, 0, u"  ساعت ورود :"_s, u"Entrance_EDT"_s, new TSmartTime_ZLM(this)), &M::_Entrance);
-    Exit_EDT = m_bound.add(AddInput(page, 0, 1, u"  ساعت خروج :"_s, u"Exit_EDT"_s, new TSmartTime_ZLM(this)),
-                           &M::_Exit);
-    OverDis_CMB = m_bound.add(AddInput(page, 1, 0, u"  مبنای اضافه کار / کسر کار :"_s, u"OverDis_CMB"_s,
-                                       new TSmartComboBox_ZLM(this, {u"روزانه"_s, u"ماهانه"_s})),
-                              &M::_OverDis);
-    OutPut_EDT = m_bound.add(AddInput(page, 1, 1, u"  حداقل کارکرد روزانه :"_s, u"OutPut_EDT"_s,
-                                      new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"ساعت"_s),
-                             &M::_OutPut);
+    Exit_EDT = Inputs.add(AddInput(page, 0, 1, u"  ساعت خروج :"_s, u"Exit_EDT"_s, new TSmartTime_ZLM(this)),
+                          &M::_Exit);
+    OverDis_CMB = Inputs.add(AddInput(page, 1, 0, u"  مبنای اضافه کار / کسر کار :"_s, u"OverDis_CMB"_s,
+                                      new TSmartComboBox_ZLM(this, {u"روزانه"_s, u"ماهانه"_s})),
+                             &M::_OverDis);
+    OutPut_EDT = Inputs.add(AddInput(page, 1, 1, u"  حداقل کارکرد روزانه :"_s, u"OutPut_EDT"_s,
+                                     new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"ساعت"_s),
+                            &M::_OutPut);
     OutPut_EDT->SetRange(0, mostHours);
     LeaveCeil_EDT =
-        m_bound.add(AddInput(page, 2, 0, u"  سقف مرخصی :"_s, u"LeaveCeil_EDT"_s,
-                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"روز در ماه"_s),
-                    &M::_LeaveCeil);
-    OverTime_EDT = m_bound.add(AddInput(page, 2, 1, u"  سقف اضافه کاری :"_s, u"OverTime_EDT"_s,
-                                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15), u"ساعت "_s),
-                               &M::_OverTime);
+        Inputs.add(AddInput(page, 2, 0, u"  سقف مرخصی :"_s, u"LeaveCeil_EDT"_s,
+                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"روز در ماه"_s),
+                   &M::_LeaveCeil);
+    OverTime_EDT = Inputs.add(AddInput(page, 2, 1, u"  سقف اضافه کاری :"_s, u"OverTime_EDT"_s,
+                                       new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15), u"ساعت "_s),
+                              &M::_OverTime);
     OverTime_EDT->SetRange(0, mostHours);
 }
 
@@ -208,17 +221,6 @@ void TCalcMethodGet_FRM::pickTaxCode()
     checkTaxCode();
 }
 
-void TCalcMethodGet_FRM::NewCode()
-{
-    AllotCode([] { return CalcMethod_DM->CalcMethod_GetNewCode(); });
-}
-
-bool TCalcMethodGet_FRM::RecordExists()
-{
-    CalcMethod_DM->CalcMethod_GetById(Identifier(), m_method);
-    return !CalcMethod_DM->Get_QUR->isEmpty();
-}
-
 void TCalcMethodGet_FRM::ClearRecord()
 {
     Title_EDT->Clear();
@@ -243,17 +245,12 @@ void TCalcMethodGet_FRM::ClearRecord()
     SetIsSaved(true);
 }
 
-void TCalcMethodGet_FRM::LoadRecord()
-{
-    CalcMethod_DM->CalcMethod_GetById(Identifier(), m_method);
-}
-
 void TCalcMethodGet_FRM::ShowRecord()
 {
-    m_bound.show(m_method);
+    Inputs.show(Stored);
     applyTaxRule();
-    const bool hasTable = m_method._Tax && m_method._TaxMainCode != 0;
-    CalcMethodCode_EDT->SetValue(hasTable ? QVariant(m_method._TaxMainCode) : QVariant());
+    const bool hasTable = Stored._Tax && Stored._TaxMainCode != 0;
+    CalcMethodCode_EDT->SetValue(hasTable ? QVariant(Stored._TaxMainCode) : QVariant());
     showTaxTitle();
 }
 
@@ -307,26 +304,15 @@ bool TCalcMethodGet_FRM::Validate()
     return true;
 }
 
-TCalcMethod_Mapper TCalcMethodGet_FRM::readInputs() const
+TCalcMethod_Mapper TCalcMethodGet_FRM::Typed() const
 {
-    TCalcMethod_Mapper method;
-    m_bound.read(method);
+    TCalcMethod_Mapper method = TRecordGet::Typed();
     method._TaxMainCode = Tax_CHK->isChecked() ? CalcMethodCode_EDT->asInteger() : 0;
     return method;
 }
 
-bool TCalcMethodGet_FRM::SaveRecord()
+void TCalcMethodGet_FRM::RecordSaved(bool wasNew)
 {
-    const TCalcMethod_Mapper method = readInputs();
-    // Insert and update work on the row that is open; reading it again also serves after a lost connection.
-    CalcMethod_DM->CalcMethod_GetById(Identifier(), m_method);
-    const bool saved =
-        Mode() == fmNew ? CalcMethod_DM->CalcMethod_Insert(method) : CalcMethod_DM->CalcMethod_Update(method);
-    if (!saved) {
-        MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
-        return false;
-    }
-    SetIdentifier(method._Code);
-    MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
-    return true;
+    SetIdentifier(Sent->_Code);
+    TRecordGet::RecordSaved(wasNew);
 }

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "calcmethod/CalcMethod_Mapper.h"
-#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
-#include "host/NewBaseForms_PKG/BoundInputs.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
 
 class QLabel;
 class QTabWidget;
 
 /// The editor of one calculation method: its insurance and tax rules on the first page, attendance on the second.
-class TCalcMethodGet_FRM : public TBaseGet_FRM {
+class TCalcMethodGet_FRM : public TRecordGet<TCalcMethod_Mapper> {
     Q_OBJECT
 public:
     TCalcMethodGet_FRM(TSoftwarePart part, bool flag, const QString &text);
@@ -40,11 +39,9 @@ public:
 protected:
     bool Validate() override;
     void ClearRecord() override;
-    void LoadRecord() override;
     void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override;
-    bool RecordExists() override;
+    TCalcMethod_Mapper Typed() const override;
+    void RecordSaved(bool wasNew) override;
 
 private:
     void build();
@@ -60,8 +57,4 @@ private:
     void pickTaxCode();
     bool takeTypedCode();
     bool isMissing(TSmartEdit_ZLM *input, const QString &caption);
-    TCalcMethod_Mapper readInputs() const;
-
-    TBoundInputs<TCalcMethod_Mapper> m_bound; ///< all but the tax code, which counts only with its tick
-    TCalcMethod_Mapper m_method;              ///< the method as it was loaded
 };

@@ -9,9 +9,15 @@
 using namespace Qt::Literals::StringLiterals;
 
 TCalender_Day_FRM::TCalender_Day_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
-    : TBaseGet_FRM(part, code, mode, flag)
+    : TRecordGet(part, code, mode, flag)
 {
     SetTitle(u"تقویم کاری"_s);
+    Store.read = [](const QVariant &id, TCalenderMapper &day) {
+        Calender_DM->Calender_GetByID(id, day);
+        return !Calender_DM->Get_QUR->isEmpty();
+    };
+    Store.write = [](const TCalenderMapper &day, bool) { return Calender_DM->Calender_Update(day); };
+    Store.readAgain = true;
     resize(560, 240);
     auto *inputs = new QGridLayout;
     Date_EDT = AddInput(inputs, 0, 0, u"  تار&یخ :"_s, u"Date_EDT"_s, new TSmartDateEdit_ZLM(this));
@@ -45,25 +51,14 @@ TCalender_Day_FRM::TCalender_Day_FRM(TSoftwarePart part, const QVariant &code, T
     BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
 }
 
-bool TCalender_Day_FRM::RecordExists()
-{
-    Calender_DM->Calender_GetByID(Identifier(), m_day);
-    return !Calender_DM->Get_QUR->isEmpty();
-}
-
-void TCalender_Day_FRM::LoadRecord()
-{
-    Calender_DM->Calender_GetByID(Identifier(), m_day);
-}
-
 void TCalender_Day_FRM::ShowRecord()
 {
-    Date_EDT->SetText(m_day._Date);
+    Date_EDT->SetText(Stored._Date);
     // The list's current row is this day; its names come with it.
     Day_LBL->setText(Calender_DM->List_QUR->asString(u"DayOfWeek"_s));
-    Title_EDT->SetText(m_day._Title);
-    Comment_EDT->SetText(m_day._Comment);
-    QRadioButton *type = m_day._Type == 3 ? Holiday_RB : m_day._Type == 2 ? WeekEnd_RB : WorkDay_RB;
+    Title_EDT->SetText(Stored._Title);
+    Comment_EDT->SetText(Stored._Comment);
+    QRadioButton *type = Stored._Type == 3 ? Holiday_RB : Stored._Type == 2 ? WeekEnd_RB : WorkDay_RB;
     type->setChecked(true);
     SetIsSaved(true);
 }
@@ -73,23 +68,18 @@ bool TCalender_Day_FRM::Validate()
     if (!RequireInput(Title_EDT, u"عنوان"_s))
         return false;
     // A stored day keeps its date, also one that the calendar does not have (12/30 of a common year).
-    if (Date_EDT->GetText() != m_day._Date && !Date_EDT->IsDate()) {
+    if (Date_EDT->GetText() != Stored._Date && !Date_EDT->IsDate()) {
         FocusInput(Date_EDT);
         return false;
     }
     return true;
 }
 
-bool TCalender_Day_FRM::SaveRecord()
+TCalenderMapper TCalender_Day_FRM::Typed() const
 {
-    Calender_DM->Calender_GetByID(Identifier(), m_day);
-    m_day._Title = Title_EDT->GetText();
-    m_day._Comment = Comment_EDT->GetText();
-    m_day._Type = Holiday_RB->isChecked() ? 3 : WeekEnd_RB->isChecked() ? 2 : 1;
-    const bool saved = Calender_DM->Calender_Update(m_day);
-    if (saved)
-        MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
-    else
-        MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
-    return saved;
+    TCalenderMapper day = Stored;
+    day._Title = Title_EDT->GetText();
+    day._Comment = Comment_EDT->GetText();
+    day._Type = Holiday_RB->isChecked() ? 3 : WeekEnd_RB->isChecked() ? 2 : 1;
+    return day;
 }

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "calender/Calender_Mapper.h"
-#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
 
 class QLabel;
 class QRadioButton;
 
 /// Changes title, type and comment of one stored day, which is the current one of the list. Date and weekday stay
 /// whatever stands in the date input.
-class TCalender_Day_FRM : public TBaseGet_FRM {
+class TCalender_Day_FRM : public TRecordGet<TCalenderMapper> {
     Q_OBJECT
 public:
     /// `code`: the day's ID.
@@ -24,15 +24,8 @@ public:
 
 protected:
     bool Validate() override;
-    void ClearRecord() override {}
-    void LoadRecord() override;
     void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override {}
-    bool RecordExists() override;
-    QString EventText() const override { return m_day._Date; }
+    TCalenderMapper Typed() const override;
+    QString EventText() const override { return Stored._Date; }
     QWidget *FirstInput() override { return Title_EDT; }
-
-private:
-    TCalenderMapper m_day;
 };

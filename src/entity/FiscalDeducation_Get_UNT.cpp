@@ -30,14 +30,14 @@ QStringList basisHints(bool earning)
 } // namespace
 
 TFiscalDeducation_Get_FRM::TFiscalDeducation_Get_FRM(TSoftwarePart part, bool flag, const QString &text)
-    : TBaseGet_FRM(part, flag, text), m_openedNew(true)
+    : TRecordGet(part, flag, text), m_openedNew(true)
 {
     build();
 }
 
 TFiscalDeducation_Get_FRM::TFiscalDeducation_Get_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode,
                                                      const QVariant &kind, bool flag1, bool flag2)
-    : TBaseGet_FRM(part, code, mode, kind, flag1, flag2), m_openedNew(false)
+    : TRecordGet(part, code, mode, kind, flag1, flag2), m_openedNew(false)
 {
     build();
 }
@@ -45,6 +45,16 @@ TFiscalDeducation_Get_FRM::TFiscalDeducation_Get_FRM(TSoftwarePart part, const Q
 void TFiscalDeducation_Get_FRM::build()
 {
     SetTitle(isEarning() ? u"مزايا"_s : u"کسورات"_s);
+    Store.newCode = [] { return Entity_DM->FiscalDeducation_GetNewCode(); };
+    Store.read = [this](const QVariant &code, TFiscalDeducation_Mapper &item) {
+        Entity_DM->FiscalDeducation_GetByID(code, Part(), item);
+        return !Entity_DM->Get_QUR->isEmpty();
+    };
+    Store.write = [this](const TFiscalDeducation_Mapper &item, bool isNew) {
+        return isNew ? Entity_DM->FiscalDeducation_Insert(item, Part())
+                     : Entity_DM->FiscalDeducation_Update(item, Part());
+    };
+    SaveWords.done.clear();
     auto *grid = new QGridLayout;
     Body()->addLayout(grid);
     Body()->addStretch(1);
@@ -122,17 +132,10 @@ void TFiscalDeducation_Get_FRM::build()
     resize(820, sizeHint().height());
 }
 
-// Both kinds draw from one sequence, and the code is not reserved: two users may be offered the same one, and the
-// second to save is told.
-void TFiscalDeducation_Get_FRM::NewCode()
-{
-    SetIdentifier(Entity_DM->FiscalDeducation_GetNewCode());
-}
-
 int TFiscalDeducation_Get_FRM::initialGroup() const
 {
     // An editor that was opened on an item goes on in that item's group; its parameter is no group.
-    return m_openedNew ? Parameter(0).toInt() : m_item._Grpcode;
+    return m_openedNew ? Parameter(0).toInt() : Stored._Grpcode;
 }
 
 void TFiscalDeducation_Get_FRM::fillGroups(int chosen)
@@ -178,9 +181,7 @@ void TFiscalDeducation_Get_FRM::applyBasis()
 
 void TFiscalDeducation_Get_FRM::ClearRecord()
 {
-    // Opens the item's view on no row, which the insert needs.
-    TFiscalDeducation_Mapper nothing;
-    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), nothing);
+    RecordExists(); // opens the item's view on no row, which the insert needs
     fillGroups(initialGroup());
     TSelect_AccountCode1->EnableLevels(true, true, true);
     TSelect_AccountCode1->Clear();
@@ -191,54 +192,38 @@ void TFiscalDeducation_Get_FRM::ClearRecord()
     showKind();
     CalcType_CMB->setCurrentIndex(isEarning() ? monthlyBasis : 0);
     applyBasis();
-    m_loadedTitle.clear();
-    m_sent.reset();
     Code_EDT->SetValue(Identifier());
     SetIsSaved(true);
 }
 
-void TFiscalDeducation_Get_FRM::LoadRecord()
-{
-    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), m_item);
-    m_loadedTitle = m_item._title;
-}
-
 // No lock tells whose item stands under a code that others were offered too.
-bool TFiscalDeducation_Get_FRM::StoredIsOwn()
+QVariant TFiscalDeducation_Get_FRM::SentRecord()
 {
     TFiscalDeducation_Mapper stored;
-    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), stored);
-    if (!m_sent || stored._cost.toDouble() != m_sent->_cost.toDouble())
-        return false;
+    if (!Sent || !Store.read(Identifier(), stored) || stored._cost.toDouble() != Sent->_cost.toDouble())
+        return {};
     const QString table = isEarning() ? u"Fiscal"_s : u"Deduction"_s;
-    TFiscalDeducation_Mapper sent = *m_sent;
+    TFiscalDeducation_Mapper sent = *Sent;
     sent._cost = stored._cost; // one amount, written in two ways
     sent._title = AsStored(table, u"Title"_s, sent._title);
     sent._comment = AsStored(table, u"Comment"_s, sent._comment);
-    return stored == sent;
-}
-
-bool TFiscalDeducation_Get_FRM::RecordExists()
-{
-    TFiscalDeducation_Mapper read;
-    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), read);
-    return !Entity_DM->Get_QUR->isEmpty();
+    return stored == sent ? Identifier() : QVariant();
 }
 
 void TFiscalDeducation_Get_FRM::ShowRecord()
 {
     showKind();
     Code_EDT->SetValue(Identifier());
-    fillGroups(m_item._Grpcode);
-    CalcType_CMB->setCurrentIndex(m_item._CalcType);
+    fillGroups(Stored._Grpcode);
+    CalcType_CMB->setCurrentIndex(Stored._CalcType);
     applyBasis();
-    Title_EDT->SetText(m_item._title);
-    (m_percent ? CostPercent_EDT : Cost_EDT)->SetText(m_item._cost);
-    Insurance_CHK->setChecked(m_item._Insurance);
-    Tax_CHK->setChecked(m_item._Tax);
-    Comment_EDT->SetText(m_item._comment);
+    Title_EDT->SetText(Stored._title);
+    (m_percent ? CostPercent_EDT : Cost_EDT)->SetText(Stored._cost);
+    Insurance_CHK->setChecked(Stored._Insurance);
+    Tax_CHK->setChecked(Stored._Tax);
+    Comment_EDT->SetText(Stored._comment);
     TSelect_AccountCode1->EnableLevels(true, true, true);
-    TSelect_AccountCode1->SetCodes(m_item._Kol, m_item._Moin, m_item._Tafzili);
+    TSelect_AccountCode1->SetCodes(Stored._Kol, Stored._Moin, Stored._Tafzili);
     SetIsSaved(true);
 }
 
@@ -274,7 +259,7 @@ bool TFiscalDeducation_Get_FRM::Validate()
     else
         Entity_DM->DeducationGet_ByTitle(Title_EDT->GetText());
     const bool found = !Entity_DM->Temp_QUR->isEmpty();
-    if (Title_EDT->GetText() != m_loadedTitle) {
+    if (Title_EDT->GetText() != (Mode() == fmNew ? QString() : Stored._title)) {
         const auto twin = Entity_DM->Title_Twin(Title_EDT->GetText(), Part(), Code_EDT->asInteger());
         if (found || twin) {
             // Users know this sentence with the word of the earnings, for deductions too.
@@ -294,13 +279,13 @@ bool TFiscalDeducation_Get_FRM::Validate()
     return true;
 }
 
-TFiscalDeducation_Mapper TFiscalDeducation_Get_FRM::typed()
+TFiscalDeducation_Mapper TFiscalDeducation_Get_FRM::Typed() const
 {
     TFiscalDeducation_Mapper item;
     item._code = Code_EDT->asInteger();
     item._Grpcode = Group_CMB->Code();
     // A stored basis that the list does not offer stays as it is until another one is chosen.
-    item._CalcType = CalcType_CMB->IsEmpty() ? m_item._CalcType : CalcType_CMB->currentIndex();
+    item._CalcType = CalcType_CMB->IsEmpty() ? Stored._CalcType : CalcType_CMB->currentIndex();
     item._title = Title_EDT->GetText();
     item._Kol = QString::number(TSelect_AccountCode1->TotalCode());
     item._Moin = QString::number(TSelect_AccountCode1->AssistantCode());
@@ -312,12 +297,4 @@ TFiscalDeducation_Mapper TFiscalDeducation_Get_FRM::typed()
     }
     item._comment = Comment_EDT->GetText();
     return item;
-}
-
-bool TFiscalDeducation_Get_FRM::SaveRecord()
-{
-    const TFiscalDeducation_Mapper item = typed();
-    m_sent = item;
-    return Mode() == fmNew ? Entity_DM->FiscalDeducation_Insert(item, Part())
-                           : Entity_DM->FiscalDeducation_Update(item, Part());
 }

@@ -1,14 +1,12 @@
 #pragma once
 
 #include "entity/Entity_Mapper.h"
-#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
-
-#include <optional>
+#include "host/NewBaseForms_PKG/RecordGet.h"
 
 class TSelect_AccountCode;
 
 /// The editor of one earning (part 804) or one deduction (part 805). Needs Entity_DM.
-class TFiscalDeducation_Get_FRM : public TBaseGet_FRM {
+class TFiscalDeducation_Get_FRM : public TRecordGet<TFiscalDeducation_Mapper> {
     Q_OBJECT
 public:
     /// A new item; `text`: the code of the group that it begins in, -1 for the first group.
@@ -36,14 +34,13 @@ public:
 protected:
     bool Validate() override;
     void ClearRecord() override;
-    void LoadRecord() override;
     void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override;
-    bool RecordExists() override;
-    bool StoredIsOwn() override;
+    TFiscalDeducation_Mapper Typed() const override;
+    /// Both kinds draw from one sequence, and the code is not reserved: two users may be offered the same one, and the
+    /// second to save is told.
+    void AllotCode(const std::function<int()> &newCode) override { TBaseEditor::AllotCode(newCode); }
+    QVariant SentRecord() override;
     QWidget *FirstInput() override { return Title_EDT; }
-    bool BaseTellsFailure() const override { return true; }
 
 private:
     void build();
@@ -52,11 +49,7 @@ private:
     void showKind();
     void applyBasis();
     int initialGroup() const;
-    TFiscalDeducation_Mapper typed();
 
-    TFiscalDeducation_Mapper m_item; ///< as it was loaded
-    QString m_loadedTitle;
-    std::optional<TFiscalDeducation_Mapper> m_sent; ///< by the last save of this item
     bool m_percent = false;
     const bool m_openedNew;
 };

@@ -27,9 +27,17 @@ const TLinked linked[] = {{cspFiscal, "Fiscal", "مزايا"}, {cspDeduction, "D
 
 TPayrollInfoDetail_FRM::TPayrollInfoDetail_FRM(const QVariant &part, const QVariant &type, TFormMode mode,
                                                const QVariant &rowId)
-    : TBaseGetDetail_FRM(part, type, mode, rowId)
+    : TRecordGet(part, type, mode, rowId)
 {
     SetTitle(u" اطلاعات پایه "_s);
+    Store.read = [](const QVariant &id, TPayrollInfoDetail_Mapper &) {
+        PayrollInfo_DM->PayRollInfoDetill_GetByID(id);
+        return !PayrollInfo_DM->PayrollDetailGet_QUR->isEmpty();
+    };
+    Store.write = [](const TPayrollInfoDetail_Mapper &link, bool) {
+        return PayrollInfo_DM->PayrollInfoDetails_Insert(link);
+    };
+    SaveWords = {u"ذخيره سازي"_s, {}, {}};
     auto *inputs = new QGridLayout;
     Body()->addLayout(inputs); // first: what stands beside an input is looked for in the screen's layouts
     Title1_LBL = new QLabel(this);
@@ -46,17 +54,6 @@ TPayrollInfoDetail_FRM::TPayrollInfoDetail_FRM(const QVariant &part, const QVari
     CheckOnLeaving(FiscalDeducationCode_EDT, [this] { lookUpCode(); });
     connect(FiscalDeducationCode_EDT, &TSmartPickEdit_ZLM::pick, this, [this] { pickCode(); });
     BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
-}
-
-bool TPayrollInfoDetail_FRM::RecordExists()
-{
-    PayrollInfo_DM->PayRollInfoDetill_GetByID(Identifier());
-    return !PayrollInfo_DM->PayrollDetailGet_QUR->isEmpty();
-}
-
-void TPayrollInfoDetail_FRM::LoadRecord()
-{
-    PayrollInfo_DM->PayRollInfoDetill_GetByID(Identifier());
 }
 
 void TPayrollInfoDetail_FRM::ShowRecord()
@@ -123,12 +120,9 @@ void TPayrollInfoDetail_FRM::RecordSaved(bool)
                  false, true);
 }
 
-bool TPayrollInfoDetail_FRM::SaveRecord()
+TPayrollInfoDetail_Mapper TPayrollInfoDetail_FRM::Typed() const
 {
     TPayrollInfoDetail_Mapper link;
     link._Code = FiscalDeducationCode_EDT->asInteger();
-    if (PayrollInfo_DM->PayrollInfoDetails_Insert(link))
-        return true;
-    MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
-    return false;
+    return link;
 }

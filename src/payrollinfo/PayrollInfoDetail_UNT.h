@@ -1,9 +1,11 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseGetDetail_UNT.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
+#include "payrollinfo/PayrollInfo_Mapper.h"
 
 /// Links one fixed payroll item to an earning or a deduction.
-class TPayrollInfoDetail_FRM : public TBaseGetDetail_FRM {
+class TPayrollInfoDetail_FRM : public TRecordGet<TPayrollInfoDetail_Mapper, TBaseGetDetail_FRM> {
     Q_OBJECT
 public:
     /// `type` of the item: 0 links it to an earning, 1 to a deduction. `rowId` is the item's ID.
@@ -15,12 +17,8 @@ public:
 
 protected:
     bool Validate() override;
-    void ClearRecord() override {} ///< items are never added
-    void LoadRecord() override;
     void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override {}
-    bool RecordExists() override;
+    TPayrollInfoDetail_Mapper Typed() const override;
     bool MayStartNew() override { return false; } ///< "save and new" saves and closes
     /// The link is stored at once, so it has its line in the event log.
     void RecordSaved(bool wasNew) override;

@@ -67,10 +67,21 @@ struct TPayrollInfoGet_FRM::TRequired {
 };
 
 TPayrollInfoGet_FRM::TPayrollInfoGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
-    : TBaseGet_FRM(part, code, mode, flag)
+    : TRecordGet(part, code, mode, flag)
 {
     SetTitle(u" اطلاعات پایه "_s);
     resize(900, 680);
+    Store.read = [](const QVariant &, TPayrollInfo_Mapper &info) {
+        PayrollInfo_DM->PayrollInfo_Get(info);
+        PayrollInfo_DM->PayRollInfoDetill_Get();
+        PayrollInfo_DM->PayrollDetailList_QUR->open();
+        return true;
+    };
+    Store.write = [](const TPayrollInfo_Mapper &info, bool) {
+        PayrollInfo_DM->PayrollInfo_Insert(info);
+        return true;
+    };
+    SaveWords = {u"ذخيره سازي"_s, {}, u"ذخيره سازي "_s};
     Payroll_PC = new QTabWidget(this);
     Payroll_PC->setObjectName(u"Payroll_PC"_s);
     SetPages(Payroll_PC);
@@ -88,7 +99,7 @@ TSmartEdit_ZLM *TPayrollInfoGet_FRM::addText(QGridLayout *into, int row, int col
     auto *input =
         AddInput(into, row, column, caption, name, new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, maxLength));
     KeepIn(u"PayrollInfo"_s, {{input, "Value"}});
-    return m_bound.add(input, field);
+    return Inputs.add(input, field);
 }
 
 TSmartEdit_ZLM *TPayrollInfoGet_FRM::addNumber(QGridLayout *into, int row, int column, const QString &caption,
@@ -97,7 +108,7 @@ TSmartEdit_ZLM *TPayrollInfoGet_FRM::addNumber(QGridLayout *into, int row, int c
 {
     auto *input = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15);
     input->SetText(u"0"_s);
-    return m_bound.add(AddInput(into, row, column, caption, name, input, suffix), field);
+    return Inputs.add(AddInput(into, row, column, caption, name, input, suffix), field);
 }
 
 TSmartMaskEdit_ZLM *TPayrollInfoGet_FRM::addNationalNumber(QGridLayout *into, int row, int column,
@@ -108,7 +119,7 @@ TSmartMaskEdit_ZLM *TPayrollInfoGet_FRM::addNationalNumber(QGridLayout *into, in
                            new TSmartMaskEdit_ZLM(this, TSmartMaskEdit_ZLM::NationalCode, 10));
     connect(input, &TSmartEdit_ZLM::exited, this,
             [input] { input->IsValid(); }); // tells the user at the input
-    return m_bound.add(input, field);
+    return Inputs.add(input, field);
 }
 
 void TPayrollInfoGet_FRM::buildCompanyPage()
@@ -194,23 +205,16 @@ void TPayrollInfoGet_FRM::buildTaxOfficePage()
     connect(m_rows, &TDetail_Rows_Frame::editRow, this, &TPayrollInfoGet_FRM::editRow);
 }
 
-void TPayrollInfoGet_FRM::LoadRecord()
-{
-    PayrollInfo_DM->PayrollInfo_Get(m_info);
-    PayrollInfo_DM->PayRollInfoDetill_Get();
-    PayrollInfo_DM->PayrollDetailList_QUR->open();
-}
-
 void TPayrollInfoGet_FRM::ShowRecord()
 {
-    m_bound.show(m_info);
+    Inputs.show(Stored);
     const auto choose = [](TSmartComboBox_ZLM *list, const QString &position) {
         bool ok = false;
         const int index = position.toInt(&ok);
         list->setCurrentIndex(ok && index < list->count() ? index : -1);
     };
-    choose(EmployeeTitle_CMB, m_info._EmployeeTitle);
-    choose(LegalTitle_CMB, m_info._LegalTitle);
+    choose(EmployeeTitle_CMB, Stored._EmployeeTitle);
+    choose(LegalTitle_CMB, Stored._LegalTitle);
     applyBranchNumber();
     applyEmployerTitle();
     SetIsSaved(true);
@@ -277,24 +281,21 @@ bool TPayrollInfoGet_FRM::Validate()
     });
 }
 
-bool TPayrollInfoGet_FRM::SaveRecord()
+TPayrollInfo_Mapper TPayrollInfoGet_FRM::Typed() const
 {
-    CheckTyped(BranchNo_EDT);
-    m_bound.read(m_info);
+    TPayrollInfo_Mapper info = TRecordGet::Typed();
     const auto position = [](const TSmartComboBox_ZLM *list) {
         return list->currentIndex() < 0 ? QString() : QString::number(list->currentIndex());
     };
-    m_info._EmployeeTitle = position(EmployeeTitle_CMB);
-    m_info._LegalTitle = position(LegalTitle_CMB);
-    try {
-        PayrollInfo_DM->PayrollInfo_Insert(m_info);
-    } catch (const TDatabaseError &error) {
-        DM.ADOConnection1->noteError(error); // the failure message tells its reason
-        MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
-        return false;
-    }
-    MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
-    return true;
+    info._EmployeeTitle = position(EmployeeTitle_CMB);
+    info._LegalTitle = position(LegalTitle_CMB);
+    return info;
+}
+
+bool TPayrollInfoGet_FRM::SaveRecord()
+{
+    CheckTyped(BranchNo_EDT);
+    return TRecordGet::SaveRecord();
 }
 
 void TPayrollInfoGet_FRM::editRow()

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
-#include "host/NewBaseForms_PKG/BoundInputs.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
 #include "payrollinfo/PayrollInfo_Mapper.h"
 
 class TDetail_Rows_Frame;
 
 /// The payroll settings: the employer's fixed data, and the fixed items with what they are linked to.
-class TPayrollInfoGet_FRM : public TBaseGet_FRM {
+class TPayrollInfoGet_FRM : public TRecordGet<TPayrollInfo_Mapper> {
     Q_OBJECT
 public:
     /// The settings are one record that is always there: `code` is 0, the mode fmEdit.
@@ -42,12 +41,10 @@ public:
 
 protected:
     bool Validate() override;
-    void ClearRecord() override {} ///< there is no new record
-    void LoadRecord() override;
-    void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override {}
     bool RecordExists() override { return true; }
+    void ShowRecord() override;
+    TPayrollInfo_Mapper Typed() const override;
+    bool SaveRecord() override;
     QString EventText() const override { return windowTitle(); }
     bool MayStartNew() override { return false; } ///< one record only: "save and new" saves and closes
     QWidget *FirstInput() override { return CaseNo_EDT; }
@@ -68,7 +65,5 @@ private:
     void applyEmployerTitle();
     void editRow();
 
-    TPayrollInfo_Mapper m_info;
-    TBoundInputs<TPayrollInfo_Mapper> m_bound; ///< all but the two lists: their positions are kept as texts
     TDetail_Rows_Frame *m_rows = nullptr;
 };

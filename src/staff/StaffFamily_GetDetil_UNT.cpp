@@ -19,14 +19,14 @@ constexpr int spouse = 2;
 } // namespace
 
 TStaffFamily_GetDetil_FRM::TStaffFamily_GetDetil_FRM(const QVariant &part, const QVariant &master)
-    : TBaseGetDetail_FRM(part, master)
+    : TRecordGet(part, master)
 {
     build();
 }
 
 TStaffFamily_GetDetil_FRM::TStaffFamily_GetDetil_FRM(const QVariant &part, const QVariant &master,
                                                      TFormMode mode, const QVariant &id)
-    : TBaseGetDetail_FRM(part, master, mode, id)
+    : TRecordGet(part, master, mode, id)
 {
     build();
 }
@@ -34,6 +34,21 @@ TStaffFamily_GetDetil_FRM::TStaffFamily_GetDetil_FRM(const QVariant &part, const
 void TStaffFamily_GetDetil_FRM::build()
 {
     SetTitle(u"اطلاعات خانوار کارمند"_s);
+    Store = {.newCode = [] { return Staff_DM->Family_GetNewCode(); },
+             .read =
+                 [](const QVariant &id, TFamilly_Mapper &) {
+                     Staff_DM->Family_GetByID(id);
+                     return !Staff_DM->FamilyGet_QUR->isEmpty();
+                 },
+             .write =
+                 [this](const TFamilly_Mapper &member, bool isNew) {
+                     const bool saved =
+                         isNew ? Staff_DM->TmpFamily_Insert(member) : Staff_DM->TmpFamily_Update(member);
+                     if (saved)
+                         SetIdentifier(member._ID);
+                     return saved;
+                 }};
+    SaveWords.done.clear();
     auto *inputs = AddGroup(Body(), u"اطلاعات خانوار کارمند"_s, u"Family_PNL"_s);
     const auto text = [&](const QString &caption, const char *name, int width) {
         return AddInput(inputs, -1, 0, caption, QString::fromLatin1(name),
@@ -78,18 +93,13 @@ bool TStaffFamily_GetDetil_FRM::eventFilter(QObject *watched, QEvent *event)
         Death_CHK->toggle();
         return true;
     }
-    return TBaseGetDetail_FRM::eventFilter(watched, event);
+    return TRecordGet::eventFilter(watched, event);
 }
 
 void TStaffFamily_GetDetil_FRM::deathChanged()
 {
     DeathDate_EDT->Clear();
     DeathDate_EDT->setEnabled(Death_CHK->isChecked());
-}
-
-void TStaffFamily_GetDetil_FRM::NewCode()
-{
-    SetIdentifier(Staff_DM->Family_GetNewCode());
 }
 
 void TStaffFamily_GetDetil_FRM::ClearRecord()
@@ -107,21 +117,11 @@ void TStaffFamily_GetDetil_FRM::ClearRecord()
     SetIsSaved(true);
 }
 
-bool TStaffFamily_GetDetil_FRM::RecordExists()
-{
-    Staff_DM->Family_GetByID(Identifier());
-    return !Staff_DM->FamilyGet_QUR->isEmpty();
-}
-
 // A row's code is not locked: another workstation may have entered a member of its employee under it.
-bool TStaffFamily_GetDetil_FRM::StoredIsOwn()
+QVariant TStaffFamily_GetDetil_FRM::SentRecord()
 {
-    return Staff_DM->FamilyGet_QUR->asInteger("StaffCode") == Master().toInt();
-}
-
-void TStaffFamily_GetDetil_FRM::LoadRecord()
-{
-    Staff_DM->Family_GetByID(Identifier());
+    const bool own = RecordExists() && Staff_DM->FamilyGet_QUR->asInteger("StaffCode") == Master().toInt();
+    return own ? Identifier() : QVariant();
 }
 
 void TStaffFamily_GetDetil_FRM::ShowRecord()
@@ -180,7 +180,7 @@ bool TStaffFamily_GetDetil_FRM::Validate()
            (!Death_CHK->isChecked() || RequireInput(DeathDate_EDT, u"تاریخ فوت"_s));
 }
 
-bool TStaffFamily_GetDetil_FRM::SaveRecord()
+TFamilly_Mapper TStaffFamily_GetDetil_FRM::Typed() const
 {
     TFamilly_Mapper member;
     member._StaffCode = Master().toInt();
@@ -193,11 +193,5 @@ bool TStaffFamily_GetDetil_FRM::SaveRecord()
     member._InsuranceNumber = InsuranceNumber_EDT->GetText();
     member._Type = quint16(Type_CMB->currentIndex() == 1 ? spouse : child);
     member._Sex = Sex_CMB->currentIndex() == 1;
-    const bool saved =
-        Mode() == fmNew ? Staff_DM->TmpFamily_Insert(member) : Staff_DM->TmpFamily_Update(member);
-    if (saved)
-        SetIdentifier(member._ID);
-    else
-        MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
-    return saved;
+    return member;
 }

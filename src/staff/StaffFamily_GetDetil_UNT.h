@@ -1,9 +1,11 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseGetDetail_UNT.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
+#include "staff/Family_Mapper.h"
 
 /// One member of the family of the employee that the staff editor has open. Works on the working rows only.
-class TStaffFamily_GetDetil_FRM : public TBaseGetDetail_FRM {
+class TStaffFamily_GetDetil_FRM : public TRecordGet<TFamilly_Mapper, TBaseGetDetail_FRM> {
     Q_OBJECT
 public:
     /// A new row; `master` is the staff code.
@@ -27,12 +29,9 @@ public:
 protected:
     bool Validate() override;
     void ClearRecord() override;
-    void LoadRecord() override;
     void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override;
-    bool RecordExists() override;
-    bool StoredIsOwn() override;
+    TFamilly_Mapper Typed() const override;
+    QVariant SentRecord() override;
     QWidget *FirstInput() override { return Name_EDT; }
     bool eventFilter(QObject *watched, QEvent *event) override;
 

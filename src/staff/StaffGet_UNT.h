@@ -1,7 +1,6 @@
 #pragma once
 
-#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
-#include "host/NewBaseForms_PKG/BoundInputs.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
 #include "staff/StaffFamilyRows.h"
 #include "staff/StaffRules.h"
 
@@ -13,7 +12,7 @@ class TPic_Get;
 
 /// The editor of one employee: general, personnel and supplementary data, pictures, and the family, whose rows stand
 /// in the working table until the employee is saved.
-class TStaffGet_FRM : public TBaseGet_FRM {
+class TStaffGet_FRM : public TRecordGet<TStaff_Mapper> {
     Q_OBJECT
     TBoundInputs<TStaff_Mapper> makeInputs();
     /// The input of a field.
@@ -92,10 +91,9 @@ protected:
     void ClearRecord() override;
     void LoadRecord() override;
     void ShowRecord() override;
+    TStaff_Mapper Typed() const override;
     bool SaveRecord() override;
-    void NewCode() override;
-    bool RecordExists() override;
-    bool StoredIsOwn() override;
+    QVariant SentRecord() override;
     void BeforeClose() override;
     QWidget *FirstInput() override;
     QString LockedEntityWord() const override;
@@ -135,7 +133,6 @@ private:
     bool keeps(const TRule<TStaffSubject> &rule);
     void tell(const TComplaint &complaint, QWidget *input);
     TStaffSubject subject() const;
-    TStaff_Mapper typedStaff() const;
     /// Notes who saves the employee, and when.
     static void mark(TStaff_Mapper &staff, bool newRecord);
     bool familyIsGone();
@@ -144,8 +141,6 @@ private:
 
     TStaffFamilyRows m_workingRows;
     TDetail_Rows_Frame *m_family = nullptr;
-    TStaff_Mapper m_staff; ///< the record as it was loaded; empty for a new one
-    TStaff_Mapper m_sent;  ///< by the last save of this record
     TPerinf_Mapper m_person;
     bool m_showing = false;    ///< inputs are being filled by the program
     int m_savedMembers = 0;    ///< saved family rows that a save which did not come to its end has cleared

@@ -68,6 +68,11 @@ void TStaffGet_FRM::addFields(QGridLayout *into, int page)
 void TStaffGet_FRM::build()
 {
     SetTitle(u" اطلاعات کارمندان"_s);
+    Store.newCode = [] { return Staff_DM->Staff_GetNewCode(); };
+    Store.read = [](const QVariant &code, TStaff_Mapper &staff) {
+        Staff_DM->Staff_GetById(code, staff);
+        return !Staff_DM->StaffGet_QUR->isEmpty();
+    };
     Staff_PC->setObjectName(u"Staff_PC"_s);
     SetPages(Staff_PC);
     buildGeneral();

@@ -37,7 +37,7 @@ bool TStaffGet_FRM::keeps(const TRule<TStaffSubject> &rule)
 TStaffSubject TStaffGet_FRM::subject() const
 {
     const QVariant firstGroup = StaffGroup_CMB->itemData(0);
-    return {*Staff_DM, typedStaff(), m_staff, firstGroup.isValid() ? firstGroup.toInt() : -1,
+    return {*Staff_DM, Typed(), Stored, firstGroup.isValid() ? firstGroup.toInt() : -1,
             LeaveDate_CHK->isChecked()};
 }
 
@@ -72,7 +72,7 @@ bool TStaffGet_FRM::SaveRecord()
     if (m_saveFailed) {
         // A save that failed was rolled back, but not what the query remembers of the row.
         TStaff_Mapper stored;
-        Staff_DM->Staff_GetById(staffCode, stored);
+        Store.read(staffCode, stored);
     }
     m_saveFailed = true;
     // Outside the transaction, as it always was: a save that fails later leaves the employee without saved family
@@ -82,9 +82,9 @@ bool TStaffGet_FRM::SaveRecord()
         Staff_DM->ClearDataFamily(staffCode);
     }
     DM.ADOConnection1->BeginTrans();
-    m_sent = typedStaff();
-    mark(m_sent, newRecord);
-    const bool written = newRecord ? Staff_DM->Staff_Insert(m_sent) : Staff_DM->Staff_Update(m_sent);
+    Sent = Typed();
+    mark(*Sent, newRecord);
+    const bool written = newRecord ? Staff_DM->Staff_Insert(*Sent) : Staff_DM->Staff_Update(*Sent);
     bool pictures = true;
     try {
         pictures = savePicture(Picture_Get, u"Picture"_s) && savePicture(FingerPrint_Get, u"FingerPrint"_s);
@@ -151,9 +151,9 @@ bool TStaffGet_FRM::savePicture(const TPic_Get *picture, const QString &column)
     return true;
 }
 
-TStaff_Mapper TStaffGet_FRM::typedStaff() const
+TStaff_Mapper TStaffGet_FRM::Typed() const
 {
-    TStaff_Mapper staff = m_staff;
+    TStaff_Mapper staff = Stored;
     m_inputs.read(staff);
     staff._StaffGroup = StaffGroup_CMB->Code();
     if (!LeaveDate_CHK->isChecked())

@@ -7,6 +7,7 @@
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Declaration_PKG/WorkingRows_unt.h"
+#include "tax/TaxFields.h"
 #include "tax/Tax_DM_UNT.h"
 #include "tax/Tax_GetDetail_UNT.h"
 
@@ -48,13 +49,13 @@ const char *const notice =
 
 } // namespace
 
-TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, bool flag, const QString &text) : TBaseGet_FRM(part, flag, text)
+TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, bool flag, const QString &text) : TRecordGet(part, flag, text)
 {
     build();
 }
 
 TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
-    : TBaseGet_FRM(part, code, mode, flag)
+    : TRecordGet(part, code, mode, flag)
 {
     build();
 }
@@ -63,6 +64,15 @@ void TTaxGet_FRM::build()
 {
     SetTitle(u"جدول مالیاتی"_s);
     resize(820, 640);
+    Store = {.newCode = [] { return Tax_DM->Tax_GetNewCode(); },
+             .read =
+                 [](const QVariant &code, TTax_Mapper &table) {
+                     Tax_DM->Tax_GetByID(code);
+                     Fields::read<TTax_Mapper>(*Tax_DM->Get_QUR, taxFields, table);
+                     return !Tax_DM->Get_QUR->isEmpty();
+                 },
+             .write = [this](const TTax_Mapper &table, bool isNew) { return store(table, isNew); }};
+    SaveWords = {u"ذخيره سازي"_s, {}, u"ذخيره سازي "_s};
 
     auto *inputs = new QGridLayout;
     Title_EDT = AddInput(inputs, 0, 0, u"  &عنوان :"_s, u"Title_EDT"_s,
@@ -119,53 +129,35 @@ void TTaxGet_FRM::openWorkingRows()
     Tax_DM->TmpTax_GetByTaxMainCode(Identifier());
 }
 
-void TTaxGet_FRM::NewCode()
-{
-    AllotCode([] { return Tax_DM->Tax_GetNewCode(); });
-}
-
 void TTaxGet_FRM::ClearRecord()
 {
     Code_EDT->SetValue(Identifier());
     openWorkingRows();
-    Tax_DM->Tax_GetByID(Identifier());
+    RecordExists(); // opens the header's query on no row, which the insert needs
     Title_EDT->Clear();
     Comment_EDT->Clear();
-    m_sent.reset();
     SetIsSaved(true);
-}
-
-void TTaxGet_FRM::LoadRecord()
-{
-    Tax_DM->Tax_GetByID(Identifier());
 }
 
 void TTaxGet_FRM::ShowRecord()
 {
     openWorkingRows();
-    const TQuery *record = Tax_DM->Get_QUR;
-    Code_EDT->SetValue(record->value(u"Code"_s));
-    Title_EDT->SetText(record->asString(u"Title"_s));
-    Comment_EDT->SetText(record->asString(u"Comment"_s));
+    Code_EDT->SetValue(Stored._Code);
+    Title_EDT->SetText(Stored._Title);
+    Comment_EDT->SetText(Stored._Comment);
     SetIsSaved(true);
-}
-
-bool TTaxGet_FRM::RecordExists()
-{
-    Tax_DM->Tax_GetByID(Identifier());
-    return !Tax_DM->Get_QUR->isEmpty();
 }
 
 // The lock on the code does not tell: an administrator may have freed it while the line was lost. A header whose insert
 // got no answer has no brackets yet, while nobody else stores one without.
-bool TTaxGet_FRM::StoredIsOwn()
+QVariant TTaxGet_FRM::SentRecord()
 {
-    const TQuery *stored = Tax_DM->Get_QUR;
-    const auto same = [&](const QString &column, const QString &sent) {
-        return stored->asString(column) == AsStored(u"TaxMain"_s, column, sent);
-    };
-    return m_sent && same(u"Title"_s, m_sent->_Title) && same(u"Comment"_s, m_sent->_Comment) &&
-           ScalerQuery(u"Tax"_s, u"TaxMainCode"_s, u"TaxMainCode"_s, Identifier()).isEmpty();
+    TTax_Mapper stored;
+    const bool own = Sent && Store.read(Identifier(), stored) &&
+                     stored._Title == AsStored(u"TaxMain"_s, u"Title"_s, Sent->_Title) &&
+                     stored._Comment == AsStored(u"TaxMain"_s, u"Comment"_s, Sent->_Comment) &&
+                     ScalerQuery(u"Tax"_s, u"TaxMainCode"_s, u"TaxMainCode"_s, Identifier()).isEmpty();
+    return own ? Identifier() : QVariant();
 }
 
 bool TTaxGet_FRM::codeTyped()
@@ -271,27 +263,23 @@ bool TTaxGet_FRM::Validate()
     return true;
 }
 
-bool TTaxGet_FRM::SaveRecord()
+TTax_Mapper TTaxGet_FRM::Typed() const
 {
-    TTax_Mapper record;
-    record._Code = Code_EDT->asInteger();
-    record._Title = Title_EDT->GetText();
-    record._Comment = Comment_EDT->GetText();
-    m_sent = record;
+    return {Code_EDT->asInteger(), Title_EDT->GetText(), Comment_EDT->GetText()};
+}
+
+bool TTaxGet_FRM::store(const TTax_Mapper &record, bool isNew)
+{
     // Header and brackets are two steps without a transaction: the second one only after the first.
-    const bool header = Mode() == fmNew ? Tax_DM->Tax_Insert(record) : Tax_DM->Tax_Update(record);
-    const bool saved = header && Tax_DM->TaxDetail_Insert(record._Code);
-    if (saved) {
-        MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
+    const bool header = isNew ? Tax_DM->Tax_Insert(record) : Tax_DM->Tax_Update(record);
+    if (header && Tax_DM->TaxDetail_Insert(record._Code))
         return true;
-    }
     if (header) {
         // The header is stored by now: saving again must change it, and the list must show it.
         SetMode(fmEdit);
         m_savedOnce = true;
     }
     m_headerOnly = header;
-    MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
     return false;
 }
 

@@ -1,16 +1,14 @@
 #pragma once
 
-#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
 #include "tax/TaxRows.h"
 #include "tax/Tax_Mapper.h"
-
-#include <optional>
 
 class TDetail_Rows_Frame;
 
 /// The editor of one tax table: its header and its salary brackets, which stand in the working table until the
 /// header is saved.
-class TTaxGet_FRM : public TBaseGet_FRM {
+class TTaxGet_FRM : public TRecordGet<TTax_Mapper> {
     Q_OBJECT
 public:
     /// A new tax table.
@@ -25,12 +23,9 @@ public:
 protected:
     bool Validate() override;
     void ClearRecord() override;
-    void LoadRecord() override;
     void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override;
-    bool RecordExists() override;
-    bool StoredIsOwn() override;
+    TTax_Mapper Typed() const override;
+    QVariant SentRecord() override;
     void SaveFailed() override;
     void BeforeClose() override;
     QWidget *FirstInput() override { return Title_EDT; }
@@ -40,6 +35,7 @@ protected:
 private:
     void build();
     void openWorkingRows();
+    bool store(const TTax_Mapper &record, bool isNew);
     void addRow();
     void editRow();
     void deleteRow();
@@ -47,8 +43,7 @@ private:
     /// comes back. False: the user was told.
     [[nodiscard]] bool codeTyped();
 
-    std::optional<TTax_Mapper> m_sent; ///< by the last save of this record
-    bool m_headerOnly = false;         ///< the save that failed has stored the header
+    bool m_headerOnly = false; ///< the save that failed has stored the header
     TTaxRows m_workingRows;
     TDetail_Rows_Frame *m_rows = nullptr;
 };

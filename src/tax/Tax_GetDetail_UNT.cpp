@@ -3,19 +3,20 @@
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "tax/TaxFields.h"
 #include "tax/Tax_DM_UNT.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 TTax_GetDetail_FRM::TTax_GetDetail_FRM(const QVariant &part, const QVariant &master)
-    : TBaseGetDetail_FRM(part, master)
+    : TRecordGet(part, master)
 {
     build();
 }
 
 TTax_GetDetail_FRM::TTax_GetDetail_FRM(const QVariant &part, const QVariant &master, TFormMode mode,
                                        const QVariant &rowId)
-    : TBaseGetDetail_FRM(part, master, mode, rowId)
+    : TRecordGet(part, master, mode, rowId)
 {
     build();
 }
@@ -23,6 +24,20 @@ TTax_GetDetail_FRM::TTax_GetDetail_FRM(const QVariant &part, const QVariant &mas
 void TTax_GetDetail_FRM::build()
 {
     SetTitle(u"جدول مالیاتی"_s);
+    Store.read = [](const QVariant &id, TTmpTax_Mapper &bracket) {
+        Tax_DM->TmpTax_GetById(id);
+        Fields::read<TTmpTax_Mapper>(*Tax_DM->TmpGet_QUR, bracketFields, bracket);
+        return !Tax_DM->TmpGet_QUR->isEmpty();
+    };
+    Store.write = [this](const TTmpTax_Mapper &bracket, bool isNew) {
+        if (!isNew)
+            return Tax_DM->TmpTax_Update(bracket);
+        const bool entered = Tax_DM->TmpTax_Insert(bracket);
+        if (entered)
+            SetIdentifier(Tax_DM->TmpGet_QUR->value(u"ID"_s)); // saving may leave the row open
+        return entered;
+    };
+    SaveWords = {u"ذخيره سازي"_s, {}, {}};
     resize(420, 230);
     auto *inputs = new QGridLayout;
     const auto number = [&](int row, const QString &caption, const QString &name, TSmartEdit_ZLM::Kind kind,
@@ -49,46 +64,32 @@ void TTax_GetDetail_FRM::ClearRecord()
     Percent_EDT->Clear();
     Comment_EDT->Clear();
     Tax_DM->TmpTax_GetById(0);
-    m_sent.reset();
     SetIsSaved(true);
 }
 
-bool TTax_GetDetail_FRM::RecordExists()
-{
-    Tax_DM->TmpTax_GetById(Identifier());
-    return !Tax_DM->TmpGet_QUR->isEmpty();
-}
-
-void TTax_GetDetail_FRM::LoadRecord()
-{
-    Tax_DM->TmpTax_GetById(Identifier());
-}
-
 // Its bounds overlapped nothing when it was sent, so at most one row has them now.
-QVariant TTax_GetDetail_FRM::StoredRow()
+QVariant TTax_GetDetail_FRM::SentRecord()
 {
-    if (!m_sent)
+    if (!Sent)
         return {};
-    Tax_DM->TmpTax_GetID(Master().toInt(), 0, m_sent->_FromSalary, m_sent->_ToSalary);
+    Tax_DM->TmpTax_GetID(Master().toInt(), 0, Sent->_FromSalary, Sent->_ToSalary);
     if (Tax_DM->Temp_QUR->isEmpty())
         return {};
     const QVariant id = Tax_DM->Temp_QUR->value(u"ID"_s);
-    Tax_DM->TmpTax_GetById(id);
-    const TQuery *row = Tax_DM->TmpGet_QUR;
-    const bool own = row->asFloat(u"FromSalary"_s) == m_sent->_FromSalary &&
-                     row->asFloat(u"ToSalary"_s) == m_sent->_ToSalary &&
-                     row->asFloat(u"Percent"_s) == m_sent->_Percent &&
-                     row->asString(u"Comment"_s) == AsStored(u"TmpTax"_s, u"Comment"_s, m_sent->_Comment);
+    TTmpTax_Mapper row;
+    Store.read(id, row);
+    const bool own = row._FromSalary == Sent->_FromSalary && row._ToSalary == Sent->_ToSalary &&
+                     row._Percent == Sent->_Percent &&
+                     row._Comment == AsStored(u"TmpTax"_s, u"Comment"_s, Sent->_Comment);
     return own ? id : QVariant();
 }
 
 void TTax_GetDetail_FRM::ShowRecord()
 {
-    const TQuery *row = Tax_DM->TmpGet_QUR;
-    FromSalary_EDT->SetValue(row->value(u"FromSalary"_s));
-    ToSalary_EDT->SetValue(row->value(u"ToSalary"_s));
-    Percent_EDT->SetValue(row->value(u"Percent"_s));
-    Comment_EDT->SetText(row->asString(u"Comment"_s));
+    FromSalary_EDT->SetValue(Stored._FromSalary);
+    ToSalary_EDT->SetValue(Stored._ToSalary);
+    Percent_EDT->SetValue(Stored._Percent);
+    Comment_EDT->SetText(Stored._Comment);
     SetIsSaved(true);
 }
 
@@ -132,19 +133,8 @@ bool TTax_GetDetail_FRM::Validate()
     return true;
 }
 
-bool TTax_GetDetail_FRM::SaveRecord()
+TTmpTax_Mapper TTax_GetDetail_FRM::Typed() const
 {
-    TTmpTax_Mapper row;
-    row._TaxMainCode = Master().toInt();
-    row._FromSalary = FromSalary_EDT->asFloat();
-    row._ToSalary = ToSalary_EDT->asFloat();
-    row._Percent = Percent_EDT->asFloat();
-    row._Comment = Comment_EDT->GetText();
-    m_sent = row;
-    const bool saved = Mode() == fmNew ? Tax_DM->TmpTax_Insert(row) : Tax_DM->TmpTax_Update(row);
-    if (!saved)
-        MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
-    else if (Mode() == fmNew)
-        SetIdentifier(Tax_DM->TmpGet_QUR->value(u"ID"_s)); // saving may leave the row open
-    return saved;
+    return {Master().toInt(), FromSalary_EDT->asFloat(), ToSalary_EDT->asFloat(), Percent_EDT->asFloat(),
+            Comment_EDT->GetText()};
 }

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseGetDetail_UNT.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
 #include "tax/Tax_Mapper.h"
 
-#include <optional>
-
 /// The screen of one salary bracket of the tax table that is open in the editor.
-class TTax_GetDetail_FRM : public TBaseGetDetail_FRM {
+class TTax_GetDetail_FRM : public TRecordGet<TTmpTax_Mapper, TBaseGetDetail_FRM> {
     Q_OBJECT
 public:
     /// A new bracket of tax table `master`.
@@ -22,16 +21,11 @@ public:
 protected:
     bool Validate() override;
     void ClearRecord() override;
-    void LoadRecord() override;
     void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override {}
-    bool RecordExists() override;
-    QVariant StoredRow() override;
+    TTmpTax_Mapper Typed() const override;
+    QVariant SentRecord() override;
     QWidget *FirstInput() override { return FromSalary_EDT; }
 
 private:
     void build();
-
-    std::optional<TTmpTax_Mapper> m_sent; ///< by the last save of this bracket
 };

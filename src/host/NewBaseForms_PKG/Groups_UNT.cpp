@@ -68,13 +68,13 @@ bool RefuseGroupOfAll(const TGroupKind &kind, int code)
     return true;
 }
 
-TGroupGet_FRM::TGroupGet_FRM(const TGroupKind &kind) : TBaseGet_FRM(kind.part, false, {}), m_kind(kind)
+TGroupGet_FRM::TGroupGet_FRM(const TGroupKind &kind) : TRecordGet(kind.part, false, {}), m_kind(kind)
 {
     build();
 }
 
 TGroupGet_FRM::TGroupGet_FRM(const TGroupKind &kind, int code)
-    : TBaseGet_FRM(kind.part, code, fmEdit, false), m_kind(kind)
+    : TRecordGet(kind.part, code, fmEdit, false), m_kind(kind)
 {
     build();
 }
@@ -82,14 +82,24 @@ TGroupGet_FRM::TGroupGet_FRM(const TGroupKind &kind, int code)
 void TGroupGet_FRM::build()
 {
     SetTitle(m_kind.editorTitle);
+    Store.newCode = [this] {
+        return DM.ADOConnection1->scalar(on("select isnull(max(Code),0)+1 from ", m_kind, "")).toInt();
+    };
+    Store.fresh = [](int code) { return TGroup{code, {}}; };
+    Store.read = [this](const QVariant &code, TGroup &group) {
+        group = {code.toInt(), nameOf(m_kind, code.toInt())};
+        return true;
+    };
     auto *inputs = new QGridLayout;
     Body()->addLayout(inputs);
-    Code_EDT = AddInput(inputs, -1, 0, u"کد :"_s, u"Code_EDT"_s,
-                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 9));
+    Code_EDT = Inputs.add(AddInput(inputs, -1, 0, u"کد :"_s, u"Code_EDT"_s,
+                                   new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 9)),
+                          &TGroup::code);
     Code_EDT->setReadOnly(true);
     Code_EDT->setFocusPolicy(Qt::NoFocus);
-    Name_EDT = AddInput(inputs, -1, 0, u"&نام :"_s, u"Name_EDT"_s,
-                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    Name_EDT = Inputs.add(AddInput(inputs, -1, 0, u"&نام :"_s, u"Name_EDT"_s,
+                                   new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50)),
+                          &TGroup::name);
     KeepIn(m_kind.table, {{Name_EDT, "Name"}});
     Body()->addStretch(1);
     BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
@@ -109,7 +119,7 @@ bool TGroupGet_FRM::Validate()
                                       .sql(" and Code<>")
                                       .integer(Identifier()));
     std::optional<TTwin> twin;
-    if (other.toInt() > 0 || Mode() == fmNew || Name_EDT->GetText() != m_loadedName)
+    if (other.toInt() > 0 || Mode() == fmNew || Name_EDT->GetText() != Stored.name)
         twin = FindTwin(*DM.ADOConnection1, m_kind.table, {{u"Name"_s, Name_EDT->GetText()}},
                         Identifier().toInt(), {u"Name"_s});
     if (other.toInt() > 0 || twin) {
@@ -120,54 +130,30 @@ bool TGroupGet_FRM::Validate()
     return true;
 }
 
-void TGroupGet_FRM::ClearRecord()
-{
-    Code_EDT->SetValue(Identifier());
-    Name_EDT->Clear();
-}
-
-void TGroupGet_FRM::LoadRecord()
-{
-    m_loadedName = nameOf(m_kind, Identifier().toInt());
-}
-
-void TGroupGet_FRM::ShowRecord()
-{
-    Code_EDT->SetValue(Identifier());
-    Name_EDT->SetText(m_loadedName);
-}
-
 bool TGroupGet_FRM::SaveRecord()
 {
     const QString name = AsStored(m_kind.table, u"Name"_s, Name_EDT->GetText().trimmed());
-    try {
-        if (Mode() == fmNew)
-            DM.ADOConnection1->execute(on("insert into ", m_kind, "(Code, Name) values(")
-                                           .integer(Identifier())
-                                           .sql(",")
-                                           .text(name)
-                                           .sql(")"));
-        else if (DM.ADOConnection1->execute(on("update ", m_kind, " set Name=")
-                                                .text(name)
-                                                .sql(" where Code=")
-                                                .integer(Identifier())) == 0) {
-            MsgRecordGone(); // deleted by another workstation; the name stays as typed
-            return false;
-        }
-    } catch (const TDatabaseError &error) {
-        DM.ADOConnection1->noteError(error);
-        MSGFinishedNotSuccessfully(u"ذخیره سازی"_s);
-        return false;
-    }
-    MSGCompeletedSuccessfully(u"ذخیره سازی"_s);
-    return true;
-}
-
-void TGroupGet_FRM::NewCode()
-{
-    AllotCode([this] {
-        return DM.ADOConnection1->scalar(on("select isnull(max(Code),0)+1 from ", m_kind, "")).toInt();
+    bool stored = false;
+    const bool sound = Written([&] {
+        stored =
+            DM.ADOConnection1->execute(Mode() == fmNew ? on("insert into ", m_kind, "(Code, Name) values(")
+                                                             .integer(Identifier())
+                                                             .sql(",")
+                                                             .text(name)
+                                                             .sql(")")
+                                                       : on("update ", m_kind, " set Name=")
+                                                             .text(name)
+                                                             .sql(" where Code=")
+                                                             .integer(Identifier())) > 0;
+        return true;
     });
+    if (!sound)
+        MSGFinishedNotSuccessfully(u"ذخیره سازی"_s);
+    else if (!stored)
+        MsgRecordGone(); // deleted by another workstation; the name stays as typed
+    else
+        MSGCompeletedSuccessfully(u"ذخیره سازی"_s);
+    return stored;
 }
 
 bool TGroupGet_FRM::RecordExists()

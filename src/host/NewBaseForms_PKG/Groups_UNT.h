@@ -2,7 +2,7 @@
 
 #include "host/Export.h"
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
-#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
 #include "host/database/Query.h"
 
 /// The groups of one part: employees, earnings, deductions, persons.
@@ -19,8 +19,13 @@ KETEBIONPAP_HOST const TGroupKind *GroupKindOf(TSoftwarePart part);
 /// Tells the user when a group is the one that stands for all, which nobody changes. True: it is.
 bool RefuseGroupOfAll(const TGroupKind &kind, int code);
 
+struct TGroup {
+    int code = 0;
+    QString name;
+};
+
 /// One group: a code that the host allots, and a name that no other group of the kind has.
-class KETEBIONPAP_HOST TGroupGet_FRM : public TBaseGet_FRM {
+class KETEBIONPAP_HOST TGroupGet_FRM : public TRecordGet<TGroup> {
     Q_OBJECT
 public:
     explicit TGroupGet_FRM(const TGroupKind &kind);
@@ -31,19 +36,14 @@ public:
 
 protected:
     bool Validate() override;
-    void ClearRecord() override;
-    void LoadRecord() override;
-    void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override;
     bool RecordExists() override;
+    bool SaveRecord() override;
     QString LockedEntityWord() const override;
     QWidget *FirstInput() override { return Name_EDT; }
 
 private:
     void build();
     const TGroupKind &m_kind;
-    QString m_loadedName;
 };
 
 /// The groups of a kind, to pick one (mode 5) or to keep them up.
