@@ -98,7 +98,7 @@ protected:
     QWidget *FirstInput() override;
     QString LockedEntityWord() const override;
 
-    TRecordRows *Rows() override { return &m_workingRows; }
+    TRecordRows *Rows() override { return m_workingRows.get(); }
     void SaveFailed() override;
     bool MayDiscard() override;
 
@@ -139,7 +139,7 @@ private:
     void fillPerson();
     bool savePicture(const TPic_Get *picture, const QString &column);
 
-    TStaffFamilyRows m_workingRows;
+    const std::unique_ptr<TRecordRows> m_workingRows = FamilyRows();
     TDetail_Rows_Frame *m_family = nullptr;
     TPerinf_Mapper m_person;
     bool m_showing = false;    ///< inputs are being filled by the program

@@ -30,7 +30,7 @@ protected:
     void BeforeClose() override;
     QWidget *FirstInput() override { return Title_EDT; }
 
-    TRecordRows *Rows() override { return &m_workingRows; }
+    TRecordRows *Rows() override { return m_workingRows.get(); }
 
 private:
     void build();
@@ -44,6 +44,6 @@ private:
     [[nodiscard]] bool codeTyped();
 
     bool m_headerOnly = false; ///< the save that failed has stored the header
-    TTaxRows m_workingRows;
+    const std::unique_ptr<TRecordRows> m_workingRows = BracketRows();
     TDetail_Rows_Frame *m_rows = nullptr;
 };

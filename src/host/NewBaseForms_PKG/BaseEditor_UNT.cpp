@@ -103,13 +103,6 @@ bool TBaseEditor::Written(const std::function<bool()> &write)
     }
 }
 
-void TBaseEditor::noteLostLine()
-{
-    const auto *connection = DM.ADOConnection1;
-    if (connection && connection->lastError() && IsLineLost(connection->lastError()->fault()))
-        m_lostSave = m_identifier;
-}
-
 // A commit whose answer never came may have stored what was typed. A new record is a stored one then: entered once more
 // it would be refused, or be there twice. And a change may be the stored state: the checks that compare with the loaded
 // record would take the record's own title or number for another's.
@@ -152,8 +145,9 @@ bool TBaseEditor::Save(TSaveMode way)
             saved = SaveRecord();
         });
         rollBackLeftOpen();
-        if (!saved)
-            noteLostLine();
+        const auto *connection = DM.ADOConnection1;
+        if (!saved && connection && connection->lastError() && IsLineLost(connection->lastError()->fault()))
+            m_lostSave = m_identifier;
         if (tried && !saved)
             Guarded([this] { SaveFailed(); });
         if (!sound || !saved)
@@ -217,23 +211,18 @@ void TBaseEditor::startNext()
     FocusFirst();
 }
 
-bool TBaseEditor::confirmClose()
-{
-    if (m_isSaved)
-        return true;
-    TAnswer answer;
-    {
-        const QScopedValueRollback busy(m_busy, true);
-        answer = MsgNotSaved();
-    }
-    if (answer == TAnswer::Yes)
-        Save(svSaveClose); // closes by itself when it succeeds
-    return answer == TAnswer::No && MayDiscard();
-}
-
 void TBaseEditor::reject()
 {
-    if (!m_busy && !m_finished && confirmClose())
+    if (m_busy || m_finished)
+        return;
+    TAnswer discard = TAnswer::No;
+    if (!m_isSaved) {
+        const QScopedValueRollback busy(m_busy, true);
+        discard = MsgNotSaved();
+    }
+    if (discard == TAnswer::Yes)
+        Save(svSaveClose); // closes by itself when it succeeds
+    else if (discard == TAnswer::No && (m_isSaved || MayDiscard()))
         done(m_savedOnce ? Accepted : Rejected);
 }
 

@@ -106,11 +106,9 @@ protected:
     bool m_touched = false;   ///< the record's hooks began to run: leaving it needs BeforeClose
 
 private:
-    bool confirmClose();
     void stay();
     void startNext();
     void leaveRecord();
-    void noteLostLine();
     TFormMode m_mode;
     QVariant m_identifier = 0;
     std::optional<QVariant> m_lostSave; ///< the record whose save lost the line: what was typed may be stored
