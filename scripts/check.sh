@@ -45,7 +45,7 @@ core=
 for package in $packages; do
     core="$core src/host/$package"
 done
-records='*_DM_UNT.* *_Mapper.h *Fields.h'
+records='*_DM_UNT.* *_Mapper.h *Fields.* *Rules.*'
 
 # Below the windows nobody knows a widget, nor a package that has windows.
 widgets='Q(Application|Widget|Dialog|Label|LineEdit|ComboBox|CheckBox|Table|Header|Menu|Action|Layout|[VH]BoxLayout|'

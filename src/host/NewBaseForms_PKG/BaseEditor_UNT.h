@@ -6,6 +6,7 @@
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
 #include "host/NewBaseForms_PKG/KeptTexts_UNT.h"
 #include "host/database/DatabaseError.h"
+#include "host/database/RecordRules.h"
 
 #include <QGridLayout>
 #include <QHash>
@@ -108,6 +109,40 @@ protected:
         connect(input, &Input::changed, this, [this] { SetIsSaved(false); });
         return input;
     }
+    /// The input or another widget with a name; null when there is none.
+    template <class Widget>
+    Widget *Input(const char *name) const
+    {
+        return findChild<Widget *>(QString::fromLatin1(name));
+    }
+    /// AddInput and KeepIn for all fields of a record whose inputs stand on a page and are made, by row and column.
+    template <class Record>
+    void AddFields(QGridLayout *layout, std::span<const TField<Record>> fields, const QString &table,
+                   int page = 0)
+    {
+        for (const TField<Record> *field : Fields::onPage(fields, page))
+            PlaceField(layout, field->input, table,
+                       std::holds_alternative<QString Record::*>(field->member) ? field->column : nullptr);
+    }
+    /// Whether what is typed keeps a rule; when it does not, the user is told, and the focus goes to the input of the
+    /// rule's field. For fields without one the screen names it.
+    template <class Record, class Subject>
+    [[nodiscard]] bool Keeps(const TRule<Subject> &rule, std::span<const TField<Record>> fields,
+                             const Subject &subject, QWidget *otherwise = nullptr)
+    {
+        const TField<Record> *field = Fields::ofColumn(fields, rule.column);
+        auto *input = field && field->input.name ? Input<QWidget>(field->input.name) : otherwise;
+        if (rule.message == TRuleMessage::WrongForm)
+            return KeepsForm(input); // brings what is being typed into its form, too
+        const auto complaint = rule.complaint(subject);
+        if (complaint)
+            TellComplaint(*complaint, input);
+        else if (rule.message == TRuleMessage::Required)
+            RefuseBlanks(dynamic_cast<TSmartInput *>(input), rule.firstWord());
+        return !complaint;
+    }
+    /// Tells the user what a rule has against what is typed, and gives the focus to the input.
+    void TellComplaint(const TComplaint &complaint, QWidget *input);
     /// Names the table's columns that keep what is typed into these inputs. A text that is longer than its column is told
     /// after Validate, before SaveRecord, and the user may go back to it.
     void KeepIn(const QString &table,
@@ -166,6 +201,9 @@ protected:
 private:
     void Place(QGridLayout *layout, int row, int column, const QString &caption, const QString &objectName,
                QWidget *input, const QString &suffix);
+    void PlaceField(QGridLayout *layout, const TFieldInput &field, const QString &table, const char *column);
+    bool KeepsForm(QWidget *input);
+    Q_SLOT void noteChange() { SetIsSaved(false); }
     bool confirmClose();
     void stay();
     void startNext();
