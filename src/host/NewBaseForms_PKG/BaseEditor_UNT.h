@@ -116,13 +116,16 @@ protected:
         return findChild<Widget *>(QString::fromLatin1(name));
     }
     /// AddInput and KeepIn for all fields of a record whose inputs stand on a page and are made, by row and column.
+    /// `column` keeps their texts where that is not the fields' own.
     template <class Record>
     void AddFields(QGridLayout *layout, std::span<const TField<Record>> fields, const QString &table,
-                   int page = 0)
+                   int page = 0, const char *column = nullptr)
     {
         for (const TField<Record> *field : Fields::onPage(fields, page))
             PlaceField(layout, field->input, table,
-                       std::holds_alternative<QString Record::*>(field->member) ? field->column : nullptr);
+                       std::holds_alternative<QString Record::*>(field->member)
+                           ? (column ? column : field->column)
+                           : nullptr);
     }
     /// Whether what is typed keeps a rule; when it does not, the user is told, and the focus goes to the input of the
     /// rule's field. For fields without one the screen names it.
@@ -149,9 +152,12 @@ protected:
                 std::initializer_list<std::pair<TSmartEdit_ZLM *, const char *>> inputsAndColumns);
     /// The label that AddInput put beside an input; null when its caption is empty.
     QLabel *CaptionOf(QWidget *input) const { return m_captions.value(input); }
-    /// Gives a widget that AddInput does not know (a grid, a selector) its place in the tab order: behind all inputs
-    /// added so far.
-    void AddTabStop(QWidget *widget) { m_inputs.append(widget); }
+    /// Gives a widget that AddInput does not know (a grid, a selector) its place in the tab order: behind an input, or
+    /// behind all inputs added so far.
+    void AddTabStop(QWidget *widget, QWidget *behind = nullptr)
+    {
+        m_inputs.insert(behind ? m_inputs.indexOf(QPointer<QWidget>(behind)) + 1 : m_inputs.size(), widget);
+    }
     /// Puts a check box before the caption of an input that counts only while the box is ticked, and before the input
     /// in the tab order. What ticking does is the screen's.
     TSmartCheckBox_ZLM *AddTickBox(QWidget *input, const QString &objectName);

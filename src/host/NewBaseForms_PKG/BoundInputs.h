@@ -6,7 +6,8 @@
 /// The inputs of an editor, each tied to the member of the record that it shows: all are filled and read in one go.
 ///
 /// Texts go to and fro as they are typed; amounts are shown with as many decimal places as the tables keep; of a
-/// drop-down list the position counts (none chosen is read as the first), and a flag in one is its second item.
+/// drop-down list the position counts (none chosen is read as the first), and a flag in one is its second item. Where the
+/// position is stored as a text, none chosen is an empty one.
 template <class Record>
 class TBoundInputs {
 public:
@@ -56,7 +57,15 @@ private:
         const TFieldInput *field;
         const char *column;
     };
-    static void put(const TBound &bound, const QString &text) { bound.input->SetText(text); }
+    static void put(const TBound &bound, const QString &text)
+    {
+        bool isPosition = false;
+        const int position = text.toInt(&isPosition);
+        if (bound.field->kind == TFieldInput::Choice)
+            bound.input->SetValue(isPosition ? position : -1);
+        else
+            bound.input->SetText(text);
+    }
     static void put(const TBound &bound, int number)
     {
         const bool none = bound.field->kind == TFieldInput::PickedCode && number == 0;
@@ -64,7 +73,14 @@ private:
     }
     static void put(const TBound &bound, bool flag) { bound.input->SetValue(flag); }
     static void put(const TBound &bound, double amount) { bound.input->SetText(RoundedText_ZLM(amount)); }
-    static void take(const TBound &bound, QString &text) { text = bound.input->GetText(); }
+    static void take(const TBound &bound, QString &text)
+    {
+        const bool position = bound.field->kind == TFieldInput::Choice;
+        if (position && bound.input->IsEmpty())
+            text.clear();
+        else
+            text = position ? bound.input->GetValue().toString() : bound.input->GetText();
+    }
     static void take(const TBound &bound, int &number)
     {
         number = qMax(0, bound.input->GetValue().toInt()) + bound.field->first;

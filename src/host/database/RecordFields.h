@@ -133,6 +133,15 @@ const TField<Record> *ofColumn(std::span<const TField<Record>> fields, const cha
     return nullptr;
 }
 
+template <class Record>
+QStringList columns(std::span<const TField<Record>> fields)
+{
+    QStringList names;
+    for (const TField<Record> &field : fields)
+        names.append(QString::fromLatin1(field.column));
+    return names;
+}
+
 /// The fields whose inputs stand on a page, by row and column.
 template <class Record>
 QList<const TField<Record> *> onPage(std::span<const TField<Record>> fields, int page)
