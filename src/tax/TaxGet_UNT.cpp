@@ -65,15 +65,9 @@ void TTaxGet_FRM::build()
     resize(820, 640);
 
     auto *inputs = new QGridLayout;
-    Title_EDT = AddInput(inputs, 0, 0, u"  &عنوان :"_s, u"Title_EDT"_s,
-                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 100));
-    Code_EDT = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15);
-    Code_EDT->SetRange(0, 999999); // zero may be typed: saving then says that it must not stay
+    AddFields(inputs, taxFields(), u"TaxMain"_s);
     Code_EDT->SetSpinRange(1, 999999);
     Code_EDT->SetText(u"0"_s);
-    AddInput(inputs, 0, 1, u"  &کد :"_s, u"Code_EDT"_s, Code_EDT);
-    Comment_EDT = AddInput(inputs, 1, 0, u"  &شرح :"_s, u"Comment_EDT"_s,
-                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     Body()->addLayout(inputs);
     connect(Code_EDT, &TSmartEdit_ZLM::exited, this, [this] { (void)codeTyped(); });
 
@@ -102,7 +96,6 @@ void TTaxGet_FRM::build()
     connect(m_rows, &TDetail_Rows_Frame::editRow, this, &TTaxGet_FRM::editRow);
     connect(m_rows, &TDetail_Rows_Frame::deleteRow, this, &TTaxGet_FRM::deleteRow);
 
-    KeepIn(u"TaxMain"_s, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s);
 }
 
@@ -128,7 +121,7 @@ void TTaxGet_FRM::ClearRecord()
 {
     Code_EDT->SetValue(Identifier());
     openWorkingRows();
-    Tax_DM->Tax_GetByID(Identifier());
+    Tax_DM->Tax_GetByID(Identifier(), m_tax);
     Title_EDT->Clear();
     Comment_EDT->Clear();
     m_sent.reset();
@@ -137,16 +130,13 @@ void TTaxGet_FRM::ClearRecord()
 
 void TTaxGet_FRM::LoadRecord()
 {
-    Tax_DM->Tax_GetByID(Identifier());
+    Tax_DM->Tax_GetByID(Identifier(), m_tax);
 }
 
 void TTaxGet_FRM::ShowRecord()
 {
     openWorkingRows();
-    const TQuery *record = Tax_DM->Get_QUR;
-    Code_EDT->SetValue(record->value(u"Code"_s));
-    Title_EDT->SetText(record->asString(u"Title"_s));
-    Comment_EDT->SetText(record->asString(u"Comment"_s));
+    m_inputs.show(m_tax);
     SetIsSaved(true);
 }
 
@@ -247,36 +237,30 @@ void TTaxGet_FRM::deleteRow()
 
 bool TTaxGet_FRM::Validate()
 {
-    if (Code_EDT->IsEmpty()) {
-        MsgRequiredField(u"کد"_s, Code_EDT, this);
-        FocusInput(Code_EDT);
-        return false;
-    }
-    if (Code_EDT->GetText() == "0"_L1) {
-        NotZeroValue(u"کد"_s, Code_EDT);
-        FocusInput(Code_EDT);
-        return false;
-    }
-    if (!codeTyped())
-        return false;
-    if (!RequireInput(Title_EDT, u"عنوان"_s))
-        return false;
-    if (!Tax_DM->DetailList_QUR->active()) // a reading that failed closed it
+    return std::ranges::all_of(taxRules(), [this](const auto &rule) { return keeps(rule); });
+}
+
+bool TTaxGet_FRM::keeps(const TRule<TTaxSubject> &rule)
+{
+    const TQuery *rows = Tax_DM->DetailList_QUR;
+    if (rule.message == TRuleMessage::NotEntered && !rows->active()) // a reading that failed closed it
         Tax_DM->TmpTax_OpenList(Identifier());
-    if (Tax_DM->DetailList_QUR->isEmpty()) {
-        MsgNotEntered(u"سطري"_s);
-        FocusInput(m_rows->Grid());
-        return false;
-    }
-    return true;
+    const TTaxSubject subject{{taxFields(), typed(), {}, m_inputs.empty()},
+                              rows->active() ? rows->recordCount() : 0};
+    return Keeps(rule, taxFields(), subject, m_rows->Grid()) &&
+           (rule.message != TRuleMessage::NotZero || codeTyped());
+}
+
+TTax_Mapper TTaxGet_FRM::typed() const
+{
+    TTax_Mapper record = m_tax;
+    m_inputs.read(record);
+    return record;
 }
 
 bool TTaxGet_FRM::SaveRecord()
 {
-    TTax_Mapper record;
-    record._Code = Code_EDT->asInteger();
-    record._Title = Title_EDT->GetText();
-    record._Comment = Comment_EDT->GetText();
+    const TTax_Mapper record = typed();
     m_sent = record;
     // Header and brackets are two steps without a transaction: the second one only after the first.
     const bool header = Mode() == fmNew ? Tax_DM->Tax_Insert(record) : Tax_DM->Tax_Update(record);

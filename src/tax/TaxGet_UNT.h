@@ -1,8 +1,9 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "host/NewBaseForms_PKG/BoundInputs.h"
 #include "tax/TaxRows.h"
-#include "tax/Tax_Mapper.h"
+#include "tax/TaxRules.h"
 
 #include <optional>
 
@@ -12,15 +13,17 @@ class TDetail_Rows_Frame;
 /// header is saved.
 class TTaxGet_FRM : public TBaseGet_FRM {
     Q_OBJECT
+    const TBoundInputs<TTax_Mapper> m_inputs{taxFields(), this}; ///< before those who look for them
+
 public:
     /// A new tax table.
     TTaxGet_FRM(TSoftwarePart part, bool flag, const QString &text);
     /// An existing one.
     TTaxGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag);
 
-    TSmartEdit_ZLM *Title_EDT = nullptr;
-    TSmartEdit_ZLM *Code_EDT = nullptr;
-    TSmartEdit_ZLM *Comment_EDT = nullptr;
+    TSmartEdit_ZLM *const Title_EDT = Input<TSmartEdit_ZLM>("Title_EDT");
+    TSmartEdit_ZLM *const Code_EDT = Input<TSmartEdit_ZLM>("Code_EDT");
+    TSmartEdit_ZLM *const Comment_EDT = Input<TSmartEdit_ZLM>("Comment_EDT");
 
 protected:
     bool Validate() override;
@@ -46,7 +49,10 @@ private:
     /// A code typed by hand: a new table moves to it with its working rows when it is free, else the old code
     /// comes back. False: the user was told.
     [[nodiscard]] bool codeTyped();
+    bool keeps(const TRule<TTaxSubject> &rule);
+    TTax_Mapper typed() const;
 
+    TTax_Mapper m_tax;                 ///< as it was loaded
     std::optional<TTax_Mapper> m_sent; ///< by the last save of this record
     bool m_headerOnly = false;         ///< the save that failed has stored the header
     TTaxRows m_workingRows;
