@@ -1,16 +1,21 @@
 #pragma once
 
 #include "host/NewBaseForms_PKG/BaseGetDetail_UNT.h"
+#include "host/NewBaseForms_PKG/BoundInputs.h"
+#include "payrollinfo/PayrollInfoRules.h"
 
 /// Links one fixed payroll item to an earning or a deduction.
 class TPayrollInfoDetail_FRM : public TBaseGetDetail_FRM {
     Q_OBJECT
+    const TBoundInputs<TPayrollInfoDetail_Mapper> m_inputs{payrollItemFields(), this};
+
 public:
     /// `type` of the item: 0 links it to an earning, 1 to a deduction. `rowId` is the item's ID.
     TPayrollInfoDetail_FRM(const QVariant &part, const QVariant &type, TFormMode mode, const QVariant &rowId);
 
     QLabel *Title1_LBL = nullptr;
-    TSmartButtonEdit_ZLM *FiscalDeducationCode_EDT = nullptr;
+    TSmartButtonEdit_ZLM *const FiscalDeducationCode_EDT =
+        Input<TSmartButtonEdit_ZLM>("FiscalDeducationCode_EDT");
     QLabel *Code_LBL = nullptr;
 
 protected:
@@ -30,4 +35,5 @@ private:
     void codeExit();
     void lookUpCode(); ///< throws TDatabaseError: what was typed stays, its title is empty
     void pickCode();
+    TPayrollItemSubject subject() const;
 };
