@@ -1,7 +1,8 @@
 #pragma once
 
-#include "calender/Calender_Mapper.h"
+#include "calender/CalenderRules.h"
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "host/NewBaseForms_PKG/BoundInputs.h"
 
 class QLabel;
 class QRadioButton;
@@ -10,14 +11,17 @@ class QRadioButton;
 /// whatever stands in the date input.
 class TCalender_Day_FRM : public TBaseGet_FRM {
     Q_OBJECT
+    const TBoundInputs<TCalenderMapper> m_inputs{dayFields(), this}; ///< before those who look for them
+
 public:
     /// `code`: the day's ID.
     TCalender_Day_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag);
 
-    TSmartDateEdit_ZLM *Date_EDT = nullptr;
+    TSmartDateEdit_ZLM *const Date_EDT = Input<TSmartDateEdit_ZLM>("Date_EDT");
     QLabel *Day_LBL = nullptr;
-    TSmartEdit_ZLM *Title_EDT = nullptr;
-    TSmartEdit_ZLM *Comment_EDT = nullptr;
+    TSmartEdit_ZLM *const Title_EDT = Input<TSmartEdit_ZLM>("Title_EDT");
+    TSmartEdit_ZLM *const Comment_EDT = Input<TSmartEdit_ZLM>("Comment_EDT");
+    // The types of a day, in their order.
     QRadioButton *WorkDay_RB = nullptr;
     QRadioButton *WeekEnd_RB = nullptr;
     QRadioButton *Holiday_RB = nullptr;
@@ -34,5 +38,8 @@ protected:
     QWidget *FirstInput() override { return Title_EDT; }
 
 private:
+    bool keeps(const TRule<TDaySubject> &rule);
+    TCalenderMapper typed() const;
+
     TCalenderMapper m_day;
 };
