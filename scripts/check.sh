@@ -40,7 +40,7 @@ includes() {
     sources $folders | xargs grep -nE "^#include [<\"]($2)" || true
 }
 
-packages='database Declaration_PKG Utility_ZLM ZelmoSearch'
+packages='database Declaration_PKG Utility_ZLM ZelmoSearch Groups_PKG'
 core=
 for package in $packages; do
     core="$core src/host/$package"
@@ -60,9 +60,9 @@ done | complain "a widget in a data module"
 # Each floor knows those below it only.
 subsystems='(payrollinfo|calcmethod|tax|calender|staff|entity)/'
 includes src/host -- "$subsystems|common/|app/|Ketebionpap_Interface" | complain "the host knows the module"
-includes src/host/Utility_ZLM -- 'host/(database|Declaration_PKG|ZelmoSearch)/' | complain "an arrow runs up"
-includes src/host/database -- 'host/(Declaration_PKG|ZelmoSearch)/' | complain "an arrow runs up"
-includes src/host/Declaration_PKG -- 'host/ZelmoSearch/' | complain "an arrow runs up"
+includes src/host/Utility_ZLM -- 'host/(database|Declaration_PKG|ZelmoSearch|Groups_PKG)/' | complain "an arrow runs up"
+includes src/host/database -- 'host/(Declaration_PKG|ZelmoSearch|Groups_PKG)/' | complain "an arrow runs up"
+includes src/host/Declaration_PKG -- 'host/(ZelmoSearch|Groups_PKG)/' | complain "an arrow runs up"
 includes src/host/Message_ZLM -- 'host/(Component_ZLM|BaseFrame_PKG|NewBaseForms_PKG)/' | complain "an arrow runs up"
 includes src/host/Component_ZLM -- 'host/(BaseFrame_PKG|NewBaseForms_PKG)/' | complain "an arrow runs up"
 includes src/host/BaseFrame_PKG -- 'host/NewBaseForms_PKG/' | complain "an arrow runs up"
