@@ -7,7 +7,6 @@
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Declaration_PKG/WorkingRows_unt.h"
-#include "tax/TaxFields.h"
 #include "tax/Tax_DM_UNT.h"
 #include "tax/Tax_GetDetail_UNT.h"
 
@@ -64,26 +63,18 @@ void TTaxGet_FRM::build()
 {
     SetTitle(u"جدول مالیاتی"_s);
     resize(820, 640);
-    Store = {.newCode = [] { return Tax_DM->Tax_GetNewCode(); },
-             .read =
-                 [](const QVariant &code, TTax_Mapper &table) {
-                     Tax_DM->Tax_GetByID(code);
-                     Fields::read<TTax_Mapper>(*Tax_DM->Get_QUR, taxFields, table);
-                     return !Tax_DM->Get_QUR->isEmpty();
-                 },
-             .write = [this](const TTax_Mapper &table, bool isNew) { return store(table, isNew); }};
+    Store.newCode = [] { return Tax_DM->Tax_GetNewCode(); };
+    Store.read = [](const QVariant &code, TTax_Mapper &table) {
+        Tax_DM->Tax_GetByID(code, table);
+        return !Tax_DM->Get_QUR->isEmpty();
+    };
+    Store.write = [this](const TTax_Mapper &table, bool isNew) { return store(table, isNew); };
     SaveWords = {u"ذخيره سازي"_s, {}, u"ذخيره سازي "_s};
 
     auto *inputs = new QGridLayout;
-    Title_EDT = AddInput(inputs, 0, 0, u"  &عنوان :"_s, u"Title_EDT"_s,
-                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 100));
-    Code_EDT = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15);
-    Code_EDT->SetRange(0, 999999); // zero may be typed: saving then says that it must not stay
+    AddFields(inputs, taxFields(), u"TaxMain"_s);
     Code_EDT->SetSpinRange(1, 999999);
     Code_EDT->SetText(u"0"_s);
-    AddInput(inputs, 0, 1, u"  &کد :"_s, u"Code_EDT"_s, Code_EDT);
-    Comment_EDT = AddInput(inputs, 1, 0, u"  &شرح :"_s, u"Comment_EDT"_s,
-                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     Body()->addLayout(inputs);
     connect(Code_EDT, &TSmartEdit_ZLM::exited, this, [this] { (void)codeTyped(); });
 
@@ -112,7 +103,6 @@ void TTaxGet_FRM::build()
     connect(m_rows, &TDetail_Rows_Frame::editRow, this, &TTaxGet_FRM::editRow);
     connect(m_rows, &TDetail_Rows_Frame::deleteRow, this, &TTaxGet_FRM::deleteRow);
 
-    KeepIn(u"TaxMain"_s, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s);
 }
 
@@ -133,7 +123,7 @@ void TTaxGet_FRM::ClearRecord()
 {
     Code_EDT->SetValue(Identifier());
     openWorkingRows();
-    RecordExists(); // opens the header's query on no row, which the insert needs
+    Store.read(Identifier(), Stored);
     Title_EDT->Clear();
     Comment_EDT->Clear();
     SetIsSaved(true);
@@ -142,9 +132,7 @@ void TTaxGet_FRM::ClearRecord()
 void TTaxGet_FRM::ShowRecord()
 {
     openWorkingRows();
-    Code_EDT->SetValue(Stored._Code);
-    Title_EDT->SetText(Stored._Title);
-    Comment_EDT->SetText(Stored._Comment);
+    m_inputs.show(Stored);
     SetIsSaved(true);
 }
 
@@ -239,33 +227,18 @@ void TTaxGet_FRM::deleteRow()
 
 bool TTaxGet_FRM::Validate()
 {
-    if (Code_EDT->IsEmpty()) {
-        MsgRequiredField(u"کد"_s, Code_EDT, this);
-        FocusInput(Code_EDT);
-        return false;
-    }
-    if (Code_EDT->GetText() == "0"_L1) {
-        NotZeroValue(u"کد"_s, Code_EDT);
-        FocusInput(Code_EDT);
-        return false;
-    }
-    if (!codeTyped())
-        return false;
-    if (!RequireInput(Title_EDT, u"عنوان"_s))
-        return false;
-    if (!Tax_DM->DetailList_QUR->active()) // a reading that failed closed it
-        Tax_DM->TmpTax_OpenList(Identifier());
-    if (Tax_DM->DetailList_QUR->isEmpty()) {
-        MsgNotEntered(u"سطري"_s);
-        FocusInput(m_rows->Grid());
-        return false;
-    }
-    return true;
+    return std::ranges::all_of(taxRules(), [this](const auto &rule) { return keeps(rule); });
 }
 
-TTax_Mapper TTaxGet_FRM::Typed() const
+bool TTaxGet_FRM::keeps(const TRule<TTaxSubject> &rule)
 {
-    return {Code_EDT->asInteger(), Title_EDT->GetText(), Comment_EDT->GetText()};
+    const TQuery *rows = Tax_DM->DetailList_QUR;
+    if (rule.message == TRuleMessage::NotEntered && !rows->active()) // a reading that failed closed it
+        Tax_DM->TmpTax_OpenList(Identifier());
+    const TTaxSubject subject{{taxFields(), Typed(), {}, m_inputs.empty()},
+                              rows->active() ? rows->recordCount() : 0};
+    return Keeps(rule, taxFields(), subject, m_rows->Grid()) &&
+           (rule.message != TRuleMessage::NotZero || codeTyped());
 }
 
 bool TTaxGet_FRM::store(const TTax_Mapper &record, bool isNew)

@@ -195,7 +195,7 @@ bool TInputForm::RequireInput(TSmartInput *input, const QString &word)
 void TInputForm::RefuseBlanks(TSmartInput *input, const QString &word)
 {
     const auto *edit = qobject_cast<TSmartEdit_ZLM *>(input->Widget());
-    if (edit && edit->WasTyped() && PersianText::isBlank(edit->GetText()))
+    if (edit && !edit->IsEmpty() && edit->WasTyped() && PersianText::isBlank(edit->GetText()))
         m_blanks.append({input, word});
 }
 

@@ -5,6 +5,7 @@
 #include "host/Export.h"
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
 #include "host/NewBaseForms_PKG/KeptTexts_UNT.h"
+#include "host/database/RecordRules.h"
 
 #include <QGridLayout>
 #include <QHash>
@@ -28,16 +29,56 @@ protected:
         connect(input, &Input::changed, this, &TInputForm::InputChanged);
         return input;
     }
-    virtual void InputChanged() = 0;
+    Q_SLOT virtual void InputChanged() = 0;
+    /// The input or another widget with a name; null when there is none.
+    template <class Widget>
+    Widget *Input(const char *name) const
+    {
+        return findChild<Widget *>(QString::fromLatin1(name));
+    }
+    /// AddInput and KeepIn for all fields of a record whose inputs stand on a page and are made, by row and column.
+    /// `column` keeps their texts where that is not the fields' own.
+    template <class Record>
+    void AddFields(QGridLayout *layout, std::span<const TField<Record>> fields, const QString &table,
+                   int page = 0, const char *column = nullptr)
+    {
+        for (const TField<Record> *field : Fields::onPage(fields, page))
+            PlaceField(layout, field->input, table,
+                       std::holds_alternative<QString Record::*>(field->member)
+                           ? (column ? column : field->column)
+                           : nullptr);
+    }
+    /// Whether what is typed keeps a rule; when it does not, the user is told, and the focus goes to the input of the
+    /// rule's field. For fields without one the screen names it.
+    template <class Record, class Subject>
+    [[nodiscard]] bool Keeps(const TRule<Subject> &rule, std::span<const TField<Record>> fields,
+                             const Subject &subject, QWidget *otherwise = nullptr)
+    {
+        const TField<Record> *field = Fields::ofColumn(fields, rule.column);
+        auto *input = field && field->input.name ? Input<QWidget>(field->input.name) : otherwise;
+        if (rule.message == TRuleMessage::WrongForm)
+            return KeepsForm(input); // brings what is being typed into its form, too
+        const auto complaint = rule.complaint(subject);
+        if (complaint)
+            TellComplaint(*complaint, input);
+        else if (rule.message == TRuleMessage::Required)
+            RefuseBlanks(dynamic_cast<TSmartInput *>(input), rule.firstWord());
+        return !complaint;
+    }
+    /// Tells the user what a rule has against what is typed, and gives the focus to the input.
+    void TellComplaint(const TComplaint &complaint, QWidget *input);
     /// Names the table's columns that keep what is typed into these inputs. A text that is longer than its column is told
     /// behind all that a save checks, and the user may go back to it.
     void KeepIn(const QString &table,
                 std::initializer_list<std::pair<TSmartEdit_ZLM *, const char *>> inputsAndColumns);
     /// The label that AddInput put beside an input; null when its caption is empty.
     QLabel *CaptionOf(QWidget *input) const { return m_captions.value(input); }
-    /// Gives a widget that AddInput does not know (a grid, a selector) its place in the tab order: behind all inputs
-    /// added so far.
-    void AddTabStop(QWidget *widget) { m_inputs.append(widget); }
+    /// Gives a widget that AddInput does not know (a grid, a selector) its place in the tab order: behind an input, or
+    /// behind all inputs added so far.
+    void AddTabStop(QWidget *widget, QWidget *behind = nullptr)
+    {
+        m_inputs.insert(behind ? m_inputs.indexOf(QPointer<QWidget>(behind)) + 1 : m_inputs.size(), widget);
+    }
     /// Puts a check box before the caption of an input that counts only while the box is ticked, and before the input
     /// in the tab order. What ticking does is the screen's.
     TSmartCheckBox_ZLM *AddTickBox(QWidget *input, const QString &objectName);
@@ -83,6 +124,8 @@ protected:
 private:
     void Place(QGridLayout *layout, int row, int column, const QString &caption, const QString &objectName,
                QWidget *input, const QString &suffix);
+    void PlaceField(QGridLayout *layout, const TFieldInput &field, const QString &table, const char *column);
+    bool KeepsForm(QWidget *input);
     void runLeavingCheck(TSmartEdit_ZLM *input);
     QList<QPointer<QWidget>> m_inputs;
     QHash<QWidget *, QLabel *> m_captions;

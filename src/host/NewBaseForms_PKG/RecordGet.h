@@ -35,10 +35,16 @@ protected:
 
     TRecordStore<Record> Store;
     TSaveWords SaveWords;
-    TBoundInputs<Record> Inputs;
-    Record Stored{};            ///< as it was loaded; a new one's defaults
-    std::optional<Record> Sent; ///< by the last save of this record
+    TBoundInputs<Record> Inputs; ///< made from the record's fields (MakeInputs), or bound one by one
+    Record Stored{};             ///< as it was loaded; a new one's defaults
+    std::optional<Record> Sent;  ///< by the last save of this record
 
+    /// Makes the inputs of the record's fields; a screen that looks for them by name makes them first.
+    const TBoundInputs<Record> &MakeInputs(std::span<const TField<Record>> fields)
+    {
+        Inputs = {fields, this};
+        return Inputs;
+    }
     /// The record as it stands in the inputs.
     virtual Record Typed() const
     {
