@@ -36,8 +36,6 @@ TStaffGet_FRM::TStaffGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode
     build();
 }
 
-TStaffGet_FRM::~TStaffGet_FRM() = default;
-
 void TStaffGet_FRM::Picture_GetPicInsert_BTNClick()
 {
     Picture_Get->PicInsert();

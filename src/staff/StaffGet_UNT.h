@@ -26,7 +26,6 @@ public:
     /// A new employee; `text` is the code of the group that the list stands on.
     TStaffGet_FRM(TSoftwarePart part, bool flag, const QString &text);
     TStaffGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag);
-    ~TStaffGet_FRM() override;
 
     // ts1, general.
     TSmartEdit_ZLM *const Code_EDT = Input<TSmartEdit_ZLM>("Code_EDT");

@@ -69,7 +69,12 @@ TEST_F(EntityRules, AnEarningWithEverythingWrongIsComplainedOfInTheEditorsOrder)
 TEST_F(EntityRules, ADeductionsTitleIsComparedWithDeductionsAndToldAsAnEarnings)
 {
     subject.part = cspDeduction;
-    subject.record = {5, 2, 0, u"جريمه"_s, "1", "1", "1", "5", false, false, {}};
+    TFiscalDeducation_Mapper &item = subject.record;
+    item._code = 5;
+    item._Grpcode = 2;
+    item._title = u"جريمه"_s;
+    item._Kol = item._Moin = item._Tafzili = "1";
+    item._cost = "5";
     expect(u"title Repeated عنوان|مزايا|"_s + TwinText({4, u"جریمه"_s}));
     subject.record._title = u"پاداش"_s;
     expect({});

@@ -17,28 +17,20 @@ public:
     {
         for (const TField<Record> &field : fields)
             if (TSmartInput *input = field.input.name ? MakeInput(field.input, parent) : nullptr)
-                m_inputs.append({input, field.member, &field.input, field.column});
+                m_inputs.append({input, field});
     }
 
-    /// Ties an input to a member and gives it back.
-    template <class Input>
-    Input *add(Input *input, TMember<Record> member)
-    {
-        static constexpr TFieldInput plain;
-        m_inputs.append({input, member, &plain, ""});
-        return input;
-    }
     void show(const Record &record) const
     {
         for (const TBound &bound : m_inputs)
-            if (bound.field->kind != TFieldInput::CodedChoice)
-                std::visit([&](auto member) { put(bound, record.*member); }, bound.member);
+            if (bound.kind() != TFieldInput::CodedChoice)
+                std::visit([&](auto member) { put(bound, record.*member); }, bound.field.member);
     }
     void read(Record &record) const
     {
         for (const TBound &bound : m_inputs)
-            if (bound.field->kind != TFieldInput::CodedChoice)
-                std::visit([&](auto member) { take(bound, record.*member); }, bound.member);
+            if (bound.kind() != TFieldInput::CodedChoice)
+                std::visit([&](auto member) { take(bound, record.*member); }, bound.field.member);
     }
     /// The columns of the fields whose inputs are empty.
     QList<QByteArray> empty() const
@@ -46,36 +38,35 @@ public:
         QList<QByteArray> columns;
         for (const TBound &bound : m_inputs)
             if (bound.input->IsEmpty())
-                columns.append(bound.column);
+                columns.append(bound.field.column);
         return columns;
     }
 
 private:
     struct TBound {
         TSmartInput *input;
-        TMember<Record> member;
-        const TFieldInput *field;
-        const char *column;
+        TField<Record> field;
+        TFieldInput::Kind kind() const { return field.input.kind; }
     };
     static void put(const TBound &bound, const QString &text)
     {
         bool isPosition = false;
         const int position = text.toInt(&isPosition);
-        if (bound.field->kind == TFieldInput::Choice)
+        if (bound.kind() == TFieldInput::Choice)
             bound.input->SetValue(isPosition ? position : -1);
         else
             bound.input->SetText(text);
     }
     static void put(const TBound &bound, int number)
     {
-        const bool none = bound.field->kind == TFieldInput::PickedCode && number == 0;
-        bound.input->SetValue(none ? QVariant() : number - bound.field->first);
+        const bool none = bound.kind() == TFieldInput::PickedCode && number == 0;
+        bound.input->SetValue(none ? QVariant() : number - bound.field.input.first);
     }
     static void put(const TBound &bound, bool flag) { bound.input->SetValue(flag); }
     static void put(const TBound &bound, double amount) { bound.input->SetText(RoundedText_ZLM(amount)); }
     static void take(const TBound &bound, QString &text)
     {
-        const bool position = bound.field->kind == TFieldInput::Choice;
+        const bool position = bound.kind() == TFieldInput::Choice;
         if (position && bound.input->IsEmpty())
             text.clear();
         else
@@ -83,7 +74,7 @@ private:
     }
     static void take(const TBound &bound, int &number)
     {
-        number = qMax(0, bound.input->GetValue().toInt()) + bound.field->first;
+        number = qMax(0, bound.input->GetValue().toInt()) + bound.field.input.first;
     }
     static void take(const TBound &bound, bool &flag) { flag = bound.input->GetValue().toInt() == 1; }
     static void take(const TBound &bound, double &amount) { amount = bound.input->GetValue().toDouble(); }

@@ -61,8 +61,9 @@ protected:
         const auto complaint = rule.complaint(subject);
         if (complaint)
             TellComplaint(*complaint, input);
-        else if (rule.message == TRuleMessage::Required)
-            RefuseBlanks(dynamic_cast<TSmartInput *>(input), rule.firstWord());
+        else if (auto *typed = dynamic_cast<TSmartInput *>(input);
+                 typed && rule.message == TRuleMessage::Required)
+            RefuseBlanks(typed, rule.firstWord());
         return !complaint;
     }
     /// Tells the user what a rule has against what is typed, and gives the focus to the input.

@@ -35,7 +35,7 @@ protected:
 
     TRecordStore<Record> Store;
     TSaveWords SaveWords;
-    TBoundInputs<Record> Inputs; ///< made from the record's fields (MakeInputs), or bound one by one
+    TBoundInputs<Record> Inputs; ///< made from the record's fields (MakeInputs)
     Record Stored{};             ///< as it was loaded; a new one's defaults
     std::optional<Record> Sent;  ///< by the last save of this record
 
