@@ -53,7 +53,7 @@ TLockList_FRM::TLockList_FRM()
     : TSmallList_FRM(u"قفل رکوردها"_s, u"Lock_List_GRD"_s,
                      {u"بخش"_s, u"کد"_s, u"ایستگاه"_s, u"نام ایستگاه"_s, u"کاربر"_s, u"از زمان"_s}, 3)
 {
-    AddFreeButton(u"Refresh_BTN"_s, u"بازخوانی F5"_s, u"F5"_s, [this] { Refresh(); });
+    AddRefreshButton();
     AddRowButton(u"Release_BTN"_s, u"آزاد کردن قفل F7"_s, u"F7"_s, [this] { release(); });
     AddExitButton();
 }
@@ -61,15 +61,14 @@ TLockList_FRM::TLockList_FRM()
 QList<QStringList> TLockList_FRM::ReadRows()
 {
     m_locks = ListCodeLocks();
-    QList<QStringList> rows;
-    for (const TCodeLock &lock : std::as_const(m_locks))
-        rows << QStringList{SoftwarePartName(lock.part),
-                            lock.code,
-                            QString::number(lock.comIndex),
-                            lock.workstation,
-                            lock.userName,
-                            moment(lock.lockedAt)};
-    return rows;
+    return TextsOf(m_locks, [](const TCodeLock &lock) {
+        return QStringList{SoftwarePartName(lock.part),
+                           lock.code,
+                           QString::number(lock.comIndex),
+                           lock.workstation,
+                           lock.userName,
+                           moment(lock.lockedAt)};
+    });
 }
 
 void TLockList_FRM::release()
@@ -93,7 +92,7 @@ TWorkstationList_FRM::TWorkstationList_FRM()
     : TSmallList_FRM(u"ایستگاه های کاری"_s, u"Workstation_List_GRD"_s,
                      {u"شماره"_s, u"نام"_s, u"آخرین ورود"_s})
 {
-    AddFreeButton(u"Refresh_BTN"_s, u"بازخوانی F5"_s, u"F5"_s, [this] { Refresh(); });
+    AddRefreshButton();
     AddRowButton(u"Del_BTN"_s, u"حذف F7"_s, u"F7"_s, [this] { remove(); });
     AddExitButton();
 }
@@ -101,11 +100,9 @@ TWorkstationList_FRM::TWorkstationList_FRM()
 QList<QStringList> TWorkstationList_FRM::ReadRows()
 {
     m_workstations = ListWorkstations();
-    QList<QStringList> rows;
-    for (const TWorkstation &workstation : std::as_const(m_workstations))
-        rows << QStringList{QString::number(workstation.comIndex), workstation.name,
-                            moment(workstation.lastSeen)};
-    return rows;
+    return TextsOf(m_workstations, [](const TWorkstation &station) {
+        return QStringList{QString::number(station.comIndex), station.name, moment(station.lastSeen)};
+    });
 }
 
 void TWorkstationList_FRM::remove()

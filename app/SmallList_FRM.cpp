@@ -55,6 +55,11 @@ TSmartButton_ZLM *TSmallList_FRM::AddRowButton(const QString &objectName, const 
     return button;
 }
 
+void TSmallList_FRM::AddRefreshButton()
+{
+    AddFreeButton(u"Refresh_BTN"_s, u"بازخوانی F5"_s, u"F5"_s, [this] { Refresh(); });
+}
+
 void TSmallList_FRM::AddExitButton()
 {
     TSmartButton_ZLM *button = AddButton(u"EXit_BTN"_s, u"خروج Esc"_s, u"Esc"_s);

@@ -27,9 +27,18 @@ protected:
     /// A button that needs no row.
     TSmartButton_ZLM *AddFreeButton(const QString &objectName, const QString &caption, const QString &key,
                                     std::function<void()> action);
+    void AddRefreshButton();
     void AddExitButton();
     /// The rows' texts, in the columns' order. May throw TDatabaseError.
     virtual QList<QStringList> ReadRows() = 0;
+    template <class Item, class Texts>
+    static QList<QStringList> TextsOf(const QList<Item> &items, Texts texts)
+    {
+        QList<QStringList> rows;
+        for (const Item &item : items)
+            rows << texts(item);
+        return rows;
+    }
     int CurrentRow() const;
     void EnterKey() override;
 

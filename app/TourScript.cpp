@@ -1,268 +1,156 @@
 #include "app/TourScript.h"
 
-#include <QMap>
+#include <QHash>
 #include <QRandomGenerator>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-using S = TTourStep;
+// A script is a text, a line for each screen that is on top: its name, then the steps in it. A step is a key ("F4"), a
+// button ("AddRow_BTN!"), a text over what an input holds ("Title_EDT=...", alone it takes the focus), a picture
+// ("@tax-table"), the picture of the next message ("?about"). Underscores between words of a text stand for blanks.
 
-S await(const char *screen)
+constexpr QStringView payrollSettings = uR"(
+TPayrollInfoGet_FRM @payroll-settings Ctrl+2 @payroll-settings-items EditRow_BTN!
+TPayrollInfoDetail_FRM @payroll-settings-item F2
+TFiscalDeducation_List_FRM Esc
+TPayrollInfoDetail_FRM F3
+TPayrollInfoGet_FRM F3)";
+
+// A new method with a picked tax table is saved and found by typing.
+constexpr QStringView calculationMethods = uR"(
+TCalcMethodList_FRM @calculation-methods F4
+TCalcMethodGet_FRM Title_EDT=روش_کارکنان_پاره_وقت Tax_CHK! CalcMethodCode_EDT= F2
+TTaxList_FRM Return
+TCalcMethodGet_FRM Insurance_CHK! DailyIns_EDT=24245592 @calculation-method
+TCalcMethodGet_FRM Ctrl+2 OverTime_EDT=120 @calculation-method-attendance F3
+TCalcMethodList_FRM Search_EDT=پاره @calculation-methods-search Esc Esc)";
+
+// A new tax table gets two brackets and is saved with them; then it goes again.
+constexpr QStringView taxTables = uR"(
+TTaxList_FRM @tax-tables F4
+TTaxGet_FRM Title_EDT=جدول_مالیاتی_نمونه AddRow_BTN!
+TTax_GetDetail_FRM FromSalary_EDT=0 ToSalary_EDT=2880000000 Percent_EDT=0 F3
+TTaxGet_FRM AddRow_BTN!
+TTax_GetDetail_FRM FromSalary_EDT=2880000001 ToSalary_EDT=3600000000 Percent_EDT=10 @tax-bracket F3
+TTaxGet_FRM @tax-table F3
+TTaxList_FRM Search_EDT=نمونه @tax-tables-search ?question-before-a-delete F7 Esc Esc)";
+
+// A day is looked at, and the days of the next year are made.
+constexpr QStringView calendar = uR"(
+TCalender_List_FRM @work-calendar F5
+TCalender_Day_FRM @work-calendar-day Esc
+TCalender_List_FRM F4
+TCalender_Set_FRM Title_EDT=تقویم_کاری_1406 Date1_EDT=14060101 StartDay_CMB=يکشنبه Date2_EDT=14061229
+TCalender_Set_FRM @work-calendar-new-days F3
+TCalender_List_FRM Search_EDT=1406 @work-calendar-search F9
+TListPreview_FRM @print-preview Esc
+TCalender_List_FRM Esc Esc)";
+
+// A group is added, a married employee found by typing; all pages of the record; one joins the family and is saved.
+constexpr QStringView staff = uR"(
+TStaffList_FRM @staff F11
+TGroupList_FRM F4
+TGroupGet_FRM Name_EDT=کارکنان_پروژه @group F3
+TGroupList_FRM @groups Esc
+TStaffList_FRM Search_EDT=كريمي ShowPicture_BTN! @staff-search F5
+TStaffGet_FRM @employee Ctrl+2 @employee-personnel Ctrl+3 @employee-supplementary Ctrl+4 NewRow_BTN!
+TStaffFamily_GetDetil_FRM Name_EDT=نیما_محمدی BirthDate_EDT=14020510 InsuranceNumber_EDT=0062718290
+TStaffFamily_GetDetil_FRM @family-member F3
+TStaffGet_FRM @employee-family F3
+TStaffList_FRM Esc Esc)";
+
+// An item's account is looked up, and a new amount saved.
+constexpr QStringView items = uR"(
+TFiscalDeducation_List_FRM @%1s F5
+TFiscalDeducation_Get_FRM @%1 TotalCode_EDT= F2
+TAccountPicker_FRM @%1-account Esc
+TFiscalDeducation_Get_FRM Cost_EDT=12000000 F3
+TFiscalDeducation_List_FRM Esc)";
+
+// Two items are ticked and go into the record.
+constexpr QStringView pickInto = uR"(
+%1 Down %2
+TFiscalDeducation_List_FRM Select_BTN!
+%1 @%3 Esc)";
+
+// The first administrator and a clerk are made, and the clerk gets a right.
+constexpr QStringView users = uR"(
+TUserList_FRM F4
+TUserGet_FRM Name_EDT=modir FullName_EDT=رضا_محمدی Password_EDT=%1 Repeat_EDT=%1 IsAdmin_CHK! F3
+TUserList_FRM F4
+TUserGet_FRM Name_EDT=maryam FullName_EDT=مریم_کریمی Password_EDT=%1 Repeat_EDT=%1 @user F3
+TUserList_FRM @users F6
+TUserRights_FRM Space @user-rights F3
+TUserList_FRM Esc)";
+
+constexpr QStringView databaseSettings = uR"(
+TDatabaseSettings_FRM File_EDT=/srv/payroll/ketebionpap.db Server_RB! Server_EDT=db.example.ir
+TDatabaseSettings_FRM Database_EDT=Payroll User_EDT=payroll @database-settings Esc)";
+
+TTourStep stepOf(const QString &word)
 {
-    return {S::Await, QLatin1String(screen), {}};
-}
-S press(const char *key)
-{
-    return {S::Press, QLatin1String(key), {}};
-}
-S click(const char *button)
-{
-    return {S::Click, QLatin1String(button), {}};
-}
-S type(const char *input, const QString &text)
-{
-    return {S::Type, QLatin1String(input), text};
-}
-S picture(const char *name)
-{
-    return {S::Picture, QLatin1String(name), {}};
-}
-S message(const char *name)
-{
-    return {S::Message, QLatin1String(name), {}};
+    if (word.startsWith(u'@'))
+        return {TTourStep::Picture, word.mid(1), {}};
+    if (word.startsWith(u'?'))
+        return {TTourStep::Message, word.mid(1), {}};
+    if (word.endsWith(u'!'))
+        return {TTourStep::Click, word.chopped(1), {}};
+    if (const qsizetype at = word.indexOf(u'='); at > 0)
+        return {TTourStep::Type, word.left(at), word.mid(at + 1).replace(u'_', u' ')};
+    return {TTourStep::Press, word, {}};
 }
 
-/// Looked at, an item's page is turned to, its item picked again, and all is saved.
-QList<S> payrollSettings()
+QList<TTourStep> steps(QStringView script)
 {
-    return {await("TPayrollInfoGet_FRM"),
-            picture("payroll-settings"),
-            press("Ctrl+2"),
-            picture("payroll-settings-items"),
-            click("EditRow_BTN"),
-            await("TPayrollInfoDetail_FRM"),
-            picture("payroll-settings-item"),
-            press("F2"),
-            await("TFiscalDeducation_List_FRM"),
-            press("Esc"),
-            await("TPayrollInfoDetail_FRM"),
-            press("F3"),
-            await("TPayrollInfoGet_FRM"),
-            press("F3")};
-}
-
-/// A new method with a picked tax table is saved and found by typing.
-QList<S> calculationMethods()
-{
-    return {await("TCalcMethodList_FRM"),
-            picture("calculation-methods"),
-            press("F4"),
-            await("TCalcMethodGet_FRM"),
-            type("Title_EDT", u"روش کارکنان پاره وقت"_s),
-            click("Tax_CHK"),
-            type("CalcMethodCode_EDT", {}),
-            press("F2"),
-            await("TTaxList_FRM"),
-            press("Return"),
-            await("TCalcMethodGet_FRM"),
-            click("Insurance_CHK"),
-            type("DailyIns_EDT", u"24245592"_s),
-            picture("calculation-method"),
-            press("Ctrl+2"),
-            type("OverTime_EDT", u"120"_s),
-            picture("calculation-method-attendance"),
-            press("F3"),
-            await("TCalcMethodList_FRM"),
-            type("Search_EDT", u"پاره"_s),
-            picture("calculation-methods-search"),
-            press("Esc"),
-            press("Esc")};
-}
-
-/// A new tax table gets two brackets and is saved with them; then it goes again.
-QList<S> taxTables()
-{
-    QList<S> steps = {await("TTaxList_FRM"), picture("tax-tables"), press("F4"), await("TTaxGet_FRM"),
-                      type("Title_EDT", u"جدول مالیاتی نمونه"_s)};
-    const char *const brackets[][3] = {{"0", "2880000000", "0"}, {"2880000001", "3600000000", "10"}};
-    for (const auto &[from, to, percent] : brackets) {
-        steps << click("AddRow_BTN") << await("TTax_GetDetail_FRM")
-              << type("FromSalary_EDT", QLatin1String(from)) << type("ToSalary_EDT", QLatin1String(to))
-              << type("Percent_EDT", QLatin1String(percent));
-        if (from != "0"_L1)
-            steps << picture("tax-bracket");
-        steps << press("F3") << await("TTaxGet_FRM");
+    QList<TTourStep> all;
+    for (const QStringView line : script.split(u'\n', Qt::SkipEmptyParts)) {
+        const QStringList words = line.toString().split(u' ');
+        all.append({TTourStep::Await, words.first(), {}});
+        for (qsizetype i = 1; i < words.size(); ++i)
+            all.append(stepOf(words.at(i)));
     }
-    return steps << picture("tax-table") << press("F3") << await("TTaxList_FRM")
-                 << type("Search_EDT", u"نمونه"_s) << picture("tax-tables-search")
-                 << message("question-before-a-delete") << press("F7") << press("Esc") << press("Esc");
+    return all;
 }
 
-/// A day is looked at, and the days of the next year are made.
-QList<S> calendar()
+template <class... Words>
+QList<TTourStep> steps(QStringView script, const Words &...words)
 {
-    return {await("TCalender_List_FRM"),
-            picture("work-calendar"),
-            press("F5"),
-            await("TCalender_Day_FRM"),
-            picture("work-calendar-day"),
-            press("Esc"),
-            await("TCalender_List_FRM"),
-            press("F4"),
-            await("TCalender_Set_FRM"),
-            type("Title_EDT", u"تقویم کاری 1406"_s),
-            type("Date1_EDT", u"14060101"_s),
-            type("StartDay_CMB", u"يکشنبه"_s),
-            type("Date2_EDT", u"14061229"_s),
-            picture("work-calendar-new-days"),
-            press("F3"),
-            await("TCalender_List_FRM"),
-            type("Search_EDT", u"1406"_s),
-            picture("work-calendar-search"),
-            press("F9"),
-            await("TListPreview_FRM"),
-            picture("print-preview"),
-            press("Esc"),
-            await("TCalender_List_FRM"),
-            press("Esc"),
-            press("Esc")};
+    return steps(QStringView(script.toString().arg(QString(words)...)));
 }
 
-/// A group is added, a married employee found by typing; all pages of the record; one joins the family and is saved.
-QList<S> staff()
+QList<TTourStep> look(const QString &screen, const QString &name, const QString &key = u"Esc"_s)
 {
-    return {await("TStaffList_FRM"),
-            picture("staff"),
-            press("F11"),
-            await("TGroupList_FRM"),
-            press("F4"),
-            await("TGroupGet_FRM"),
-            type("Name_EDT", u"کارکنان پروژه"_s),
-            picture("group"),
-            press("F3"),
-            await("TGroupList_FRM"),
-            picture("groups"),
-            press("Esc"),
-            await("TStaffList_FRM"),
-            type("Search_EDT", u"كريمي"_s),
-            click("ShowPicture_BTN"),
-            picture("staff-search"),
-            press("F5"),
-            await("TStaffGet_FRM"),
-            picture("employee"),
-            press("Ctrl+2"),
-            picture("employee-personnel"),
-            press("Ctrl+3"),
-            picture("employee-supplementary"),
-            press("Ctrl+4"),
-            click("NewRow_BTN"),
-            await("TStaffFamily_GetDetil_FRM"),
-            type("Name_EDT", u"نیما محمدی"_s),
-            type("BirthDate_EDT", u"14020510"_s),
-            type("InsuranceNumber_EDT", u"0062718290"_s),
-            picture("family-member"),
-            press("F3"),
-            await("TStaffGet_FRM"),
-            picture("employee-family"),
-            press("F3"),
-            await("TStaffList_FRM"),
-            press("Esc"),
-            press("Esc")};
+    return steps(u"%1 @%2 %3", screen, name, key);
 }
 
-/// An item's account is looked up, and a new amount saved.
-QList<S> items(const char *list, const char *editor, const char *accounts)
+QList<TTourStep> select(const QString &list, const QString &name)
 {
-    return {await("TFiscalDeducation_List_FRM"),
-            picture(list),
-            press("F5"),
-            await("TFiscalDeducation_Get_FRM"),
-            picture(editor),
-            type("TotalCode_EDT", {}),
-            press("F2"),
-            await("TAccountPicker_FRM"),
-            picture(accounts),
-            press("Esc"),
-            await("TFiscalDeducation_Get_FRM"),
-            type("Cost_EDT", u"12000000"_s),
-            press("F3"),
-            await("TFiscalDeducation_List_FRM"),
-            press("Esc")};
+    return look(list, name, u"Return"_s);
 }
 
-QList<S> select(const char *list, const char *name)
+QList<TTourStep> inFileDialog(const QString &name, QStringView more)
 {
-    return {await(list), picture(name), press("Return")};
-}
-
-QList<S> look(const char *screen, const char *name)
-{
-    return {await(screen), picture(name), press("Esc")};
-}
-
-/// Two items are ticked and go into the record.
-QList<S> pickInto(const char *screen, const char *key, const char *name)
-{
-    return {await(screen),       press("Down"), press(key),    await("TFiscalDeducation_List_FRM"),
-            click("Select_BTN"), await(screen), picture(name), press("Esc")};
-}
-
-/// The first administrator and a clerk are made, and the clerk gets a right.
-QList<S> users()
-{
-    const QString password = QString::number(QRandomGenerator::system()->generate64());
-    const auto user = [&password](const QString &name, const QString &fullName) {
-        return QList<S>{press("F4"),
-                        await("TUserGet_FRM"),
-                        type("Name_EDT", name),
-                        type("FullName_EDT", fullName),
-                        type("Password_EDT", password),
-                        type("Repeat_EDT", password)};
-    };
-    const QList<S> saved = {press("F3"), await("TUserList_FRM")};
-    return QList<S>{await("TUserList_FRM")}
-           << user(u"modir"_s, u"رضا محمدی"_s) << click("IsAdmin_CHK") << saved
-           << user(u"maryam"_s, u"مریم کریمی"_s) << picture("user") << saved << picture("users")
-           << press("F6") << await("TUserRights_FRM") << press("Space") << picture("user-rights") << saved
-           << press("Esc");
-}
-
-QList<S> databaseSettings()
-{
-    return {await("TDatabaseSettings_FRM"),
-            type("File_EDT", u"/srv/payroll/ketebionpap.db"_s),
-            click("Server_RB"),
-            type("Server_EDT", u"db.example.ir"_s),
-            type("Database_EDT", u"Payroll"_s),
-            type("User_EDT", u"payroll"_s),
-            picture("database-settings"),
-            press("Esc")};
-}
-
-QList<S> file(const QString &name, const char *pictureName, std::initializer_list<const char *> messages)
-{
-    QList<S> steps = {await("QFileDialog"), type("fileNameEdit", name), picture(pictureName)};
-    for (const char *one : messages)
-        steps << message(one);
-    return steps << press("Return");
+    QList<TTourStep> all = steps(u"QFileDialog fileNameEdit= %1 Return", more.toString());
+    all[1].text = name;
+    return all;
 }
 
 } // namespace
 
 QList<TTourStep> TourScript::of(const char *entry)
 {
-    static const QMap<QString, QList<S>> scripts = {
-        {"Open_PayRollInfo", payrollSettings()},
-        {"Open_CalculatingMethods", calculationMethods()},
-        {"Open_TaxList", taxTables()},
-        {"Open_WorkCalender", calendar()},
-        {"Open_StaffList", staff()},
-        {"Open_FiscalList", ::items("earnings", "earning", "earning-account")},
-        {"Open_DeductionList", ::items("deductions", "deduction", "deduction-account")},
+    static const QHash<QString, QList<TTourStep>> scripts = {
+        {"Open_PayRollInfo", steps(payrollSettings)},
+        {"Open_CalculatingMethods", steps(calculationMethods)},
+        {"Open_TaxList", steps(taxTables)},
+        {"Open_WorkCalender", steps(calendar)},
+        {"Open_StaffList", steps(staff)},
+        {"Open_FiscalList", steps(::items, u"earning"_s)},
+        {"Open_DeductionList", steps(::items, u"deduction"_s)},
         {"Select_Staff", select("TStaffList_FRM", "select-staff")},
-        {"Select_StaffGroup", {await("TGroupList_FRM"), picture("select-staff-group"), press("Return")}},
+        {"Select_StaffGroup", select("TGroupList_FRM", "select-staff-group")},
         {"Select_CalculatingMethods", select("TCalcMethodList_FRM", "select-calculation-method")},
         {"Select_TaxInfo", select("TTaxList_FRM", "select-tax-table")},
         {"Select_FiscalList", select("TFiscalDeducation_List_FRM", "select-earning")},
@@ -274,16 +162,17 @@ QList<TTourStep> TourScript::of(const char *entry)
 
 QList<TourScript::TItem> TourScript::items(const QString &backup)
 {
+    const QString password = QString::number(QRandomGenerator::system()->generate64());
     return {
-        {"PickIntoOrder_ACT", pickInto("TPickTarget_Orders", "F6", "pick-into-order")},
-        {"PickIntoOutput_ACT", pickInto("TPickTarget_Outputs", "F8", "pick-into-output")},
-        {"DatabaseSettings_ACT", databaseSettings()},
-        {"Backup_ACT", file(backup, "backup", {"backup-made"})},
-        {"Restore_ACT", file(backup, "restore", {"question-before-a-restore"})},
-        {"Users_ACT", users()},
-        {"Locks_ACT", {await("TLockList_FRM"), picture("code-locks"), press("F7"), press("Esc")}},
+        {"PickIntoOrder_ACT", steps(pickInto, u"TPickTarget_Orders"_s, u"F6"_s, u"pick-into-order"_s)},
+        {"PickIntoOutput_ACT", steps(pickInto, u"TPickTarget_Outputs"_s, u"F8"_s, u"pick-into-output"_s)},
+        {"DatabaseSettings_ACT", steps(databaseSettings)},
+        {"Backup_ACT", inFileDialog(backup, u"@backup ?backup-made")},
+        {"Restore_ACT", inFileDialog(backup, u"@restore ?question-before-a-restore")},
+        {"Users_ACT", steps(users, password)},
+        {"Locks_ACT", steps(u"TLockList_FRM @code-locks F7 Esc")},
         {"Workstations_ACT", look("TWorkstationList_FRM", "workstations")},
         {"Events_ACT", look("TEventLog_FRM", "event-log")},
-        {"About_ACT", {message("about")}},
+        {"About_ACT", {{TTourStep::Message, u"about"_s, {}}}},
     };
 }

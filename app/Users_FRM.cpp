@@ -35,10 +35,9 @@ TUserList_FRM::TUserList_FRM()
 QList<QStringList> TUserList_FRM::ReadRows()
 {
     m_users = ListUsers();
-    QList<QStringList> rows;
-    for (const TUserInfo &user : std::as_const(m_users))
-        rows << QStringList{user.Name, user.FullName, yesNo(user.IsAdmin), yesNo(user.IsActive)};
-    return rows;
+    return TextsOf(m_users, [](const TUserInfo &user) {
+        return QStringList{user.Name, user.FullName, yesNo(user.IsAdmin), yesNo(user.IsActive)};
+    });
 }
 
 void TUserList_FRM::edit(int code)

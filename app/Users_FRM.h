@@ -59,11 +59,9 @@ public:
 
 protected:
     bool Validate() override { return true; }
-    void ClearRecord() override {}
     void LoadRecord() override;
     void ShowRecord() override;
     bool SaveRecord() override;
-    void NewCode() override {}
     bool RecordExists() override;
     QWidget *FirstInput() override;
     bool MayStartNew() override { return false; } ///< there is no next user here

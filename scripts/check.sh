@@ -40,12 +40,12 @@ includes() {
     sources $folders | xargs grep -nE "^#include [<\"]($2)" || true
 }
 
-packages='database Declaration_PKG Utility_ZLM ZelmoSearch'
+packages='database Declaration_PKG Utility_ZLM ZelmoSearch Groups_PKG'
 core=
 for package in $packages; do
     core="$core src/host/$package"
 done
-records='*_DM_UNT.* *_Mapper.h *Fields.h'
+records='*_DM_UNT.* *_Mapper.h *Fields.* *Rules.*'
 
 # Below the windows nobody knows a widget, nor a package that has windows.
 widgets='Q(Application|Widget|Dialog|Label|LineEdit|ComboBox|CheckBox|Table|Header|Menu|Action|Layout|[VH]BoxLayout|'
@@ -60,9 +60,9 @@ done | complain "a widget in a data module"
 # Each floor knows those below it only.
 subsystems='(payrollinfo|calcmethod|tax|calender|staff|entity)/'
 includes src/host -- "$subsystems|common/|app/|Ketebionpap_Interface" | complain "the host knows the module"
-includes src/host/Utility_ZLM -- 'host/(database|Declaration_PKG|ZelmoSearch)/' | complain "an arrow runs up"
-includes src/host/database -- 'host/(Declaration_PKG|ZelmoSearch)/' | complain "an arrow runs up"
-includes src/host/Declaration_PKG -- 'host/ZelmoSearch/' | complain "an arrow runs up"
+includes src/host/Utility_ZLM -- 'host/(database|Declaration_PKG|ZelmoSearch|Groups_PKG)/' | complain "an arrow runs up"
+includes src/host/database -- 'host/(Declaration_PKG|ZelmoSearch|Groups_PKG)/' | complain "an arrow runs up"
+includes src/host/Declaration_PKG -- 'host/(ZelmoSearch|Groups_PKG)/' | complain "an arrow runs up"
 includes src/host/Message_ZLM -- 'host/(Component_ZLM|BaseFrame_PKG|NewBaseForms_PKG)/' | complain "an arrow runs up"
 includes src/host/Component_ZLM -- 'host/(BaseFrame_PKG|NewBaseForms_PKG)/' | complain "an arrow runs up"
 includes src/host/BaseFrame_PKG -- 'host/NewBaseForms_PKG/' | complain "an arrow runs up"

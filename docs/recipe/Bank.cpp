@@ -6,49 +6,38 @@
 using namespace Qt::Literals::StringLiterals;
 using namespace QueryTools;
 
-// The fields, in the order in which a save sets their columns.
+// The fields with their inputs, in the order in which a save sets their columns.
 static constexpr TField<TBank_Mapper> fields[] = {
     {"Code", &TBank_Mapper::_Code},
-    {"Title", &TBank_Mapper::_Title},
-    {"Branch", &TBank_Mapper::_Branch},
-    {"Active", &TBank_Mapper::_Active},
+    {"Title", &TBank_Mapper::_Title, {"Title_EDT", u"  &عنوان :", TFieldInput::Text, 0, 0, 0, 50}},
+    {"Branch", &TBank_Mapper::_Branch, {"Branch_EDT", u"  &شعبه :", TFieldInput::Text, 0, 1, 0, 20}},
+    {"Active", &TBank_Mapper::_Active, {"Active_CHK", u"&فعال", TFieldInput::Tick, 0, 2, 0}},
 };
 
 class TBankGet_FRM : public TRecordGet<TBank_Mapper> {
     Q_OBJECT
 public:
     TBankGet_FRM(TBank_DM &data, const QVariant &code, TFormMode mode)
-        : TRecordGet(cspPerson, code, mode, false), m_data(data)
-    {
-        build();
-    }
-
-protected:
-    int NextCode() override { return m_data.Bank_GetNewCode(); }
-    TBank_Mapper Fresh(int code) override { return {code, {}, {}, true}; }
-    bool Read(const QVariant &code, TBank_Mapper &bank) override { return m_data.Bank_GetById(code, bank); }
-    bool Write(const TBank_Mapper &bank, bool isNew) override { return m_data.Bank_Save(bank, isNew); }
-    bool Validate() override { return RequireInput(m_title, u"عنوان"_s); }
-
-private:
-    void build()
+        : TRecordGet(cspPerson, code, mode, false)
     {
         SetTitle(u"بانک"_s);
-        auto *grid = new QGridLayout;
         using M = TBank_Mapper;
-        const auto text = [&](int row, const QString &caption, const QString &name, int length) {
-            auto *input = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, length);
-            return AddInput(grid, row, 0, caption, name, input);
-        };
-        m_title = Inputs.add(text(0, u"  &عنوان :"_s, u"Title_EDT"_s, 50), &M::_Title);
-        Inputs.add(text(1, u"  &شعبه :"_s, u"Branch_EDT"_s, 20), &M::_Branch);
-        auto *tick = new TSmartCheckBox_ZLM(u"&فعال"_s, this);
-        Inputs.add(AddInput(grid, 2, 0, {}, u"Active_CHK"_s, tick), &M::_Active);
+        Store = {.newCode = [&data] { return data.Bank_GetNewCode(); },
+                 .fresh =
+                     [](int code) {
+                         return M{code, {}, {}, true};
+                     },
+                 .read = [&data](const QVariant &code, M &bank) { return data.Bank_GetById(code, bank); },
+                 .write = [&data](const M &bank, bool isNew) { return data.Bank_Save(bank, isNew); }};
+        auto *grid = new QGridLayout;
+        MakeInputs(fields);
+        AddFields<TBank_Mapper>(grid, fields, u"Bank"_s);
         Body()->addLayout(grid);
         BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s, svSaveClose);
     }
-    TBank_DM &m_data;
-    TSmartEdit_ZLM *m_title = nullptr;
+
+protected:
+    bool Validate() override { return RequireInput(Input<TSmartEdit_ZLM>("Title_EDT"), u"عنوان"_s); }
 };
 
 TBank_DM::TBank_DM(QObject *owner)

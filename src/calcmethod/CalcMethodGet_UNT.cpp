@@ -14,8 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int highestCode = 999999;
-constexpr int mostHours = 1000;
+const QString table = u"CalcMethod"_s;
 const QString roundingUnits[] = {u"0"_s, u"10"_s, u"100"_s, u"1000"_s, u"10000"_s, u"100000"_s, u"1000000"_s};
 
 QLabel *besideLabel(QWidget *parent, const QString &objectName)
@@ -26,16 +25,22 @@ QLabel *besideLabel(QWidget *parent, const QString &objectName)
     return label;
 }
 
+/// Whether a rule is looked at when the tax code is left; before a save only where it was typed since.
+bool isTaxTables(const TRule<TCalcMethodSubject> &rule)
+{
+    return rule.message == TRuleMessage::Unknown || rule.message == TRuleMessage::Hint;
+}
+
 } // namespace
 
 TCalcMethodGet_FRM::TCalcMethodGet_FRM(TSoftwarePart part, bool flag, const QString &text)
-    : TBaseGet_FRM(part, flag, text)
+    : TRecordGet(part, flag, text)
 {
     build();
 }
 
 TCalcMethodGet_FRM::TCalcMethodGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
-    : TBaseGet_FRM(part, code, mode, flag)
+    : TRecordGet(part, code, mode, flag)
 {
     build();
 }
@@ -43,13 +48,21 @@ TCalcMethodGet_FRM::TCalcMethodGet_FRM(TSoftwarePart part, const QVariant &code,
 void TCalcMethodGet_FRM::build()
 {
     SetTitle(u"روش محاسباتی"_s);
-    CalcMethod_PC = new QTabWidget(this);
+    using M = TCalcMethod_Mapper;
+    Store.newCode = [] { return CalcMethod_DM->CalcMethod_GetNewCode(); };
+    Store.read = [](const QVariant &code, M &method) {
+        CalcMethod_DM->CalcMethod_GetById(code, method);
+        return !CalcMethod_DM->Get_QUR->isEmpty();
+    };
+    Store.write = [](const M &method, bool isNew) {
+        return isNew ? CalcMethod_DM->CalcMethod_Insert(method) : CalcMethod_DM->CalcMethod_Update(method);
+    };
+    Store.readAgain = true;
     CalcMethod_PC->setObjectName(u"CalcMethod_PC"_s);
     SetPages(CalcMethod_PC);
     buildGeneralPage();
-    buildAttendancePage();
+    AddFields(AddPage(CalcMethod_PC, u"حضور و غیاب"_s, u"ts2"_s), calcMethodFields(), table, cmAttendance);
     Body()->addWidget(CalcMethod_PC);
-    KeepIn(u"CalcMethod"_s, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s);
     applyTaxRule();
     applyInsuranceRule();
@@ -59,93 +72,24 @@ void TCalcMethodGet_FRM::build()
 
 void TCalcMethodGet_FRM::buildGeneralPage()
 {
-    using M = TCalcMethod_Mapper;
     QGridLayout *page = AddPage(CalcMethod_PC, u"عمومی"_s, u"ts1"_s);
-    Code_EDT = m_bound.add(AddInput(page, 0, 0, u"  &کد :"_s, u"Code_EDT"_s,
-                                    new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15)),
-                           &M::_Code);
-    Code_EDT->SetRange(1, highestCode);
-    Title_EDT = m_bound.add(AddInput(page, 0, 1, u"  &عنوان :"_s, u"Title_EDT"_s,
-                                     new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50)),
-                            &M::_Title);
-    Tax_CHK = m_bound.add(
-        AddInput(page, 1, 0, {}, u"Tax_CHK"_s, new TSmartCheckBox_ZLM(u"م&شمول  مالیات"_s, this)), &M::_Tax);
-    CalcMethodCode_EDT = AddInput(page, 1, 1, u"  کد جدول مالیاتی :"_s, u"CalcMethodCode_EDT"_s,
-                                  new TSmartButtonEdit_ZLM(this, 6));
+    AddFields(page, calcMethodFields(), table, cmGeneral);
     CalcMethodCode_LBL = besideLabel(this, u"CalcMethodCode_LBL"_s);
     AddBeside(CalcMethodCode_EDT, CalcMethodCode_LBL);
-    Maskok_SPNEDT = m_bound.add(AddInput(page, 2, 0, u"  &مانده مسکوک :"_s, u"Maskok_SPNEDT"_s,
-                                         new TSmartSpinEdit_ZLM(this, 0, int(std::size(roundingUnits)) - 1)),
-                                &M::_Maskok);
     MandeMaskok_LBL = besideLabel(this, u"MandeMaskok_LBL"_s);
     AddBeside(Maskok_SPNEDT, MandeMaskok_LBL);
-    Comment_EDT = m_bound.add(AddInput(page, 2, 1, u"  ش&رح :"_s, u"Comment_EDT"_s,
-                                       new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50)),
-                              &M::_Comment);
-    BedBes_CHK = m_bound.add(AddInput(page, 3, 0, {}, u"BedBes_CHK"_s,
-                                      new TSmartCheckBox_ZLM(u"محاسبه بدهکاري / &بستانکاري"_s, this)),
-                             &M::_BedBes);
-    Loan_CHK = m_bound.add(
-        AddInput(page, 3, 1, {}, u"Loan_CHK"_s, new TSmartCheckBox_ZLM(u"محاسبه ا&قساط"_s, this)), &M::_Loan);
-    DecTax_CHK = m_bound.add(
-        AddInput(page, 4, 0, {}, u"DecTax_CHK"_s, new TSmartCheckBox_ZLM(u"کسر 2.7 مالي&ات"_s, this)),
-        &M::_DecTax);
     auto *below = new QVBoxLayout;
     page->addLayout(below, page->rowCount(), 0, 1, page->columnCount());
-    buildInsurance(below);
+    AddFields(AddGroup(below, {}, u"Ins_GRP"_s), calcMethodFields(), table, cmInsurance);
 
     connect(Tax_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyTaxRule);
     connect(Maskok_SPNEDT, &TSmartSpinEdit_ZLM::changed, this, &TCalcMethodGet_FRM::showRoundingUnit);
     CheckOnLeaving(CalcMethodCode_EDT, [this] { checkTaxCode(); });
     connect(CalcMethodCode_EDT, &TSmartPickEdit_ZLM::pick, this,
             [this] { Guarded([this] { pickTaxCode(); }); });
-}
-
-void TCalcMethodGet_FRM::buildInsurance(QLayout *into)
-{
-    using M = TCalcMethod_Mapper;
-    QGridLayout *group = AddGroup(into, {}, u"Ins_GRP"_s);
-    Insurance_CHK = m_bound.add(
-        AddInput(group, 0, 0, {}, u"Insurance_CHK"_s, new TSmartCheckBox_ZLM(u"   مشمو&ل بیمه  "_s, this)),
-        &M::_Insurance);
-    StaffIns_EDT = m_bound.add(AddInput(group, 1, 0, u"  حق بیمه کارم&ند :"_s, u"StaffIns_EDT"_s,
-                                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s),
-                               &M::_StaffIns);
-    EmployerIns_EDT = m_bound.add(AddInput(group, 1, 1, u"  حق بیمه کار&فرما :"_s, u"EmployerIns_EDT"_s,
-                                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"%"_s),
-                                  &M::_EmployerIns);
-    DailyIns_EDT = m_bound.add(AddInput(group, 2, 0, u"  سقف بیمه روزانه& :"_s, u"DailyIns_EDT"_s,
-                                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15)),
-                               &M::_DailyIns);
-
     connect(Insurance_CHK, &TSmartCheckBox_ZLM::changed, this, &TCalcMethodGet_FRM::applyInsuranceRule);
     for (TSmartEdit_ZLM *share : {StaffIns_EDT, EmployerIns_EDT})
         connect(share, &TSmartEdit_ZLM::changed, this, [share] { GuardPercent(share, true); });
-}
-
-void TCalcMethodGet_FRM::buildAttendancePage()
-{
-    using M = TCalcMethod_Mapper;
-    QGridLayout *page = AddPage(CalcMethod_PC, u"حضور و غیاب"_s, u"ts2"_s);
-    Entrance_EDT = m_bound.add(
-        AddInput(page, 0, 0, u"  ساعت ورود :"_s, u"Entrance_EDT"_s, new TSmartTime_ZLM(this)), &M::_Entrance);
-    Exit_EDT = m_bound.add(AddInput(page, 0, 1, u"  ساعت خروج :"_s, u"Exit_EDT"_s, new TSmartTime_ZLM(this)),
-                           &M::_Exit);
-    OverDis_CMB = m_bound.add(AddInput(page, 1, 0, u"  مبنای اضافه کار / کسر کار :"_s, u"OverDis_CMB"_s,
-                                       new TSmartComboBox_ZLM(this, {u"روزانه"_s, u"ماهانه"_s})),
-                              &M::_OverDis);
-    OutPut_EDT = m_bound.add(AddInput(page, 1, 1, u"  حداقل کارکرد روزانه :"_s, u"OutPut_EDT"_s,
-                                      new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"ساعت"_s),
-                             &M::_OutPut);
-    OutPut_EDT->SetRange(0, mostHours);
-    LeaveCeil_EDT =
-        m_bound.add(AddInput(page, 2, 0, u"  سقف مرخصی :"_s, u"LeaveCeil_EDT"_s,
-                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Number, 15), u"روز در ماه"_s),
-                    &M::_LeaveCeil);
-    OverTime_EDT = m_bound.add(AddInput(page, 2, 1, u"  سقف اضافه کاری :"_s, u"OverTime_EDT"_s,
-                                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15), u"ساعت "_s),
-                               &M::_OverTime);
-    OverTime_EDT->SetRange(0, mostHours);
 }
 
 void TCalcMethodGet_FRM::applyTaxRule()
@@ -178,25 +122,16 @@ void TCalcMethodGet_FRM::showTaxTitle()
 
 void TCalcMethodGet_FRM::checkTaxCode()
 {
-    if (CalcMethodCode_EDT->IsEmpty()) {
-        CalcMethodCode_LBL->clear();
+    showTaxTitle();
+    if (CalcMethodCode_EDT->IsEmpty() || !CalcMethodCode_LBL->text().isEmpty())
         return;
-    }
-    const int code = CalcMethodCode_EDT->asInteger();
-    const QString title = ScalerQuery(u"TaxMain"_s, u"Title"_s, u"Code"_s, code);
-    const bool untitled = title.isNull() && !ScalerQuery(u"TaxMain"_s, u"Code"_s, u"Code"_s, code).isEmpty();
-    if (untitled) {
-        MsgCodeNotAvailable(u"جدول مالياتي"_s, CalcMethodCode_EDT, this);
-        FocusInput(CalcMethodCode_EDT);
-        CalcMethodCode_LBL->clear();
-    } else if (title.isEmpty()) {
-        CalcMethodCode_EDT->Clear();
-        CalcMethodCode_LBL->clear();
-        ShowTooltipMessage(u"جدول مالیاتی با این کد ثبت نشده است"_s, CalcMethodCode_EDT);
-        FocusInput(CalcMethodCode_EDT);
-    } else {
-        CalcMethodCode_LBL->setText(title);
-    }
+    for (const auto &rule : calcMethodRules())
+        if (const auto complaint = isTaxTables(rule) ? rule.complaint(subject()) : std::nullopt) {
+            if (complaint->message == TRuleMessage::Hint)
+                CalcMethodCode_EDT->Clear();
+            TellComplaint(*complaint, CalcMethodCode_EDT);
+            return;
+        }
 }
 
 void TCalcMethodGet_FRM::pickTaxCode()
@@ -208,19 +143,9 @@ void TCalcMethodGet_FRM::pickTaxCode()
     checkTaxCode();
 }
 
-void TCalcMethodGet_FRM::NewCode()
-{
-    AllotCode([] { return CalcMethod_DM->CalcMethod_GetNewCode(); });
-}
-
-bool TCalcMethodGet_FRM::RecordExists()
-{
-    CalcMethod_DM->CalcMethod_GetById(Identifier(), m_method);
-    return !CalcMethod_DM->Get_QUR->isEmpty();
-}
-
 void TCalcMethodGet_FRM::ClearRecord()
 {
+    Stored = {};
     Title_EDT->Clear();
     Tax_CHK->setChecked(false);
     applyTaxRule();
@@ -243,23 +168,11 @@ void TCalcMethodGet_FRM::ClearRecord()
     SetIsSaved(true);
 }
 
-void TCalcMethodGet_FRM::LoadRecord()
-{
-    CalcMethod_DM->CalcMethod_GetById(Identifier(), m_method);
-}
-
 void TCalcMethodGet_FRM::ShowRecord()
 {
-    m_bound.show(m_method);
+    m_inputs.show(Stored);
     applyTaxRule();
-    const bool hasTable = m_method._Tax && m_method._TaxMainCode != 0;
-    CalcMethodCode_EDT->SetValue(hasTable ? QVariant(m_method._TaxMainCode) : QVariant());
     showTaxTitle();
-}
-
-bool TCalcMethodGet_FRM::isMissing(TSmartEdit_ZLM *input, const QString &caption)
-{
-    return !RequireInput(input, caption);
 }
 
 // A code that was not allotted must be free of other editors, too: the new record of another station may have it.
@@ -278,55 +191,26 @@ bool TCalcMethodGet_FRM::Validate()
     Code_EDT->IsValid(); // brings a code that is still being typed into its range
     if (Code_EDT->IsEmpty())
         Code_EDT->SetValue(Identifier());
-    if (CalcMethod_DM->CalcMedtho_GetCode(Code_EDT->GetValue()) &&
-        Code_EDT->asInteger() != Identifier().toInt()) {
-        MsgRepeatedField(u"کد"_s, {}, Code_EDT, this);
-        FocusInput(Code_EDT);
-        return false;
-    }
-    if (!takeTypedCode())
-        return false;
-    if (isMissing(Title_EDT, u"عنوان"_s))
-        return false;
-    if (Tax_CHK->isChecked() && isMissing(CalcMethodCode_EDT, u"کد جدول مالياتي"_s))
-        return false;
-    if (CheckTyped(CalcMethodCode_EDT) && CalcMethodCode_LBL->text().isEmpty())
-        return false;
-    if (Insurance_CHK->isChecked() &&
-        (isMissing(StaffIns_EDT, u"حق بيمه کارمند"_s) || isMissing(EmployerIns_EDT, u"حق بيمه کارفرما"_s)))
-        return false;
-    if (isMissing(OverTime_EDT, u"سقف اضافه کاري"_s) || isMissing(LeaveCeil_EDT, u"سقف مرخصي"_s) ||
-        isMissing(OutPut_EDT, u"حداقل کارکرد روزانه"_s))
-        return false;
-    for (TSmartTime_ZLM *time : {Entrance_EDT, Exit_EDT}) {
-        if (time->IsValid())
-            continue;
-        FocusInput(time);
-        return false;
-    }
-    return true;
+    return std::ranges::all_of(calcMethodRules(), [this](const auto &rule) { return keeps(rule); });
 }
 
-TCalcMethod_Mapper TCalcMethodGet_FRM::readInputs() const
+bool TCalcMethodGet_FRM::keeps(const TRule<TCalcMethodSubject> &rule)
 {
-    TCalcMethod_Mapper method;
-    m_bound.read(method);
-    method._TaxMainCode = Tax_CHK->isChecked() ? CalcMethodCode_EDT->asInteger() : 0;
-    return method;
+    if (rule.message == TRuleMessage::Hint)
+        return !CheckTyped(CalcMethodCode_EDT) || !CalcMethodCode_LBL->text().isEmpty();
+    if (isTaxTables(rule))
+        return true;
+    return Keeps(rule, calcMethodFields(), subject()) &&
+           (rule.message != TRuleMessage::Repeated || takeTypedCode());
 }
 
-bool TCalcMethodGet_FRM::SaveRecord()
+TCalcMethodSubject TCalcMethodGet_FRM::subject() const
 {
-    const TCalcMethod_Mapper method = readInputs();
-    // Insert and update work on the row that is open; reading it again also serves after a lost connection.
-    CalcMethod_DM->CalcMethod_GetById(Identifier(), m_method);
-    const bool saved =
-        Mode() == fmNew ? CalcMethod_DM->CalcMethod_Insert(method) : CalcMethod_DM->CalcMethod_Update(method);
-    if (!saved) {
-        MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
-        return false;
-    }
-    SetIdentifier(method._Code);
-    MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
-    return true;
+    return {{calcMethodFields(), Typed(), Stored, m_inputs.empty()}, *CalcMethod_DM, Identifier().toInt()};
+}
+
+void TCalcMethodGet_FRM::RecordSaved(bool wasNew)
+{
+    SetIdentifier(Sent->_Code);
+    TRecordGet::RecordSaved(wasNew);
 }

@@ -1,56 +1,57 @@
 #pragma once
 
-#include "calcmethod/CalcMethod_Mapper.h"
-#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
-#include "host/NewBaseForms_PKG/BoundInputs.h"
+#include "calcmethod/CalcMethodRules.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
+
+#include <QTabWidget>
 
 class QLabel;
-class QTabWidget;
 
 /// The editor of one calculation method: its insurance and tax rules on the first page, attendance on the second.
-class TCalcMethodGet_FRM : public TBaseGet_FRM {
+class TCalcMethodGet_FRM : public TRecordGet<TCalcMethod_Mapper> {
     Q_OBJECT
+public:
+    QTabWidget *const CalcMethod_PC = new QTabWidget(this); ///< first: the focus goes from it to the inputs
+
+private:
+    const TBoundInputs<TCalcMethod_Mapper> &m_inputs =
+        MakeInputs(calcMethodFields()); ///< before those who look for them
+
 public:
     TCalcMethodGet_FRM(TSoftwarePart part, bool flag, const QString &text);
     TCalcMethodGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag);
 
-    QTabWidget *CalcMethod_PC = nullptr;
-    TSmartEdit_ZLM *Code_EDT = nullptr;
-    TSmartEdit_ZLM *Title_EDT = nullptr;
-    TSmartCheckBox_ZLM *Tax_CHK = nullptr;
-    TSmartButtonEdit_ZLM *CalcMethodCode_EDT = nullptr;
+    TSmartEdit_ZLM *const Code_EDT = Input<TSmartEdit_ZLM>("Code_EDT");
+    TSmartEdit_ZLM *const Title_EDT = Input<TSmartEdit_ZLM>("Title_EDT");
+    TSmartCheckBox_ZLM *const Tax_CHK = Input<TSmartCheckBox_ZLM>("Tax_CHK");
+    TSmartButtonEdit_ZLM *const CalcMethodCode_EDT = Input<TSmartButtonEdit_ZLM>("CalcMethodCode_EDT");
     QLabel *CalcMethodCode_LBL = nullptr; ///< the tax table's title
-    TSmartSpinEdit_ZLM *Maskok_SPNEDT = nullptr;
+    TSmartSpinEdit_ZLM *const Maskok_SPNEDT = Input<TSmartSpinEdit_ZLM>("Maskok_SPNEDT");
     QLabel *MandeMaskok_LBL = nullptr; ///< the unit that the net pay is rounded to
-    TSmartEdit_ZLM *Comment_EDT = nullptr;
-    TSmartCheckBox_ZLM *BedBes_CHK = nullptr;
-    TSmartCheckBox_ZLM *Loan_CHK = nullptr;
-    TSmartCheckBox_ZLM *DecTax_CHK = nullptr;
-    TSmartCheckBox_ZLM *Insurance_CHK = nullptr;
-    TSmartEdit_ZLM *StaffIns_EDT = nullptr;
-    TSmartEdit_ZLM *EmployerIns_EDT = nullptr;
-    TSmartEdit_ZLM *DailyIns_EDT = nullptr;
-    TSmartTime_ZLM *Entrance_EDT = nullptr;
-    TSmartTime_ZLM *Exit_EDT = nullptr;
-    TSmartComboBox_ZLM *OverDis_CMB = nullptr;
-    TSmartEdit_ZLM *OutPut_EDT = nullptr;
-    TSmartEdit_ZLM *LeaveCeil_EDT = nullptr;
-    TSmartEdit_ZLM *OverTime_EDT = nullptr;
+    TSmartEdit_ZLM *const Comment_EDT = Input<TSmartEdit_ZLM>("Comment_EDT");
+    TSmartCheckBox_ZLM *const BedBes_CHK = Input<TSmartCheckBox_ZLM>("BedBes_CHK");
+    TSmartCheckBox_ZLM *const Loan_CHK = Input<TSmartCheckBox_ZLM>("Loan_CHK");
+    TSmartCheckBox_ZLM *const DecTax_CHK = Input<TSmartCheckBox_ZLM>("DecTax_CHK");
+    TSmartCheckBox_ZLM *const Insurance_CHK = Input<TSmartCheckBox_ZLM>("Insurance_CHK");
+    TSmartEdit_ZLM *const StaffIns_EDT = Input<TSmartEdit_ZLM>("StaffIns_EDT");
+    TSmartEdit_ZLM *const EmployerIns_EDT = Input<TSmartEdit_ZLM>("EmployerIns_EDT");
+    TSmartEdit_ZLM *const DailyIns_EDT = Input<TSmartEdit_ZLM>("DailyIns_EDT");
+    TSmartTime_ZLM *const Entrance_EDT = Input<TSmartTime_ZLM>("Entrance_EDT");
+    TSmartTime_ZLM *const Exit_EDT = Input<TSmartTime_ZLM>("Exit_EDT");
+    TSmartComboBox_ZLM *const OverDis_CMB = Input<TSmartComboBox_ZLM>("OverDis_CMB");
+    TSmartEdit_ZLM *const OutPut_EDT = Input<TSmartEdit_ZLM>("OutPut_EDT");
+    TSmartEdit_ZLM *const LeaveCeil_EDT = Input<TSmartEdit_ZLM>("LeaveCeil_EDT");
+    TSmartEdit_ZLM *const OverTime_EDT = Input<TSmartEdit_ZLM>("OverTime_EDT");
 
 protected:
     bool Validate() override;
     void ClearRecord() override;
-    void LoadRecord() override;
     void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override;
-    bool RecordExists() override;
+    void RecordSaved(bool wasNew) override;
 
 private:
     void build();
     void buildGeneralPage();
-    void buildInsurance(QLayout *into);
-    void buildAttendancePage();
     void applyTaxRule();
     void applyInsuranceRule();
     void showRoundingUnit();
@@ -59,9 +60,6 @@ private:
     void checkTaxCode();
     void pickTaxCode();
     bool takeTypedCode();
-    bool isMissing(TSmartEdit_ZLM *input, const QString &caption);
-    TCalcMethod_Mapper readInputs() const;
-
-    TBoundInputs<TCalcMethod_Mapper> m_bound; ///< all but the tax code, which counts only with its tick
-    TCalcMethod_Mapper m_method;              ///< the method as it was loaded
+    bool keeps(const TRule<TCalcMethodSubject> &rule);
+    TCalcMethodSubject subject() const;
 };

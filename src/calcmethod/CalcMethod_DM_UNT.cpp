@@ -24,7 +24,7 @@ void TCalcMethod_DM::CalcMethod_Get()
 void TCalcMethod_DM::CalcMethod_GetById(const QVariant &code, TCalcMethod_Mapper &method)
 {
     open(Get_QUR, TStatement("select * from CalcMethod where code=").integer(code));
-    Fields::read<TCalcMethod_Mapper>(*Get_QUR, calcMethodFields, method);
+    Fields::read(*Get_QUR, calcMethodFields(), method);
 }
 
 bool TCalcMethod_DM::CalcMedtho_GetCode(const QVariant &code)
@@ -41,14 +41,12 @@ int TCalcMethod_DM::CalcMethod_GetNewCode()
 
 bool TCalcMethod_DM::CalcMethod_Insert(const TCalcMethod_Mapper &method)
 {
-    return Post(Get_QUR, true,
-                [&] { Fields::write<TCalcMethod_Mapper>(*Get_QUR, calcMethodFields, method); });
+    return Post(Get_QUR, true, [&] { Fields::write(*Get_QUR, calcMethodFields(), method); });
 }
 
 bool TCalcMethod_DM::CalcMethod_Update(const TCalcMethod_Mapper &method)
 {
-    return Post(Get_QUR, false,
-                [&] { Fields::write<TCalcMethod_Mapper>(*Get_QUR, calcMethodFields, method); });
+    return Post(Get_QUR, false, [&] { Fields::write(*Get_QUR, calcMethodFields(), method); });
 }
 
 bool TCalcMethod_DM::CalcMethod_Delete(int code)

@@ -59,7 +59,7 @@ void TCalender_DM::Calender_Get()
 void TCalender_DM::Calender_GetByID(const QVariant &id, TCalenderMapper &day)
 {
     open(Get_QUR, TStatement("Select * from Calender where ID = ").integer(id));
-    Fields::read<TCalenderMapper>(*Get_QUR, dayFields, day);
+    Fields::read(*Get_QUR, dayFields(), day);
 }
 
 void TCalender_DM::Calender_GetWithDates(const QString &from, const QString &to)
@@ -74,7 +74,7 @@ bool TCalender_DM::Calender_Insert(const TCalenderMapper &day)
     if (!Get_QUR->active() &&
         !Try([&] { open(Get_QUR, TStatement("Select * from Calender where ID = ").integer(0)); }))
         return false;
-    return Post(Get_QUR, true, [&] { Fields::write<TCalenderMapper>(*Get_QUR, dayFields, day); });
+    return Post(Get_QUR, true, [&] { Fields::write(*Get_QUR, dayFields(), day); });
 }
 
 bool TCalender_DM::Calender_InsertAll(const QList<TCalenderMapper> &days,
@@ -95,11 +95,7 @@ bool TCalender_DM::Calender_InsertAll(const QList<TCalenderMapper> &days,
 
 bool TCalender_DM::Calender_Update(const TCalenderMapper &day)
 {
-    return Post(Get_QUR, false, [&] {
-        Get_QUR->setValue("Title", day._Title);
-        Get_QUR->setValue("Type", day._Type);
-        Get_QUR->setValue("Comment", day._Comment);
-    });
+    return Post(Get_QUR, false, [&] { Fields::write(*Get_QUR, dayFields(), day, false); });
 }
 
 void TCalender_DM::Calender_del(const QString &ids)

@@ -84,16 +84,12 @@ TBaseGet_FRM *TCalender_List_FRM::CreateEditor(bool newRecord)
 }
 
 // The list is read again however an editor was left: a generation that stopped has stored days too.
-void TCalender_List_FRM::NewRecord()
+bool TCalender_List_FRM::ShowEditor(TBaseGet_FRM *editor)
 {
-    if (!ShowEditor(CreateEditor(true)))
+    const bool saved = TBaseDock_FRM::ShowEditor(editor);
+    if (!saved)
         RefreshList();
-}
-
-void TCalender_List_FRM::EditRecord()
-{
-    if (!ShowEditor(CreateEditor(false)))
-        RefreshList();
+    return saved;
 }
 
 void TCalender_List_FRM::DeleteRecord()

@@ -17,8 +17,7 @@ protected:
     void SetListText() override;
     void PrepareSearch() override;
     TBaseGet_FRM *CreateEditor(bool newRecord) override;
-    void NewRecord() override;
-    void EditRecord() override;
+    bool ShowEditor(TBaseGet_FRM *editor) override;
     void DeleteRecord() override;
 
 private:

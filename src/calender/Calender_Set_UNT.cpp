@@ -260,16 +260,15 @@ bool TCalender_Set_FRM::SaveRecord()
         FocusInput(Date2_EDT);
         return false;
     }
-    try {
+    bool free = false;
+    m_failed = !Written([&] {
         // Another workstation may have stored days since the range was looked at.
-        if (!takeCalendar() || !rangeIsFree())
-            return false;
-    } catch (const TDatabaseError &error) {
-        DM.ADOConnection1->noteError(error);
-        MSGFinishedNotSuccessfully(u"ذخيره سازي "_s, u"ذخيره سازي"_s);
+        free = takeCalendar() && rangeIsFree();
+        return true;
+    });
+    if (!m_failed && !free)
         return false;
-    }
-    const qsizetype stored = store(days);
+    const qsizetype stored = free ? store(days) : 0;
     if (stored > 0)
         m_savedOnce = true; // the list behind must show them, also after a failure or a cancel
     if (m_failed) {

@@ -31,11 +31,7 @@ public:
 protected:
     bool Validate() override;
     void ClearRecord() override;
-    void LoadRecord() override {}
-    void ShowRecord() override {}
     bool SaveRecord() override;
-    void NewCode() override {}
-    bool RecordExists() override { return true; }
     QWidget *FirstInput() override { return Title_EDT; }
     QString EventText() const override; ///< the dates from and to
     void reject() override;

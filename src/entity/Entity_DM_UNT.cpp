@@ -1,46 +1,11 @@
 #include "entity/Entity_DM_UNT.h"
 
-#include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "entity/EntityFields.h"
 #include "host/Declaration_PKG/DM_UNT.h"
-
-#include <limits>
 
 using namespace QueryTools;
 
 TEntity_DM *Entity_DM = nullptr;
-
-namespace {
-
-[[noreturn]] void refuse(const char *column, const QString &text)
-{
-    throw TDatabaseError(TFault::TooLong, QString("\"%1\" is no value of column %2").arg(text, column));
-}
-
-/// An account part for a column of `Bits` width.
-template <class Bits>
-QVariant accountPart(const char *column, const QString &text)
-{
-    if (text.isEmpty())
-        return {};
-    bool isNumber = false;
-    const qlonglong number = text.toLongLong(&isNumber);
-    if (!isNumber || number < std::numeric_limits<Bits>::min() || number > std::numeric_limits<Bits>::max())
-        refuse(column, text);
-    return number;
-}
-
-QVariant decimal(const char *column, const QString &text)
-{
-    if (text.isEmpty())
-        return {};
-    bool isNumber = false;
-    const double number = text.toDouble(&isNumber);
-    if (!isNumber || !qIsFinite(number))
-        refuse(column, text);
-    return number;
-}
-
-} // namespace
 
 TEntity_DM::TEntity_DM(QObject *owner)
     : TDataModule(owner), List_QUR(NewQuery("List_QUR")), List_DS(List_QUR),
@@ -147,46 +112,18 @@ void TEntity_DM::FiscalDeducation_GetByID(const QVariant &code, TSoftwarePart pa
     open(Get_QUR, TStatement(part == cspDeduction ? "select * from Deduction_VW where code="
                                                   : "select * from Fiscal_VW where code=")
                       .integer(code));
-    item._code = Get_QUR->asInteger("Code");
-    item._Grpcode = Get_QUR->asInteger("GrpCode");
-    item._CalcType = Get_QUR->asInteger("CalcType");
-    item._title = Get_QUR->asString("Title");
-    item._Kol = Get_QUR->asString("Kol");
-    item._Moin = Get_QUR->asString("Moin");
-    item._Tafzili = Get_QUR->asString("Tafzili");
-    // Through the host's conversion: a column's own text may carry an exponent or trailing zeros.
-    item._cost = Get_QUR->value("Cost").isNull() ? QString() : FloatToStr_ZLM(Get_QUR->asFloat("Cost"));
-    item._Insurance = part == cspFiscal && Get_QUR->asBoolean("Insurance");
-    item._Tax = part == cspFiscal && Get_QUR->asBoolean("Tax");
-    item._comment = Get_QUR->asString("Comment");
-}
-
-void TEntity_DM::setItem(const TFiscalDeducation_Mapper &item, TSoftwarePart part)
-{
-    Get_QUR->setValue("code", item._code);
-    Get_QUR->setValue("Grpcode", item._Grpcode);
-    Get_QUR->setValue("CalcType", item._CalcType);
-    Get_QUR->setValue("title", item._title);
-    Get_QUR->setValue("Kol", accountPart<qint16>("Kol", item._Kol));
-    Get_QUR->setValue("Moin", accountPart<qint16>("Moin", item._Moin));
-    Get_QUR->setValue("Tafzili", part == cspDeduction ? accountPart<qint16>("Tafzili", item._Tafzili)
-                                                      : accountPart<qint32>("Tafzili", item._Tafzili));
-    Get_QUR->setValue("cost", decimal("cost", item._cost));
-    if (part == cspFiscal) {
-        Get_QUR->setValue("Insurance", item._Insurance);
-        Get_QUR->setValue("Tax", item._Tax);
-    }
-    Get_QUR->setValue("comment", item._comment);
+    item = {};
+    Fields::read(*Get_QUR, entityFields(part), item);
 }
 
 bool TEntity_DM::FiscalDeducation_Insert(const TFiscalDeducation_Mapper &item, TSoftwarePart part)
 {
-    return Post(Get_QUR, true, [&] { setItem(item, part); });
+    return Post(Get_QUR, true, [&] { Fields::write(*Get_QUR, entityFields(part), item); });
 }
 
 bool TEntity_DM::FiscalDeducation_Update(const TFiscalDeducation_Mapper &item, TSoftwarePart part)
 {
-    return Post(Get_QUR, false, [&] { setItem(item, part); });
+    return Post(Get_QUR, false, [&] { Fields::write(*Get_QUR, entityFields(part), item); });
 }
 
 bool TEntity_DM::FiscalDeducation_Delete(const QVariant &code, bool isDeduction)

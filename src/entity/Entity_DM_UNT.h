@@ -70,7 +70,6 @@ public:
 
 private:
     void checkCode(const QVariant &code);
-    void setItem(const TFiscalDeducation_Mapper &item, TSoftwarePart part);
 };
 
 /// The one instance, made and freed by the list screen.

@@ -13,8 +13,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const int percentBasis = 1;
-const int monthlyBasis = 2; // of an earning
 const QString monthly = u"ماهيانه"_s;
 
 /// What an item's bases mean, by their position in the list of its kind.
@@ -30,14 +28,14 @@ QStringList basisHints(bool earning)
 } // namespace
 
 TFiscalDeducation_Get_FRM::TFiscalDeducation_Get_FRM(TSoftwarePart part, bool flag, const QString &text)
-    : TBaseGet_FRM(part, flag, text), m_openedNew(true)
+    : TRecordGet(part, flag, text), m_openedNew(true)
 {
     build();
 }
 
 TFiscalDeducation_Get_FRM::TFiscalDeducation_Get_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode,
                                                      const QVariant &kind, bool flag1, bool flag2)
-    : TBaseGet_FRM(part, code, mode, kind, flag1, flag2), m_openedNew(false)
+    : TRecordGet(part, code, mode, kind, flag1, flag2), m_openedNew(false)
 {
     build();
 }
@@ -45,26 +43,29 @@ TFiscalDeducation_Get_FRM::TFiscalDeducation_Get_FRM(TSoftwarePart part, const Q
 void TFiscalDeducation_Get_FRM::build()
 {
     SetTitle(isEarning() ? u"مزايا"_s : u"کسورات"_s);
+    Store.newCode = [] { return Entity_DM->FiscalDeducation_GetNewCode(); };
+    Store.read = [this](const QVariant &code, TFiscalDeducation_Mapper &item) {
+        Entity_DM->FiscalDeducation_GetByID(code, Part(), item);
+        return !Entity_DM->Get_QUR->isEmpty();
+    };
+    Store.write = [this](const TFiscalDeducation_Mapper &item, bool isNew) {
+        return isNew ? Entity_DM->FiscalDeducation_Insert(item, Part())
+                     : Entity_DM->FiscalDeducation_Update(item, Part());
+    };
+    SaveWords.done.clear();
     auto *grid = new QGridLayout;
     Body()->addLayout(grid);
     Body()->addStretch(1);
 
-    Code_EDT = AddInput(grid, 0, 0, u"  کد :"_s, u"Code_EDT"_s,
-                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15));
-    Code_EDT->SetRange(1, 999999);
+    AddFields(grid, entityFields(cspFiscal), table(), etAboveAccount);
     Code_EDT->SetSpin(true);
     Code_EDT->SetText(u"0"_s);
     Code_EDT->setEnabled(false);
-    Insurance_CHK = AddInput(grid, 0, 1, u"بیم&ه"_s, u"Insurance_CHK"_s, new TSmartCheckBox_ZLM({}, this));
     Insurance_LBL = CaptionOf(Insurance_CHK);
     Insurance_LBL->setObjectName(u"Insurance_LBL"_s);
-    Tax_CHK = AddInput(grid, 0, 2, u"مالیا&ت"_s, u"Tax_CHK"_s, new TSmartCheckBox_ZLM({}, this));
     Tax_LBL = CaptionOf(Tax_CHK);
     Tax_LBL->setObjectName(u"Tax_LBL"_s);
 
-    Group_CMB = AddInput(grid, 1, 0, u"  کد &گروه :"_s, u"Group_CMB"_s, new TSmartComboBox_ZLM(this));
-    Title_EDT = AddInput(grid, 2, 0, u"  &عنوان :"_s, u"Title_EDT"_s,
-                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     InstallmentWarning_LBL = new QLabel(
         u"در صورتی که کسورات مورد نظر اقساط باشد ، حساب قسط در حکم کارگزینی ملاک خواهد بود"_s, this);
     InstallmentWarning_LBL->setObjectName(u"InstallmentWarning_LBL"_s);
@@ -76,14 +77,14 @@ void TFiscalDeducation_Get_FRM::build()
 
     TSelect_AccountCode1 =
         AddInput(grid, 3, 0, u"  &حساب :"_s, u"TSelect_AccountCode1"_s, new TSelect_AccountCode(this));
+    for (QWidget *box : {TSelect_AccountCode1->TotalCode_EDT, TSelect_AccountCode1->AssistantCode_EDT,
+                         TSelect_AccountCode1->DetailCode_EDT})
+        AddTabStop(box);
     if (!isEarning())
         TSelect_AccountCode1->SetDetailLimit(std::numeric_limits<qint16>::max()); // its column is narrower
 
-    CalcType_CMB = AddInput(grid, 4, 0, u"  &مبنای محاسباتی :"_s, u"CalcType_CMB"_s,
-                            new TSmartComboBox_ZLM(this, {u"مبلغ"_s, u"درصد"_s, monthly, u"ثابت"_s}));
+    AddFields(grid, entityFields(cspFiscal), table(), etBelowAccount);
     connect(CalcType_CMB, &TSmartComboBox_ZLM::changed, this, &TFiscalDeducation_Get_FRM::applyBasis);
-    Cost_EDT = AddInput(grid, 4, 1, u"  مبل&غ :"_s, u"Cost_EDT"_s,
-                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Money, 15));
     Cost_EDT->SetText(u"0"_s);
     Cost_LBL = CaptionOf(Cost_EDT);
     Cost_LBL->setObjectName(u"Cost_LBL"_s);
@@ -96,7 +97,7 @@ void TFiscalDeducation_Get_FRM::build()
     Percent_LBL->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     AddBeside(Cost_EDT, CostPercent_EDT);
     AddBeside(Cost_EDT, Percent_LBL);
-    AddTabStop(CostPercent_EDT);
+    AddTabStop(CostPercent_EDT, Cost_EDT);
     connect(CostPercent_EDT, &TSmartEdit_ZLM::changed, this, [this] {
         if (CostPercent_EDT->text().isEmpty()) {
             CostPercent_EDT->SetText(u"0"_s);
@@ -104,8 +105,6 @@ void TFiscalDeducation_Get_FRM::build()
         }
         SetIsSaved(false);
     });
-    Comment_EDT = AddInput(grid, 5, 0, u"  &شرح :"_s, u"Comment_EDT"_s,
-                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
 
     // What is the last of its line may use the rest of it; beside the note the title keeps most.
     grid->setColumnStretch(1, 2);
@@ -117,22 +116,14 @@ void TFiscalDeducation_Get_FRM::build()
             grid->removeItem(cell);
             grid->addLayout(cell->layout(), place.y(), place.x(), 1, -1);
         }
-    KeepIn(isEarning() ? u"Fiscal"_s : u"Deduction"_s, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s, svSaveClose);
     resize(820, sizeHint().height());
-}
-
-// Both kinds draw from one sequence, and the code is not reserved: two users may be offered the same one, and the
-// second to save is told.
-void TFiscalDeducation_Get_FRM::NewCode()
-{
-    SetIdentifier(Entity_DM->FiscalDeducation_GetNewCode());
 }
 
 int TFiscalDeducation_Get_FRM::initialGroup() const
 {
     // An editor that was opened on an item goes on in that item's group; its parameter is no group.
-    return m_openedNew ? Parameter(0).toInt() : m_item._Grpcode;
+    return m_openedNew ? Parameter(0).toInt() : Stored._Grpcode;
 }
 
 void TFiscalDeducation_Get_FRM::fillGroups(int chosen)
@@ -160,7 +151,7 @@ void TFiscalDeducation_Get_FRM::showKind()
 void TFiscalDeducation_Get_FRM::applyBasis()
 {
     const int position = CalcType_CMB->currentIndex();
-    m_percent = position == percentBasis;
+    m_percent = position == ebPercent;
     if (m_percent) {
         Cost_LBL->setText(u"&نرخ :"_s);
         Cost_EDT->SetText(u"0"_s);
@@ -178,9 +169,7 @@ void TFiscalDeducation_Get_FRM::applyBasis()
 
 void TFiscalDeducation_Get_FRM::ClearRecord()
 {
-    // Opens the item's view on no row, which the insert needs.
-    TFiscalDeducation_Mapper nothing;
-    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), nothing);
+    RecordExists(); // opens the item's view on no row, which the insert needs
     fillGroups(initialGroup());
     TSelect_AccountCode1->EnableLevels(true, true, true);
     TSelect_AccountCode1->Clear();
@@ -189,135 +178,86 @@ void TFiscalDeducation_Get_FRM::ClearRecord()
     Insurance_CHK->setChecked(false);
     Tax_CHK->setChecked(false);
     showKind();
-    CalcType_CMB->setCurrentIndex(isEarning() ? monthlyBasis : 0);
+    CalcType_CMB->setCurrentIndex(isEarning() ? ebMonthly : 0);
     applyBasis();
-    m_loadedTitle.clear();
-    m_sent.reset();
     Code_EDT->SetValue(Identifier());
     SetIsSaved(true);
 }
 
-void TFiscalDeducation_Get_FRM::LoadRecord()
-{
-    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), m_item);
-    m_loadedTitle = m_item._title;
-}
-
 // No lock tells whose item stands under a code that others were offered too.
-bool TFiscalDeducation_Get_FRM::StoredIsOwn()
+QVariant TFiscalDeducation_Get_FRM::SentRecord()
 {
     TFiscalDeducation_Mapper stored;
-    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), stored);
-    if (!m_sent || stored._cost.toDouble() != m_sent->_cost.toDouble())
-        return false;
-    const QString table = isEarning() ? u"Fiscal"_s : u"Deduction"_s;
-    TFiscalDeducation_Mapper sent = *m_sent;
+    if (!Sent || !Store.read(Identifier(), stored) || stored._cost.toDouble() != Sent->_cost.toDouble())
+        return {};
+    TFiscalDeducation_Mapper sent = *Sent;
     sent._cost = stored._cost; // one amount, written in two ways
-    sent._title = AsStored(table, u"Title"_s, sent._title);
-    sent._comment = AsStored(table, u"Comment"_s, sent._comment);
-    return stored == sent;
-}
-
-bool TFiscalDeducation_Get_FRM::RecordExists()
-{
-    TFiscalDeducation_Mapper read;
-    Entity_DM->FiscalDeducation_GetByID(Identifier(), Part(), read);
-    return !Entity_DM->Get_QUR->isEmpty();
+    sent._title = AsStored(table(), u"Title"_s, sent._title);
+    sent._comment = AsStored(table(), u"Comment"_s, sent._comment);
+    return stored == sent ? Identifier() : QVariant();
 }
 
 void TFiscalDeducation_Get_FRM::ShowRecord()
 {
     showKind();
-    Code_EDT->SetValue(Identifier());
-    fillGroups(m_item._Grpcode);
-    CalcType_CMB->setCurrentIndex(m_item._CalcType);
+    fillGroups(Stored._Grpcode);
+    m_inputs.show(Stored);
     applyBasis();
-    Title_EDT->SetText(m_item._title);
-    (m_percent ? CostPercent_EDT : Cost_EDT)->SetText(m_item._cost);
-    Insurance_CHK->setChecked(m_item._Insurance);
-    Tax_CHK->setChecked(m_item._Tax);
-    Comment_EDT->SetText(m_item._comment);
+    if (m_percent)
+        CostPercent_EDT->SetText(Stored._cost);
     TSelect_AccountCode1->EnableLevels(true, true, true);
-    TSelect_AccountCode1->SetCodes(m_item._Kol, m_item._Moin, m_item._Tafzili);
+    TSelect_AccountCode1->SetCodes(Stored._Kol, Stored._Moin, Stored._Tafzili);
     SetIsSaved(true);
 }
 
 bool TFiscalDeducation_Get_FRM::Validate()
 {
-    const auto refuseAt = [this](QWidget *input) {
-        FocusInput(input);
-        return false;
-    };
-    if (Code_EDT->IsEmpty()) {
-        MsgRequiredField(u"کد"_s, Code_EDT, this);
-        return refuseAt(Code_EDT);
-    }
-    if (isEarning())
-        Entity_DM->Fiscal_GetCode(Code_EDT->asInteger());
-    else
-        Entity_DM->Deducation_GetCode(Code_EDT->asInteger());
-    // A new item has no row of its own yet: any row is somebody else's.
-    if (!Entity_DM->Temp_QUR->isEmpty() &&
-        (Mode() == fmNew || Code_EDT->asInteger() != Identifier().toInt())) {
-        MsgRepeatedField(u"کد"_s, {}, Code_EDT, this);
-        Code_EDT->SetValue(Identifier());
-        return refuseAt(Code_EDT);
-    }
-    if (Group_CMB->Code() == 0) {
-        NotSaveable(u"کليه گروه ها"_s, u"رکوردي"_s, Group_CMB);
-        return refuseAt(Group_CMB);
-    }
-    if (!RequireInput(Title_EDT, u"عنوان"_s))
-        return false;
-    if (isEarning())
-        Entity_DM->FiscalGet_ByTitle(Title_EDT->GetText());
-    else
-        Entity_DM->DeducationGet_ByTitle(Title_EDT->GetText());
-    const bool found = !Entity_DM->Temp_QUR->isEmpty();
-    if (Title_EDT->GetText() != m_loadedTitle) {
-        const auto twin = Entity_DM->Title_Twin(Title_EDT->GetText(), Part(), Code_EDT->asInteger());
-        if (found || twin) {
-            // Users know this sentence with the word of the earnings, for deductions too.
-            MsgRepeatedField(u"عنوان"_s, u"مزايا"_s, Title_EDT, this, twin ? TwinText(*twin) : QString());
-            return refuseAt(Title_EDT);
-        }
-    }
-    if (TSelect_AccountCode1->TotalCode() == 0 || TSelect_AccountCode1->AssistantCode() == 0 ||
-        TSelect_AccountCode1->DetailCode() == 0) {
-        MsgRequiredField(u"حساب کارمند را به طور کامل"_s, TSelect_AccountCode1->TotalCode_EDT, this);
-        return refuseAt(TSelect_AccountCode1->TotalCode_EDT);
-    }
-    if (Cost_EDT->IsEmpty()) {
-        MsgRequiredField(m_percent ? u"نرخ"_s : u"مبلغ"_s, Cost_EDT, this);
-        return refuseAt(Cost_EDT);
-    }
-    return true;
+    return std::ranges::all_of(entityRules(), [this](const auto &rule) { return keeps(rule); });
 }
 
-TFiscalDeducation_Mapper TFiscalDeducation_Get_FRM::typed()
+bool TFiscalDeducation_Get_FRM::keeps(const TRule<TEntitySubject> &rule)
 {
-    TFiscalDeducation_Mapper item;
-    item._code = Code_EDT->asInteger();
-    item._Grpcode = Group_CMB->Code();
-    // A stored basis that the list does not offer stays as it is until another one is chosen.
-    item._CalcType = CalcType_CMB->IsEmpty() ? m_item._CalcType : CalcType_CMB->currentIndex();
-    item._title = Title_EDT->GetText();
-    item._Kol = QString::number(TSelect_AccountCode1->TotalCode());
-    item._Moin = QString::number(TSelect_AccountCode1->AssistantCode());
-    item._Tafzili = QString::number(TSelect_AccountCode1->DetailCode());
-    item._cost = m_percent ? CostPercent_EDT->GetText() : Cost_EDT->GetText().remove(u',');
-    if (isEarning()) {
-        item._Insurance = Insurance_CHK->isChecked();
-        item._Tax = Tax_CHK->isChecked();
-    }
-    item._comment = Comment_EDT->GetText();
+    const auto fields = entityFields(Part());
+    TEntitySubject subject{{fields, typedInputs(), Stored, m_inputs.empty()},
+                           *Entity_DM,
+                           Part(),
+                           Mode() == fmNew ? 0 : Identifier().toInt()};
+    if (Mode() == fmNew)
+        subject.loaded._title.clear();
+    const auto *field = Fields::ofColumn(fields, rule.column);
+    if (field->input.page == etAccount)
+        takeAccount(subject.record);
+    if (Keeps(rule, fields, subject))
+        return true;
+    if (rule.message == TRuleMessage::Repeated && field->input.name == "Code_EDT"_L1)
+        Code_EDT->SetValue(Identifier());
+    return false;
+}
+
+TFiscalDeducation_Mapper TFiscalDeducation_Get_FRM::Typed() const
+{
+    TFiscalDeducation_Mapper item = typedInputs();
+    takeAccount(item);
     return item;
 }
 
-bool TFiscalDeducation_Get_FRM::SaveRecord()
+TFiscalDeducation_Mapper TFiscalDeducation_Get_FRM::typedInputs() const
 {
-    const TFiscalDeducation_Mapper item = typed();
-    m_sent = item;
-    return Mode() == fmNew ? Entity_DM->FiscalDeducation_Insert(item, Part())
-                           : Entity_DM->FiscalDeducation_Update(item, Part());
+    TFiscalDeducation_Mapper item;
+    m_inputs.read(item);
+    item._Grpcode = Group_CMB->Code();
+    // A stored basis that the list does not offer stays as it is until another one is chosen.
+    if (CalcType_CMB->IsEmpty())
+        item._CalcType = Stored._CalcType;
+    if (m_percent && !Cost_EDT->IsEmpty()) // the check looks at the amount's box in either case
+        item._cost = CostPercent_EDT->GetText();
+    return item;
+}
+
+// Apart from the rest, since it may ask the chart of accounts.
+void TFiscalDeducation_Get_FRM::takeAccount(TFiscalDeducation_Mapper &item) const
+{
+    item._Kol = QString::number(TSelect_AccountCode1->TotalCode());
+    item._Moin = QString::number(TSelect_AccountCode1->AssistantCode());
+    item._Tafzili = QString::number(TSelect_AccountCode1->DetailCode());
 }

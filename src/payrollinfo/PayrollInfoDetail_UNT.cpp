@@ -15,29 +15,28 @@ namespace {
 
 const int pickOne = 4; // the kind of choosing that gives one code back
 
-/// Where the codes of an item's type are looked up, and what the user calls them.
-struct TLinked {
-    TSoftwarePart part;
-    const char *table;
-    const char *entity;
-};
-const TLinked linked[] = {{cspFiscal, "Fiscal", "مزايا"}, {cspDeduction, "Deduction", "کسورات"}};
-
 } // namespace
 
 TPayrollInfoDetail_FRM::TPayrollInfoDetail_FRM(const QVariant &part, const QVariant &type, TFormMode mode,
                                                const QVariant &rowId)
-    : TBaseGetDetail_FRM(part, type, mode, rowId)
+    : TRecordGet(part, type, mode, rowId)
 {
     SetTitle(u" اطلاعات پایه "_s);
+    Store.read = [](const QVariant &id, TPayrollInfoDetail_Mapper &) {
+        PayrollInfo_DM->PayRollInfoDetill_GetByID(id);
+        return !PayrollInfo_DM->PayrollDetailGet_QUR->isEmpty();
+    };
+    Store.write = [](const TPayrollInfoDetail_Mapper &link, bool) {
+        return PayrollInfo_DM->PayrollInfoDetails_Insert(link);
+    };
+    SaveWords = {u"ذخيره سازي"_s, {}, {}};
     auto *inputs = new QGridLayout;
     Body()->addLayout(inputs); // first: what stands beside an input is looked for in the screen's layouts
     Title1_LBL = new QLabel(this);
     Title1_LBL->setObjectName(u"Title1_LBL"_s);
     inputs->addWidget(new QLabel(u"  عنوان :"_s, this), 0, 0);
     inputs->addWidget(Title1_LBL, 0, 1);
-    FiscalDeducationCode_EDT = AddInput(inputs, 1, 0, u"  &کد :"_s, u"FiscalDeducationCode_EDT"_s,
-                                        new TSmartButtonEdit_ZLM(this, 6));
+    AddFields(inputs, payrollItemFields(), u"PayrollInfoDetail"_s);
     Code_LBL = new QLabel(this);
     Code_LBL->setObjectName(u"Code_LBL"_s);
     Code_LBL->setMinimumWidth(220);
@@ -46,17 +45,6 @@ TPayrollInfoDetail_FRM::TPayrollInfoDetail_FRM(const QVariant &part, const QVari
     CheckOnLeaving(FiscalDeducationCode_EDT, [this] { lookUpCode(); });
     connect(FiscalDeducationCode_EDT, &TSmartPickEdit_ZLM::pick, this, [this] { pickCode(); });
     BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
-}
-
-bool TPayrollInfoDetail_FRM::RecordExists()
-{
-    PayrollInfo_DM->PayRollInfoDetill_GetByID(Identifier());
-    return !PayrollInfo_DM->PayrollDetailGet_QUR->isEmpty();
-}
-
-void TPayrollInfoDetail_FRM::LoadRecord()
-{
-    PayrollInfo_DM->PayRollInfoDetill_GetByID(Identifier());
 }
 
 void TPayrollInfoDetail_FRM::ShowRecord()
@@ -79,21 +67,24 @@ void TPayrollInfoDetail_FRM::lookUpCode()
     const QString code = FiscalDeducationCode_EDT->GetText();
     if (code.isEmpty())
         return;
-    const TLinked &target = linked[isDeduction() ? 1 : 0];
-    const auto columnOf = [&](const QString &column) {
-        return ScalerQuery(QString::fromLatin1(target.table), column, u"Code"_s, code.toInt());
-    };
-    const QString title = columnOf(u"Title"_s);
+    const QString title =
+        ScalerQuery(isDeduction() ? u"Deduction"_s : u"Fiscal"_s, u"Title"_s, u"Code"_s, code.toInt());
     Code_LBL->setText(title);
-    if (!title.isEmpty() || !columnOf(u"Code"_s).isEmpty()) // stored without a title, it is still there
+    const auto complaint = title.isEmpty() ? FirstComplaint(payrollItemRules(), subject()) : std::nullopt;
+    if (!complaint)
         return;
     FiscalDeducationCode_EDT->Clear();
-    MsgCodeNotAvailable(QString::fromUtf8(target.entity), FiscalDeducationCode_EDT, this);
+    MsgCodeNotAvailable(complaint->word, FiscalDeducationCode_EDT, this);
+}
+
+TPayrollItemSubject TPayrollInfoDetail_FRM::subject() const
+{
+    return {{payrollItemFields(), Typed(), {}, m_inputs.empty()}, isDeduction()};
 }
 
 void TPayrollInfoDetail_FRM::pickCode()
 {
-    const int code = Open_FiscalDeductionList(linked[isDeduction() ? 1 : 0].part, pickOne, {});
+    const int code = Open_FiscalDeductionList(isDeduction() ? cspDeduction : cspFiscal, pickOne, {});
     if (code == 0)
         return; // nothing chosen: what was typed stays
     FiscalDeducationCode_EDT->SetText(QString::number(code));
@@ -110,25 +101,11 @@ bool TPayrollInfoDetail_FRM::Validate()
         if (FiscalDeducationCode_EDT->IsEmpty())
             return false; // the user was told that there is no such code
     }
-    if (!FiscalDeducationCode_EDT->IsEmpty())
-        return true;
-    MsgRequiredField(u"کد"_s, FiscalDeducationCode_EDT, this);
-    FocusInput(FiscalDeducationCode_EDT);
-    return false;
+    return Keeps(payrollItemRules().back(), payrollItemFields(), subject());
 }
 
 void TPayrollInfoDetail_FRM::RecordSaved(bool)
 {
     SetUserEvent(Part(), cpEdit, u"%1: %2"_s.arg(Title1_LBL->text(), FiscalDeducationCode_EDT->GetText()),
                  false, true);
-}
-
-bool TPayrollInfoDetail_FRM::SaveRecord()
-{
-    TPayrollInfoDetail_Mapper link;
-    link._Code = FiscalDeducationCode_EDT->asInteger();
-    if (PayrollInfo_DM->PayrollInfoDetails_Insert(link))
-        return true;
-    MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
-    return false;
 }

@@ -2,6 +2,7 @@
 
 #include "common/QueryTools.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "payrollinfo/PayrollInfoFields.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -11,39 +12,10 @@ TPayrollInfo_DM *PayrollInfo_DM = nullptr;
 
 namespace {
 
-/// The fields in the order of reading, each with the piece of the batch that names its row.
-struct TSetting {
-    QString TPayrollInfo_Mapper::*field;
-    const char *row;
-};
-const TSetting settings[] = {
-    {&TPayrollInfo_Mapper::_FactoryID, " where code=6"},
-    {&TPayrollInfo_Mapper::_FactoryName, " where code=7"},
-    {&TPayrollInfo_Mapper::_EmployerName, " where code=8"},
-    {&TPayrollInfo_Mapper::_FactoryAdrr, " where code=9"},
-    {&TPayrollInfo_Mapper::_Ejtemae, " where code=10"},
-    {&TPayrollInfo_Mapper::_LeisureIns, " where code=11"},
-    {&TPayrollInfo_Mapper::_BranchCode, " where code=12"},
-    {&TPayrollInfo_Mapper::_StageCode, " where code=13"},
-    {&TPayrollInfo_Mapper::_OrganCode, " where code=14"},
-    {&TPayrollInfo_Mapper::_CaseNo, " where code=15"},
-    {&TPayrollInfo_Mapper::_EmployeeTitle, " where code=16"},
-    {&TPayrollInfo_Mapper::_LegalTitle, " where code=17"},
-    {&TPayrollInfo_Mapper::_NationalNo, " where code=18"},
-    {&TPayrollInfo_Mapper::_BranchNo, " where code=19"},
-    {&TPayrollInfo_Mapper::_BranchName, " where code=20"},
-    {&TPayrollInfo_Mapper::_PayerName, " where code=21"},
-    {&TPayrollInfo_Mapper::_PayerFamily, " where code=22"},
-    {&TPayrollInfo_Mapper::_SignaturNameFirst, " where code=23"},
-    {&TPayrollInfo_Mapper::_SignaturFamilyFirst, " where code=24"},
-    {&TPayrollInfo_Mapper::_SignaturIdNationalFirst, " where code=25"},
-    {&TPayrollInfo_Mapper::_SignaturPositionFirst, " where code=26"},
-    {&TPayrollInfo_Mapper::_SignaturNameSecond, " where code=27"},
-    {&TPayrollInfo_Mapper::_SignaturFamilySecond, " where code=28"},
-    {&TPayrollInfo_Mapper::_SignaturIdNationalSecond, " where code=29"},
-    {&TPayrollInfo_Mapper::_SignaturPositionSecond, " where code=30"},
-};
-static_assert(std::size(settings) == 25);
+QString &valueOf(TPayrollInfo_Mapper &info, const TField<TPayrollInfo_Mapper> &setting)
+{
+    return info.*std::get<QString TPayrollInfo_Mapper::*>(setting.member);
+}
 
 } // namespace
 
@@ -65,17 +37,20 @@ void TPayrollInfo_DM::PayrollInfo_Get(TPayrollInfo_Mapper &info)
 {
     info = {};
     open(Temp_QUR, "select value from payrollinfo order by code");
-    const int rows = qMin(Temp_QUR->recordCount(), int(std::size(settings)));
+    const auto settings = payrollInfoFields();
+    const int rows = qMin(Temp_QUR->recordCount(), int(settings.size()));
     for (int row = 0; row < rows; ++row)
-        info.*settings[row].field = Temp_QUR->valueAt(row, 0).toString();
+        valueOf(info, settings[row]) = Temp_QUR->valueAt(row, 0).toString();
 }
 
 void TPayrollInfo_DM::PayrollInfo_Insert(const TPayrollInfo_Mapper &info)
 {
+    TPayrollInfo_Mapper kept = info;
     TStatement batch;
-    for (const TSetting &setting : settings) {
+    for (const auto &setting : payrollInfoFields()) {
         batch.sql(batch.isEmpty() ? "update PayrollInfo set Value=" : " update PayrollInfo set Value=");
-        batch.text(AsStored(u"PayrollInfo"_s, u"Value"_s, info.*setting.field)).sql(setting.row);
+        batch.text(AsStored(u"PayrollInfo"_s, u"Value"_s, valueOf(kept, setting)));
+        batch.sql(u" where code=%1"_s.arg(QLatin1StringView(setting.column)));
     }
     run(Temp_QUR, batch);
 }
@@ -96,5 +71,5 @@ void TPayrollInfo_DM::PayRollInfoDetill_GetByID(const QVariant &id)
 bool TPayrollInfo_DM::PayrollInfoDetails_Insert(const TPayrollInfoDetail_Mapper &detail)
 {
     return Post(PayrollDetailGet_QUR, false,
-                [&] { PayrollDetailGet_QUR->setValue("UserCode", detail._Code); });
+                [&] { Fields::write(*PayrollDetailGet_QUR, payrollItemFields(), detail); });
 }

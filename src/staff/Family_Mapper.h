@@ -2,11 +2,14 @@
 
 #include <QString>
 
+/// What a member is to the employee.
+enum TFamilyType : int { familyChild = 1, familySpouse = 2 };
+
 /// One member of an employee's family.
 struct TFamilly_Mapper {
     int _ID = 0;
     int _StaffCode = 0;
-    quint16 _Type = 1; ///< 1 child, 2 spouse
+    int _Type = familyChild;
     QString _Name;
     bool _Sex = false; ///< false man, true woman
     QString _InsuranceNumber;

@@ -2,6 +2,7 @@
 
 #include "common/QueryTools.h"
 #include "common/WorkingRows.h"
+#include "staff/StaffFamilyFields.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -11,11 +12,7 @@ namespace {
 
 TWorkingRows members(TQuery *shown)
 {
-    QStringList columns;
-    for (const char *column :
-         {"ID", "Type", "Name", "Sex", "InsuranceNumber", "BirthDate", "Death", "DeathDate", "Comment"})
-        columns << QString::fromLatin1(column);
-    return {shown, u"tmpStaffFamily"_s, u"StaffCode"_s, columns};
+    return {shown, u"tmpStaffFamily"_s, u"StaffCode"_s, Fields::columns(staffFamilyFields().subspan(1))};
 }
 
 const char familyOfParameter[] =
@@ -74,6 +71,12 @@ void TStaffFamily_DM::Family_GetByID(const QVariant &id)
     open(FamilyGet_QUR, TStatement("select * from tmpStaffFamily where ID=").integer(id));
 }
 
+void TStaffFamily_DM::Family_GetByID(const QVariant &id, TFamilly_Mapper &member)
+{
+    Family_GetByID(id);
+    Fields::read(*FamilyGet_QUR, staffFamilyFields(), member);
+}
+
 int TStaffFamily_DM::Family_GetNewCode()
 {
     open(
@@ -82,31 +85,17 @@ int TStaffFamily_DM::Family_GetNewCode()
     return qMax(integerAt(Temp_QUR, 0), integerAt(Temp_QUR, 1));
 }
 
-void TStaffFamily_DM::setMember(const TFamilly_Mapper &member)
-{
-    FamilyGet_QUR->setValue("StaffCode", member._StaffCode);
-    FamilyGet_QUR->setValue("id", member._ID);
-    FamilyGet_QUR->setValue("Name", member._Name);
-    FamilyGet_QUR->setValue("Sex", member._Sex);
-    FamilyGet_QUR->setValue("BirthDate", member._BirthDate);
-    FamilyGet_QUR->setValue("Death", member._Death);
-    FamilyGet_QUR->setValue("DeathDate", member._DeathDate);
-    FamilyGet_QUR->setValue("comment", member._Comment);
-    FamilyGet_QUR->setValue("Type", member._Type);
-    FamilyGet_QUR->setValue("InsuranceNumber", member._InsuranceNumber);
-}
-
 bool TStaffFamily_DM::TmpFamily_Insert(const TFamilly_Mapper &member)
 {
     // The family member screen adds rows without having loaded one.
     if (!FamilyGet_QUR->active() && !Try([&] { FillDataFamilyGet(0); }))
         return false;
-    return Post(FamilyGet_QUR, true, [&] { setMember(member); });
+    return Post(FamilyGet_QUR, true, [&] { Fields::write(*FamilyGet_QUR, staffFamilyFields(), member); });
 }
 
 bool TStaffFamily_DM::TmpFamily_Update(const TFamilly_Mapper &member)
 {
-    return Post(FamilyGet_QUR, false, [&] { setMember(member); });
+    return Post(FamilyGet_QUR, false, [&] { Fields::write(*FamilyGet_QUR, staffFamilyFields(), member); });
 }
 
 bool TStaffFamily_DM::Family_Del(const QString &ids)

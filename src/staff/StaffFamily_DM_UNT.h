@@ -27,6 +27,8 @@ public:
     void FillDataFamilyList(int staffCode);
     void FillDataFamilyGet(int id);
     void Family_GetByID(const QVariant &id);
+    /// The same, and copies the row into the record; an unknown ID gives an empty record.
+    void Family_GetByID(const QVariant &id, TFamilly_Mapper &member);
     /// The next row identifier: unique over saved and working rows.
     int Family_GetNewCode();
     [[nodiscard]] bool TmpFamily_Insert(const TFamilly_Mapper &member);
@@ -61,5 +63,4 @@ protected:
 
 private:
     void copyToWorkingRows(const QVariant &staffCode);
-    void setMember(const TFamilly_Mapper &member);
 };

@@ -25,18 +25,16 @@ constexpr int firstRealGroup = 1;
 } // namespace
 
 TStaffGet_FRM::TStaffGet_FRM(TSoftwarePart part, bool flag, const QString &text)
-    : TBaseGet_FRM(part, flag, text)
+    : TRecordGet(part, flag, text)
 {
     build();
 }
 
 TStaffGet_FRM::TStaffGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
-    : TBaseGet_FRM(part, code, mode, flag)
+    : TRecordGet(part, code, mode, flag)
 {
     build();
 }
-
-TStaffGet_FRM::~TStaffGet_FRM() = default;
 
 void TStaffGet_FRM::Picture_GetPicInsert_BTNClick()
 {
@@ -67,25 +65,15 @@ QString TStaffGet_FRM::LockedEntityWord() const
     return u"کارمند"_s;
 }
 
-void TStaffGet_FRM::NewCode()
-{
-    AllotCode([] { return Staff_DM->Staff_GetNewCode(); });
-}
-
-bool TStaffGet_FRM::RecordExists()
-{
-    TStaff_Mapper found;
-    Staff_DM->Staff_GetById(Identifier(), found);
-    return !Staff_DM->StaffGet_QUR->isEmpty();
-}
-
 // The lock on the code does not tell: an administrator may have freed it while the line was lost. Full names do, since
 // no two employees share one.
-bool TStaffGet_FRM::StoredIsOwn()
+QVariant TStaffGet_FRM::SentRecord()
 {
-    const TQuery *stored = Staff_DM->StaffGet_QUR;
-    return stored->asString("Name") == AsStored(u"Staff"_s, u"Name"_s, m_sent._Name) &&
-           stored->asString("LastName") == AsStored(u"Staff"_s, u"LastName"_s, m_sent._LastName);
+    TStaff_Mapper stored;
+    const bool own = Sent && Store.read(Identifier(), stored) &&
+                     stored._Name == AsStored(u"Staff"_s, u"Name"_s, Sent->_Name) &&
+                     stored._LastName == AsStored(u"Staff"_s, u"LastName"_s, Sent->_LastName);
+    return own ? Identifier() : QVariant();
 }
 
 void TStaffGet_FRM::fillGroups(int code)
@@ -101,8 +89,7 @@ void TStaffGet_FRM::fillGroups(int code)
 void TStaffGet_FRM::ClearRecord()
 {
     const QScopedValueRollback showing(m_showing, true);
-    m_staff = {};
-    m_sent = {};
+    Stored = {};
     m_person = {};
     m_saveFailed = false;
     m_savedMembers = 0;
@@ -137,9 +124,9 @@ QWidget *TStaffGet_FRM::FirstInput()
 
 void TStaffGet_FRM::LoadRecord()
 {
-    m_staff = {};
+    Stored = {};
     m_person = {};
-    Staff_DM->Staff_GetById(Identifier(), m_staff);
+    TRecordGet::LoadRecord();
     Staff_DM->Perinf_Get(m_person);
     m_saveFailed = false;
 }
@@ -147,7 +134,7 @@ void TStaffGet_FRM::LoadRecord()
 void TStaffGet_FRM::ShowRecord()
 {
     const QScopedValueRollback showing(m_showing, true);
-    const TStaff_Mapper &staff = m_staff;
+    const TStaff_Mapper &staff = Stored;
     m_savedMembers = 0;
     fillGroups(staff._StaffGroup);
     Code_EDT->setReadOnly(true);

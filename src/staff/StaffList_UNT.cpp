@@ -254,12 +254,6 @@ void TStaffList_FRM::NewRecord()
         ListQuery()->last();
 }
 
-void TStaffList_FRM::EditRecord()
-{
-    if (EDit_BTN->isEnabled())
-        ShowEditor(CreateEditor(false));
-}
-
 void TStaffList_FRM::DeleteRecord()
 {
     if (ListQuery()->isEmpty() || !MayDelete(cspStaff) || !CurrentIsStored())

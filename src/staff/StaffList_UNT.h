@@ -29,7 +29,6 @@ protected:
     void PrepareSearch() override;
     TBaseGet_FRM *CreateEditor(bool newRecord) override;
     void NewRecord() override;
-    void EditRecord() override;
     void DeleteRecord() override;
     bool SelectRecord() override;
     QString RecordName() const override;

@@ -3,7 +3,6 @@
 #include "host/BaseFrame_PKG/Detail_Rows_Frame.h"
 #include "host/BaseFrame_PKG/Pic_Get.h"
 #include "host/Component_ZLM/FileDialogs.h"
-#include "host/NewBaseForms_PKG/FieldInputs.h"
 #include "staff/StaffFields.h"
 #include "staff/StaffGet_UNT.h"
 #include "staff/Staff_DM_UNT.h"
@@ -33,46 +32,19 @@ const QList<TGridColumn> &familyColumns()
 
 } // namespace
 
-TBoundInputs<TStaff_Mapper> TStaffGet_FRM::makeInputs()
-{
-    TBoundInputs<TStaff_Mapper> inputs;
-    for (const auto &field : staffFields()) {
-        TSmartInput *input = MakeInput(field.input, this);
-        if (field.input.kind != TFieldInput::CodedChoice)
-            inputs.add(input, field.member);
-    }
-    return inputs;
-}
-
-void TStaffGet_FRM::addFields(QGridLayout *into, int page)
-{
-    QList<const TField<TStaff_Mapper> *> fields;
-    for (const auto &field : staffFields())
-        if (field.input.page == page)
-            fields.append(&field);
-    std::ranges::sort(fields, {},
-                      [](const auto *field) { return std::pair(field->input.row, field->input.column); });
-    for (const auto *field : std::as_const(fields)) {
-        const TFieldInput &at = field->input;
-        const QString caption = QString::fromUtf16(at.caption);
-        const QString name = QString::fromLatin1(at.name);
-        if (auto *choice = input<TSmartComboBox_ZLM>(at.name))
-            AddInput(into, at.row, at.column, caption, name, choice);
-        else
-            AddInput(into, at.row, at.column, caption, name, input<TSmartEdit_ZLM>(at.name));
-        if (IsFreeText(at))
-            KeepIn(u"Staff"_s, {{input<TSmartEdit_ZLM>(at.name), field->column}});
-    }
-}
-
 void TStaffGet_FRM::build()
 {
     SetTitle(u" اطلاعات کارمندان"_s);
+    Store.newCode = [] { return Staff_DM->Staff_GetNewCode(); };
+    Store.read = [](const QVariant &code, TStaff_Mapper &staff) {
+        Staff_DM->Staff_GetById(code, staff);
+        return !Staff_DM->StaffGet_QUR->isEmpty();
+    };
     Staff_PC->setObjectName(u"Staff_PC"_s);
     SetPages(Staff_PC);
     buildGeneral();
     buildPersonnel();
-    addFields(AddPage(Staff_PC, u"تکمیلی"_s, u"ts3"_s), spFurther);
+    AddFields(AddPage(Staff_PC, u"تکمیلی"_s, u"ts3"_s), staffFields(), u"Staff"_s, spFurther);
     buildFamily();
     GuardPage(familyPage, cspStaff, cpStaffFamilyPage);
     Body()->addWidget(Staff_PC, 1);
@@ -83,7 +55,7 @@ void TStaffGet_FRM::build()
 void TStaffGet_FRM::buildGeneral()
 {
     auto *page = AddPage(Staff_PC, u"عمومی"_s, u"ts1"_s);
-    addFields(page, spGeneral);
+    AddFields(page, staffFields(), u"Staff"_s, spGeneral);
     Code_EDT->SetRange(0, largestCode);
     Code_EDT->SetText(u"0"_s);
     connect(Code_EDT, &TSmartEdit_ZLM::exited, this, [this] { Guarded([this] { codeLeft(); }); });
@@ -131,7 +103,7 @@ QFileDialog *TStaffGet_FRM::pictureDialog()
 void TStaffGet_FRM::buildPersonnel()
 {
     auto *page = AddPage(Staff_PC, u"پرسنلی"_s, u"ts2"_s);
-    addFields(page, spPersonnel);
+    AddFields(page, staffFields(), u"Staff"_s, spPersonnel);
     LeaveDate_CHK = AddTickBox(LeaveDate_EDT, u"LeaveDate_CHK"_s);
     LeaveDate_LBL = CaptionOf(LeaveDate_EDT);
     LeaveDate_LBL->setObjectName(u"LeaveDate_LBL"_s);

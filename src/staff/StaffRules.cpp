@@ -1,7 +1,5 @@
 #include "staff/StaffRules.h"
 
-#include "host/Utility_ZLM/PersianCalendar.h"
-#include "host/Utility_ZLM/Utility_ZLM.h"
 #include "staff/StaffFields.h"
 #include "staff/Staff_DM_UNT.h"
 
@@ -9,12 +7,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-using TBroken = std::optional<QString>;
-
-TBroken brokenUnless(bool kept)
-{
-    return kept ? TBroken() : TBroken(QString());
-}
+using Rules::brokenUnless;
 
 const TField<TStaff_Mapper> &fieldOf(const char *column)
 {
@@ -33,21 +26,7 @@ TBroken given(const TStaffSubject &subject, const char *column)
 
 TBroken wellFormed(const TStaffSubject &subject, const char *column)
 {
-    const QString &text = textOf(subject.staff, column);
-    if (text.isEmpty())
-        return {};
-    switch (fieldOf(column).input.kind) {
-    case TFieldInput::NationalCode:
-        return brokenUnless(NationalCode_Validation(text));
-    case TFieldInput::PostCode:
-        return brokenUnless(PostCode_Validation(text));
-    case TFieldInput::Email:
-        return brokenUnless(Email_Validation(text));
-    case TFieldInput::Date:
-        return brokenUnless(TPersianDate::parse(text).has_value());
-    default:
-        return {};
-    }
+    return brokenUnless(Rules::isWellFormed(fieldOf(column).input.kind, textOf(subject.staff, column)));
 }
 
 TBroken groupChosen(const TStaffSubject &subject, const char *)

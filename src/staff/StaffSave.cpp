@@ -16,53 +16,16 @@ using namespace Qt::Literals::StringLiterals;
 bool TStaffGet_FRM::Validate()
 {
     // The order is the users': they are sent from page to page as they always were.
-    return takeTypedCode() &&
-           std::ranges::all_of(staffRules(), [this](const auto &rule) { return keeps(rule); });
-}
-
-bool TStaffGet_FRM::keeps(const TRule<TStaffSubject> &rule)
-{
-    auto *concerned = input<QWidget>(Fields::ofColumn(staffFields(), rule.column)->input.name);
-    auto *typed = dynamic_cast<TSmartInput *>(concerned);
-    if (rule.message == TRuleMessage::WrongForm)
-        return CheckInput(typed); // brings what is being typed into its form, too
-    const auto complaint = rule.complaint(subject());
-    if (complaint)
-        tell(*complaint, concerned);
-    else if (rule.message == TRuleMessage::Required)
-        RefuseBlanks(typed, rule.firstWord());
-    return !complaint;
+    return takeTypedCode() && std::ranges::all_of(staffRules(), [this](const auto &rule) {
+               return Keeps(rule, staffFields(), subject());
+           });
 }
 
 TStaffSubject TStaffGet_FRM::subject() const
 {
     const QVariant firstGroup = StaffGroup_CMB->itemData(0);
-    return {*Staff_DM, typedStaff(), m_staff, firstGroup.isValid() ? firstGroup.toInt() : -1,
+    return {*Staff_DM, Typed(), Stored, firstGroup.isValid() ? firstGroup.toInt() : -1,
             LeaveDate_CHK->isChecked()};
-}
-
-void TStaffGet_FRM::tell(const TComplaint &complaint, QWidget *input)
-{
-    switch (complaint.message) {
-    case TRuleMessage::NotSaveable:
-        NotSaveable(complaint.word, complaint.more, input);
-        break;
-    case TRuleMessage::Repeated:
-        MsgRepeatedField(complaint.word, complaint.more, input, this, complaint.detail);
-        break;
-    case TRuleMessage::Hint:
-        FocusInput(input);
-        ShowTooltipMessage(complaint.word, input, noteTime, 4, QColor(192, 192, 192), 0, 250);
-        return;
-    case TRuleMessage::Explained:
-        ShowSmartMessage(complaint.word, complaint.more + complaint.detail, miError);
-        break;
-    case TRuleMessage::Required:
-    case TRuleMessage::WrongForm:
-        MsgRequiredField(complaint.word, input, this);
-        break;
-    }
-    FocusInput(input);
 }
 
 bool TStaffGet_FRM::SaveRecord()
@@ -72,7 +35,7 @@ bool TStaffGet_FRM::SaveRecord()
     if (m_saveFailed) {
         // A save that failed was rolled back, but not what the query remembers of the row.
         TStaff_Mapper stored;
-        Staff_DM->Staff_GetById(staffCode, stored);
+        Store.read(staffCode, stored);
     }
     m_saveFailed = true;
     // Outside the transaction, as it always was: a save that fails later leaves the employee without saved family
@@ -82,9 +45,9 @@ bool TStaffGet_FRM::SaveRecord()
         Staff_DM->ClearDataFamily(staffCode);
     }
     DM.ADOConnection1->BeginTrans();
-    m_sent = typedStaff();
-    mark(m_sent, newRecord);
-    const bool written = newRecord ? Staff_DM->Staff_Insert(m_sent) : Staff_DM->Staff_Update(m_sent);
+    Sent = Typed();
+    mark(*Sent, newRecord);
+    const bool written = newRecord ? Staff_DM->Staff_Insert(*Sent) : Staff_DM->Staff_Update(*Sent);
     bool pictures = true;
     try {
         pictures = savePicture(Picture_Get, u"Picture"_s) && savePicture(FingerPrint_Get, u"FingerPrint"_s);
@@ -151,10 +114,9 @@ bool TStaffGet_FRM::savePicture(const TPic_Get *picture, const QString &column)
     return true;
 }
 
-TStaff_Mapper TStaffGet_FRM::typedStaff() const
+TStaff_Mapper TStaffGet_FRM::Typed() const
 {
-    TStaff_Mapper staff = m_staff;
-    m_inputs.read(staff);
+    TStaff_Mapper staff = TRecordGet::Typed();
     staff._StaffGroup = StaffGroup_CMB->Code();
     if (!LeaveDate_CHK->isChecked())
         staff._LeaveDate.clear();

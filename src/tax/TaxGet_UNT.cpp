@@ -48,13 +48,13 @@ const char *const notice =
 
 } // namespace
 
-TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, bool flag, const QString &text) : TBaseGet_FRM(part, flag, text)
+TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, bool flag, const QString &text) : TRecordGet(part, flag, text)
 {
     build();
 }
 
 TTaxGet_FRM::TTaxGet_FRM(TSoftwarePart part, const QVariant &code, TFormMode mode, bool flag)
-    : TBaseGet_FRM(part, code, mode, flag)
+    : TRecordGet(part, code, mode, flag)
 {
     build();
 }
@@ -63,17 +63,18 @@ void TTaxGet_FRM::build()
 {
     SetTitle(u"جدول مالیاتی"_s);
     resize(820, 640);
+    Store.newCode = [] { return Tax_DM->Tax_GetNewCode(); };
+    Store.read = [](const QVariant &code, TTax_Mapper &table) {
+        Tax_DM->Tax_GetByID(code, table);
+        return !Tax_DM->Get_QUR->isEmpty();
+    };
+    Store.write = [this](const TTax_Mapper &table, bool isNew) { return store(table, isNew); };
+    SaveWords = {u"ذخيره سازي"_s, {}, u"ذخيره سازي "_s};
 
     auto *inputs = new QGridLayout;
-    Title_EDT = AddInput(inputs, 0, 0, u"  &عنوان :"_s, u"Title_EDT"_s,
-                         new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 100));
-    Code_EDT = new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 15);
-    Code_EDT->SetRange(0, 999999); // zero may be typed: saving then says that it must not stay
+    AddFields(inputs, taxFields(), u"TaxMain"_s);
     Code_EDT->SetSpinRange(1, 999999);
     Code_EDT->SetText(u"0"_s);
-    AddInput(inputs, 0, 1, u"  &کد :"_s, u"Code_EDT"_s, Code_EDT);
-    Comment_EDT = AddInput(inputs, 1, 0, u"  &شرح :"_s, u"Comment_EDT"_s,
-                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
     Body()->addLayout(inputs);
     connect(Code_EDT, &TSmartEdit_ZLM::exited, this, [this] { (void)codeTyped(); });
 
@@ -102,7 +103,6 @@ void TTaxGet_FRM::build()
     connect(m_rows, &TDetail_Rows_Frame::editRow, this, &TTaxGet_FRM::editRow);
     connect(m_rows, &TDetail_Rows_Frame::deleteRow, this, &TTaxGet_FRM::deleteRow);
 
-    KeepIn(u"TaxMain"_s, {{Title_EDT, "Title"}, {Comment_EDT, "Comment"}});
     BuildFooter(u"ذخيره F3"_s, u"خروج Esc"_s);
 }
 
@@ -119,53 +119,33 @@ void TTaxGet_FRM::openWorkingRows()
     Tax_DM->TmpTax_GetByTaxMainCode(Identifier());
 }
 
-void TTaxGet_FRM::NewCode()
-{
-    AllotCode([] { return Tax_DM->Tax_GetNewCode(); });
-}
-
 void TTaxGet_FRM::ClearRecord()
 {
     Code_EDT->SetValue(Identifier());
     openWorkingRows();
-    Tax_DM->Tax_GetByID(Identifier());
+    Store.read(Identifier(), Stored);
     Title_EDT->Clear();
     Comment_EDT->Clear();
-    m_sent.reset();
     SetIsSaved(true);
-}
-
-void TTaxGet_FRM::LoadRecord()
-{
-    Tax_DM->Tax_GetByID(Identifier());
 }
 
 void TTaxGet_FRM::ShowRecord()
 {
     openWorkingRows();
-    const TQuery *record = Tax_DM->Get_QUR;
-    Code_EDT->SetValue(record->value(u"Code"_s));
-    Title_EDT->SetText(record->asString(u"Title"_s));
-    Comment_EDT->SetText(record->asString(u"Comment"_s));
+    m_inputs.show(Stored);
     SetIsSaved(true);
-}
-
-bool TTaxGet_FRM::RecordExists()
-{
-    Tax_DM->Tax_GetByID(Identifier());
-    return !Tax_DM->Get_QUR->isEmpty();
 }
 
 // The lock on the code does not tell: an administrator may have freed it while the line was lost. A header whose insert
 // got no answer has no brackets yet, while nobody else stores one without.
-bool TTaxGet_FRM::StoredIsOwn()
+QVariant TTaxGet_FRM::SentRecord()
 {
-    const TQuery *stored = Tax_DM->Get_QUR;
-    const auto same = [&](const QString &column, const QString &sent) {
-        return stored->asString(column) == AsStored(u"TaxMain"_s, column, sent);
-    };
-    return m_sent && same(u"Title"_s, m_sent->_Title) && same(u"Comment"_s, m_sent->_Comment) &&
-           ScalerQuery(u"Tax"_s, u"TaxMainCode"_s, u"TaxMainCode"_s, Identifier()).isEmpty();
+    TTax_Mapper stored;
+    const bool own = Sent && Store.read(Identifier(), stored) &&
+                     stored._Title == AsStored(u"TaxMain"_s, u"Title"_s, Sent->_Title) &&
+                     stored._Comment == AsStored(u"TaxMain"_s, u"Comment"_s, Sent->_Comment) &&
+                     ScalerQuery(u"Tax"_s, u"TaxMainCode"_s, u"TaxMainCode"_s, Identifier()).isEmpty();
+    return own ? Identifier() : QVariant();
 }
 
 bool TTaxGet_FRM::codeTyped()
@@ -247,51 +227,32 @@ void TTaxGet_FRM::deleteRow()
 
 bool TTaxGet_FRM::Validate()
 {
-    if (Code_EDT->IsEmpty()) {
-        MsgRequiredField(u"کد"_s, Code_EDT, this);
-        FocusInput(Code_EDT);
-        return false;
-    }
-    if (Code_EDT->GetText() == "0"_L1) {
-        NotZeroValue(u"کد"_s, Code_EDT);
-        FocusInput(Code_EDT);
-        return false;
-    }
-    if (!codeTyped())
-        return false;
-    if (!RequireInput(Title_EDT, u"عنوان"_s))
-        return false;
-    if (!Tax_DM->DetailList_QUR->active()) // a reading that failed closed it
-        Tax_DM->TmpTax_OpenList(Identifier());
-    if (Tax_DM->DetailList_QUR->isEmpty()) {
-        MsgNotEntered(u"سطري"_s);
-        FocusInput(m_rows->Grid());
-        return false;
-    }
-    return true;
+    return std::ranges::all_of(taxRules(), [this](const auto &rule) { return keeps(rule); });
 }
 
-bool TTaxGet_FRM::SaveRecord()
+bool TTaxGet_FRM::keeps(const TRule<TTaxSubject> &rule)
 {
-    TTax_Mapper record;
-    record._Code = Code_EDT->asInteger();
-    record._Title = Title_EDT->GetText();
-    record._Comment = Comment_EDT->GetText();
-    m_sent = record;
+    const TQuery *rows = Tax_DM->DetailList_QUR;
+    if (rule.message == TRuleMessage::NotEntered && !rows->active()) // a reading that failed closed it
+        Tax_DM->TmpTax_OpenList(Identifier());
+    const TTaxSubject subject{{taxFields(), Typed(), {}, m_inputs.empty()},
+                              rows->active() ? rows->recordCount() : 0};
+    return Keeps(rule, taxFields(), subject, m_rows->Grid()) &&
+           (rule.message != TRuleMessage::NotZero || codeTyped());
+}
+
+bool TTaxGet_FRM::store(const TTax_Mapper &record, bool isNew)
+{
     // Header and brackets are two steps without a transaction: the second one only after the first.
-    const bool header = Mode() == fmNew ? Tax_DM->Tax_Insert(record) : Tax_DM->Tax_Update(record);
-    const bool saved = header && Tax_DM->TaxDetail_Insert(record._Code);
-    if (saved) {
-        MSGCompeletedSuccessfully(u"ذخيره سازي "_s);
+    const bool header = isNew ? Tax_DM->Tax_Insert(record) : Tax_DM->Tax_Update(record);
+    if (header && Tax_DM->TaxDetail_Insert(record._Code))
         return true;
-    }
     if (header) {
         // The header is stored by now: saving again must change it, and the list must show it.
         SetMode(fmEdit);
         m_savedOnce = true;
     }
     m_headerOnly = header;
-    MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
     return false;
 }
 

@@ -13,8 +13,7 @@ TTax_DM *Tax_DM = nullptr;
 namespace {
 TWorkingRows brackets(TQuery *shown)
 {
-    return {
-        shown, u"TmpTax"_s, u"TaxMainCode"_s, {u"FromSalary"_s, u"ToSalary"_s, u"Percent"_s, u"Comment"_s}};
+    return {shown, u"TmpTax"_s, u"TaxMainCode"_s, Fields::columns(bracketFields().subspan(1))};
 }
 
 const char detailList[] = "select * from Tmptax where TaxMainCode=:TaxMainCode order by fromSalary";
@@ -40,6 +39,12 @@ void TTax_DM::Tax_GetByID(const QVariant &code)
     open(Get_QUR, TStatement("select * from TaxMain where Code=").integer(code));
 }
 
+void TTax_DM::Tax_GetByID(const QVariant &code, TTax_Mapper &tax)
+{
+    Tax_GetByID(code);
+    Fields::read(*Get_QUR, taxFields(), tax);
+}
+
 int TTax_DM::Tax_GetNewCode()
 {
     open(Temp_QUR, "Select isnull(Max(Code),0)+1 From TaxMain");
@@ -50,13 +55,12 @@ bool TTax_DM::Tax_Insert(const TTax_Mapper &tax)
 {
     if (!Get_QUR->active() && !Try([&] { Tax_GetByID(tax._Code); }))
         return false;
-    return Post(Get_QUR, true, [&] { Fields::write<TTax_Mapper>(*Get_QUR, taxFields, tax); });
+    return Post(Get_QUR, true, [&] { Fields::write(*Get_QUR, taxFields(), tax); });
 }
 
 bool TTax_DM::Tax_Update(const TTax_Mapper &tax)
 {
-    const auto changing = std::span<const TField<TTax_Mapper>>(taxFields).subspan(1);
-    return Post(Get_QUR, false, [&] { Fields::write(*Get_QUR, changing, tax); });
+    return Post(Get_QUR, false, [&] { Fields::write(*Get_QUR, taxFields(), tax, false); });
 }
 
 void TTax_DM::Tax_Del(const QString &codes)
@@ -156,19 +160,23 @@ void TTax_DM::TmpTax_GetById(const QVariant &id)
     open(TmpGet_QUR, TStatement("select * from TmpTax where ID=").integer(id));
 }
 
+void TTax_DM::TmpTax_GetById(const QVariant &id, TTmpTax_Mapper &bracket)
+{
+    TmpTax_GetById(id);
+    Fields::read(*TmpGet_QUR, bracketFields(), bracket);
+}
+
 bool TTax_DM::TmpTax_Insert(const TTmpTax_Mapper &bracket)
 {
     // The bracket screen adds rows without having loaded one.
     if (!TmpGet_QUR->active() && !Try([&] { TmpTax_GetById(0); }))
         return false;
-    return Post(TmpGet_QUR, true,
-                [&] { Fields::write<TTmpTax_Mapper>(*TmpGet_QUR, bracketFields, bracket); });
+    return Post(TmpGet_QUR, true, [&] { Fields::write(*TmpGet_QUR, bracketFields(), bracket); });
 }
 
 bool TTax_DM::TmpTax_Update(const TTmpTax_Mapper &bracket)
 {
-    const auto changing = std::span<const TField<TTmpTax_Mapper>>(bracketFields).subspan(1);
-    return Post(TmpGet_QUR, false, [&] { Fields::write(*TmpGet_QUR, changing, bracket); });
+    return Post(TmpGet_QUR, false, [&] { Fields::write(*TmpGet_QUR, bracketFields(), bracket, false); });
 }
 
 void TTax_DM::TmpTax_GetID(int taxCode, int id, double from, double to)

@@ -27,6 +27,8 @@ public:
     /// Gives the list its statement; the caller opens it.
     void Tax_Get();
     void Tax_GetByID(const QVariant &code);
+    /// The same, and copies the header into the record; an unknown code gives an empty record. So does TmpTax_GetById.
+    void Tax_GetByID(const QVariant &code, TTax_Mapper &tax);
     int Tax_GetNewCode();
     [[nodiscard]] bool Tax_Insert(const TTax_Mapper &tax);
     /// Changes title and comment of the header that Tax_GetByID opened, never its code.
@@ -40,6 +42,7 @@ public:
     void FillDataDetail(int taxCode);
     void TmpTax_GetByTaxMainCode(const QVariant &taxCode);
     void TmpTax_GetById(const QVariant &id);
+    void TmpTax_GetById(const QVariant &id, TTmpTax_Mapper &bracket);
     [[nodiscard]] bool TmpTax_Insert(const TTmpTax_Mapper &bracket);
     /// Changes the bracket that TmpTax_GetById opened; it stays with its tax table.
     [[nodiscard]] bool TmpTax_Update(const TTmpTax_Mapper &bracket);

@@ -1,21 +1,20 @@
 #include "tax/Tax_GetDetail_UNT.h"
 
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
-#include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "tax/Tax_DM_UNT.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 TTax_GetDetail_FRM::TTax_GetDetail_FRM(const QVariant &part, const QVariant &master)
-    : TBaseGetDetail_FRM(part, master)
+    : TRecordGet(part, master)
 {
     build();
 }
 
 TTax_GetDetail_FRM::TTax_GetDetail_FRM(const QVariant &part, const QVariant &master, TFormMode mode,
                                        const QVariant &rowId)
-    : TBaseGetDetail_FRM(part, master, mode, rowId)
+    : TRecordGet(part, master, mode, rowId)
 {
     build();
 }
@@ -24,127 +23,72 @@ void TTax_GetDetail_FRM::build()
 {
     SetTitle(u"جدول مالیاتی"_s);
     resize(420, 230);
-    auto *inputs = new QGridLayout;
-    const auto number = [&](int row, const QString &caption, const QString &name, TSmartEdit_ZLM::Kind kind,
-                            const QString &suffix) {
-        auto *input = new TSmartEdit_ZLM(this, kind, 15);
-        input->SetText(u"0"_s);
-        return AddInput(inputs, row, 0, caption, name, input, suffix);
+    Store.read = [](const QVariant &id, TTmpTax_Mapper &bracket) {
+        Tax_DM->TmpTax_GetById(id, bracket);
+        return !Tax_DM->TmpGet_QUR->isEmpty();
     };
-    FromSalary_EDT = number(0, u"  &از حقوق :"_s, u"FromSalary_EDT"_s, TSmartEdit_ZLM::Money, {});
-    ToSalary_EDT = number(1, u"  &تا حقوق :"_s, u"ToSalary_EDT"_s, TSmartEdit_ZLM::Money, {});
-    Percent_EDT = number(2, u"  نر&خ مالیات :"_s, u"Percent_EDT"_s, TSmartEdit_ZLM::Number, u"%"_s);
-    Comment_EDT = AddInput(inputs, 3, 0, u"  &شرح :"_s, u"Comment_EDT"_s,
-                           new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
+    Store.write = [this](const TTmpTax_Mapper &bracket, bool isNew) {
+        const bool saved = isNew ? Tax_DM->TmpTax_Insert(bracket) : Tax_DM->TmpTax_Update(bracket);
+        if (saved && isNew)
+            SetIdentifier(Tax_DM->TmpGet_QUR->value(u"ID"_s)); // saving may leave the row open
+        return saved;
+    };
+    SaveWords = {u"ذخيره سازي"_s, {}, {}};
+    auto *inputs = new QGridLayout;
+    AddFields(inputs, bracketFields(), u"TmpTax"_s);
+    for (TSmartEdit_ZLM *number : {FromSalary_EDT, ToSalary_EDT, Percent_EDT})
+        number->SetText(u"0"_s);
     Body()->addLayout(inputs);
     connect(Percent_EDT, &TSmartEdit_ZLM::changed, this, [this] { GuardPercent(Percent_EDT, false); });
-    KeepIn(u"TmpTax"_s, {{Comment_EDT, "Comment"}});
     BuildFooter(u"ذخيره و خروج F3"_s, u"خروج Esc"_s);
 }
 
 void TTax_GetDetail_FRM::ClearRecord()
 {
-    FromSalary_EDT->Clear();
-    ToSalary_EDT->Clear();
-    Percent_EDT->Clear();
-    Comment_EDT->Clear();
-    Tax_DM->TmpTax_GetById(0);
-    m_sent.reset();
+    for (TSmartEdit_ZLM *input : {FromSalary_EDT, ToSalary_EDT, Percent_EDT, Comment_EDT})
+        input->Clear();
+    Store.read(0, Stored);
     SetIsSaved(true);
 }
 
-bool TTax_GetDetail_FRM::RecordExists()
-{
-    Tax_DM->TmpTax_GetById(Identifier());
-    return !Tax_DM->TmpGet_QUR->isEmpty();
-}
-
-void TTax_GetDetail_FRM::LoadRecord()
-{
-    Tax_DM->TmpTax_GetById(Identifier());
-}
-
 // Its bounds overlapped nothing when it was sent, so at most one row has them now.
-QVariant TTax_GetDetail_FRM::StoredRow()
+QVariant TTax_GetDetail_FRM::SentRecord()
 {
-    if (!m_sent)
+    if (!Sent)
         return {};
-    Tax_DM->TmpTax_GetID(Master().toInt(), 0, m_sent->_FromSalary, m_sent->_ToSalary);
+    Tax_DM->TmpTax_GetID(Master().toInt(), 0, Sent->_FromSalary, Sent->_ToSalary);
     if (Tax_DM->Temp_QUR->isEmpty())
         return {};
     const QVariant id = Tax_DM->Temp_QUR->value(u"ID"_s);
-    Tax_DM->TmpTax_GetById(id);
-    const TQuery *row = Tax_DM->TmpGet_QUR;
-    const bool own = row->asFloat(u"FromSalary"_s) == m_sent->_FromSalary &&
-                     row->asFloat(u"ToSalary"_s) == m_sent->_ToSalary &&
-                     row->asFloat(u"Percent"_s) == m_sent->_Percent &&
-                     row->asString(u"Comment"_s) == AsStored(u"TmpTax"_s, u"Comment"_s, m_sent->_Comment);
+    TTmpTax_Mapper stored, sent = *Sent;
+    Store.read(id, stored);
+    sent._Comment = AsStored(u"TmpTax"_s, u"Comment"_s, sent._Comment);
+    const bool own = stored == sent;
     return own ? id : QVariant();
 }
 
 void TTax_GetDetail_FRM::ShowRecord()
 {
-    const TQuery *row = Tax_DM->TmpGet_QUR;
-    FromSalary_EDT->SetValue(row->value(u"FromSalary"_s));
-    ToSalary_EDT->SetValue(row->value(u"ToSalary"_s));
-    Percent_EDT->SetValue(row->value(u"Percent"_s));
-    Comment_EDT->SetText(row->asString(u"Comment"_s));
+    m_inputs.show(Stored);
+    for (const auto &field : bracketFields())
+        if (field.input.name && Tax_DM->TmpGet_QUR->value(QString::fromLatin1(field.column)).isNull())
+            Input<TSmartEdit_ZLM>(field.input.name)
+                ->Clear(); // another program of the suite may leave amounts out
     SetIsSaved(true);
 }
 
 bool TTax_GetDetail_FRM::Validate()
 {
-    if (FromSalary_EDT->IsEmpty()) {
-        MsgRequiredField(u"از حقوق"_s, FromSalary_EDT, this);
-        FocusInput(FromSalary_EDT);
-        return false;
-    }
-    if (ToSalary_EDT->IsEmpty()) {
-        MsgRequiredField(u"تا حقوق"_s, ToSalary_EDT, this);
-        FocusInput(ToSalary_EDT);
-        return false;
-    }
-    const double from = FromSalary_EDT->asFloat();
-    const double to = ToSalary_EDT->asFloat();
-    if (to < from) {
-        ShowSmartMessage(ntBoundsReversed, ToSalary_EDT, this, noteTime);
-        FocusInput(ToSalary_EDT);
-        return false;
-    }
-    if (to == from) {
-        ShowSmartMessage(ntBoundsEqual, ToSalary_EDT, this, noteTime);
-        FocusInput(ToSalary_EDT);
-        return false;
-    }
-    // The message names the rate differently from the input's caption; users know it so.
-    if (Percent_EDT->GetText().trimmed().isEmpty()) {
-        MsgRequiredField(u"در صد"_s, Percent_EDT, this);
-        FocusInput(Percent_EDT);
-        return false;
-    }
-    const int row = Mode() == fmNew ? 0 : Identifier().toInt();
-    Tax_DM->TmpTax_GetID(Master().toInt(), row, from, to);
-    if (!Tax_DM->Temp_QUR->isEmpty()) {
-        ShowSmartMessage(ntBracketsOverlap, FromSalary_EDT, this, noteTime);
-        FocusInput(FromSalary_EDT);
-        return false;
-    }
-    return true;
+    const TBracketSubject subject{{bracketFields(), Typed(), Stored, m_inputs.empty()},
+                                  *Tax_DM,
+                                  Mode() == fmNew ? 0 : Identifier().toInt()};
+    return std::ranges::all_of(bracketRules(),
+                               [&](const auto &rule) { return Keeps(rule, bracketFields(), subject); });
 }
 
-bool TTax_GetDetail_FRM::SaveRecord()
+TTmpTax_Mapper TTax_GetDetail_FRM::Typed() const
 {
-    TTmpTax_Mapper row;
-    row._TaxMainCode = Master().toInt();
-    row._FromSalary = FromSalary_EDT->asFloat();
-    row._ToSalary = ToSalary_EDT->asFloat();
-    row._Percent = Percent_EDT->asFloat();
-    row._Comment = Comment_EDT->GetText();
-    m_sent = row;
-    const bool saved = Mode() == fmNew ? Tax_DM->TmpTax_Insert(row) : Tax_DM->TmpTax_Update(row);
-    if (!saved)
-        MSGFinishedNotSuccessfully(u"ذخيره سازي"_s);
-    else if (Mode() == fmNew)
-        SetIdentifier(Tax_DM->TmpGet_QUR->value(u"ID"_s)); // saving may leave the row open
-    return saved;
+    TTmpTax_Mapper bracket = TRecordGet::Typed();
+    bracket._TaxMainCode = Master().toInt();
+    return bracket;
 }

@@ -16,4 +16,6 @@ struct TTmpTax_Mapper {
     double _ToSalary = 0;   ///< money
     double _Percent = 0;    ///< 0 to 100
     QString _Comment;       ///< at most 50 characters are stored
+
+    bool operator==(const TTmpTax_Mapper &) const = default;
 };

@@ -211,7 +211,8 @@ TEST_F(Program, ThePasswordIsNotInTheProcessListWhileItRuns)
 QStringList screensOfTheSources()
 {
     QStringList screens;
-    const QRegularExpression screen("class (?:KETEBIONPAP_\\w+ )?(T\\w+_FRM) : public (\\w+)");
+    const QRegularExpression screen(
+        "class (?:KETEBIONPAP_\\w+ )?(T\\w+_FRM)\\s+: public (?:\\w+<\\w+, )?(\\w+)");
     QStringList bases;
     for (const char *folder : {"/src", "/app"}) {
         QDirIterator files(QStringLiteral(KETEBIONPAP_SOURCE) + folder, {"*.h"}, QDir::Files,

@@ -2,12 +2,9 @@
 #include "staff/StaffFields.h"
 #include "staff/StaffRules.h"
 #include "staff/Staff_DM_UNT.h"
+#include "support/Complaints.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
-
-#include <gtest/gtest.h>
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -28,18 +25,7 @@ protected:
                    .arg(code)
                    .arg(name, column, text));
     }
-    /// "column message word|more|detail" of the first complaint; empty: the employee may be saved.
-    QString complaint()
-    {
-        const auto found = FirstComplaint(staffRules(), subject);
-        if (!found)
-            return {};
-        static const char *const told[] = {"Required", "Repeated",  "NotSaveable",
-                                           "Hint",     "Explained", "WrongForm"};
-        return u"%1 %2 %3|%4|%5"_s.arg(QLatin1StringView(found->column),
-                                       QLatin1StringView(told[int(found->message)]), found->word, found->more,
-                                       found->detail);
-    }
+    QString complaint() { return Complaints::first(staffRules(), subject); }
 
     TestDatabase db;
     ScriptedMessages messages;
@@ -55,11 +41,7 @@ TEST_F(StaffRules, ARowThatKeepsThemAllIsTaken)
 
 TEST_F(StaffRules, EveryRuleConcernsAFieldThatHasAnInput)
 {
-    for (const auto &rule : staffRules()) {
-        const auto *field = Fields::ofColumn(staffFields(), rule.column);
-        ASSERT_TRUE(field) << rule.column;
-        EXPECT_TRUE(field->input.name) << rule.column;
-    }
+    Complaints::expectInputs(staffRules(), staffFields());
 }
 
 // Mending what is complained of brings the next complaint.

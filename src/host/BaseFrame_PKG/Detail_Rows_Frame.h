@@ -26,8 +26,6 @@ public:
 
     void SetColumns(TQuery *query, const QList<TGridColumn> &columns);
     TSmartGrid_ZLM *Grid() const { return m_grid; }
-    /// The column of buttons, for a screen's own widget below them.
-    QVBoxLayout *Side() const { return m_side; }
     /// Reads the query anew; the row whose `keyField` has `key` becomes current (null: the one that was current).
     /// When that row is gone, the next one that is left, or the one before it at the end.
     void Reread(const QString &keyField, const QVariant &key = {});

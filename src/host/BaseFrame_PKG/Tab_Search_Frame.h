@@ -20,7 +20,6 @@ public:
     void init(const QStringList &captions);
     int CurrentTab() const;
     void SetCurrentTab(int tab);
-    QTabBar *Tabs() const { return m_tabs; }
     /// Ctrl+1 to Ctrl+9. True: a tab of this frame was meant.
     bool HandleKey(QKeyEvent *event);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStringList>
+#include <QString>
 
 /// The working rows of one kind of record: rows that stand under a record's code, in a table that all workstations share,
 /// until the record is saved. An editor gives them to its base, which offers those that were left behind and looks after
@@ -10,10 +10,8 @@ public:
     virtual ~TRecordRows() = default;
 
     // Rows that an editor of this workstation left behind.
-    /// One entry for each row. One code at least, when there are any rows.
-    virtual QStringList LeftCodes() = 0;
-    /// How many rows were left under a code; as it stands, how often LeftCodes names it.
-    virtual int Count(const QString &code) { return int(LeftCodes().count(code)); }
+    /// How many rows were left under a code.
+    virtual int Count(const QString &code) = 0;
     /// Whether rows under a code that was left are worth to be offered.
     virtual bool AreLeft(const QString &code) = 0;
     virtual void TakeUp(const QString &leftCode, const QString &newCode) = 0;

@@ -1,6 +1,6 @@
 #include "host/Declaration_PKG/Rights_unt.h"
 
-#include <algorithm>
+#include <QHash>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -35,42 +35,33 @@ const QList<TPartRights> &parts()
 
 QString SoftwarePartName(TSoftwarePart part)
 {
-    for (const TPartRights &row : parts()) {
+    for (const TPartRights &row : parts())
         if (row.part == part)
             return row.name;
-    }
     return QString::number(int(part));
 }
 
 QString PermissionName(TPermission right)
 {
-    switch (right) {
-    case cpNew:
-        return u"جدید"_s;
-    case cpEdit:
-        return u"ویرایش"_s;
-    case cpDelete:
-        return u"حذف"_s;
-    case cpPrint:
-        return u"چاپ"_s;
-    case cpOpen:
-        return u"مشاهده"_s;
-    case cpPayrollSecondPage:
-        return u"صفحه دوم تنظیمات"_s;
-    case cpStaffFamilyPage:
-        return u"صفحه خانواده"_s;
-    }
-    return QString::number(int(right));
+    static const QHash<int, QString> names = {
+        {cpNew, u"جدید"_s},
+        {cpEdit, u"ویرایش"_s},
+        {cpDelete, u"حذف"_s},
+        {cpPrint, u"چاپ"_s},
+        {cpOpen, u"مشاهده"_s},
+        {cpPayrollSecondPage, u"صفحه دوم تنظیمات"_s},
+        {cpStaffFamilyPage, u"صفحه خانواده"_s},
+    };
+    return names.value(right, QString::number(int(right)));
 }
 
 const QList<TRightName> &AllRights()
 {
     static const QList<TRightName> all = [] {
         QList<TRightName> rights;
-        for (const TPartRights &row : parts()) {
+        for (const TPartRights &row : parts())
             for (const TPermission right : row.rights)
                 rights.append({{row.part, right}, row.name, PermissionName(right)});
-        }
         return rights;
     }();
     return all;

@@ -1,82 +1,23 @@
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 
-#include "host/BaseFrame_PKG/General_Search_Frame.h"
-#include "host/BaseFrame_PKG/Tab_Search_Frame.h"
-#include "host/Component_ZLM/LayoutStore.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
-#include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/BaseGet_UNT.h"
-#include "host/NewBaseForms_PKG/GroupPane_UNT.h"
-#include "host/NewBaseForms_PKG/ListPrinter.h"
-#include "host/database/ListPlace.h"
 #include "host/database/Query.h"
 
-#include <QLabel>
 #include <QMenu>
-#include <QSplitter>
-#include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
 
 TBaseDock_FRM::TBaseDock_FRM(TFormMode mode, const QString &text) : TBaseDock_FRM(mode, QVariant(), text) {}
 
 TBaseDock_FRM::TBaseDock_FRM(TFormMode mode, const QVariant &value, const QString &text)
-    : m_mode(mode), m_value(value), m_searchPanel(new QVBoxLayout), m_center(new QSplitter(this)),
-      m_belowGrid(new QVBoxLayout)
+    : m_mode(mode), m_value(value)
 {
     if (!text.isEmpty())
         SetTitle(text);
-    m_center->setObjectName(u"Center_SPL"_s);
-    m_center->setChildrenCollapsible(false);
-    resize(900, 600);
-}
-
-TBaseDock_FRM::~TBaseDock_FRM() = default;
-
-void TBaseDock_FRM::BuildList(TQuery *listQuery, const QString &gridName, const QList<TGridColumn> &columns,
-                              const QList<TSearchItem> &items)
-{
-    m_listQuery = listQuery;
-    m_grid = new TSmartGrid_ZLM(gridName, this);
-    m_grid->SetColumns(listQuery, columns);
-    connect(m_grid, &TSmartGrid_ZLM::rowActivated, this, &TBaseDock_FRM::activateRow);
-    ZelmoSearchManager1 = new TZelmoSearchManager(listQuery, this);
-    ZelmoSearchManager1->setObjectName(u"ZelmoSearchManager1"_s);
-    ZelmoSearchManager1->SetItems(items);
-    connect(ZelmoSearchManager1, &TZelmoSearchManager::executed, this, [this] { UpdateButtons(); });
-    for (const auto signal : {&TQuery::opened, &TQuery::closed})
-        connect(listQuery, signal, this, [this] { UpdateButtons(); });
-    connect(listQuery, &TQuery::currentChanged, this, [this] { UpdateButtons(); });
-}
-
-void TBaseDock_FRM::BuildUsualLayout(const QString &captionPanelText)
-{
-    General_Search = new TGeneral_Search_Frame(this);
-    connect(General_Search, &TGeneral_Search_Frame::searchChanged, ZelmoSearchManager1,
-            &TZelmoSearchManager::ExecuteFilter_DataSet);
-    connect(General_Search, &TGeneral_Search_Frame::leaveDown, this,
-            [this] { m_grid->setFocus(Qt::TabFocusReason); });
-    m_searchPanel->addWidget(General_Search);
-    Body()->addLayout(m_searchPanel);
-    auto *main = new QWidget(m_center);
-    auto *column = new QVBoxLayout(main);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(m_grid, 1);
-    column->addLayout(m_belowGrid);
-    m_center->addWidget(main);
-    m_center->setStretchFactor(m_center->indexOf(main), 1);
-    Body()->addWidget(m_center, 1);
-    if (!captionPanelText.isEmpty()) {
-        m_captionPanel = new QLabel(captionPanelText, this);
-        m_captionPanel->setObjectName(u"Caption_PNL"_s);
-        m_captionPanel->setAlignment(Qt::AlignCenter);
-        m_captionPanel->setFrameShape(QFrame::StyledPanel);
-        m_captionPanel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-        Body()->addWidget(m_captionPanel);
-    }
 }
 
 void TBaseDock_FRM::BuildButtons(bool withSelect, bool withPrint)
@@ -111,6 +52,14 @@ void TBaseDock_FRM::BuildButtons(bool withSelect, bool withPrint)
     UpdateButtons();
 }
 
+void TBaseDock_FRM::ServeGrid()
+{
+    if (!New_BTN || !Grid())
+        return;
+    SetShortCut(Grid());
+    SetPopMenu(Grid());
+}
+
 void TBaseDock_FRM::SetShortCut(QWidget *control)
 {
     control->setFocusPolicy(Qt::StrongFocus);
@@ -130,7 +79,7 @@ void TBaseDock_FRM::SetPopMenu(QWidget *control)
             connect(action, &QAction::triggered, button, [button] { button->click(); });
         }
         if (auto *grid = qobject_cast<TSmartGrid_ZLM *>(control)) {
-            if (grid == m_grid && grid->Model()->rowCount() > 0)
+            if (grid == Grid() && grid->Model()->rowCount() > 0)
                 menu.addAction(u"ذخیره در صفحه گسترده Ctrl+E"_s, this, [this] { SaveSpreadsheet(); });
             menu.addSeparator();
             grid->FillColumnMenu(&menu);
@@ -138,91 +87,6 @@ void TBaseDock_FRM::SetPopMenu(QWidget *control)
         auto *area = qobject_cast<QAbstractScrollArea *>(control);
         menu.exec((area ? area->viewport() : control)->mapToGlobal(at));
     });
-}
-
-void TBaseDock_FRM::setVisible(bool visible)
-{
-    if (visible && !m_started) {
-        m_started = true;
-        start();
-        restorePanes();
-    }
-    TBaseForm::setVisible(visible);
-}
-
-void TBaseDock_FRM::restorePanes()
-{
-    QList<int> sizes;
-    for (const QString &size : LayoutStore::value(splitterKey()).toStringList())
-        sizes << qBound(0, size.toInt(), QWIDGETSIZE_MAX);
-    if (sizes.size() == m_center->count())
-        m_center->setSizes(sizes);
-}
-
-QString TBaseDock_FRM::splitterKey() const
-{
-    return LayoutStore::windowKey(this) + u"/panes"_s;
-}
-
-void TBaseDock_FRM::done(int result)
-{
-    QStringList sizes;
-    for (const int size : m_center->sizes())
-        sizes << QString::number(size);
-    LayoutStore::setValue(splitterKey(), sizes);
-    TBaseForm::done(result);
-}
-
-TGroup_Pane *TBaseDock_FRM::BuildGroups(TQuery *groups, const QString &gridName, const QString &columnCaption,
-                                        const QString &buttonCaption)
-{
-    Groups = new TGroup_Pane(groups, gridName, columnCaption, buttonCaption, this);
-    m_center->insertWidget(0, Groups);
-    m_center->setStretchFactor(0, 0);
-    m_center->setStretchFactor(1, 1);
-    return Groups;
-}
-
-void TBaseDock_FRM::start()
-{
-    Guarded([this] {
-        ParameterStep();
-        SetListText();
-        PrepareSearch();
-    });
-    if (New_BTN && m_grid) {
-        SetShortCut(m_grid);
-        SetPopMenu(m_grid);
-    }
-    Guarded([this] {
-        if (m_listQuery && m_listQuery->active())
-            m_listQuery->last();
-    });
-    UpdateButtons();
-    AfterShow();
-}
-
-void TBaseDock_FRM::PrepareSearch()
-{
-    ZelmoSearchManager1->SetSQLScript(m_listQuery->statement());
-    if (General_Search)
-        General_Search->init(ZelmoSearchManager1);
-    else
-        ZelmoSearchManager1->ExecuteFilter_DataSet();
-}
-
-void TBaseDock_FRM::RefreshList()
-{
-    const TListPlace place(*m_listQuery, m_listQuery->keyField(), m_grid->SelectedRows());
-    ResetDataset(m_listQuery);
-    ZelmoSearchManager1->ExecuteFilter_DataSet();
-    place.restore(*m_listQuery);
-}
-
-void TBaseDock_FRM::AfterShow()
-{
-    if (m_grid)
-        m_grid->setFocus(Qt::OtherFocusReason);
 }
 
 void TBaseDock_FRM::NewRecord()
@@ -242,8 +106,8 @@ bool TBaseDock_FRM::ShowEditor(TBaseGet_FRM *editor)
     const std::unique_ptr<TBaseGet_FRM> owner(editor);
     if (editor->NotShowable)
         return false;
-    const bool existing = editor->Mode() != fmNew && m_listQuery->active() && m_listQuery->position() >= 0;
-    const qlonglong opened = existing ? m_listQuery->keyAt(m_listQuery->position()) : 0;
+    const bool existing = editor->Mode() != fmNew && ListQuery()->active() && ListQuery()->position() >= 0;
+    const qlonglong opened = existing ? ListQuery()->keyAt(ListQuery()->position()) : 0;
     if (editor->exec() != Accepted) {
         if (existing)
             dropIfGone(opened);
@@ -259,11 +123,11 @@ bool TBaseDock_FRM::ShowEditor(TBaseGet_FRM *editor)
 // What was just entered is what the next key is about.
 void TBaseDock_FRM::showSaved(qlonglong key)
 {
-    if (!m_listQuery->active())
+    if (!ListQuery()->active())
         return;
-    const int row = m_listQuery->rowOfKey(key);
+    const int row = ListQuery()->rowOfKey(key);
     if (row >= 0)
-        m_listQuery->moveTo(row);
+        ListQuery()->moveTo(row);
     else if (ZelmoSearchManager1->IsStored(key))
         MsgSavedOutOfSight(QString::number(key), this);
 }
@@ -280,9 +144,9 @@ void TBaseDock_FRM::dropIfGone(qlonglong key)
 
 bool TBaseDock_FRM::CurrentIsStored()
 {
-    if (m_listQuery->position() < 0)
+    if (ListQuery()->position() < 0)
         return false;
-    if (ZelmoSearchManager1->IsStored(m_listQuery->keyAt(m_listQuery->position())))
+    if (ZelmoSearchManager1->IsStored(ListQuery()->keyAt(ListQuery()->position())))
         return true;
     MsgRecordGone();
     RefreshList();
@@ -291,7 +155,7 @@ bool TBaseDock_FRM::CurrentIsStored()
 
 void TBaseDock_FRM::UpdateButtons()
 {
-    const bool row = m_listQuery && m_listQuery->active() && !m_listQuery->isEmpty();
+    const bool row = ListQuery() && ListQuery()->active() && !ListQuery()->isEmpty();
     for (TSmartButton_ZLM *button : {EDit_BTN, Del_BTN, PrintList_BTN})
         if (button)
             button->setEnabled(row);
@@ -299,7 +163,7 @@ void TBaseDock_FRM::UpdateButtons()
         Select_BTN->setEnabled(row && m_mode == fmSelect);
 }
 
-void TBaseDock_FRM::activateRow()
+void TBaseDock_FRM::ActivateRow()
 {
     if (Select_BTN && Select_BTN->isEnabled())
         Select_BTN->click();
@@ -311,18 +175,6 @@ void TBaseDock_FRM::Select()
 {
     if (Select_BTN && Select_BTN->isEnabled() && ChoiceIsStored() && SelectRecord())
         done(Accepted);
-}
-
-void TBaseDock_FRM::PrintPreview()
-{
-    TListPreview_FRM preview(m_grid, windowTitle(), this);
-    preview.exec();
-}
-
-void TBaseDock_FRM::SaveSpreadsheet()
-{
-    if (m_grid && m_grid->Model()->rowCount() > 0)
-        ExportSpreadsheet(m_grid, windowTitle(), this);
 }
 
 bool TBaseDock_FRM::MayDelete(TSoftwarePart part)
@@ -337,7 +189,7 @@ bool TBaseDock_FRM::BeginDelete(TSoftwarePart part, const QString &eventText)
 
 QString TBaseDock_FRM::RecordName() const
 {
-    return m_grid->NameOfRow(m_listQuery->position());
+    return Grid()->NameOfRow(ListQuery()->position());
 }
 
 void TBaseDock_FRM::TellDeleteFailed(const QString &word)
@@ -352,15 +204,4 @@ bool TBaseDock_FRM::ConfirmDelete(TSoftwarePart part, const QString &eventText, 
     if (!eventText.isNull())
         SetUserEvent(part, cpDelete, eventText, false, false); // what cannot be recorded is not deleted
     return true;
-}
-
-bool TBaseDock_FRM::HandleKey(QKeyEvent *event)
-{
-    if ((Tab_Search && Tab_Search->HandleKey(event)) || (Groups && Groups->HandleKey(event)))
-        return true;
-    if (event->modifiers() == Qt::ControlModifier && event->key() == Qt::Key_E) {
-        SaveSpreadsheet();
-        return true;
-    }
-    return TBaseForm::HandleKey(event);
 }

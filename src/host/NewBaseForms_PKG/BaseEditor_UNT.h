@@ -1,28 +1,18 @@
 #pragma once
 
-#include "host/Component_ZLM/SmartControls_ZLM.h"
-#include "host/Declaration_PKG/Softwareparts_unt.h"
-#include "host/Export.h"
-#include "host/NewBaseForms_PKG/BaseForm_UNT.h"
-#include "host/NewBaseForms_PKG/KeptTexts_UNT.h"
+#include "host/NewBaseForms_PKG/InputForm_UNT.h"
 #include "host/database/DatabaseError.h"
 
-#include <QGridLayout>
-#include <QHash>
-#include <QPointer>
 #include <QVariant>
 
-#include <functional>
 #include <optional>
 
-class QLabel;
-
-/// What record editors and detail-row editors share: inputs that mark the record as changed, save and exit
-/// buttons, the unsaved question, and the hooks in their order.
+/// What record editors and detail-row editors share: save and exit buttons, the unsaved question, and the hooks in their
+/// order.
 ///
 /// Opening (exec): new record: NewCode, ClearRecord; existing one: RecordExists, LoadRecord, ShowRecord. A database
 /// error while opening is told to the user and the screen does not open; later ones leave everything as typed.
-class KETEBIONPAP_HOST TBaseEditor : public TBaseForm {
+class KETEBIONPAP_HOST TBaseEditor : public TInputForm {
     Q_OBJECT
 public:
     TFormMode Mode() const { return m_mode; }
@@ -49,11 +39,12 @@ protected:
 
     // The hooks, in the order of the editor's table of operations.
     virtual bool Validate() = 0; ///< true when all is well; otherwise it has told the user and set the focus
-    virtual void ClearRecord() = 0; ///< inputs to the defaults of a new record
+    virtual void ClearRecord() {
+    } ///< inputs to the defaults of a new record; a screen of stored ones has none
     /// Loads the record, and leaves its working rows and the inputs alone: it runs, too, when the save of a record got no
     /// answer and the record is found stored.
-    virtual void LoadRecord() = 0;
-    virtual void ShowRecord() = 0; ///< shows the loaded record
+    virtual void LoadRecord() {}
+    virtual void ShowRecord() {} ///< shows the loaded record
     /// Insert or update, then the success or failure message. A screen whose code can be typed makes the saved
     /// code its identifier.
     virtual bool SaveRecord() = 0;
@@ -66,26 +57,18 @@ protected:
     virtual bool MayDiscard() { return true; }
     /// Runs after every successful save, before the screen goes on.
     virtual void RecordSaved(bool /*wasNew*/) {}
-    /// Whether the base tells the user that SaveRecord answered false, because the screen leaves it to it.
-    virtual bool BaseTellsFailure() const { return false; }
-    virtual void NewCode() = 0;      ///< computes and locks a new code, SetIdentifier
-    virtual bool RecordExists() = 0; ///< whether Identifier() is stored
-    /// Whether a stored record is the one whose save got no answer; a screen that holds no lock on its code must look,
+    virtual void NewCode() {}                    ///< computes and locks a new code, SetIdentifier
+    virtual bool RecordExists() { return true; } ///< whether Identifier() is stored
+    /// The identifier of the stored record that a save without an answer sent; null when there is none. A screen whose
+    /// rows get theirs from the database looks for it, and one that holds no lock on its code looks whose record it is,
     /// since another workstation may have stored its own under it meanwhile.
-    virtual bool StoredIsOwn() { return true; }
-    /// The same for rows that get their identifier from the database: the stored row that a save without an answer sent;
-    /// null when there is none.
-    virtual QVariant StoredRow() { return {}; }
+    virtual QVariant SentRecord();
 
     /// Runs when a record is left: once on every way of closing, after the base's own handling (the code's lock is
     /// given up by then), and before the next record when saving goes on to a new one.
     virtual void BeforeClose() {}
     /// BeforeClose met a database error, which the user was told.
     virtual void CloseFailed(const TDatabaseError & /*error*/) {}
-    virtual QWidget *FirstInput()
-    {
-        return nullptr;
-    } ///< gets the focus on opening; null: the first in tab order
 
     /// Whether the record opens with something that is not stored yet: closing asks then.
     virtual bool OpensUnsaved() const { return false; }
@@ -97,60 +80,19 @@ protected:
     /// Ctrl+F3 saves and starts a new record.
     void BuildFooter(const QString &saveCaption, const QString &exitCaption, TSaveMode way = svSaveClose);
 
-    // Building inputs: a caption (byte for byte, its "&" names the key of the input) and an input side by side.
-    /// Adds the input to the layout's next free row (row -1) or at (row, column), names it, marks changes as
-    /// unsaved. A column is a pair of caption and input.
-    template <class Input>
-    Input *AddInput(QGridLayout *layout, int row, int column, const QString &caption,
-                    const QString &objectName, Input *input, const QString &suffix = {})
-    {
-        Place(layout, row, column, caption, objectName, input, suffix);
-        connect(input, &Input::changed, this, [this] { SetIsSaved(false); });
-        return input;
-    }
-    /// Names the table's columns that keep what is typed into these inputs. A text that is longer than its column is told
-    /// after Validate, before SaveRecord, and the user may go back to it.
-    void KeepIn(const QString &table,
-                std::initializer_list<std::pair<TSmartEdit_ZLM *, const char *>> inputsAndColumns);
-    /// The label that AddInput put beside an input; null when its caption is empty.
-    QLabel *CaptionOf(QWidget *input) const { return m_captions.value(input); }
-    /// Gives a widget that AddInput does not know (a grid, a selector) its place in the tab order: behind all inputs
-    /// added so far.
-    void AddTabStop(QWidget *widget) { m_inputs.append(widget); }
-    /// Puts a check box before the caption of an input that counts only while the box is ticked, and before the input
-    /// in the tab order. What ticking does is the screen's.
-    TSmartCheckBox_ZLM *AddTickBox(QWidget *input, const QString &objectName);
-    /// Puts a widget beside an input, behind its suffix: a title label, a rounding unit.
-    void AddBeside(QWidget *input, QWidget *widget);
-    /// A page with a grid layout; a framed group with one.
-    static QGridLayout *AddPage(QTabWidget *pages, const QString &caption, const QString &objectName);
-    static QGridLayout *AddGroup(QLayout *into, const QString &caption, const QString &objectName);
-    /// A page that is shown only to users with a right on a part; the others get the page before it back.
-    /// Uses the tab widget given to SetPages.
-    void GuardPage(int page, TSoftwarePart part, TPermission right);
-    /// Focus to an input, turning to its page first.
-    void FocusInput(QWidget *input);
-    /// Whether an input holds a value of its kind; when it does not, its page, the focus, and the balloon beside it.
-    [[nodiscard]] bool CheckInput(TSmartInput *input);
-    /// Whether an input holds anything; when it does not, MsgRequiredField with this word, its page and the focus.
-    /// Blanks are a text, and stored ones stay; but typed ones alone are refused with the same message behind all
-    /// that Validate checks.
-    [[nodiscard]] bool RequireInput(TSmartInput *input, const QString &word);
-    /// The latter, for a screen that asks for the input in its own way.
-    void RefuseBlanks(TSmartInput *input, const QString &word);
-
-    /// Registers the check that runs when an input is left; the user is told about its errors.
-    void CheckOnLeaving(TSmartEdit_ZLM *input, const std::function<void()> &check);
-    /// Runs that check before a save, unless it ran for what stands there now; errors pass. An input that the user is
-    /// at is checked in any case, whether the screen is the active window or a question was in front of it. True: it ran.
-    bool CheckTyped(TSmartEdit_ZLM *input);
-
+    void InputChanged() override { SetIsSaved(false); }
     void reject() override;
     void done(int result) override;
     bool HandleKey(QKeyEvent *event) override;
 
     /// Starts a record: new code, clear; or exists, load, show. False: told the user, do not show.
     virtual bool Start();
+    /// Gets what the record is held by: a new one its code, an existing one its lock. False: told the user.
+    virtual bool HoldRecord();
+    /// The usual new-code hook: asks `newCode`, which becomes Identifier().
+    virtual void AllotCode(const std::function<int()> &newCode);
+    /// Runs the write of a save; a database error answers false, and the message of a save that failed tells it.
+    [[nodiscard]] static bool Written(const std::function<bool()> &write);
     /// Gives up what the base holds for the record (its lock).
     virtual void ReleaseHeld() {}
     /// Whether the user may go on to a new record after a save.
@@ -164,19 +106,9 @@ protected:
     bool m_touched = false;   ///< the record's hooks began to run: leaving it needs BeforeClose
 
 private:
-    void Place(QGridLayout *layout, int row, int column, const QString &caption, const QString &objectName,
-               QWidget *input, const QString &suffix);
-    bool confirmClose();
     void stay();
     void startNext();
     void leaveRecord();
-    void focusFirst();
-    void forgetPagesFocus();
-    void rollBackLeftOpen();
-    void noteLostLine();
-    void finishTyping();
-    bool blanksRefused();
-    void runLeavingCheck(TSmartEdit_ZLM *input);
     TFormMode m_mode;
     QVariant m_identifier = 0;
     std::optional<QVariant> m_lostSave; ///< the record whose save lost the line: what was typed may be stored
@@ -184,24 +116,4 @@ private:
     bool m_isSaved = true;
     bool m_busy = false;     ///< a save or the question of closing is under way
     bool m_finished = false; ///< done() ran
-    QList<QPointer<QWidget>> m_inputs;
-    QHash<QWidget *, QLabel *> m_captions;
-    struct TBlank {
-        TSmartInput *input;
-        QString word;
-    };
-    QList<TBlank> m_blanks; ///< what the validation under way found
-    struct TLeavingCheck {
-        std::function<void()> run;
-        QString seen; ///< the text that it ran for last
-    };
-    QHash<TSmartEdit_ZLM *, TLeavingCheck> m_leavingChecks;
-    TKeptTexts m_keptTexts;
-    struct TPageGuard {
-        int page;
-        TSoftwarePart part;
-        TPermission right;
-    };
-    QList<TPageGuard> m_guards;
-    int m_lastPage = 0;
 };

@@ -205,10 +205,10 @@ void TBaseForm::turnPage(int page, bool focusFollows)
                next->isVisibleTo(this);
     };
     if (!next || !takesFocus())
-        for (next = shown->nextInFocusChain(); next != shown && !takesFocus();
+        for (next = m_pages->nextInFocusChain(); next != m_pages && !takesFocus();
              next = next->nextInFocusChain())
             ;
-    if (next != shown)
+    if (next != m_pages)
         next->setFocus(Qt::TabFocusReason);
 }
 

@@ -289,19 +289,24 @@ bool TBaseGet_FRM::Start()
 {
     m_recoveryTaken = false;
     OpenCodes::giveUpNow();
+    try {
+        return TBaseEditor::Start();
+    } catch (...) {
+        if (m_recoveryTaken && Mode() != fmNew)
+            KeepRows();
+        throw;
+    }
+}
+
+bool TBaseGet_FRM::HoldRecord()
+{
     if (Mode() == fmNew) {
         allotFreeCode();
         if (Rows() && !m_recoveryAsked) {
             m_recoveryAsked = true;
             recoverIntoNew();
         }
-        m_touched = true;
-        ClearRecord();
         return true;
-    }
-    if (!RecordExists()) {
-        MsgRecordGone();
-        return false;
     }
     const QString code = Identifier().toString();
     const bool leftBehind = Rows() && isLeft(code) && Rows()->AreLeft(code);
@@ -313,19 +318,7 @@ bool TBaseGet_FRM::Start()
         m_heldCode = code;
         OpenCodes::add(m_part, code);
     }
-    if (leftBehind && !recoverExisting())
-        return false;
-    m_touched = !m_recoveryTaken;
-    try {
-        LoadRecord();
-        ShowRecord();
-    } catch (...) {
-        if (m_recoveryTaken)
-            keepForLater();
-        throw;
-    }
-    m_touched = true;
-    return true;
+    return !leftBehind || recoverExisting();
 }
 
 void TBaseGet_FRM::RecordSaved(bool wasNew)
@@ -441,19 +434,14 @@ bool TBaseGet_FRM::recoverExisting()
     case TRecoveryChoice::Later:
         break;
     }
-    keepForLater();
+    KeepRows();
     return false;
 }
 
+// Rows that were left behind stay for another time, and so must the lock that identifies them.
 void TBaseGet_FRM::KeepRows()
 {
-    keepForLater();
     m_touched = false; // the record is left without BeforeClose, which would clear them
-}
-
-// Rows that were left behind stay for another time, and so must the lock that identifies them.
-void TBaseGet_FRM::keepForLater()
-{
     OpenCodes::remove(m_part, m_heldCode);
     if (Rows() && Rows()->DroppedOnOpening() && Mode() == fmEdit) // here it is the note that does
         lockCode(m_heldCode, m_part, otUnlock);

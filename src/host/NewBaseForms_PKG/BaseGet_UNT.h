@@ -6,8 +6,6 @@
 #include <QList>
 #include <QStringList>
 
-#include <functional>
-
 class TRecordRows;
 struct TLeftRows;
 
@@ -38,9 +36,9 @@ public:
     int exec() override;
 
 protected:
-    /// The usual new-code hook: gives up the lock on the code held so far, asks `newCode`, takes the lock on it;
-    /// a code that another workstation holds is passed over for the next one. Becomes Identifier().
-    void AllotCode(const std::function<int()> &newCode);
+    /// Gives up the lock on the code held so far and takes it on the new one; a code that another workstation holds is
+    /// passed over for the next one.
+    void AllotCode(const std::function<int()> &newCode) override;
     /// A code typed by hand: takes its lock and gives up the one held so far. Becomes Identifier(). False: another
     /// editor or workstation holds the code, nothing changed. Throws TDatabaseError, nothing changed either.
     [[nodiscard]] bool TakeCode(int code);
@@ -80,6 +78,7 @@ protected:
     virtual QString EventText() const { return Identifier().toString(); }
 
     bool Start() override;
+    bool HoldRecord() override;
     void RecordSaved(bool wasNew) override; ///< writes the line of the event log
     bool ReadyToSave() override;            ///< the lock and the working rows are still those of this editor
     void CloseFailed(const TDatabaseError &error) override;
@@ -100,7 +99,6 @@ private:
     /// record is opened: taken up elsewhere, the copies of its stored rows would meet them again at the save.
     QList<TLeftRows> leftByNewRecords(const QStringList &codes, bool &storedWait);
     bool recoverExisting();
-    void keepForLater();
     TSoftwarePart m_part;
     QVariant m_value;
     QString m_heldCode; ///< the code whose lock this editor holds

@@ -1,49 +1,83 @@
 #pragma once
 
-#include "host/Component_ZLM/SmartInput.h"
+#include "host/NewBaseForms_PKG/FieldInputs.h"
 #include "host/Utility_ZLM/Decimal.h"
-#include "host/database/RecordFields.h"
-
-#include <QList>
 
 /// The inputs of an editor, each tied to the member of the record that it shows: all are filled and read in one go.
 ///
 /// Texts go to and fro as they are typed; amounts are shown with as many decimal places as the tables keep; of a
-/// drop-down list the position counts (0-based; none chosen is read as 0), and a flag in one is its second item.
+/// drop-down list the position counts (none chosen is read as the first), and a flag in one is its second item. Where the
+/// position is stored as a text, none chosen is an empty one.
 template <class Record>
 class TBoundInputs {
 public:
-    /// Ties an input to a member and gives it back.
-    template <class Input>
-    Input *add(Input *input, TMember<Record> member)
+    TBoundInputs() = default;
+    /// Makes the inputs of a record's fields, in their order, and ties them to their members.
+    TBoundInputs(std::span<const TField<Record>> fields, QWidget *parent)
     {
-        m_inputs.append({input, member});
-        return input;
+        for (const TField<Record> &field : fields)
+            if (TSmartInput *input = field.input.name ? MakeInput(field.input, parent) : nullptr)
+                m_inputs.append({input, field});
     }
+
     void show(const Record &record) const
     {
         for (const TBound &bound : m_inputs)
-            std::visit([&](auto member) { put(bound.input, record.*member); }, bound.member);
+            if (bound.kind() != TFieldInput::CodedChoice)
+                std::visit([&](auto member) { put(bound, record.*member); }, bound.field.member);
     }
     void read(Record &record) const
     {
         for (const TBound &bound : m_inputs)
-            std::visit([&](auto member) { take(bound.input, record.*member); }, bound.member);
+            if (bound.kind() != TFieldInput::CodedChoice)
+                std::visit([&](auto member) { take(bound, record.*member); }, bound.field.member);
+    }
+    /// The columns of the fields whose inputs are empty.
+    QList<QByteArray> empty() const
+    {
+        QList<QByteArray> columns;
+        for (const TBound &bound : m_inputs)
+            if (bound.input->IsEmpty())
+                columns.append(bound.field.column);
+        return columns;
     }
 
 private:
     struct TBound {
         TSmartInput *input;
-        TMember<Record> member;
+        TField<Record> field;
+        TFieldInput::Kind kind() const { return field.input.kind; }
     };
-    static void put(TSmartInput *input, const QString &text) { input->SetText(text); }
-    static void put(TSmartInput *input, int number) { input->SetValue(number); }
-    static void put(TSmartInput *input, bool flag) { input->SetValue(flag); }
-    static void put(TSmartInput *input, double amount) { input->SetText(RoundedText_ZLM(amount)); }
-    static void take(const TSmartInput *input, QString &text) { text = input->GetText(); }
-    static void take(const TSmartInput *input, int &number) { number = qMax(0, input->GetValue().toInt()); }
-    static void take(const TSmartInput *input, bool &flag) { flag = input->GetValue().toInt() == 1; }
-    static void take(const TSmartInput *input, double &amount) { amount = input->GetValue().toDouble(); }
+    static void put(const TBound &bound, const QString &text)
+    {
+        bool isPosition = false;
+        const int position = text.toInt(&isPosition);
+        if (bound.kind() == TFieldInput::Choice)
+            bound.input->SetValue(isPosition ? position : -1);
+        else
+            bound.input->SetText(text);
+    }
+    static void put(const TBound &bound, int number)
+    {
+        const bool none = bound.kind() == TFieldInput::PickedCode && number == 0;
+        bound.input->SetValue(none ? QVariant() : number - bound.field.input.first);
+    }
+    static void put(const TBound &bound, bool flag) { bound.input->SetValue(flag); }
+    static void put(const TBound &bound, double amount) { bound.input->SetText(RoundedText_ZLM(amount)); }
+    static void take(const TBound &bound, QString &text)
+    {
+        const bool position = bound.kind() == TFieldInput::Choice;
+        if (position && bound.input->IsEmpty())
+            text.clear();
+        else
+            text = position ? bound.input->GetValue().toString() : bound.input->GetText();
+    }
+    static void take(const TBound &bound, int &number)
+    {
+        number = qMax(0, bound.input->GetValue().toInt()) + bound.field.input.first;
+    }
+    static void take(const TBound &bound, bool &flag) { flag = bound.input->GetValue().toInt() == 1; }
+    static void take(const TBound &bound, double &amount) { amount = bound.input->GetValue().toDouble(); }
 
     QList<TBound> m_inputs;
 };

@@ -1,12 +1,9 @@
 #pragma once
 
+#include "host/Component_ZLM/SmartInput.h"
 #include "host/Export.h"
 #include "host/database/RecordFields.h"
 
-class QWidget;
-class TSmartInput;
-
-/// Makes the input that a field describes, with its name; placing it on its page is the editor's.
+/// Makes the input that a field describes, with its name; placing it on its page is the editor's. Null: the screen makes
+/// it.
 KETEBIONPAP_HOST TSmartInput *MakeInput(const TFieldInput &field, QWidget *parent);
-/// Whether what is typed into the field's input is stored as a text that its column may cut.
-KETEBIONPAP_HOST bool IsFreeText(const TFieldInput &field);

@@ -5,7 +5,6 @@
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
-#include "host/ZelmoSearch/FoldedTwin.h"
 
 #include <QGridLayout>
 #include <QVBoxLayout>
@@ -42,24 +41,6 @@ bool isFixed(const TGroupKind &kind, int code)
 
 } // namespace
 
-const TGroupKind *GroupKindOf(TSoftwarePart part)
-{
-    static const QList<TGroupKind> kinds{
-        {cspStaffGroup, u"StaffGroup"_s, u"گروه های کارمندان"_s, u"گروه کارمندان"_s},
-        {cspFiscalGrp, u"FiscalGrp"_s, u"گروه های مزایا"_s, u"گروه مزایا"_s},
-        {cspDeductionGrp, u"DeductionGrp"_s, u"گروه های کسورات"_s, u"گروه کسورات"_s},
-        {cspPerson, u"PersonGroup"_s, u"گروه های اشخاص"_s, u"گروه اشخاص"_s},
-    };
-    static const QHash<int, int> groupsOfItems{
-        {cspStaff, cspStaffGroup}, {cspFiscal, cspFiscalGrp}, {cspDeduction, cspDeductionGrp}};
-    const int wanted = groupsOfItems.value(part, part);
-    for (const TGroupKind &kind : kinds) {
-        if (kind.part == wanted)
-            return &kind;
-    }
-    return nullptr;
-}
-
 bool RefuseGroupOfAll(const TGroupKind &kind, int code)
 {
     if (!isFixed(kind, code))
@@ -68,29 +49,33 @@ bool RefuseGroupOfAll(const TGroupKind &kind, int code)
     return true;
 }
 
-TGroupGet_FRM::TGroupGet_FRM(const TGroupKind &kind) : TBaseGet_FRM(kind.part, false, {}), m_kind(kind)
+TGroupGet_FRM::TGroupGet_FRM(const TGroupKind &kind) : TRecordGet(kind.part, false, {}), m_kind(kind)
 {
     build();
 }
 
 TGroupGet_FRM::TGroupGet_FRM(const TGroupKind &kind, int code)
-    : TBaseGet_FRM(kind.part, code, fmEdit, false), m_kind(kind)
+    : TRecordGet(kind.part, code, fmEdit, false), m_kind(kind)
 {
     build();
 }
 
 void TGroupGet_FRM::build()
 {
-    SetTitle(m_kind.editorTitle);
+    SetTitle(QString::fromUtf16(m_kind.editorTitle));
+    Store.newCode = [this] {
+        return DM.ADOConnection1->scalar(on("select isnull(max(Code),0)+1 from ", m_kind, "")).toInt();
+    };
+    Store.fresh = [](int code) { return TGroup_Mapper{code, {}}; };
+    Store.read = [this](const QVariant &code, TGroup_Mapper &group) {
+        group = {code.toInt(), nameOf(m_kind, code.toInt())};
+        return true;
+    };
     auto *inputs = new QGridLayout;
     Body()->addLayout(inputs);
-    Code_EDT = AddInput(inputs, -1, 0, u"کد :"_s, u"Code_EDT"_s,
-                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Integer, 9));
+    AddFields(inputs, groupFields(), m_kind.table);
     Code_EDT->setReadOnly(true);
     Code_EDT->setFocusPolicy(Qt::NoFocus);
-    Name_EDT = AddInput(inputs, -1, 0, u"&نام :"_s, u"Name_EDT"_s,
-                        new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 50));
-    KeepIn(m_kind.table, {{Name_EDT, "Name"}});
     Body()->addStretch(1);
     BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
     resize(420, sizeHint().height());
@@ -98,76 +83,35 @@ void TGroupGet_FRM::build()
 
 bool TGroupGet_FRM::Validate()
 {
-    if (Name_EDT->GetText().trimmed().isEmpty()) {
-        MsgRequiredField(u"نام"_s, Name_EDT, this);
-        FocusInput(Name_EDT);
-        return false;
-    }
-    const QVariant other =
-        DM.ADOConnection1->scalar(on("select count(*) from ", m_kind, " where Name=")
-                                      .text(AsStored(m_kind.table, u"Name"_s, Name_EDT->GetText().trimmed()))
-                                      .sql(" and Code<>")
-                                      .integer(Identifier()));
-    std::optional<TTwin> twin;
-    if (other.toInt() > 0 || Mode() == fmNew || Name_EDT->GetText() != m_loadedName)
-        twin = FindTwin(*DM.ADOConnection1, m_kind.table, {{u"Name"_s, Name_EDT->GetText()}},
-                        Identifier().toInt(), {u"Name"_s});
-    if (other.toInt() > 0 || twin) {
-        MsgRepeatedField(u"نام"_s, m_kind.listTitle, Name_EDT, this, twin ? TwinText(*twin) : QString());
-        FocusInput(Name_EDT);
-        return false;
-    }
-    return true;
-}
-
-void TGroupGet_FRM::ClearRecord()
-{
-    Code_EDT->SetValue(Identifier());
-    Name_EDT->Clear();
-}
-
-void TGroupGet_FRM::LoadRecord()
-{
-    m_loadedName = nameOf(m_kind, Identifier().toInt());
-}
-
-void TGroupGet_FRM::ShowRecord()
-{
-    Code_EDT->SetValue(Identifier());
-    Name_EDT->SetText(m_loadedName);
+    const TGroupSubject subject{{groupFields(), Typed(), Stored}, m_kind};
+    return std::ranges::all_of(groupRules(m_kind),
+                               [&](const auto &rule) { return Keeps(rule, groupFields(), subject); });
 }
 
 bool TGroupGet_FRM::SaveRecord()
 {
     const QString name = AsStored(m_kind.table, u"Name"_s, Name_EDT->GetText().trimmed());
-    try {
-        if (Mode() == fmNew)
-            DM.ADOConnection1->execute(on("insert into ", m_kind, "(Code, Name) values(")
-                                           .integer(Identifier())
-                                           .sql(",")
-                                           .text(name)
-                                           .sql(")"));
-        else if (DM.ADOConnection1->execute(on("update ", m_kind, " set Name=")
-                                                .text(name)
-                                                .sql(" where Code=")
-                                                .integer(Identifier())) == 0) {
-            MsgRecordGone(); // deleted by another workstation; the name stays as typed
-            return false;
-        }
-    } catch (const TDatabaseError &error) {
-        DM.ADOConnection1->noteError(error);
-        MSGFinishedNotSuccessfully(u"ذخیره سازی"_s);
-        return false;
-    }
-    MSGCompeletedSuccessfully(u"ذخیره سازی"_s);
-    return true;
-}
-
-void TGroupGet_FRM::NewCode()
-{
-    AllotCode([this] {
-        return DM.ADOConnection1->scalar(on("select isnull(max(Code),0)+1 from ", m_kind, "")).toInt();
+    bool stored = false;
+    const bool sound = Written([&] {
+        stored =
+            DM.ADOConnection1->execute(Mode() == fmNew ? on("insert into ", m_kind, "(Code, Name) values(")
+                                                             .integer(Identifier())
+                                                             .sql(",")
+                                                             .text(name)
+                                                             .sql(")")
+                                                       : on("update ", m_kind, " set Name=")
+                                                             .text(name)
+                                                             .sql(" where Code=")
+                                                             .integer(Identifier())) > 0;
+        return true;
     });
+    if (!sound)
+        MSGFinishedNotSuccessfully(u"ذخیره سازی"_s);
+    else if (!stored)
+        MsgRecordGone(); // deleted by another workstation; the name stays as typed
+    else
+        MSGCompeletedSuccessfully(u"ذخیره سازی"_s);
+    return stored;
 }
 
 bool TGroupGet_FRM::RecordExists()
@@ -184,7 +128,7 @@ TGroupList_FRM::TGroupList_FRM(TFormMode mode, const TGroupKind &kind, const QSt
     : TBaseDock_FRM(mode, text), m_kind(kind), m_query(DM.ADOConnection1, u"GroupList_QUR"_s)
 {
     if (text.isEmpty())
-        SetTitle(kind.listTitle);
+        SetTitle(QString::fromUtf16(kind.listTitle));
     m_query.setKeyField(u"Code"_s);
     BuildList(
         &m_query, u"Group_GRD"_s,

@@ -1,49 +1,37 @@
 #pragma once
 
 #include "host/Export.h"
+#include "host/Groups_PKG/GroupRecord_UNT.h"
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
-#include "host/NewBaseForms_PKG/BaseGet_UNT.h"
+#include "host/NewBaseForms_PKG/RecordGet.h"
 #include "host/database/Query.h"
-
-/// The groups of one part: employees, earnings, deductions, persons.
-struct TGroupKind {
-    TSoftwarePart part; ///< in rights, event log and code locks
-    QString table;      ///< columns Code and Name
-    QString listTitle;
-    QString editorTitle;
-};
-/// The kind for a part's groups, also by the part that is grouped (804 earnings for 816 earning groups). Null when the
-/// part has none.
-KETEBIONPAP_HOST const TGroupKind *GroupKindOf(TSoftwarePart part);
 
 /// Tells the user when a group is the one that stands for all, which nobody changes. True: it is.
 bool RefuseGroupOfAll(const TGroupKind &kind, int code);
 
 /// One group: a code that the host allots, and a name that no other group of the kind has.
-class KETEBIONPAP_HOST TGroupGet_FRM : public TBaseGet_FRM {
+class KETEBIONPAP_HOST TGroupGet_FRM : public TRecordGet<TGroup_Mapper> {
     Q_OBJECT
+    const TBoundInputs<TGroup_Mapper> &m_inputs =
+        MakeInputs(groupFields()); ///< before those who look for them
+
 public:
     explicit TGroupGet_FRM(const TGroupKind &kind);
     TGroupGet_FRM(const TGroupKind &kind, int code);
 
-    TSmartEdit_ZLM *Code_EDT = nullptr;
-    TSmartEdit_ZLM *Name_EDT = nullptr;
+    TSmartEdit_ZLM *const Code_EDT = Input<TSmartEdit_ZLM>("Code_EDT");
+    TSmartEdit_ZLM *const Name_EDT = Input<TSmartEdit_ZLM>("Name_EDT");
 
 protected:
     bool Validate() override;
-    void ClearRecord() override;
-    void LoadRecord() override;
-    void ShowRecord() override;
-    bool SaveRecord() override;
-    void NewCode() override;
     bool RecordExists() override;
+    bool SaveRecord() override;
     QString LockedEntityWord() const override;
     QWidget *FirstInput() override { return Name_EDT; }
 
 private:
     void build();
     const TGroupKind &m_kind;
-    QString m_loadedName;
 };
 
 /// The groups of a kind, to pick one (mode 5) or to keep them up.

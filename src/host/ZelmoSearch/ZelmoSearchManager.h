@@ -30,7 +30,6 @@ public:
     TZelmoSearchManager(TQuery *listQuery, QObject *parent);
 
     void SetSQLScript(const TStatement &script);
-    const TStatement &SQLScript() const { return m_script; }
     void SetItems(const QList<TSearchItem> &items) { m_items = items; }
     const QList<TSearchItem> &Items() const { return m_items; }
     /// The screen's own filter, asked for before every search.

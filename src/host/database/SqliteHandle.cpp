@@ -7,9 +7,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <memory>
-#include <sqlite3.h>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -32,18 +29,10 @@ TSqliteHandle TSqliteHandle::reading(const QString &file)
 
 TSqliteHandle::TSqliteHandle(const QString &file, const QByteArray &name, int flags) : m_file(file)
 {
-    const int code = sqlite3_open_v2(name.constData(), &m_db, flags, nullptr);
-    if (code != SQLITE_OK) {
-        const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> closing(m_db, sqlite3_close);
+    if (const int code = m_db.open(name.constData(), flags); code != SQLITE_OK)
         fail(code);
-    }
     sqlite3_busy_timeout(m_db, busyMilliseconds);
     registerSqliteFunctions(m_db); // the indexes are checked by their collation
-}
-
-TSqliteHandle::~TSqliteHandle()
-{
-    sqlite3_close(m_db);
 }
 
 void TSqliteHandle::fail(int code) const
@@ -63,9 +52,8 @@ void TSqliteHandle::run(const QString &sql)
 
 QList<QStringList> TSqliteHandle::rows(const QString &sql)
 {
-    sqlite3_stmt *statement = nullptr;
-    int code = sqlite3_prepare_v2(m_db, sql.toUtf8().constData(), -1, &statement, nullptr);
-    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt *)> closing(statement, sqlite3_finalize);
+    Sqlite::TStatement statement;
+    int code = statement.prepare(m_db, sql.toUtf8().constData());
     if (code != SQLITE_OK)
         fail(code);
     QList<QStringList> found;

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "host/database/SqliteHandles.h"
+
 #include <QString>
 #include <QStringList>
-
-struct sqlite3;
 
 /// A handle of its own on a SQLite database, for work on whole files. Every function throws TDatabaseError.
 class TSqliteHandle {
@@ -12,9 +12,6 @@ public:
     TSqliteHandle(const QString &file, int flags);
     /// To read a file that somebody named; one that is at rest (SqliteFile::isAtRest) gets nothing laid beside it.
     static TSqliteHandle reading(const QString &file);
-    ~TSqliteHandle();
-    TSqliteHandle(const TSqliteHandle &) = delete;
-    TSqliteHandle &operator=(const TSqliteHandle &) = delete;
 
     sqlite3 *db() const { return m_db; }
     const QString &file() const { return m_file; }
@@ -31,5 +28,5 @@ public:
 private:
     TSqliteHandle(const QString &file, const QByteArray &name, int flags);
     QString m_file;
-    sqlite3 *m_db = nullptr;
+    Sqlite::TDatabase m_db;
 };

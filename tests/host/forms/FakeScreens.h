@@ -46,7 +46,8 @@ public:
     explicit TThingRows(TSoftwarePart part) : m_part(part) {}
     bool namesOneCode = false; ///< the list names the first code only, as often as there are rows
 
-    QStringList LeftCodes() override;
+    QStringList LeftCodes(); ///< one for each row
+    int Count(const QString &code) override { return int(LeftCodes().count(code)); }
     bool AreLeft(const QString &code) override;
     void TakeUp(const QString &leftCode, const QString &newCode) override;
     void Discard(const QString &code) override;
