@@ -40,7 +40,7 @@ struct TRule {
     const char16_t *word;
     const char16_t *more;
     TBroken (*broken)(const Subject &subject, const char *column); ///< may throw TDatabaseError
-    int number = 0;
+    qsizetype number = 0;                                          ///< of the notification
 
     QString firstWord() const { return QString::fromUtf16(word); }
     std::optional<TComplaint> complaint(const Subject &subject) const
@@ -48,7 +48,7 @@ struct TRule {
         const auto detail = broken(subject, column);
         if (!detail)
             return {};
-        return TComplaint{message, column, firstWord(), QString::fromUtf16(more), *detail, number};
+        return TComplaint{message, column, firstWord(), QString::fromUtf16(more), *detail, int(number)};
     }
 };
 
