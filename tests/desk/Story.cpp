@@ -11,8 +11,7 @@ Story::Story()
         return;
     }
     desk.setLayout("us");
-    TUserInfo clerk{0, "clerk", "clerk", true, true};
-    EXPECT_EQ(SaveUser(clerk, "secret-1"), TLoginResult::Ok);
+    EXPECT_EQ(CreateFirstAdministrator("clerk", "clerk", "secret-1"), TLoginResult::Ok);
     QFile password(m_home.filePath("password"));
     EXPECT_TRUE(password.open(QIODevice::WriteOnly));
     password.write("secret-1\n");
