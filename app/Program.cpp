@@ -12,16 +12,44 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTextStream>
 
+#include <memory>
 #include <pwd.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+/// A small window that says what is waited for, as long as it lives.
+class TOpening {
+public:
+    /// Empty: none.
+    explicit TOpening(const QString &place)
+    {
+        if (place.isEmpty())
+            return;
+        m_window = std::make_unique<QLabel>(
+            u"در حال اتصال به \u2066%1\u2069 و آماده کردن پایگاه داده ..."_s.arg(place));
+        m_window->setObjectName(u"Opening_LBL"_s);
+        m_window->setWindowTitle(QApplication::applicationDisplayName());
+        m_window->setWindowFlags(Qt::SplashScreen);
+        m_window->setFrameStyle(int(QFrame::StyledPanel) | int(QFrame::Plain));
+        m_window->setMargin(24);
+        m_window->setLayoutDirection(Qt::RightToLeft);
+        m_window->show();
+        // Painted once now: the line is waited for from here on.
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        m_window->repaint();
+    }
+
+private:
+    std::unique_ptr<QLabel> m_window;
+};
 
 QString loginText(const TLogin &login)
 {
@@ -59,6 +87,7 @@ private:
     TStep ask(TStart_FRM &dialog);
     TStep start();
     bool openDatabase();
+    void openSession(const TDatabaseChoice &choice);
     bool chooseDatabase();
     TStep askServerPassword(TDatabaseChoice &choice);
     bool fillSample();
@@ -114,6 +143,18 @@ TProgram::TStep TProgram::askServerPassword(TDatabaseChoice &choice)
     return TStep::Done;
 }
 
+void TProgram::openSession(const TDatabaseChoice &choice)
+{
+    // A server behind a slow line takes its time, above all when it gets its tables.
+    const TOpening opening(
+        interactive() && choice.onServer() ? TOdbcConnectionString(choice.odbc).displayName() : QString());
+    m_session.open(choice);
+    const TLineState line = m_session.connection().line();
+    if (line.toServer && namedDatabase())
+        m_err << "ketebionpap: the line to " << line.server << " is " << PrivacyTerm(line.privacy)
+              << Qt::endl;
+}
+
 bool TProgram::openDatabase()
 {
     for (;;) {
@@ -127,7 +168,7 @@ bool TProgram::openDatabase()
         }
         QString text;
         try {
-            m_session.open(choice);
+            openSession(choice);
             return true;
         } catch (const TDatabaseError &error) {
             if (error.fault() == TFault::NoSuchFile) {
@@ -182,7 +223,11 @@ TProgram::TStep TProgram::registerWorkstation()
 {
     if (sample()) {
         IniOptions.Com_Index = 1;
-        return stepOf(RegisterWorkstation(1, touring() ? u"حسابداری"_s : OwnWorkstationName()));
+        if (RegisterWorkstation(1, touring() ? u"حسابداری"_s : OwnWorkstationName()))
+            return TStep::Done;
+        fail(
+            u"workstation 1 of this database is another one; the sample company goes into a new database only"_s);
+        return TStep::Failed;
     }
     bool saved = true;
     if (!interactive()) {
@@ -219,7 +264,7 @@ TProgram::TStep TProgram::logIn()
             return step;
     } else {
         QString error;
-        const QString password = FirstLineOf(m_line.passwordFile, &error);
+        const QString password = PasswordOf(m_line.passwordFile, &error);
         if (!error.isEmpty()) {
             fail(error);
             return TStep::Failed;

@@ -330,6 +330,19 @@ TEST_F(InProcess, AnotherUserLogsInWithoutANewStart)
         << "the sample company has no account, so its first one is made now";
 }
 
+TEST_F(InProcess, ASampleCompanyOnADatabaseWithAnotherFirstWorkstationIsRefusedWithAWord)
+{
+    const QString file = home.filePath("others.db");
+    {
+        TSession session;
+        session.open({file, {}, TConnection::Missing::Create});
+        ASSERT_TRUE(RegisterWorkstation(1, u"ایستگاه دیگر"_s));
+    }
+    EXPECT_EQ(run({"--database", file, "--demo", "--call", "Open_TaxList"}), 1);
+    EXPECT_EQ(err.count('\n'), 1) << err.toStdString();
+    EXPECT_TRUE(err.contains("workstation 1 of this database is another one")) << err.toStdString();
+}
+
 TEST_F(InProcess, ANamedServerThatCannotBeReachedIsToldAndEndsTheStart)
 {
     ScriptedMessages messages;
@@ -420,6 +433,7 @@ TEST_F(InProcess, AShutOutUserAndAUserWithoutRightsGetNoScreen)
     QFile password(home.filePath("password"));
     ASSERT_TRUE(password.open(QIODevice::WriteOnly));
     password.write("secret-1\n");
+    password.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     password.close();
     ScriptedMessages messages;
     const auto call = [&](const char *user, const char *entry) {

@@ -222,8 +222,11 @@ QString TOdbcConnectionString::freeTdsText(const TPart &part)
 QStringList TOdbcConnectionString::privacyWords() const
 {
     const TLinePrivacy wanted = privacy();
+    const bool strict = value(u"Encrypt"_s).trimmed().compare("strict"_L1, Qt::CaseInsensitive) == 0;
     if (driver() == Driver::Vendor)
-        return {u"Encrypt=%1"_s.arg(wanted == TLinePrivacy::Readable ? "no"_L1 : "yes"_L1),
+        return {u"Encrypt=%1"_s.arg(wanted == TLinePrivacy::Readable ? "no"_L1
+                                    : strict                         ? "strict"_L1
+                                                                     : "yes"_L1),
                 u"TrustServerCertificate=%1"_s.arg(wanted == TLinePrivacy::Checked ? "no"_L1 : "yes"_L1)};
     if (wanted != TLinePrivacy::Readable)
         return {u"Encryption=require"_s};
