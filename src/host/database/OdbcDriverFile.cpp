@@ -9,6 +9,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
+#include <memory>
 #include <mutex>
 
 using namespace Qt::Literals::StringLiterals;
@@ -30,11 +31,13 @@ public:
     QString nameOf(const TServerAddress &server, const QString &authorities);
 
 private:
+    QString name() const { return m_folder->filePath(u"freetds.conf"_s); }
+    void makeFolder();
     QString authoritiesLink(const QString &authorities) const;
     void write() const;
 
     std::mutex m_mutex;
-    QTemporaryDir m_folder{folderName()};
+    std::unique_ptr<QTemporaryDir> m_folder;
     QMap<QString, QString> m_names; ///< by the section's lines
 };
 
@@ -46,7 +49,7 @@ QString TDriverFile::authoritiesLink(const QString &authorities) const
     QFile file(authorities);
     if (!file.open(QIODevice::ReadOnly) || !file.readAll().contains("-----BEGIN "))
         throw TDatabaseError(TFault::NoAuthorities, authorities + u": "_s + file.errorString());
-    const QString link = m_folder.filePath(u"authorities-%1.pem"_s.arg(m_names.size() + 1));
+    const QString link = m_folder->filePath(u"authorities-%1.pem"_s.arg(m_names.size() + 1));
     QFile::remove(link);
     if (!QFile::link(QFileInfo(authorities).absoluteFilePath(), link))
         Faults::failWithErrno(link);
@@ -55,23 +58,31 @@ QString TDriverFile::authoritiesLink(const QString &authorities) const
 
 void TDriverFile::write() const
 {
-    const QString name = m_folder.filePath(u"freetds.conf"_s);
-    QSaveFile file(name);
+    QSaveFile file(name());
     QByteArray text;
     for (auto section = m_names.begin(); section != m_names.end(); ++section)
         text += "[" + section.value().toUtf8() + "]\n" + section.key().section(u'\n', 1).toUtf8();
     if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) ||
         file.write(text) != text.size() || !file.commit())
-        Faults::failWithErrno(name);
-    if (qEnvironmentVariable("FREETDSCONF") != name)
-        qputenv("FREETDSCONF", QFile::encodeName(name));
+        Faults::failWithErrno(name());
+    if (qEnvironmentVariable("FREETDSCONF") != name())
+        qputenv("FREETDSCONF", QFile::encodeName(name()));
+}
+
+void TDriverFile::makeFolder()
+{
+    m_names.clear();
+    m_folder = std::make_unique<QTemporaryDir>(folderName());
+    if (!m_folder->isValid())
+        throw TDatabaseError(TFault::CannotOpen, m_folder->errorString());
 }
 
 QString TDriverFile::nameOf(const TServerAddress &server, const QString &authorities)
 {
     const std::lock_guard lock(m_mutex);
-    if (!m_folder.isValid())
-        throw TDatabaseError(TFault::CannotOpen, m_folder.errorString());
+    // The folder of a session may be cleared away under a program that goes on.
+    if (!m_folder || !QFile::exists(name()))
+        makeFolder();
     // What is in the first line tells sections apart and is not written.
     const QString lines =
         authorities + u"\nhost = "_s + server.host + u'\n' +
@@ -84,10 +95,10 @@ QString TDriverFile::nameOf(const TServerAddress &server, const QString &authori
             return known.value();
     }
     key += authoritiesLink(authorities) + u'\n';
-    const QString name = u"ketebionpap-%1"_s.arg(m_names.size() + 1);
-    m_names.insert(key, name);
+    const QString section = u"ketebionpap-%1"_s.arg(m_names.size() + 1);
+    m_names.insert(key, section);
     write();
-    return name;
+    return section;
 }
 
 } // namespace

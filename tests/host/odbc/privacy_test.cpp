@@ -149,6 +149,15 @@ TEST(LinePrivacy, TheDriversOwnFileIsPrivateAndHoldsNoPassword)
     EXPECT_FALSE(all.contains("clerk"));
 }
 
+TEST(LinePrivacy, TheDriversOwnFileIsMadeAnewWhenItWasClearedAway)
+{
+    TestListener listener(certificates().certificate(TestCertificates::Good));
+    EXPECT_EQ(faultOf(withAuthority(listener)), TFault::LoginRefused);
+    ASSERT_TRUE(QDir(QFileInfo(qEnvironmentVariable("FREETDSCONF")).absolutePath()).removeRecursively());
+    EXPECT_EQ(faultOf(withAuthority(listener)), TFault::LoginRefused);
+    EXPECT_TRUE(QFile::exists(qEnvironmentVariable("FREETDSCONF")));
+}
+
 TEST(LinePrivacy, AnyPasswordArrivesAsItWasTyped)
 {
     TestListener listener(certificates().certificate(TestCertificates::Good));
