@@ -20,7 +20,7 @@ protected:
         if (!TestServer::available())
             GTEST_SKIP() << "no server: KETEBIONPAP_TEST_ODBC is not set";
         database = std::make_unique<TestServer::Database>();
-        run(u"create login %1 with password = '%2'"_s.arg(name, password));
+        run(u"create login %1 with password = '%2'"_s.arg(name, QString(password).replace("'"_L1, "''"_L1)));
         made = true;
         run(u"create user %1 for login %1 with default_schema = dbo"_s.arg(name), database->name());
         place =
