@@ -9,9 +9,11 @@
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/database/OdbcConnectionString.h"
+#include "host/database/SqliteFile.h"
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTemporaryDir>
@@ -89,6 +91,7 @@ private:
     bool openDatabase();
     void openSession(const TDatabaseChoice &choice);
     bool chooseDatabase();
+    void takeBack(const QString &file);
     TStep askServerPassword(TDatabaseChoice &choice);
     bool fillSample();
     TStep registerWorkstation();
@@ -104,6 +107,7 @@ private:
     TSession m_session;
     TDatabaseChoice m_choice; ///< as it was chosen: without the password that is asked for
     bool m_starting = true;
+    bool m_madeUnasked = false; ///< the ordinary file was not there before this start
 };
 
 /// At the start of the program the user may still turn to another database, where none was named.
@@ -120,8 +124,26 @@ bool TProgram::chooseDatabase()
     TDatabaseSettings_FRM settings(m_choice);
     if (settings.exec() != QDialog::Accepted)
         return false;
+    const QString before = m_choice.file;
     m_choice = settings.Choice();
+    if (m_madeUnasked && (m_choice.onServer() || m_choice.file != before))
+        takeBack(before);
     return true;
+}
+
+/// The ordinary file, which a first start made by itself, goes when the user turns to another database before anything
+/// was entered.
+void TProgram::takeBack(const QString &file)
+{
+    try {
+        m_madeUnasked = !NoUserYet();
+    } catch (const TDatabaseError &) {
+        return; // not known to be empty
+    }
+    if (m_madeUnasked)
+        return;
+    m_session.connection().close();
+    SqliteFile::removeUnused(file);
 }
 
 TProgram::TStep TProgram::askServerPassword(TDatabaseChoice &choice)
@@ -148,7 +170,10 @@ void TProgram::openSession(const TDatabaseChoice &choice)
     // A server behind a slow line takes its time, above all when it gets its tables.
     const TOpening opening(
         interactive() && choice.onServer() ? TOdbcConnectionString(choice.odbc).displayName() : QString());
+    const bool isNew = !choice.onServer() && interactive() &&
+                       choice.file == TDatabaseChoice::ordinaryFile() && !QFile::exists(choice.file);
     m_session.open(choice);
+    m_madeUnasked = isNew;
     const TLineState line = m_session.connection().line();
     if (line.toServer && namedDatabase())
         m_err << "ketebionpap: the line to " << line.server << " is " << PrivacyTerm(line.privacy)

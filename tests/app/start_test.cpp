@@ -9,7 +9,9 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -398,6 +400,31 @@ TEST_F(InProcess, EachDialogOfTheStartLeadsToTheDatabaseSettings)
         EXPECT_TRUE(QFile::exists(other)) << where;
         EXPECT_EQ(TDatabaseChoice::stored().file, other) << where;
     }
+}
+
+TEST_F(InProcess, AFirstStartThatTurnsToAnotherDatabaseLeavesNoFileBehind)
+{
+    ScriptedMessages messages;
+    messages.answer({TAnswer::Yes}); // the other file is to be made
+    const QString other = home.filePath("other.db");
+    QStringList shown;
+    const auto answer = [&](QWidget *screen) {
+        shown << screen->objectName();
+        if (auto *input = screen->findChild<QLineEdit *>("File_EDT")) {
+            EXPECT_TRUE(QFile::exists(TDatabaseChoice::ordinaryFile()));
+            Keys::retype(input, other);
+            Keys::press(screen, Qt::Key_F3);
+        } else if (QFile::exists(other)) {
+            Keys::press(screen, Qt::Key_Escape);
+        } else {
+            Keys::press(screen, shown.size() == 1 ? Qt::Key_F3 : Qt::Key_F8);
+        }
+    };
+    EXPECT_EQ(runWithWindow([&] { return run({}); }, answer, [](QWidget *window) { window->close(); }), 1);
+    EXPECT_EQ(shown.mid(0, 3), QStringList({"TWorkstation_FRM", "TFirstUser_FRM", "TDatabaseSettings_FRM"}));
+    EXPECT_TRUE(QFile::exists(other));
+    const QFileInfo ordinary(TDatabaseChoice::ordinaryFile());
+    EXPECT_EQ(ordinary.dir().entryList(QDir::Files | QDir::Hidden), QStringList());
 }
 
 TEST_F(InProcess, AServerThatAsksForAPasswordIsLeftForAFile)
