@@ -170,7 +170,13 @@ bool TestProxy::pass(TLine &line, bool fromClient)
         m_fromServer += size;
         for (int waited = 0; waited < m_delay && !m_isCut && !m_stop; waited += 10)
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        return !m_isCut && sendAll(line.client, bytes, size);
+        ssize_t at = 0;
+        for (; m_trickle > 0 && at < size && !m_isCut && !m_stop; ++at) {
+            if (!sendAll(line.client, bytes + at, 1))
+                return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(m_trickle));
+        }
+        return !m_isCut && sendAll(line.client, bytes + at, size - at);
     }
     bool last = false;
     {

@@ -35,6 +35,8 @@ public:
     void refuseLogins(int number, const QString &message);
     /// Keeps every answer back for so long.
     void setDelay(int milliseconds) { m_delay = milliseconds; }
+    /// Hands out an answer a byte at a time, so many milliseconds apart; 0: at once again.
+    void setTrickle(int milliseconds) { m_trickle = milliseconds; }
 
     /// Keeps all bytes of both ways from here on; record() hands out what came since the last call.
     void startRecord() { m_records = true; }
@@ -69,6 +71,7 @@ private:
     std::atomic<bool> m_stop = false;
     std::atomic<bool> m_isCut = false;
     std::atomic<int> m_delay = 0;
+    std::atomic<int> m_trickle = 0;
     std::atomic<qint64> m_fromServer = 0;
     std::atomic<qint64> m_toServer = 0;
 };
