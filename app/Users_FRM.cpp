@@ -19,12 +19,6 @@ QString yesNo(bool yes)
     return yes ? u"بله"_s : u"خیر"_s;
 }
 
-/// Upkeep of users goes to the event log under no software part.
-void note(TPermission right, const QString &text)
-{
-    SetUserEvent(TSoftwarePart(0), right, text, true, true);
-}
-
 } // namespace
 
 TUserList_FRM::TUserList_FRM()
@@ -78,14 +72,8 @@ void TUserList_FRM::remove()
     if (!MsgDeleteRow(u"نام کاربر: \u2068%1\u2069 - نام و نام خانوادگی: \u2068%2\u2069"_s.arg(user.Name,
                                                                                               user.FullName)))
         return;
-    const TLoginResult result = DeleteUser(user.Code);
-    if (result == TLoginResult::Ok) {
-        note(cpDelete, u"حذف کاربر %1"_s.arg(user.Name));
-    } else {
-        TLogin login;
-        login.result = result;
-        Tell(LoginText(login), miWarning);
-    }
+    if (const TLoginResult result = DeleteUser(user.Code); result != TLoginResult::Ok)
+        Tell(LoginText({result, 0, {}}), miWarning);
     Refresh();
 }
 
@@ -192,7 +180,6 @@ bool TUserGet_FRM::SaveRecord()
         return false;
     }
     SetIdentifier(user.Code);
-    note(Mode() == fmNew ? cpNew : cpEdit, u"ثبت کاربر %1"_s.arg(user.Name));
     return true;
 }
 
@@ -277,7 +264,8 @@ bool TUserRights_FRM::SaveRecord()
         if (Rights_GRD->item(place.row, place.column)->checkState() == Qt::Checked)
             rights << place.right;
     }
-    SetRightsOfUser(Identifier().toInt(), rights);
-    note(cpEdit, windowTitle());
-    return true;
+    if (SetRightsOfUser(Identifier().toInt(), rights))
+        return true;
+    Tell(LoginText({TLoginResult::NotAdministrator, 0, {}}), miWarning);
+    return false;
 }

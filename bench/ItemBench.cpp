@@ -29,7 +29,7 @@ public:
     {
         m_connection.openFile(BenchData::itemDatabase());
         DM.ADOConnection1 = &m_connection;
-        UserInfo = TUserInfo{1, "bench", "bench", true, true};
+        UserInfo = TUserInfo{0, "bench", "bench", true, true};
         m_screen = std::make_unique<TFiscalDeducation_List_FRM>(fmBrowse, QVariant(0), QString());
         m_screen->show();
         QApplication::processEvents();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Login_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 
@@ -17,6 +18,8 @@ public:
         connection.openFile(database.isEmpty() ? path() : database);
         DM.ADOConnection1 = &connection;
         UserInfo = TUserInfo{1, u"clerk"_s, u"clerk"_s, true, true};
+        if (NoUserYet())
+            connection.execute(TStatement("insert into UserAccount(Code,Name,IsAdmin) values(1,'clerk',1)"));
         SetMessageService(this);
     }
     ~QuietDesk() override

@@ -77,6 +77,22 @@ bool TCalender_DM::Calender_Insert(const TCalenderMapper &day)
     return Post(Get_QUR, true, [&] { Fields::write<TCalenderMapper>(*Get_QUR, dayFields, day); });
 }
 
+bool TCalender_DM::Calender_InsertAll(const QList<TCalenderMapper> &days,
+                                      const std::function<bool(qsizetype)> &goOn)
+{
+    bool done = true;
+    return Try([&] {
+               TManyWrites writes(*DM.ADOConnection1);
+               for (qsizetype i = 0; i < days.size() && done; ++i) {
+                   done = Calender_Insert(days.at(i));
+                   if (done && !goOn(i + 1))
+                       break;
+               }
+               writes.finish();
+           }) &&
+           done;
+}
+
 bool TCalender_DM::Calender_Update(const TCalenderMapper &day)
 {
     return Post(Get_QUR, false, [&] {

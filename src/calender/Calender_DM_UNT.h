@@ -4,6 +4,8 @@
 #include "common/DataModule_UNT.h"
 #include "host/Export.h"
 
+#include <functional>
+
 /// The database work of the work calendar (table Calender). Dates are texts of fixed width, so they compare in
 /// the order of time.
 ///
@@ -25,6 +27,10 @@ public:
     /// Leaves open in Temp_QUR the stored days from..to, both ends included.
     void Calender_GetWithDates(const QString &from, const QString &to);
     [[nodiscard]] bool Calender_Insert(const TCalenderMapper &day);
+    /// Stores the days in their order, each on its own, until one is refused (false) or `goOn`, called with the number
+    /// stored after each, answers false. On the disk when it returns; false, too, when that cannot be had.
+    [[nodiscard]] bool Calender_InsertAll(const QList<TCalenderMapper> &days,
+                                          const std::function<bool(qsizetype)> &goOn);
     /// Changes title, type and comment of the day that Calender_GetByID opened, never its date or weekday.
     [[nodiscard]] bool Calender_Update(const TCalenderMapper &day);
     /// Deletes days. `ids` parted by commas.

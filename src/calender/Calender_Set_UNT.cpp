@@ -215,19 +215,16 @@ qsizetype TCalender_Set_FRM::store(const QList<TCalenderMapper> &days)
             focus->setFocus();
     });
     QElapsedTimer shown;
-    while (stored < days.size() && !m_stopped) {
-        if (!Calender_DM->Calender_Insert(days.at(stored))) {
-            m_failed = true;
-            break;
-        }
-        ++stored;
+    m_failed = !Calender_DM->Calender_InsertAll(days, [&](qsizetype count) {
+        stored = count;
         if (!shown.isValid() || shown.elapsed() >= showProgressAt) {
             Progress_PB->setValue(int(stored));
             Progress_LBL->setText(progressText(stored));
             QCoreApplication::processEvents();
             shown.start();
         }
-    }
+        return !m_stopped;
+    });
     return stored;
 }
 

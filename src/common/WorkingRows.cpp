@@ -29,11 +29,16 @@ TWorkingRows::TWorkingRows(TQuery *shown, const QString &table, const QString &c
 
 QList<QVariantList> TWorkingRows::rowsOf(const TQuery &query) const
 {
+    QList<int> fields;
+    for (const QString &column : m_columns)
+        fields << query.fieldIndex(column);
     QList<QVariantList> rows;
+    rows.reserve(query.recordCount());
     for (int row = 0; row < query.recordCount(); ++row) {
         QVariantList cells;
-        for (const QString &column : m_columns)
-            cells << query.valueAt(row, query.fieldIndex(column));
+        cells.reserve(fields.size());
+        for (const int field : fields)
+            cells << query.valueAt(row, field);
         rows << cells;
     }
     return rows;
@@ -44,7 +49,9 @@ bool TWorkingRows::Changed(const QVariant &code) const
     TQuery stored(m_shown->connection(), u"WorkingRows_QUR"_s);
     stored.setStatement(TStatement(u"select * from %1 where %2="_s.arg(m_table, m_codeColumn)).integer(code));
     stored.open();
-    return contents(rowsOf(stored)) != contents(rowsOf(*m_shown));
+    const QList<QVariantList> now = rowsOf(stored);
+    const QList<QVariantList> then = rowsOf(*m_shown);
+    return now != then && contents(now) != contents(then); // mostly they stand in one order, too
 }
 
 void TWorkingRows::PutBack(const QVariant &code,

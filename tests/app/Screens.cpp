@@ -15,7 +15,7 @@ Screens::Screens(TestDatabase::Place place)
     } else {
         session.open({home.filePath("suite.db"), {}, TConnection::Missing::Create});
     }
-    UserInfo = TUserInfo{900, "boss", "boss", true, true};
+    UserInfo = TUserInfo{0, "boss", "boss", true, true}; // without an account, as the sample company's
 }
 
 Screens::~Screens()

@@ -81,7 +81,7 @@ TEST_F(Screens, AnAdministratorSeesEveryEntryAndTheAdministration)
 TEST_F(Screens, AUserSeesOnlyWhatMayBeOpened)
 {
     const int code = user("ali");
-    SetRightsOfUser(code, {{cspTax, cpOpen}, {cspStaff, cpNew}});
+    EXPECT_TRUE(SetRightsOfUser(code, {{cspTax, cpOpen}, {cspStaff, cpNew}}));
     UserInfo = LogIn("ali", "secret-1").user;
     TMain_FRM window(session);
     showActive(window);

@@ -452,6 +452,7 @@ TEST_F(InProcess, AShutOutUserAndAUserWithoutRightsGetNoScreen)
     {
         TSession session;
         session.open({file, {}, TConnection::Missing::Create});
+        UserInfo = {0, "boss", {}, true, true};
         for (const bool active : {true, false}) {
             TUserInfo user{0, active ? "clerk" : "gone", {}, false, active};
             ASSERT_EQ(SaveUser(user, "secret-1"), TLoginResult::Ok);

@@ -3,6 +3,7 @@
 #include "support/Keys.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
+#include "support/TestUser.h"
 
 #include "calcmethod/CalcMethodGet_UNT.h"
 #include "calcmethod/CalcMethodList_UNT.h"
@@ -27,7 +28,7 @@ protected:
     CalcMethodScreens()
     {
         IniOptions.Com_Index = 1;
-        UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+        SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
         dm = std::make_unique<TCalcMethod_DM>(nullptr);
         CalcMethod_DM = dm.get();
         db.run(u"insert into TaxMain(Code,Title) values(3,'جدول سوم')"_s);
@@ -47,7 +48,7 @@ protected:
     /// A clerk with these rights on the calculation methods only.
     void holdOnly(const QList<int> &rights)
     {
-        UserInfo = TUserInfo{7, "other", "other", false, true};
+        SeatUser(TUserInfo{7, "other", "other", false, true});
         db.run("delete from UserRight");
         for (const int right : rights)
             db.run(u"insert into UserRight(UserCode,SoftwarePart,Permission) values(7,813,%1)"_s.arg(right));

@@ -217,7 +217,7 @@ TEST_F(CalcMethodList, ADeleteThatFailsForAnotherReasonTellsItAndBlamesNoReferen
     TCalcMethodList_FRM list(fmBrowse, {});
     open(list, [&] {
         messages.answer({Yes});
-        db.failStatement(3, TFault::Locked); // behind the look at the row and the event's line
+        db.failStatement(4, TFault::Locked); // behind the right, the look at the row and the event's line
         Keys::press(&list, Qt::Key_F7);
         db.failStatement(0);
         EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", u"MsgHasSubRecords(روش)"_s}));

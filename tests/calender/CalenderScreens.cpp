@@ -3,11 +3,12 @@
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
+#include "support/TestUser.h"
 
 CalenderScreens::CalenderScreens()
 {
     IniOptions.Com_Index = 1;
-    UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+    SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
     Calender_DM = new TCalender_DM(nullptr);
 }
 

@@ -286,7 +286,7 @@ TEST_F(CalenderGenerator, EscStopsTheGenerationAtThatDay)
     const int result = generate([&](TCalender_Set_FRM &screen) {
         fill(screen, "1402/01/01", "1402/12/29");
         bool shown = false;
-        QTimer::singleShot(60, &screen, [&] {
+        QTimer::singleShot(0, &screen, [&] {
             shown = screen.Progress_PB->isVisible() && screen.Cancel_BTN->isVisible() &&
                     !screen.Save_BTN->isEnabled() && !screen.EXit_BTN->isEnabled();
             EXPECT_TRUE(screen.Cancel_BTN->hasFocus());

@@ -1,6 +1,7 @@
 #include "calender/CalenderScreens.h"
 
 #include "support/TestServer.h"
+#include "support/TestUser.h"
 
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
 #include "host/BaseFrame_PKG/Range_Date_Search_Frame.h"
@@ -235,6 +236,7 @@ TEST_F(CalenderList, WithoutTheRightNothingIsAskedOrDeleted)
     TCalender_List_FRM list(fmBrowse, {});
     open(list, [&] {
         UserInfo.IsAdmin = false;
+        SeatUser(UserInfo);
         Keys::press(&list, Qt::Key_F7);
     });
     EXPECT_EQ(messages.take(), QStringList("MsgNoPermission()"));
@@ -289,7 +291,7 @@ TEST_F(CalenderList, ADeleteThatCannotBeRecordedDoesNotHappen)
     TCalender_List_FRM list(fmBrowse, {});
     open(list, [&] {
         db.connection().setStatementHook([](const TStatement &statement) {
-            if (statement.boundText().startsWith("insert into UserEvent"))
+            if (statement.boundText().contains("insert into UserEvent("))
                 throw TDatabaseError(TFault::DiskFull, "no space left");
         });
         messages.answer({Yes});

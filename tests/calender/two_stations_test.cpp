@@ -4,6 +4,7 @@
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
+#include "support/TestUser.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -32,7 +33,7 @@ TEST_F(StationProcess, DISABLED_Generates)
     TestDatabase::open(connection, qEnvironmentVariable(whereVariable));
     DM.ADOConnection1 = &connection;
     IniOptions.Com_Index = qEnvironmentVariableIntValue(indexVariable);
-    UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+    SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
     ScriptedMessages messages;
     Calender_DM = new TCalender_DM(nullptr);
     {

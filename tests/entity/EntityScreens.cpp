@@ -2,11 +2,12 @@
 
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "support/TestUser.h"
 
 EntityScreens::EntityScreens()
 {
     IniOptions.Com_Index = 1;
-    UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+    SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
     for (const char *sql : {"insert into FiscalGrp(Code,Name) values(1,N'ثابت')",
                             "insert into FiscalGrp(Code,Name) values(2,N'اضافه کار')",
                             "insert into DeductionGrp(Code,Name) values(5,N'قانونی')",
@@ -147,12 +148,12 @@ QString EntityScreens::deduction(int code)
 
 Clerk::Clerk(TestDatabase &db) : m_db(db)
 {
-    UserInfo = TUserInfo{7, "ali", "ali", false, true};
+    SeatUser(TUserInfo{7, "ali", "ali", false, true});
 }
 
 Clerk::~Clerk()
 {
-    UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+    SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
 }
 
 void Clerk::grant(int part, int right)

@@ -4,6 +4,7 @@
 #include "support/Keys.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
+#include "support/TestUser.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
@@ -23,7 +24,7 @@ protected:
     Interface()
     {
         IniOptions.Com_Index = 1;
-        UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+        SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
         db.run("insert into CalcMethod(Code,Title) values(5,'five')");
         db.run("insert into CalcMethod(Code,Title) values(8,'eight')");
         for (const int code : {3, 4})
@@ -72,7 +73,7 @@ protected:
     /// A user with these rights on these parts only.
     void holdOnly(const QList<std::pair<int, int>> &rights)
     {
-        UserInfo = TUserInfo{7, "other", "other", false, true};
+        SeatUser(TUserInfo{7, "other", "other", false, true});
         db.run("delete from UserRight");
         for (const auto &[part, right] : rights)
             db.run(u"insert into UserRight(UserCode,SoftwarePart,Permission) values(7,%1,%2)"_s.arg(part).arg(

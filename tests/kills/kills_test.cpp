@@ -3,6 +3,7 @@
 #include "support/ScriptedMessages.h"
 #include "support/ScriptedRecovery.h"
 #include "support/TestDatabase.h"
+#include "support/TestUser.h"
 
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
@@ -43,7 +44,7 @@ public:
         connection.openFile(file);
         DM.ADOConnection1 = &connection;
         IniOptions.Com_Index = 1;
-        UserInfo = TUserInfo{1, u"clerk"_s, u"clerk"_s, true, true};
+        SeatUser(TUserInfo{1, u"clerk"_s, u"clerk"_s, true, true});
         yesToAll(messages);
     }
     ~Start()
@@ -95,6 +96,8 @@ protected:
             TConnection connection;
             connection.openFile(path);
             connection.execute(TStatement(u"insert into StaffGroup(Code,Name) values(1,N'g')"_s));
+            connection.execute(
+                TStatement(u"insert into UserAccount(Code,Name,IsAdmin) values(1,N'clerk',1)"_s));
             for (const QString &row : deed().before)
                 connection.execute(TStatement(row));
             connection.close();

@@ -3,6 +3,7 @@
 #include "support/Keys.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
+#include "support/TestUser.h"
 
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
@@ -49,7 +50,7 @@ protected:
     PayrollInfoEditor() : data(nullptr)
     {
         PayrollInfo_DM = &data;
-        UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+        SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
     }
     ~PayrollInfoEditor() override
     {
@@ -81,8 +82,7 @@ protected:
     void holdOnly(const QList<int> &rights)
     {
         UserInfo.IsAdmin = false;
-        db.run("insert into UserAccount(Code,Name,FullName,PasswordHash,IsAdmin,IsActive,FailedCount) "
-               "values(1,'clerk','clerk','',0,1,0)");
+        SeatUser(UserInfo);
         for (const int right : rights)
             db.run(u"insert into UserRight(UserCode,SoftwarePart,Permission) values(1,801,%1)"_s.arg(right));
     }

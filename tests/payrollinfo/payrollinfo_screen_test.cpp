@@ -1,4 +1,5 @@
 #include "payrollinfo/Screens.h"
+#include "support/TestUser.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -201,6 +202,7 @@ TEST_F(PayrollInfoEditor, WithoutTheRightTheSecondPageIsNeitherOpenedNorAskedFor
 TEST_F(PayrollInfoEditor, WithoutTheRightToOpenTheScreenIsNotShown)
 {
     UserInfo.IsAdmin = false;
+    SeatUser(UserInfo);
     TPayrollInfoGet_FRM screen(cspPayrollInfo, 0, fmEdit, false);
     EXPECT_TRUE(screen.NotShowable);
 }
@@ -268,7 +270,7 @@ TEST_F(PayrollInfoEditor, AFailedSaveTellsSoAndKeepsEverythingTyped)
         fillAll(screen);
         screen.FactoryName_EDT->setFocus();
         Keys::retype(screen.FactoryName_EDT, "new");
-        db.failStatement(1, TFault::ConnectionLost);
+        db.failStatement(2, TFault::ConnectionLost); // behind the right to the second page
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList{u("MSGFinishedNotSuccessfully(ذخيره سازي)")});
         EXPECT_TRUE(messages.last().text.contains(TDatabaseError(TFault::ConnectionLost, {}).userText()));

@@ -3,6 +3,7 @@
 #include "support/Keys.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
+#include "support/TestUser.h"
 
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
@@ -22,7 +23,7 @@ class Recipe : public testing::Test {
 protected:
     Recipe()
     {
-        UserInfo = {1, "clerk", "Clerk", true, true};
+        SeatUser(TUserInfo{1, "clerk", "Clerk", true, true});
         db.run(
             "create table Bank(Code int not null primary key, Title nvarchar(50), Branch nvarchar(20), Active bit)");
     }

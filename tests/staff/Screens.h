@@ -4,6 +4,7 @@
 #include "support/ScriptedMessages.h"
 #include "support/ScriptedRecovery.h"
 #include "support/TestDatabase.h"
+#include "support/TestUser.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
@@ -29,7 +30,7 @@ protected:
     StaffScreens()
     {
         IniOptions.Com_Index = 1;
-        UserInfo = TUserInfo{1, "clerk", u"مریم کاتب"_s, true, true};
+        SeatUser(TUserInfo{1, "clerk", u"مریم کاتب"_s, true, true});
         db.run("insert into StaffGroup(Code,Name) values(1,N'اداری')");
         db.run("insert into StaffGroup(Code,Name) values(2,N'تولید')");
         Staff_DM = new TStaff_DM(nullptr);

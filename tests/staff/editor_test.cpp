@@ -3,6 +3,7 @@
 #include "host/BaseFrame_PKG/Pic_Get.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "staff/StaffLists.h"
+#include "support/TestUser.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -454,7 +455,7 @@ TEST_F(StaffEditor, ALongTextIsCutWhenItIsPastedAndTheUserIsTold)
 
 TEST_F(StaffEditor, TheRightsAreAskedBeforeItOpens)
 {
-    UserInfo = TUserInfo{7, "other", "other", false, true};
+    SeatUser(TUserInfo{7, "other", "other", false, true});
     EXPECT_TRUE(newEditor()->NotShowable);
     EXPECT_TRUE(editorOf(5)->NotShowable);
     db.run("insert into UserRight(UserCode,SoftwarePart,Permission) values(7,806,1)");

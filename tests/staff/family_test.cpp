@@ -1,4 +1,5 @@
 #include "staff/FamilyScreens.h"
+#include "support/TestUser.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -375,7 +376,7 @@ TEST_F(StaffFamily, GoingOnFromTheFamilyPageStartsASingleEmployeeOnTheFirstPage)
 TEST_F(StaffFamily, ThePageNeedsItsRight)
 {
     add(5, "five", "five", "IsMarried=1");
-    UserInfo = TUserInfo{7, "other", "other", false, true};
+    SeatUser(TUserInfo{7, "other", "other", false, true});
     db.run("insert into UserRight(UserCode,SoftwarePart,Permission) values(7,806,2)");
     const auto editor = editorOf(5);
     open(*editor, [&] {

@@ -1,6 +1,7 @@
 #include "staff/Screens.h"
 
 #include "support/KilledClerk.h"
+#include "support/TestUser.h"
 
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "staff/StaffFamily_GetDetil_UNT.h"
@@ -35,7 +36,7 @@ TEST(StaffKillClerk, DISABLED_Saves)
     TestDatabase::open(connection, path);
     DM.ADOConnection1 = &connection;
     IniOptions.Com_Index = 1;
-    UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+    SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
     ScriptedMessages messages;
     Staff_DM = new TStaff_DM(nullptr);
     const int killAt = qEnvironmentVariableIntValue(KilledClerk::statement);

@@ -5,6 +5,7 @@
 #include "host/BaseFrame_PKG/Tab_Search_Frame.h"
 #include "host/Component_ZLM/PictureBox_ZLM.h"
 #include "host/NewBaseForms_PKG/ListPrinter.h"
+#include "support/TestUser.h"
 
 #include <QBuffer>
 #include <QMenu>
@@ -282,18 +283,18 @@ TEST_F(StaffList, DeletingAsksLogsAndDeletes)
 TEST_F(StaffList, AFaultBeforeTheDeleteDeletesNobody)
 {
     with(fmBrowse, [&](TStaffList_FRM &list) {
-        for (int n = 1; n <= 4; ++n) {
+        for (int n = 1; n <= 5; ++n) {
             messages.answer({Yes});
             db.failStatement(n, TFault::ConnectionLost);
             press(list, Qt::Key_F7);
             db.failStatement(0);
-            EXPECT_EQ(messages.take().last(), n == 4 ? u"MsgHasSubRecords(کارمند)"_s : "MsgDatabaseError()")
+            EXPECT_EQ(messages.take().last(), n == 5 ? u"MsgHasSubRecords(کارمند)"_s : "MsgDatabaseError()")
                 << n;
             EXPECT_TRUE(messages.last().text.contains(TDatabaseError(TFault::ConnectionLost, {}).userText()))
                 << n;
             EXPECT_EQ(codes(list), "1 2 3") << n;
             EXPECT_EQ(db.text("select count(*) from Staff"), "3") << n;
-            EXPECT_EQ(db.text("select count(*) from UserEvent"), n == 4 ? "1" : "0") << n;
+            EXPECT_EQ(db.text("select count(*) from UserEvent"), n == 5 ? "1" : "0") << n;
         }
     });
 }
@@ -352,7 +353,7 @@ TEST_F(StaffList, AnEmployeeWithOrdersIsNotDeleted)
 
 TEST_F(StaffList, DeletingNeedsItsRightAndARow)
 {
-    UserInfo = TUserInfo{7, "other", "other", false, true};
+    SeatUser(TUserInfo{7, "other", "other", false, true});
     with(fmBrowse, [&](TStaffList_FRM &list) {
         press(list, Qt::Key_F7);
         EXPECT_EQ(messages.take().size(), 1); // the host told about the refusal
@@ -367,7 +368,7 @@ TEST_F(StaffList, DeletingNeedsItsRightAndARow)
 TEST_F(StaffList, WithoutTheRightToDeleteNothingIsSaidOfAnOpenEditor)
 {
     db.run("insert into CodeLock_TBL(Code,Status,Com_Index) values('3',806,2)");
-    UserInfo = TUserInfo{7, "other", "other", false, true};
+    SeatUser(TUserInfo{7, "other", "other", false, true});
     with(fmBrowse, [&](TStaffList_FRM &list) {
         press(list, Qt::Key_F7);
         EXPECT_EQ(messages.take(), QStringList("MsgNoPermission()"));

@@ -2,6 +2,7 @@
 
 #include "host/NewBaseForms_PKG/RecoveryDialog_UNT.h"
 #include "staff/StaffFamily_GetDetil_UNT.h"
+#include "support/TestUser.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -328,7 +329,7 @@ protected:
         TestDatabase::open(m_connection, qEnvironmentVariable("KETEBIONPAP_TEST_DATABASE"));
         DM.ADOConnection1 = &m_connection;
         IniOptions.Com_Index = qEnvironmentVariableIntValue("KETEBIONPAP_TEST_WORKSTATION");
-        UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+        SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
         Staff_DM = new TStaff_DM(nullptr);
     }
     void TearDown() override

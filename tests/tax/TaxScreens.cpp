@@ -2,13 +2,14 @@
 
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "support/TestUser.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 TaxScreens::TaxScreens()
 {
     IniOptions.Com_Index = 1;
-    UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+    SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
     Tax_DM = new TTax_DM(nullptr);
 }
 

@@ -1,6 +1,7 @@
 #include "tax/TaxScreens.h"
 
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "support/TestUser.h"
 
 #include <QTest>
 #include <QToolButton>
@@ -127,6 +128,7 @@ TEST_F(TaxEditor, DeletingABracketNeedsTheRightToDeleteAndNoOther)
     for (const auto &row : cases) {
         edit(5, [&](TTaxGet_FRM &editor) {
             UserInfo.IsAdmin = false;
+            SeatUser(UserInfo);
             db.run("delete from UserRight");
             for (const int right : row.rights)
                 db.run(u"insert into UserRight(UserCode, SoftwarePart, Permission) values(1, 802, %1)"_s.arg(
@@ -142,6 +144,7 @@ TEST_F(TaxEditor, DeletingABracketNeedsTheRightToDeleteAndNoOther)
             Keys::press(&editor, Qt::Key_Escape);
         });
         UserInfo.IsAdmin = true;
+        SeatUser(UserInfo);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "tax/TaxScreens.h"
 
 #include "support/KilledClerk.h"
+#include "support/TestUser.h"
 
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
@@ -32,7 +33,7 @@ TEST(TaxKillClerk, DISABLED_Saves)
     TestDatabase::open(connection, path);
     DM.ADOConnection1 = &connection;
     IniOptions.Com_Index = 1;
-    UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+    SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
     ScriptedMessages messages;
     Tax_DM = new TTax_DM(nullptr);
     const int killAt = qEnvironmentVariableIntValue(KilledClerk::statement);

@@ -2,6 +2,7 @@
 
 #include "host/BaseFrame_PKG/General_Search_Frame.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "support/TestUser.h"
 
 #include <QLabel>
 #include <QTest>
@@ -291,6 +292,7 @@ TEST_F(TaxList, WithoutTheRightNothingIsAskedOrDeleted)
     TTaxList_FRM list(fmBrowse, {});
     open(list, [&] {
         UserInfo.IsAdmin = false;
+        SeatUser(UserInfo);
         Keys::press(&list, Qt::Key_F7);
     });
     EXPECT_EQ(messages.take(), QStringList("MsgNoPermission()"));

@@ -9,6 +9,7 @@
 #include "support/ScriptedMessages.h"
 #include "support/TestProxy.h"
 #include "support/TestServer.h"
+#include "support/TestUser.h"
 #include "tax/TaxGet_UNT.h"
 #include "tax/Tax_DM_UNT.h"
 
@@ -63,7 +64,7 @@ protected:
             TestServer::with(through, "AnswerTimeout", GetParam() == TBreak::LateAnswers ? "3" : "30"));
         DM.ADOConnection1 = &connection;
         IniOptions.Com_Index = 1;
-        UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+        SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
         CalcMethod_DM = &methods.emplace(nullptr);
         Tax_DM = &taxes.emplace(nullptr);
         Staff_DM = &staff.emplace(nullptr);

@@ -6,6 +6,7 @@
 #include "staff/Staff_DM_UNT.h"
 #include "support/TestDatabase.h"
 #include "support/TestServer.h"
+#include "support/TestUser.h"
 #include "tax/Tax_DM_UNT.h"
 
 #include <QCoreApplication>
@@ -388,7 +389,7 @@ protected:
         TestDatabase::open(connection, qEnvironmentVariable(whereVariable));
         DM.ADOConnection1 = &connection;
         IniOptions.Com_Index = qEnvironmentVariableIntValue(indexVariable);
-        UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+        SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
     }
     void TearDown() override { DM.ADOConnection1 = nullptr; }
     TConnection connection;

@@ -188,6 +188,33 @@ TLogin check(TAccount account, const QString &password)
     return login;
 }
 
+/// A user as the event log shows one.
+QString described(const TUserInfo &user)
+{
+    QStringList what{u"«%1»"_s.arg(user.Name)};
+    if (!user.FullName.isEmpty())
+        what << user.FullName;
+    what << (user.IsAdmin ? u"مدیر سیستم"_s : u"کاربر عادی"_s) << (user.IsActive ? u"فعال"_s : u"غیر فعال"_s);
+    return what.join(u"، "_s);
+}
+
+/// Upkeep of users goes to the event log under no software part, and with the deed or not at all.
+void note(TPermission right, const QString &text)
+{
+    SetUserEvent(TSoftwarePart(0), right, text, true, false);
+}
+
+/// A try to log in that was refused; the name as it was typed.
+void noteRefused(const QString &name, const TLogin &login)
+{
+    if (login.result == TLoginResult::Ok)
+        return;
+    const QString why = login.result == TLoginResult::Inactive   ? u"غیر فعال است"_s
+                        : login.result == TLoginResult::TooEarly ? u"پیش از پایان انتظار"_s
+                                                                 : u"نام یا گذرواژه نادرست"_s;
+    SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود ناموفق با نام «%1»: %2"_s.arg(name, why), true, true);
+}
+
 void insertUser(const TUserInfo &user, const QByteArray &hash)
 {
     DM.ADOConnection1->execute(
@@ -230,11 +257,15 @@ bool anotherAdministrator(int code)
     });
 }
 
-/// Runs work in a transaction that is kept only when it ends Ok.
+/// Runs an administrator's work in a transaction that is kept only when it ends Ok. Who comes second of two waits, so
+/// that two who demote each other at once do not both succeed.
 template <class Work>
-TLoginResult inTransaction(Work work)
+TLoginResult asAdministrator(bool asFirst, Work work)
 {
     TTransaction transaction(*DM.ADOConnection1);
+    DM.ADOConnection1->execute(TStatement("update UserAccount set IsAdmin=1 where IsAdmin=1"));
+    if (!asFirst && !IsAdministrator(UserInfo))
+        return TLoginResult::NotAdministrator;
     const TLoginResult result = work();
     if (result == TLoginResult::Ok)
         transaction.commit();
@@ -252,7 +283,7 @@ TLoginResult save(TUserInfo &user, const QString &password, bool asFirst)
     if (isWeak(password) && (saved.Code == 0 || !password.isEmpty()))
         return TLoginResult::WeakPassword;
     const QByteArray hash = password.isEmpty() ? QByteArray() : hashOf(password);
-    const TLoginResult result = inTransaction([&] {
+    const TLoginResult result = asAdministrator(asFirst, [&] {
         if (asFirst && !NoUserYet())
             return TLoginResult::NameTaken;
         if (const auto other = accountNamed(saved.Name); other && other->user.Code != saved.Code)
@@ -262,16 +293,21 @@ TLoginResult save(TUserInfo &user, const QString &password, bool asFirst)
                 DM.ADOConnection1->scalar(TStatement("select isnull(max(Code),0)+1 from UserAccount"))
                     .toInt();
             insertUser(saved, hash);
+            note(cpNew, u"کاربر تازه %1"_s.arg(described(saved)));
             return TLoginResult::Ok;
         }
-        if (!accountOf(saved.Code))
+        const auto before = accountOf(saved.Code);
+        if (!before)
             return TLoginResult::NoSuchUser;
         if ((!saved.IsAdmin || !saved.IsActive) && !anotherAdministrator(saved.Code))
             return TLoginResult::LastAdministrator;
         updateUser(saved);
+        if (described(before->user) != described(saved))
+            note(cpEdit, u"کاربر %1 اکنون %2"_s.arg(described(before->user), described(saved)));
         if (!hash.isEmpty()) {
             storeHash(saved.Code, hash);
             forgetTries(saved.Code);
+            note(cpEdit, u"گذرواژه تازه برای کاربر %1"_s.arg(saved.Name));
         }
         return TLoginResult::Ok;
     });
@@ -301,6 +337,8 @@ QString LoginText(const TLogin &login)
         return u"نام کاربری وارد نشده است."_s;
     case TLoginResult::NoSuchUser:
         return u"این کاربر دیگر وجود ندارد."_s;
+    case TLoginResult::NotAdministrator:
+        return u"شما اکنون مدیر فعال سیستم نیستید و نمی توانید کاربران را تغییر دهید. چیزی ثبت نشد."_s;
     case TLoginResult::LastAdministrator:
         return u"دست کم یک مدیر فعال باید در سیستم بماند."_s;
     case TLoginResult::Ok:
@@ -323,11 +361,13 @@ TLoginResult CreateFirstAdministrator(const QString &name, const QString &fullNa
 TLogin LogIn(const QString &name, const QString &password)
 {
     const auto account = accountNamed(name);
+    TLogin login;
     if (account)
-        return check(*account, password);
-    // As long as for a user who is there: the time must not tell names apart.
-    hashOf(password);
-    return {};
+        login = check(*account, password);
+    else
+        hashOf(password); // as long as for a user who is there: the time must not tell names apart
+    noteRefused(name, login);
+    return login;
 }
 
 TLogin ReadUser(int code)
@@ -357,7 +397,10 @@ TLogin ChangePassword(int userCode, const QString &oldPassword, const QString &n
         login.result = TLoginResult::WeakPassword;
         return login;
     }
+    TTransaction transaction(*DM.ADOConnection1);
     storeHash(userCode, hashOf(newPassword));
+    note(cpEdit, u"تغییر گذرواژه خود"_s);
+    transaction.commit();
     return login;
 }
 
@@ -379,13 +422,15 @@ TLoginResult SaveUser(TUserInfo &user, const QString &password)
 
 TLoginResult DeleteUser(int code)
 {
-    return inTransaction([&] {
-        if (!accountOf(code))
+    return asAdministrator(false, [&] {
+        const auto account = accountOf(code);
+        if (!account)
             return TLoginResult::NoSuchUser;
         if (!anotherAdministrator(code))
             return TLoginResult::LastAdministrator;
         DM.ADOConnection1->execute(TStatement("delete from UserRight where UserCode=").integer(code));
         DM.ADOConnection1->execute(TStatement("delete from UserAccount where Code=").integer(code));
+        note(cpDelete, u"حذف کاربر %1"_s.arg(described(account->user)));
         return TLoginResult::Ok;
     });
 }

@@ -21,6 +21,7 @@ enum class TLoginResult {
     NameTaken,           ///< another user has this name
     NameEmpty,
     NoSuchUser,
+    NotAdministrator, ///< who is logged in is no active administrator, or no longer one
     LastAdministrator ///< the change would leave the suite without an active administrator
 };
 
@@ -52,7 +53,8 @@ KETEBIONPAP_CORE TLogin ReadUser(int code);
 /// A user changes the own password (WrongNameOrPassword: the old one is wrong; TooEarly; WeakPassword; Ok).
 KETEBIONPAP_CORE TLogin ChangePassword(int userCode, const QString &oldPassword, const QString &newPassword);
 
-/// Upkeep by an administrator. The screens ask UserInfo.IsAdmin.
+/// Upkeep by an administrator: who is logged in is asked for it at the moment of the deed (NotAdministrator). Each deed
+/// has its lines in the event log, written with it.
 KETEBIONPAP_CORE QList<TUserInfo> ListUsers(); ///< by name
 /// Code 0 creates the user and sets the code; otherwise name, full name and both flags are changed.
 /// `password` empty leaves it (WeakPassword for a new user).

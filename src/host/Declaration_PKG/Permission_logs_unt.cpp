@@ -1,10 +1,10 @@
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/EventChain_unt.h"
 #include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
-#include "host/Utility_ZLM/PersianText.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 
 #include <QTime>
@@ -22,17 +22,29 @@ const int userWidth = 50;
 
 bool HoldsPermission(const TUserInfo &user, TSoftwarePart part, TPermission right)
 {
-    if (!user.IsActive)
-        return false;
-    if (user.IsAdmin)
-        return true;
+    if (user.Code == 0 || !user.IsActive)
+        return user.IsActive && user.IsAdmin;
+    // Asked each time, the account too: it may have been shut out or demoted since the log-in.
     return DM.ADOConnection1
-               ->scalar(TStatement("select count(*) from UserRight where UserCode=")
+               ->scalar(TStatement("select count(*) from UserAccount where Code=")
                             .integer(user.Code)
-                            .sql(" and SoftwarePart=")
+                            .sql(" and IsActive=1 and (IsAdmin=1 or exists (select Permission from UserRight "
+                                 "where UserCode=UserAccount.Code and SoftwarePart=")
                             .integer(int(part))
                             .sql(" and Permission=")
-                            .integer(int(right)))
+                            .integer(int(right))
+                            .sql("))"))
+               .toInt() > 0;
+}
+
+bool IsAdministrator(const TUserInfo &user)
+{
+    if (user.Code == 0 || !user.IsActive)
+        return user.IsActive && user.IsAdmin;
+    return DM.ADOConnection1
+               ->scalar(TStatement("select count(*) from UserAccount where Code=")
+                            .integer(user.Code)
+                            .sql(" and IsActive=1 and IsAdmin=1"))
                .toInt() > 0;
 }
 
@@ -42,8 +54,10 @@ bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right
     try {
         if (HoldsPermission(user, part, right))
             return true;
-        if (tellUser)
+        if (tellUser) {
+            SetUserEvent(part, right, u"رد شد: این کاربر این دسترسی را ندارد"_s, true, true);
             MsgNoPermission(part, right);
+        }
     } catch (const TDatabaseError &) {
         if (tellUser)
             TellFault();
@@ -54,28 +68,15 @@ bool HavePermission(const TUserInfo &user, TSoftwarePart part, TPermission right
 void SetUserEvent(TSoftwarePart part, TPermission right, const QString &text, bool ofSystem, bool tellUser)
 {
     try {
-        DM.ADOConnection1->execute(
-            TStatement(
-                "insert into UserEvent(UserCode, UserName, Com_Index, SoftwarePart, Permission, EventText, "
-                "EventDate, EventTime, OfSystem) values(")
-                .integer(UserInfo.Code)
-                .sql(",")
-                .text(PersianText::cut(UserInfo.Name, userWidth))
-                .sql(",")
-                .integer(IniOptions.Com_Index)
-                .sql(",")
-                .integer(int(part))
-                .sql(",")
-                .integer(int(right))
-                .sql(",")
-                .text(PersianText::cut(text, eventWidth))
-                .sql(",")
-                .text(NowDate())
-                .sql(",")
-                .text(QTime::currentTime().toString(u"HH:mm:ss"_s))
-                .sql(",")
-                .integer(ofSystem ? 1 : 0)
-                .sql(")"));
+        AddEventLine({.userCode = UserInfo.Code,
+                      .userName = EventText(UserInfo.Name, userWidth),
+                      .comIndex = IniOptions.Com_Index,
+                      .part = int(part),
+                      .right = int(right),
+                      .text = EventText(text, eventWidth),
+                      .date = NowDate(),
+                      .time = QTime::currentTime().toString(u"HH:mm:ss"_s),
+                      .ofSystem = ofSystem});
     } catch (const TDatabaseError &) {
         if (!tellUser)
             throw;

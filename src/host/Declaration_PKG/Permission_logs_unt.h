@@ -5,9 +5,10 @@
 
 #include <QString>
 
-/// The user who is logged in.
+/// The user who is logged in. What it may do is asked of its account each time; the flags are those of the log-in.
 struct TUserInfo {
-    int Code = 0;
+    int Code =
+        0; ///< 0: no account (nobody, or the program itself with a sample company); the flags count then
     QString Name;         ///< login name
     QString FullName;     ///< shown in the status bar
     bool IsAdmin = false; ///< holds every right
@@ -24,6 +25,9 @@ KETEBIONPAP_CORE bool HavePermission(const TUserInfo &user, TSoftwarePart part, 
 /// The same question for a rule that must not go on without an answer: nobody is told, and a database error is
 /// thrown (TDatabaseError).
 KETEBIONPAP_CORE bool HoldsPermission(const TUserInfo &user, TSoftwarePart part, TPermission right);
+
+/// Whether the user's account is an active administrator's now. Throws TDatabaseError.
+KETEBIONPAP_CORE bool IsAdministrator(const TUserInfo &user);
 
 /// Writes a line to the event log (table UserEvent): who, when, where, what. The first flag marks an event of
 /// the system itself, the second one keeps an error from the caller (the host then tells the user).

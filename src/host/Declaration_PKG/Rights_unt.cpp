@@ -1,6 +1,7 @@
 #include "host/Declaration_PKG/Rights_unt.h"
 
 #include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/database/Query.h"
 #include "host/database/Transaction.h"
 
@@ -33,6 +34,31 @@ const QList<TPartRights> &parts()
         {cspPerson, u"گروه های اشخاص"_s, {cpNew, cpEdit, cpDelete}},
     };
     return all;
+}
+
+QString namesOf(TSoftwarePart part, const QList<TRight> &rights)
+{
+    QStringList names;
+    for (const TRight &right : rights)
+        if (right.part == part && !names.contains(PermissionName(right.right)))
+            names << PermissionName(right.right);
+    return names.isEmpty() ? u"هیچ"_s : names.join(u"، "_s);
+}
+
+/// One line for each part, so that none is cut.
+void noteChanges(int code, const QList<TRight> &before, const QList<TRight> &after)
+{
+    const QString name =
+        DM.ADOConnection1->scalar(TStatement("select Name from UserAccount where Code=").integer(code))
+            .toString();
+    for (const TPartRights &row : parts()) {
+        const QString then = namesOf(row.part, before);
+        const QString now = namesOf(row.part, after);
+        if (then != now)
+            SetUserEvent(TSoftwarePart(0), cpEdit,
+                         u"دسترسی های کاربر «%1» در %2: از %3 به %4"_s.arg(name, row.name, then, now), true,
+                         false);
+    }
 }
 
 } // namespace
@@ -94,10 +120,13 @@ QList<TRight> RightsOfUser(int code)
     return rights;
 }
 
-void SetRightsOfUser(int code, const QList<TRight> &rights)
+bool SetRightsOfUser(int code, const QList<TRight> &rights)
 {
     TConnection &connection = *DM.ADOConnection1;
     TTransaction transaction(connection);
+    if (!IsAdministrator(UserInfo))
+        return false;
+    noteChanges(code, RightsOfUser(code), rights);
     connection.execute(TStatement("delete from UserRight where UserCode=").integer(code));
     for (qsizetype i = 0; i < rights.size(); ++i) {
         if (rights.indexOf(rights[i]) != i)
@@ -111,4 +140,5 @@ void SetRightsOfUser(int code, const QList<TRight> &rights)
                                .sql(")"));
     }
     transaction.commit();
+    return true;
 }

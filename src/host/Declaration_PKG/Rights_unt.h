@@ -27,5 +27,6 @@ KETEBIONPAP_CORE QString SoftwarePartName(TSoftwarePart part);
 KETEBIONPAP_CORE QString PermissionName(TPermission right);
 
 KETEBIONPAP_CORE QList<TRight> RightsOfUser(int code);
-/// Replaces the user's rights as a whole, in a transaction.
-KETEBIONPAP_CORE void SetRightsOfUser(int code, const QList<TRight> &rights);
+/// Replaces the user's rights as a whole, in a transaction, with a line of the event log for each part whose rights
+/// change. False: who is logged in is no active administrator now.
+[[nodiscard]] KETEBIONPAP_CORE bool SetRightsOfUser(int code, const QList<TRight> &rights);

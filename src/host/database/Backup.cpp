@@ -39,6 +39,7 @@ public:
     {
         if (!m_backup)
             to.fail(sqlite3_errcode(to.db()));
+        sqlite3_busy_timeout(to.db(), 0); // step() waits, also where SQLite does not
     }
     ~TPages() { sqlite3_backup_finish(m_backup); }
     TPages(const TPages &) = delete;
@@ -59,7 +60,6 @@ private:
     void step(int pages, int expected)
     {
         int code = SQLITE_OK;
-        // The backup does not wait for other writers by itself.
         for (int waited = 0; waited <= m_patience; waited += 50) {
             code = sqlite3_backup_step(m_backup, pages);
             if (code != SQLITE_BUSY && code != SQLITE_LOCKED)

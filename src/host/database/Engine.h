@@ -47,6 +47,10 @@ public:
     /// How long one that wants to write waits for the others, in milliseconds; TFault::Locked after that.
     virtual void setPatience(int milliseconds) = 0;
 
+    /// Whether a commit returns before it is on the disk. What was stored meanwhile stays a clean beginning whatever
+    /// happens to the machine; turning it off brings all of it to the disk. An engine may know no such thing.
+    virtual void setLateFlush(bool /*on*/) {}
+
     virtual void begin() = 0;
     virtual void commit() = 0;
     virtual void rollback() = 0; ///< never throws

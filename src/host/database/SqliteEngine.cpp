@@ -7,11 +7,7 @@
 #include "host/database/SqliteFunctions.h"
 #include "host/database/SqliteSort.h"
 
-#include <QRandomGenerator>
-
-#include <chrono>
 #include <new>
-#include <thread>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -89,16 +85,6 @@ private:
     TSqlitePrepared m_prepared;
 };
 
-void pauseShortly()
-{
-    std::this_thread::sleep_for(std::chrono::microseconds(QRandomGenerator::global()->bounded(200, 1500)));
-}
-
-QString logOf(const QString &path)
-{
-    return path + u"-wal"_s;
-}
-
 class TSqliteCursor : public TCursor {
 public:
     TSqliteCursor(TSqliteEngine &engine, const QString &sql, const TBoundStatement &bound)
@@ -171,37 +157,7 @@ void TSqliteEngine::open()
     m_queue = std::make_unique<TWriterQueue>(m_realPath, m_patience);
     m_file = SqliteFile::identityOf(m_realPath);
     exec("select count(*) from sqlite_master"); // lays the log
-    m_log = SqliteFile::identityOf(logOf(m_realPath));
-}
-
-// A new file turns to its log once, and SQLite does not wait for another program that is just doing the same.
-void TSqliteEngine::keepLog()
-{
-    QElapsedTimer waited;
-    waited.start();
-    for (;;) {
-        try {
-            exec("pragma journal_mode=WAL");
-            return;
-        } catch (const TDatabaseError &error) {
-            if (error.fault() != TFault::Locked || waited.hasExpired(m_patience))
-                throw;
-        }
-        pauseShortly();
-    }
-}
-
-// Here only those meet who stand first in the queue and who know no queue, such as another tool. SQLite's own wait looks
-// ever more rarely; the pauses are random, so that two of a kind do not meet again and again.
-int TSqliteEngine::waitForWriter(void *engine, int attempt)
-{
-    auto *own = static_cast<TSqliteEngine *>(engine);
-    if (attempt == 0)
-        own->m_waited.start();
-    if (own->m_waited.hasExpired(own->m_patience))
-        return 0;
-    pauseShortly();
-    return 1;
+    m_log = SqliteFile::identityOf(SqliteFile::logOf(m_realPath));
 }
 
 void TSqliteEngine::setPatience(int milliseconds)
@@ -227,33 +183,6 @@ void TSqliteEngine::exec(const char *sql)
 {
     if (sqlite3_exec(m_db, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
         fail(QString::fromUtf8(sql));
-}
-
-bool TSqliteEngine::isInPlace() const
-{
-    return SqliteFile::identityOf(m_realPath) == m_file &&
-           (m_log.number == 0 || SqliteFile::identityOf(logOf(m_realPath)) == m_log);
-}
-
-// What is written into a file that no longer stands under its name is lost with the program's end.
-void TSqliteEngine::mustBeInPlace() const
-{
-    if (!isInPlace())
-        throw TDatabaseError(TFault::FileGone, m_path);
-}
-
-void TSqliteEngine::startWriting()
-{
-    mustBeInPlace();
-    if (!m_queue->enter())
-        throw TDatabaseError(TFault::Locked, u"the writers ahead do not finish"_s);
-}
-
-/// After each end of a transaction, whether it was asked for or came with a fault.
-void TSqliteEngine::endWriting()
-{
-    if (!inTransaction())
-        m_queue->leave();
 }
 
 void TSqliteEngine::begin()

@@ -17,7 +17,7 @@ struct TSqlitePrepared {
     int describedAfter = 0; ///< how often it was prepared again by then
 };
 
-/// The embedded engine: one file in WAL mode, every commit on the disk before it returns.
+/// The embedded engine: one file in WAL mode, every commit on the disk before it returns (but see setLateFlush).
 class TSqliteEngine : public TEngine {
 public:
     explicit TSqliteEngine(const QString &path, TMissingFile missing = TMissingFile::Create);
@@ -30,6 +30,7 @@ public:
     bool knowsBaseTables() const override { return true; }
     bool hasSearchFunctions() const override { return true; }
     void setPatience(int milliseconds) override;
+    void setLateFlush(bool on) override;
     void begin() override;
     void commit() override;
     void rollback() override;
@@ -70,7 +71,8 @@ private:
     int m_patience = usualPatience;
     QElapsedTimer m_waited; ///< for another writer
     std::unique_ptr<TWriterQueue> m_queue;
-    QString m_realPath; ///< as SQLite has it, links followed
+    bool m_writing = false; ///< from startWriting to the end of the transaction
+    QString m_realPath;     ///< as SQLite has it, links followed
     SqliteFile::TIdentity m_file;
     SqliteFile::TIdentity m_log;
     std::list<TSqlitePrepared> m_kept; // most recently used first

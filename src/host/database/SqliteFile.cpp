@@ -122,13 +122,18 @@ void SqliteFile::mustNotBeForeign(const QString &path)
         throw TDatabaseError(TFault::OtherProgram, path + u": tables of another program"_s);
 }
 
+QString SqliteFile::logOf(const QString &path)
+{
+    return path + u"-wal"_s;
+}
+
 bool SqliteFile::isAtRest(const QString &path)
 {
     if (isHeldOpen(path))
         return false;
     const QByteArray head = headOf(QFile::encodeName(path));
     return head.startsWith("SQLite format 3") && head.size() > 18 && head.at(18) == 2 &&
-           identityOf(path + u"-wal"_s).number == 0;
+           identityOf(logOf(path)).number == 0;
 }
 
 bool SqliteFile::isHeldOpen(const QString &path)

@@ -15,6 +15,9 @@ void prepare(const QString &path, bool create);
 /// OtherProgram when it is a database with tables that are not this suite's. What cannot be read is left to the opening.
 void mustNotBeForeign(const QString &path);
 
+/// The name of the log beside a database.
+QString logOf(const QString &path);
+
 /// Whether a database keeps a log but has none beside it: nobody works on it, and it can be read as it stands
 /// ("immutable"), also from a medium that cannot be written. SQLite would lay a log beside it otherwise, and leave it
 /// there. False for a file that this process has open.

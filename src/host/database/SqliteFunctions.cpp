@@ -1,6 +1,7 @@
 #include "host/database/SqliteFunctions.h"
 
 #include "host/Utility_ZLM/PersianText.h"
+#include "host/Utility_ZLM/Sha256.h"
 #include "host/database/SqliteHandles.h"
 
 #include <QDateTime>
@@ -274,6 +275,15 @@ void uniqueCode(sqlite3_context *context, int, sqlite3_value **)
         sqlite3_result_error(context, sqlite3_errmsg(db), -1);
 }
 
+// The link of an event line after another one (the server has it as a function in the schema).
+void eventLink(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    if (anyNull(count, values))
+        return sqlite3_result_null(context);
+    const QByteArray link = Sha256::hex((string(values[0]) + string(values[1])).toLatin1()).toLatin1();
+    sqlite3_result_text(context, link.constData(), int(link.size()), SQLITE_TRANSIENT);
+}
+
 } // namespace
 
 void registerSqliteFunctions(sqlite3 *db)
@@ -295,6 +305,7 @@ void registerSqliteFunctions(sqlite3 *db)
                                    {"zelmo_finds", 2, pure, finds},
                                    {"zelmo_same", 2, pure, same},
                                    {"getdate", 0, SQLITE_UTF8, getdate},
+                                   {"EventLink_FNC", 2, pure, eventLink},
                                    {"GetUinqueCode_FNC", 1, SQLITE_UTF8, uniqueCode}};
     for (const TFunction &function : functions)
         sqlite3_create_function_v2(db, function.name, function.arguments, function.flags, nullptr,

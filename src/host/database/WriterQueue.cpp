@@ -106,6 +106,14 @@ bool TWriterQueue::takeTicket()
     return m_ticket > 0;
 }
 
+bool TWriterQueue::isEmpty()
+{
+    if (!open())
+        return true;
+    struct flock held = bytes(F_WRLCK, 0, 0); // 0: up to the end
+    return fcntl(m_file, F_OFD_GETLK, &held) != 0 || held.l_type == F_UNLCK;
+}
+
 bool TWriterQueue::enter()
 {
     if (m_ticket > 0 || !open())

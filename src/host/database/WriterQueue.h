@@ -10,8 +10,9 @@
 ///
 /// SQLite has no such order: whoever looks in the right moment gets the file, and one of many busy workstations may
 /// look in vain for long. Each writer holds a ticket: a lock on one byte of a file beside the database, one above the
-/// last byte that is held, until its transaction ends. The kernel frees the ticket of a program that is killed. The
-/// queue is a courtesy: what keeps two writers apart is SQLite's own lock, so that a program without the queue does no
+/// last byte that is held, until its transaction ends. The kernel frees the ticket of a program that is killed. Where
+/// nobody waits no ticket is needed: who comes while the file is being written takes the first one. The queue is a
+/// courtesy: what keeps two writers apart is SQLite's own lock, so that a program without the queue does no
 /// harm, and where the file cannot be made (a folder that is read only) there is none.
 class TWriterQueue {
 public:
@@ -25,6 +26,8 @@ public:
     void setPatience(int milliseconds) { m_patience = milliseconds; }
     /// Waits for this writer's turn. False: it gave up. Does nothing for who is in the queue already.
     bool enter();
+    /// Whether nobody waits. Who finds it so may try the database at once, and needs a ticket only where it is taken.
+    bool isEmpty();
     /// Gives the turn to the next one; throws nothing.
     void leave();
 

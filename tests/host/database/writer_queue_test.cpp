@@ -10,6 +10,7 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
+#include <functional>
 #include <mutex>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -128,39 +129,72 @@ TEST_F(WriterQueue, WhereItCannotBeMadeNobodyWaits)
     EXPECT_TRUE(other.enter());
 }
 
-TEST_F(WriterQueue, ATransactionHoldsItsPlaceToItsEndHoweverItEnds)
+TEST_F(WriterQueue, WhoWritesWhileNobodyWaitsNeedsNoTicket)
 {
     TestDatabase db(TestDatabase::FileAlways);
     db.run("create table T(A INT primary key)");
-    const auto isFree = [&] {
-        TWriterQueue queue(db.path(), 300);
-        std::atomic<bool> entered = false;
-        std::thread waiting([&] {
-            if (queue.enter())
-                entered = true;
-        });
-        waiting.join();
-        return entered.load();
-    };
-    db.connection().execute(TStatement("insert into T values(1)"));
-    EXPECT_TRUE(isFree()) << "a statement alone";
-    EXPECT_THROW(db.connection().execute(TStatement("insert into T values(1)")), TDatabaseError);
-    EXPECT_TRUE(isFree()) << "a statement that failed";
-    EXPECT_THROW(db.connection().execute(TStatement("insert into T values(2) insert into T values(1)")),
-                 TDatabaseError);
-    EXPECT_TRUE(isFree()) << "a batch that failed";
+    TWriterQueue queue(db.path());
     db.connection().BeginTrans();
-    db.run("insert into T values(3)");
-    QElapsedTimer timer;
-    timer.start();
-    EXPECT_FALSE(isFree()) << "amid a transaction";
-    EXPECT_GE(timer.elapsed(), 250);
-    db.connection().CommitTrans();
-    EXPECT_TRUE(isFree()) << "after a commit";
-    db.connection().BeginTrans();
+    EXPECT_TRUE(queue.isEmpty());
     db.connection().RollbackTrans();
-    EXPECT_TRUE(isFree()) << "after a rollback";
+}
+
+TEST_F(WriterQueue, WhoMeetsAWriterTakesATicketAndHoldsItToTheEndHoweverItEnds)
+{
+    TestDatabase db(TestDatabase::FileAlways);
+    db.run("create table T(A INT primary key)");
+    TWriterQueue queue(db.path(), 300);
+    // The work of a second program, which comes while a transaction is open and waits for it.
+    const auto meanwhile = [&](const std::function<void(TConnection &)> &work) {
+        TConnection second;
+        second.openFile(db.path());
+        db.connection().BeginTrans();
+        std::thread other([&] { work(second); });
+        QElapsedTimer timer;
+        timer.start();
+        while (queue.isEmpty() && !timer.hasExpired(3000))
+            std::this_thread::sleep_for(milliseconds(1));
+        EXPECT_FALSE(queue.isEmpty()) << "it waits with a ticket";
+        db.connection().RollbackTrans();
+        other.join();
+    };
+    const auto insert = [](int value) { return TStatement("insert into T values(").integer(value).sql(")"); };
+    meanwhile([&](TConnection &second) { second.execute(insert(1)); });
+    EXPECT_TRUE(queue.isEmpty()) << "after a statement alone";
+    meanwhile([&](TConnection &second) { EXPECT_THROW(second.execute(insert(1)), TDatabaseError); });
+    EXPECT_TRUE(queue.isEmpty()) << "after a statement that failed";
+    meanwhile([&](TConnection &second) {
+        EXPECT_THROW(second.execute(TStatement("insert into T values(2) insert into T values(1)")),
+                     TDatabaseError);
+    });
+    EXPECT_TRUE(queue.isEmpty()) << "after a batch that failed";
+    meanwhile([&](TConnection &second) {
+        second.BeginTrans();
+        second.execute(insert(3));
+        EXPECT_FALSE(queue.isEmpty()) << "amid a transaction";
+        EXPECT_FALSE(queue.enter()) << "and others wait behind it";
+        second.CommitTrans();
+    });
+    EXPECT_TRUE(queue.isEmpty()) << "after a commit";
+    meanwhile([&](TConnection &second) {
+        second.BeginTrans();
+        second.RollbackTrans();
+    });
+    EXPECT_TRUE(queue.isEmpty()) << "after a rollback";
     EXPECT_EQ(db.text("select count(*) from T"), "2");
+}
+
+TEST_F(WriterQueue, WhoReadsNeverTakesATicket)
+{
+    TestDatabase db(TestDatabase::FileAlways);
+    db.run("create table T(A INT primary key)");
+    TConnection second;
+    second.openFile(db.path());
+    db.connection().BeginTrans();
+    TWriterQueue queue(db.path());
+    EXPECT_EQ(second.scalar(TStatement("select count(*) from T")).toInt(), 0);
+    EXPECT_TRUE(queue.isEmpty());
+    db.connection().RollbackTrans();
 }
 
 } // namespace

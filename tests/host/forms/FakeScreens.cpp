@@ -4,6 +4,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "support/TestUser.h"
 
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -13,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 Things::Things()
 {
     IniOptions.Com_Index = 1;
-    UserInfo = TUserInfo{1, "clerk", "clerk", true, true};
+    SeatUser(TUserInfo{1, "clerk", "clerk", true, true});
     db.run(
         "create table Thing(Code integer not null primary key, Title nvarchar(50), Cost float, Day nvarchar(10))");
     db.run("create table TmpThing(Code integer not null, Name nvarchar(50))");

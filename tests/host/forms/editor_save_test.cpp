@@ -1,6 +1,7 @@
 #include "host/forms/FakeScreens.h"
 
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "support/TestUser.h"
 
 #include <QAction>
 #include <QMenu>
@@ -164,8 +165,7 @@ TEST_F(EditorSave, OnlyAUserWhoMayAddRecordsGoesOnToANewOne)
 {
     db.run("insert into Thing(Code, Title) values(1, 'one')");
     db.run("insert into UserRight(UserCode, SoftwarePart, Permission) values(5, 813, 2)");
-    UserInfo.IsAdmin = false;
-    UserInfo.Code = 5;
+    SeatUser({5, "second", {}, false, true});
     TThingGet_FRM editor(1);
     const int result = open(editor, [&] {
         Keys::retype(editor.Title_EDT, "uno");

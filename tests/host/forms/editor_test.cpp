@@ -1,6 +1,7 @@
 #include "host/forms/FakeScreens.h"
 
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "support/TestUser.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -69,6 +70,7 @@ TEST_F(BaseEditor, ADatabaseErrorWhileOpeningIsToldAndDoesNotOpen)
 TEST_F(BaseEditor, ARefusedRightMarksTheEditorNotShowable)
 {
     UserInfo.IsAdmin = false;
+    SeatUser(UserInfo);
     TThingGet_FRM editor;
     EXPECT_TRUE(editor.NotShowable);
     EXPECT_EQ(messages.take().size(), 1);
@@ -79,8 +81,7 @@ TEST_F(BaseEditor, ARefusedRightMarksTheEditorNotShowable)
 
 TEST_F(BaseEditor, NewEditAndSettingsAskTheirOwnRights)
 {
-    UserInfo.IsAdmin = false;
-    UserInfo.Code = 5;
+    SeatUser({5, "second", {}, false, true});
     db.run("insert into UserRight(UserCode, SoftwarePart, Permission) values(5, 813, 2)");
     db.run("insert into UserRight(UserCode, SoftwarePart, Permission) values(5, 801, 6)");
     EXPECT_TRUE(TThingGet_FRM().NotShowable);
@@ -138,11 +139,13 @@ TEST_F(BaseEditor, AGuardedPageGivesThePageBeforeItBack)
         EXPECT_EQ(editor.Thing_PC->currentIndex(), 1);
         Keys::press(&editor, Qt::Key_1, Qt::ControlModifier);
         UserInfo.IsAdmin = false;
+        SeatUser(UserInfo);
         Keys::press(&editor, Qt::Key_2, Qt::ControlModifier);
         EXPECT_EQ(editor.Thing_PC->currentIndex(), 0);
         EXPECT_TRUE(editor.Code_EDT->hasFocus());
         EXPECT_EQ(messages.take().size(), 1);
         UserInfo.IsAdmin = true;
+        SeatUser(UserInfo);
     });
 }
 

@@ -3,6 +3,7 @@
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/NewBaseForms_PKG/GroupPane_UNT.h"
 #include "host/NewBaseForms_PKG/ListPrinter.h"
+#include "support/TestUser.h"
 
 #include <QLabel>
 #include <QMenu>
@@ -190,6 +191,7 @@ TEST_F(BaseDock, DeletesBeginWithRightQuestionAndEventLine)
         EXPECT_EQ(db.rows("select SoftwarePart, Permission, EventText from UserEvent"), "813|3|3");
         EXPECT_EQ(messages.take(), (QStringList{"MsgDeleteRow()", "MsgDeleteRow()"}));
         UserInfo.IsAdmin = false;
+        SeatUser(UserInfo);
         Keys::press(&screen, Qt::Key_F7);
         EXPECT_EQ(messages.take().size(), 1);
         EXPECT_EQ(list.recordCount(), 2);
@@ -202,7 +204,7 @@ TEST_F(BaseDock, ADeleteThatCannotBeRecordedDoesNotHappen)
     fill(3);
     TThingList_FRM screen(fmBrowse, &list);
     open(screen, [&] {
-        db.failStatement(2, TFault::Locked); // the event's line, behind the look at the row
+        db.failStatement(3, TFault::Locked); // the event's line, behind the right and the look at the row
         messages.answer({Yes});
         Keys::press(&screen, Qt::Key_F7);
         db.failStatement(0);

@@ -1,6 +1,7 @@
 #include "host/forms/FakeScreens.h"
 
 #include "host/Declaration_PKG/Permission_logs_unt.h"
+#include "support/TestUser.h"
 
 #include <QApplication>
 #include <QTabBar>
@@ -70,8 +71,10 @@ TEST_F(EditorPages, ControlTabTurnsToTheNextPageAndPassesHiddenOnes)
 TEST_F(EditorPages, AGuardedPageIsRefusedOnceAndTheInputKeepsTheFocus)
 {
     UserInfo.IsAdmin = true;
+    SeatUser(UserInfo);
     open([&] {
         UserInfo.IsAdmin = false;
+        SeatUser(UserInfo);
         editor.Title_EDT->setFocus();
         for (const auto &turn : waysToTheSecond) {
             turn();
@@ -80,6 +83,7 @@ TEST_F(EditorPages, AGuardedPageIsRefusedOnceAndTheInputKeepsTheFocus)
             EXPECT_TRUE(editor.Title_EDT->hasFocus());
         }
         UserInfo.IsAdmin = true;
+        SeatUser(UserInfo);
     });
 }
 

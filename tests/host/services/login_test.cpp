@@ -1,10 +1,16 @@
 #include "host/services/Services.h"
 
+#include "host/Declaration_PKG/DM_UNT.h"
+#include "host/Declaration_PKG/EventChain_unt.h"
 #include "host/Declaration_PKG/Login_unt.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
+#include <QProcess>
 
 #include <sodium.h>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -238,6 +244,7 @@ TEST_F(Users, OneActiveAdministratorAlwaysStays)
     TUserInfo second = clerk();
     second.IsAdmin = true;
     EXPECT_EQ(SaveUser(second, {}), TLoginResult::Ok);
+    UserInfo = second;
     EXPECT_EQ(DeleteUser(1), TLoginResult::Ok);
     EXPECT_EQ(DeleteUser(1), TLoginResult::NoSuchUser);
     EXPECT_EQ(ReadUser(1).result, TLoginResult::NoSuchUser);
@@ -246,12 +253,103 @@ TEST_F(Users, OneActiveAdministratorAlwaysStays)
 TEST_F(Users, AUserGoesWithTheRightsAndTheLogStays)
 {
     const TUserInfo user = clerk();
-    SetRightsOfUser(user.Code, {{cspTax, cpOpen}});
+    EXPECT_TRUE(SetRightsOfUser(user.Code, {{cspTax, cpOpen}}));
+    const TUserInfo administrator = UserInfo;
     UserInfo = user;
     SetUserEvent(cspTax, cpDelete, "x", false, false);
+    UserInfo = administrator;
     EXPECT_EQ(DeleteUser(user.Code), TLoginResult::Ok);
     EXPECT_EQ(db.text("select count(*) from UserRight"), "0");
-    EXPECT_EQ(db.text("select UserName from UserEvent"), "clerk");
+    EXPECT_EQ(db.text("select UserName from UserEvent where EventText='x'"), "clerk");
+}
+
+TEST_F(Users, WhoWasDemotedOrShutOutMeanwhileChangesNobody)
+{
+    TUserInfo user = clerk();
+    for (const char *change : {"IsAdmin=0", "IsActive=0"}) {
+        db.run(u"update UserAccount set %1 where Code=1"_s.arg(QLatin1String(change)));
+        TUserInfo another{0, "another", {}, true, true};
+        EXPECT_EQ(SaveUser(another, text(other)), TLoginResult::NotAdministrator);
+        user.IsAdmin = true;
+        EXPECT_EQ(SaveUser(user, {}), TLoginResult::NotAdministrator);
+        EXPECT_EQ(DeleteUser(user.Code), TLoginResult::NotAdministrator);
+        EXPECT_FALSE(SetRightsOfUser(user.Code, {{cspTax, cpOpen}}));
+        db.run("update UserAccount set IsAdmin=1, IsActive=1 where Code=1");
+    }
+    EXPECT_EQ(db.text("select count(*) from UserAccount"), "2");
+    EXPECT_EQ(db.text("select IsAdmin from UserAccount where Code=2"), "0");
+    EXPECT_EQ(db.text("select count(*) from UserRight"), "0");
+    EXPECT_FALSE(db.connection().InTransaction());
+}
+
+// One of two programs; only ever run by the test below.
+TEST(Demoter, DISABLED_Demotes)
+{
+    TConnection connection;
+    TestDatabase::open(connection, qEnvironmentVariable("DEMOTES_DATABASE"));
+    DM.ADOConnection1 = &connection;
+    UserInfo = {qEnvironmentVariableIntValue("DEMOTES_OWN"), "x", {}, true, true};
+    TUserInfo victim = ReadUser(qEnvironmentVariableIntValue("DEMOTES_OTHER")).user;
+    victim.IsAdmin = false;
+    (void)SaveUser(victim, {});
+    DM.ADOConnection1 = nullptr;
+    UserInfo = {};
+}
+
+TEST_F(Users, OfTwoAdministratorsWhoDemoteEachOtherAtOnceOneStays)
+{
+    TUserInfo second{0, "second", {}, true, true};
+    ASSERT_EQ(SaveUser(second, text(other)), TLoginResult::Ok);
+    for (int round = 0; round < 5; ++round) {
+        db.run("update UserAccount set IsAdmin=1");
+        QProcess programs[2];
+        for (const int own : {0, 1}) {
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(u"DEMOTES_DATABASE"_s, db.path());
+            environment.insert(u"DEMOTES_OWN"_s, QString::number(own == 0 ? 1 : second.Code));
+            environment.insert(u"DEMOTES_OTHER"_s, QString::number(own == 0 ? second.Code : 1));
+            environment.remove(u"GTEST_OUTPUT"_s);
+            programs[own].setProcessEnvironment(environment);
+            programs[own].start(
+                QCoreApplication::applicationFilePath(),
+                {u"--gtest_filter=Demoter.DISABLED_Demotes"_s, u"--gtest_also_run_disabled_tests"_s});
+        }
+        for (QProcess &program : programs)
+            EXPECT_TRUE(program.waitForFinished(60000));
+        EXPECT_EQ(db.text("select count(*) from UserAccount where IsAdmin=1"), "1");
+    }
+}
+
+TEST_F(Users, EveryDeedOnAUserHasItsLine)
+{
+    const auto last = [&] { return db.text("select top 1 EventText from UserEvent order by ID desc"); };
+    TUserInfo user = clerk();
+    EXPECT_EQ(last(), u"کاربر تازه «clerk»، A Clerk، کاربر عادی، فعال"_s);
+    user.IsActive = false;
+    EXPECT_EQ(SaveUser(user, {}), TLoginResult::Ok);
+    EXPECT_EQ(last(),
+              u"کاربر «clerk»، A Clerk، کاربر عادی، فعال اکنون «clerk»، A Clerk، کاربر عادی، غیر فعال"_s);
+    EXPECT_EQ(SaveUser(user, "new password"), TLoginResult::Ok);
+    EXPECT_EQ(last(), u"گذرواژه تازه برای کاربر clerk"_s);
+    EXPECT_TRUE(SetRightsOfUser(user.Code, {{cspTax, cpOpen}, {cspTax, cpDelete}}));
+    EXPECT_EQ(last(), u"دسترسی های کاربر «clerk» در جداول مالیاتی: از هیچ به مشاهده، حذف"_s);
+    EXPECT_TRUE(SetRightsOfUser(user.Code, {{cspTax, cpOpen}}));
+    EXPECT_EQ(last(), u"دسترسی های کاربر «clerk» در جداول مالیاتی: از حذف، مشاهده به مشاهده"_s);
+    EXPECT_EQ(ChangePassword(1, text(password), text(other)).result, TLoginResult::Ok);
+    EXPECT_EQ(last(), u"تغییر گذرواژه خود"_s);
+    EXPECT_EQ(DeleteUser(user.Code), TLoginResult::Ok);
+    EXPECT_EQ(last(), u"حذف کاربر «clerk»، A Clerk، کاربر عادی، غیر فعال"_s);
+    EXPECT_TRUE(CheckEventLog().isWhole());
+}
+
+TEST_F(Users, ATryToLogInThatIsRefusedHasItsLineWithTheNameAsItWasTyped)
+{
+    LogIn(u"Nobody\nUser"_s, "x");
+    EXPECT_EQ(db.text("select EventText from UserEvent order by ID desc"),
+              u"ورود ناموفق با نام «Nobody User»: نام یا گذرواژه نادرست"_s);
+    const int lines = db.text("select count(*) from UserEvent").toInt();
+    EXPECT_EQ(logIn("مدیر", password), TLoginResult::Ok);
+    EXPECT_EQ(db.text("select count(*) from UserEvent").toInt(), lines);
 }
 
 TEST_F(Users, UsersAreListedInTheOrderOfTheAlphabet)

@@ -3,15 +3,18 @@
 #include "host/Declaration_PKG/Login_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
+#include "support/TestUser.h"
 
 #include <QRegularExpression>
+
+using namespace Qt::Literals::StringLiterals;
 
 class Rights : public Services {
 protected:
     Rights()
     {
         db.run("insert into UserAccount(Code, Name, IsAdmin, IsActive) values(5, 'clerk', 0, 1)");
-        UserInfo = TUserInfo{5, "clerk", "A Clerk", false, true};
+        SeatUser(TUserInfo{5, "clerk", "A Clerk", false, true});
     }
     static bool have(TSoftwarePart part, TPermission right, bool tell = true)
     {
@@ -36,6 +39,8 @@ TEST_F(Rights, ARefusalIsToldByTheHostWhenTheCallerWishes)
     EXPECT_EQ(messages.take(), QStringList());
     EXPECT_FALSE(have(cspTax, cpDelete, true));
     EXPECT_EQ(messages.take(), QStringList("MsgNoPermission()"));
+    EXPECT_EQ(db.rows("select UserName, SoftwarePart, Permission, EventText from UserEvent"),
+              u"clerk|802|3|رد شد: این کاربر این دسترسی را ندارد"_s);
     EXPECT_TRUE(messages.last().text.contains(SoftwarePartName(cspTax)));
     EXPECT_TRUE(messages.last().text.contains(PermissionName(cpDelete)));
 }
@@ -43,6 +48,7 @@ TEST_F(Rights, ARefusalIsToldByTheHostWhenTheCallerWishes)
 TEST_F(Rights, AnAdministratorHoldsEveryRight)
 {
     UserInfo.IsAdmin = true;
+    SeatUser(UserInfo);
     EXPECT_TRUE(have(cspStaff, cpStaffFamilyPage));
     EXPECT_TRUE(have(cspPayrollInfo, cpPayrollSecondPage));
 }
@@ -53,7 +59,46 @@ TEST_F(Rights, AnInactiveUserHoldsNone)
     UserInfo.IsActive = false;
     EXPECT_FALSE(have(cspTax, cpDelete));
     UserInfo.IsAdmin = true;
+    SeatUser(UserInfo);
     EXPECT_FALSE(have(cspTax, cpDelete));
+}
+
+TEST_F(Rights, AUserWhoWasShutOutMeanwhileHoldsNone)
+{
+    db.run("insert into UserRight(UserCode, SoftwarePart, Permission) values(5, 802, 3)");
+    EXPECT_TRUE(have(cspTax, cpDelete));
+    db.run("update UserAccount set IsActive=0 where Code=5");
+    EXPECT_FALSE(have(cspTax, cpDelete));
+}
+
+TEST_F(Rights, AnAdministratorWhoWasDemotedMeanwhileHoldsWhatIsLeft)
+{
+    SeatUser({5, "clerk", "A Clerk", true, true});
+    EXPECT_TRUE(IsAdministrator(UserInfo));
+    db.run("insert into UserRight(UserCode, SoftwarePart, Permission) values(5, 802, 6)");
+    db.run("update UserAccount set IsAdmin=0 where Code=5");
+    EXPECT_FALSE(IsAdministrator(UserInfo));
+    EXPECT_FALSE(have(cspTax, cpDelete));
+    EXPECT_TRUE(have(cspTax, cpOpen));
+}
+
+TEST_F(Rights, AUserWhoWasDeletedMeanwhileHoldsNoneWhateverRowsAreLeft)
+{
+    SeatUser({5, "clerk", "A Clerk", true, true});
+    db.run("delete from UserAccount where Code=5");
+    db.run("insert into UserRight(UserCode, SoftwarePart, Permission) values(5, 802, 3)"); // a forged one
+    EXPECT_FALSE(have(cspTax, cpDelete));
+    EXPECT_FALSE(IsAdministrator(UserInfo));
+}
+
+TEST_F(Rights, TheSampleCompanysAdministratorHasNoAccount)
+{
+    UserInfo = {0, "demo", {}, true, true};
+    EXPECT_TRUE(have(cspTax, cpDelete));
+    EXPECT_TRUE(IsAdministrator(UserInfo));
+    UserInfo = {};
+    EXPECT_FALSE(have(cspTax, cpDelete)) << "nobody is logged in";
+    EXPECT_FALSE(IsAdministrator(UserInfo));
 }
 
 TEST_F(Rights, ADatabaseErrorRefuses)
@@ -92,20 +137,22 @@ TEST_F(Rights, EveryRightThatIsOfferedHasAPartAndAName)
 
 TEST_F(Rights, RightsAreReplacedAsAWhole)
 {
+    UserInfo = {0, "boss", {}, true, true};
     const QList<TRight> rights{{cspTax, cpOpen}, {cspTax, cpDelete}, {cspStaff, cpOpen}};
-    SetRightsOfUser(5, rights + rights);
+    EXPECT_TRUE(SetRightsOfUser(5, rights + rights));
     EXPECT_EQ(db.rows("select UserCode, SoftwarePart, Permission from UserRight order by 2, 3"),
               "5|802|3\n5|802|6\n5|806|6");
     EXPECT_EQ(RightsOfUser(5), (QList<TRight>{{cspTax, cpDelete}, {cspTax, cpOpen}, {cspStaff, cpOpen}}));
-    SetRightsOfUser(5, {{cspFiscal, cpNew}});
+    EXPECT_TRUE(SetRightsOfUser(5, {{cspFiscal, cpNew}}));
     EXPECT_EQ(RightsOfUser(5), (QList<TRight>{{cspFiscal, cpNew}}));
 }
 
 TEST_F(Rights, RightsThatCannotBeWrittenStayAsTheyWere)
 {
-    SetRightsOfUser(5, {{cspTax, cpOpen}});
-    db.failStatement(4, TFault::DiskFull);
-    EXPECT_THROW(SetRightsOfUser(5, {{cspStaff, cpOpen}, {cspStaff, cpEdit}}), TDatabaseError);
+    UserInfo = {0, "boss", {}, true, true};
+    EXPECT_TRUE(SetRightsOfUser(5, {{cspTax, cpOpen}}));
+    db.failStatement(8, TFault::DiskFull);
+    EXPECT_THROW((void)SetRightsOfUser(5, {{cspStaff, cpOpen}, {cspStaff, cpEdit}}), TDatabaseError);
     db.failStatement(0);
     EXPECT_EQ(RightsOfUser(5), (QList<TRight>{{cspTax, cpOpen}}));
     EXPECT_FALSE(db.connection().InTransaction());

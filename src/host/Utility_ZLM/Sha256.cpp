@@ -1,0 +1,12 @@
+#include "host/Utility_ZLM/Sha256.h"
+
+#include <array>
+#include <sodium.h>
+
+QString Sha256::hex(QByteArrayView bytes)
+{
+    std::array<unsigned char, crypto_hash_sha256_BYTES> hash;
+    crypto_hash_sha256(hash.data(), reinterpret_cast<const unsigned char *>(bytes.data()),
+                       static_cast<unsigned long long>(bytes.size()));
+    return QString::fromLatin1(QByteArrayView(hash).toByteArray().toHex());
+}
