@@ -20,10 +20,11 @@ const TOption options[] = {
     {"--database", "FILE", "work on this database file"},
     {"--create", nullptr, "make the file of --database, and its folder, when it is not there"},
     {"--odbc", "TEXT", "work on SQL Server through ODBC; the connection string without its password"},
-    {"--odbc-file", "FILE", "the same, the connection string in the first line of a file"},
+    {"--odbc-file", "FILE",
+     "the same, the connection string in the first line of a file; only you may read it"},
     {"--demo", nullptr, "fill a new database with a sample company and log its administrator in"},
     {"--user", "NAME", "log in as this user"},
-    {"--password-file", "FILE", "the user's password is the first line of this file"},
+    {"--password-file", "FILE", "the user's password is the first line of this file; only you may read it"},
     {"--call", "ENTRY [ARG...]", "run one entry point, print its result, end"},
     {"--tour", "FOLDER", "the guided tour: a picture of every screen goes into the folder"},
     {"--help", nullptr, "this text"},
@@ -40,6 +41,29 @@ const TOption *optionOf(const QString &argument)
 }
 
 } // namespace
+
+namespace {
+
+bool othersMayRead(const QString &fileName)
+{
+    const auto others = QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther;
+    return (QFile::permissions(fileName) & others) != 0;
+}
+
+QString readableText(const QString &fileName)
+{
+    return u"others may read or change %1, which holds a password: 'chmod 600 %1' mends it"_s.arg(fileName);
+}
+
+} // namespace
+
+QString PasswordOf(const QString &fileName, QString *error)
+{
+    const QString password = FirstLineOf(fileName, error);
+    if (error->isEmpty() && othersMayRead(fileName))
+        *error = readableText(fileName);
+    return error->isEmpty() ? password : QString();
+}
 
 QString FirstLineOf(const QString &fileName, QString *error)
 {
@@ -101,6 +125,10 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
             line.odbc = FirstLineOf(value, &error);
             if (!error.isEmpty())
                 return wrong(error);
+            if (TOdbcConnectionString(line.odbc).hasPassword() && othersMayRead(value)) {
+                line.odbc.clear();
+                return wrong(readableText(value));
+            }
             odbcGiven = true;
         } else if (argument == "--create"_L1) {
             line.create = true;

@@ -20,7 +20,7 @@ struct TCommandLine {
 
     /// Reads the arguments (without the program's name) and the file that --odbc-file names. The environment's
     /// KETEBIONPAP_ODBC counts when no database is named. A connection string with a password is refused as an
-    /// argument, since everybody on the machine can read those.
+    /// argument, since everybody on the machine can read those, and in a file that others may read.
     static TCommandLine parse(const QStringList &arguments);
     static QString help();
     static QString version();
@@ -29,3 +29,5 @@ struct TCommandLine {
 /// The first line of a file without its line break: a password or a connection string. `error` gets one line when
 /// there is none.
 QString FirstLineOf(const QString &fileName, QString *error);
+/// The same of a file that holds a password: refused when others may read or change it.
+QString PasswordOf(const QString &fileName, QString *error);

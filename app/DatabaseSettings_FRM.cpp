@@ -17,20 +17,31 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+void addInput(QGridLayout *grid, QWidget *input, const QString &caption, const char *name)
+{
+    input->setObjectName(QLatin1String(name));
+    input->setAccessibleName(QString(caption).remove(u'&').trimmed());
+    auto *label = new QLabel(caption);
+    label->setBuddy(input);
+    const int row = grid->isEmpty() ? 0 : grid->rowCount();
+    grid->addWidget(label, row, 0);
+    grid->addWidget(input, row, 1);
+}
+
 QLineEdit *addLine(QGridLayout *grid, const QString &caption, const char *name)
 {
     auto *edit = new QLineEdit;
-    edit->setObjectName(QLatin1String(name));
-    edit->setAccessibleName(QString(caption).remove(u'&').trimmed());
+    addInput(grid, edit, caption, name);
     // Servers, users and paths are Latin nearly always.
     edit->setLayoutDirection(Qt::LeftToRight);
-    auto *label = new QLabel(caption);
-    label->setBuddy(edit);
-    const int row = grid->isEmpty() ? 0 : grid->rowCount();
-    grid->addWidget(label, row, 0);
-    grid->addWidget(edit, row, 1);
     return edit;
 }
+
+/// What each kind of line means, in the order of the list.
+const QString privacyHints[] = {
+    u"کسی روی شبکه چیزی نمی خواند و سرور همان است که باید باشد."_s,
+    u"کسی روی شبکه چیزی نمی خواند، اما سروری دیگر می تواند خود را به جای آن بگذارد."_s,
+    u"حقوق، کد ملی و نشانی افراد روی شبکه خوانده می شود."_s};
 
 } // namespace
 
@@ -60,6 +71,17 @@ TDatabaseSettings_FRM::TDatabaseSettings_FRM(const TDatabaseChoice &choice)
     Password_EDT->setEchoMode(QLineEdit::Password);
     Password_EDT->setPlaceholderText(u"نگهداری نمی شود؛ در هر شروع پرسیده می شود"_s);
     Driver_EDT = addLine(serverGrid, u"  راه &انداز ODBC :"_s, "Driver_EDT");
+    Partner_EDT = addLine(serverGrid, u"  سرور &جانشین :"_s, "Partner_EDT");
+    Privacy_CB = new TSmartComboBox_ZLM(this, {PrivacyText(TLinePrivacy::Checked),
+                                               PrivacyText(TLinePrivacy::Unchecked),
+                                               PrivacyText(TLinePrivacy::Readable)});
+    addInput(serverGrid, Privacy_CB, u"  ار&تباط :"_s, "Privacy_CB");
+    m_privacyHint = new QLabel(this);
+    m_privacyHint->setObjectName(u"Privacy_LBL"_s);
+    m_privacyHint->setWordWrap(true);
+    serverGrid->addWidget(m_privacyHint, serverGrid->rowCount(), 1);
+    Authorities_EDT = addLine(serverGrid, u"  پرونده &صادرکنندگان گواهی :"_s, "Authorities_EDT");
+    Authorities_EDT->setPlaceholderText(u"گواهی های سیستم"_s);
 
     Body()->addWidget(File_RB);
     Body()->addWidget(m_fileBox);
@@ -82,19 +104,33 @@ TDatabaseSettings_FRM::TDatabaseSettings_FRM(const TDatabaseChoice &choice)
     Port_EDT->setText(choice.onServer() ? partOf("Port") : u"1433"_s);
     Database_EDT->setText(partOf("Database"));
     User_EDT->setText(partOf("UID"));
-    m_otherParts = odbc.without({"Driver", "Server", "Port", "Database", "UID", "PWD", "Password"}).text();
+    Partner_EDT->setText(partOf("Failover_Partner"));
+    Authorities_EDT->setText(odbc.authorities());
+    Privacy_CB->setCurrentIndex(int(odbc.privacy()));
+    m_encryptsStrictly = partOf("Encrypt").compare("strict"_L1, Qt::CaseInsensitive) == 0;
+    m_otherParts = odbc.without({"Driver", "Server", "Port", "Database", "UID", "PWD", "Password",
+                                 "Failover_Partner", "CAFile", "Encrypt", "TrustServerCertificate"})
+                       .text();
     if (m_otherParts.isEmpty())
         m_otherParts = u"TDS_Version=7.4;ClientCharset=UTF-8"_s;
     (choice.onServer() ? Server_RB : File_RB)->setChecked(true);
     connect(File_RB, &QRadioButton::toggled, this, &TDatabaseSettings_FRM::showKind);
+    connect(Privacy_CB, &QComboBox::currentIndexChanged, this, &TDatabaseSettings_FRM::showPrivacy);
     showKind();
-    resize(620, 420);
+    showPrivacy();
+    resize(620, 520);
 }
 
 void TDatabaseSettings_FRM::showKind()
 {
     m_fileBox->setEnabled(File_RB->isChecked());
     m_serverBox->setEnabled(Server_RB->isChecked());
+}
+
+void TDatabaseSettings_FRM::showPrivacy()
+{
+    m_privacyHint->setText(privacyHints[qMax(Privacy_CB->currentIndex(), 0)]);
+    Authorities_EDT->setEnabled(Privacy_CB->currentIndex() == int(TLinePrivacy::Checked));
 }
 
 TDatabaseChoice TDatabaseSettings_FRM::Choice() const
@@ -105,16 +141,23 @@ TDatabaseChoice TDatabaseSettings_FRM::Choice() const
         choice.missing = TConnection::Missing::Create;
     if (!Server_RB->isChecked())
         return choice;
-    const QList<std::pair<QString, QString>> given = {{"Driver", Driver_EDT->text()},
-                                                      {"Server", Server_EDT->text()},
-                                                      {"Port", Port_EDT->text()},
-                                                      {"Database", Database_EDT->text()},
-                                                      {"UID", User_EDT->text()}};
+    const QList<std::pair<QString, QString>> given = {
+        {"Driver", Driver_EDT->text()},     {"Server", Server_EDT->text()},
+        {"Port", Port_EDT->text()},         {"Database", Database_EDT->text()},
+        {"UID", User_EDT->text()},          {"Failover_Partner", Partner_EDT->text()},
+        {"CAFile", Authorities_EDT->text()}};
     TOdbcConnectionString odbc({});
     for (const auto &[name, value] : given) {
         if (!value.trimmed().isEmpty())
             odbc = odbc.with(name, value.trimmed());
     }
+    const auto privacy = TLinePrivacy(qMax(Privacy_CB->currentIndex(), 0));
+    if (privacy == TLinePrivacy::Readable)
+        odbc = odbc.with(u"Encrypt"_s, u"no"_s);
+    else
+        odbc = odbc.with(u"Encrypt"_s, m_encryptsStrictly ? u"strict"_s : u"yes"_s);
+    if (privacy == TLinePrivacy::Unchecked)
+        odbc = odbc.with(u"TrustServerCertificate"_s, u"yes"_s);
     odbc = TOdbcConnectionString(odbc.text() + u';' + m_otherParts);
     if (!Password_EDT->text().isEmpty())
         odbc = odbc.with(u"PWD"_s, Password_EDT->text());
@@ -148,14 +191,14 @@ void TDatabaseSettings_FRM::test()
         return;
     }
     // An engine alone leaves the schema as it is.
+    TLineState line;
     const bool open = Guarded([&] {
-        if (choice.onServer())
-            OpenOdbcEngine(choice.odbc);
-        else
-            OpenSqliteEngine(choice.file);
+        line = (choice.onServer() ? OpenOdbcEngine(choice.odbc) : OpenSqliteEngine(choice.file))->line();
     });
     if (open)
-        Tell(u"اتصال به پایگاه داده برقرار شد."_s);
+        Tell(u"اتصال به پایگاه داده برقرار شد."_s +
+             (line.toServer ? u"\nسرور: \u2066%1\u2069 (%2)"_s.arg(line.server, PrivacyText(line.privacy))
+                            : QString()));
 }
 
 void TDatabaseSettings_FRM::save()

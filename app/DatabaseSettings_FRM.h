@@ -3,10 +3,12 @@
 #include "app/DatabaseChoice.h"
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
 
+class QLabel;
 class QLineEdit;
 class QRadioButton;
 class QWidget;
 class TSmartButton_ZLM;
+class TSmartComboBox_ZLM;
 
 /// Which database the program works on: a file on this machine, or SQL Server. With a test of the connection that
 /// changes nothing.
@@ -21,6 +23,9 @@ public:
     QRadioButton *Server_RB;
     QLineEdit *File_EDT;
     QLineEdit *Driver_EDT;
+    TSmartComboBox_ZLM *Privacy_CB;
+    QLineEdit *Authorities_EDT;
+    QLineEdit *Partner_EDT;
     QLineEdit *Server_EDT;
     QLineEdit *Port_EDT;
     QLineEdit *Database_EDT;
@@ -33,7 +38,10 @@ private:
     void save();
     void pickFile();
     void showKind();
+    void showPrivacy();
     QWidget *m_fileBox;
     QWidget *m_serverBox;
-    QString m_otherParts; ///< parts of a given connection string that have no input here
+    QLabel *m_privacyHint;
+    bool m_encryptsStrictly = false; ///< the vendor's stricter kind of encryption was given
+    QString m_otherParts;            ///< parts of a given connection string that have no input here
 };

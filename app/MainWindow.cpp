@@ -215,6 +215,7 @@ void TMain_FRM::buildStatus()
     m_user = add("User_LBL");
     m_workstation = add("Workstation_LBL");
     m_database = add("Database_LBL");
+    m_line = add("Line_LBL");
     m_date = add("Date_LBL");
     // The window may stay open over midnight.
     auto *minute = new QTimer(this);
@@ -229,6 +230,9 @@ void TMain_FRM::showStatus()
     const QString database = m_session.connection().displayName();
     m_database->setText(u"پایگاه داده: \u2066%1\u2069"_s.arg(database.section(u'/', -1)));
     m_database->setToolTip(database);
+    const TLineState line = m_session.connection().line();
+    m_line->setVisible(line.toServer);
+    m_line->setText(u"سرور: \u2066%1\u2069 (%2)"_s.arg(line.server, PrivacyText(line.privacy)));
     m_date->setText(u"\u2066%1\u2069"_s.arg(NowDate()));
 }
 
@@ -238,6 +242,7 @@ void TMain_FRM::OpenEntry(const TEntryPoint &entry)
     if (!m_session.ensureConnected())
         return;
     const int result = m_session.callEntry(entry, entry.usualArguments);
+    showStatus(); // the server may be another one by now
     if (entry.isSelect())
         statusBar()->showMessage(result == 0 ? u"چیزی انتخاب نشد."_s : u"کد انتخاب شده: %1"_s.arg(result));
 }
@@ -354,6 +359,9 @@ void TMain_FRM::restore()
 
 void TMain_FRM::about()
 {
+    const TLineState line = m_session.connection().line();
     Tell(u"اطلاعات پایه حقوق و دستمزد\nنسخه %1\nپایگاه داده: \u2066%2\u2069"_s.arg(
-        QLatin1String(KETEBIONPAP_VERSION), m_session.connection().displayName()));
+             QLatin1String(KETEBIONPAP_VERSION), m_session.connection().displayName()) +
+         (line.toServer ? u"\nسرور: \u2066%1\u2069 (%2)"_s.arg(line.server, PrivacyText(line.privacy))
+                        : QString()));
 }

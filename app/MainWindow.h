@@ -52,5 +52,6 @@ private:
     QLabel *m_user;
     QLabel *m_workstation;
     QLabel *m_database;
+    QLabel *m_line; ///< which server, and how the line to it is kept
     QLabel *m_date;
 };

@@ -9,19 +9,49 @@
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/database/OdbcConnectionString.h"
+#include "host/database/SqliteFile.h"
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTextStream>
 
+#include <memory>
 #include <pwd.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+/// A small window that says what is waited for, as long as it lives.
+class TOpening {
+public:
+    /// Empty: none.
+    explicit TOpening(const QString &place)
+    {
+        if (place.isEmpty())
+            return;
+        m_window = std::make_unique<QLabel>(
+            u"در حال اتصال به \u2066%1\u2069 و آماده کردن پایگاه داده ..."_s.arg(place));
+        m_window->setObjectName(u"Opening_LBL"_s);
+        m_window->setWindowTitle(QApplication::applicationDisplayName());
+        m_window->setWindowFlags(Qt::SplashScreen);
+        m_window->setFrameStyle(int(QFrame::StyledPanel) | int(QFrame::Plain));
+        m_window->setMargin(24);
+        m_window->setLayoutDirection(Qt::RightToLeft);
+        m_window->show();
+        // Painted once now: the line is waited for from here on.
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        m_window->repaint();
+    }
+
+private:
+    std::unique_ptr<QLabel> m_window;
+};
 
 QString loginText(const TLogin &login)
 {
@@ -59,7 +89,9 @@ private:
     TStep ask(TStart_FRM &dialog);
     TStep start();
     bool openDatabase();
+    void openSession(const TDatabaseChoice &choice);
     bool chooseDatabase();
+    void takeBack(const QString &file);
     TStep askServerPassword(TDatabaseChoice &choice);
     bool fillSample();
     TStep registerWorkstation();
@@ -75,6 +107,7 @@ private:
     TSession m_session;
     TDatabaseChoice m_choice; ///< as it was chosen: without the password that is asked for
     bool m_starting = true;
+    bool m_madeUnasked = false; ///< the ordinary file was not there before this start
 };
 
 /// At the start of the program the user may still turn to another database, where none was named.
@@ -91,8 +124,26 @@ bool TProgram::chooseDatabase()
     TDatabaseSettings_FRM settings(m_choice);
     if (settings.exec() != QDialog::Accepted)
         return false;
+    const QString before = m_choice.file;
     m_choice = settings.Choice();
+    if (m_madeUnasked && (m_choice.onServer() || m_choice.file != before))
+        takeBack(before);
     return true;
+}
+
+/// The ordinary file, which a first start made by itself, goes when the user turns to another database before anything
+/// was entered.
+void TProgram::takeBack(const QString &file)
+{
+    try {
+        m_madeUnasked = !NoUserYet();
+    } catch (const TDatabaseError &) {
+        return; // not known to be empty
+    }
+    if (m_madeUnasked)
+        return;
+    m_session.connection().close();
+    SqliteFile::removeUnused(file);
 }
 
 TProgram::TStep TProgram::askServerPassword(TDatabaseChoice &choice)
@@ -114,6 +165,21 @@ TProgram::TStep TProgram::askServerPassword(TDatabaseChoice &choice)
     return TStep::Done;
 }
 
+void TProgram::openSession(const TDatabaseChoice &choice)
+{
+    // A server behind a slow line takes its time, above all when it gets its tables.
+    const TOpening opening(
+        interactive() && choice.onServer() ? TOdbcConnectionString(choice.odbc).displayName() : QString());
+    const bool isNew = !choice.onServer() && interactive() &&
+                       choice.file == TDatabaseChoice::ordinaryFile() && !QFile::exists(choice.file);
+    m_session.open(choice);
+    m_madeUnasked = isNew;
+    const TLineState line = m_session.connection().line();
+    if (line.toServer && namedDatabase())
+        m_err << "ketebionpap: the line to " << line.server << " is " << PrivacyTerm(line.privacy)
+              << Qt::endl;
+}
+
 bool TProgram::openDatabase()
 {
     for (;;) {
@@ -127,7 +193,7 @@ bool TProgram::openDatabase()
         }
         QString text;
         try {
-            m_session.open(choice);
+            openSession(choice);
             return true;
         } catch (const TDatabaseError &error) {
             if (error.fault() == TFault::NoSuchFile) {
@@ -182,7 +248,11 @@ TProgram::TStep TProgram::registerWorkstation()
 {
     if (sample()) {
         IniOptions.Com_Index = 1;
-        return stepOf(RegisterWorkstation(1, touring() ? u"حسابداری"_s : OwnWorkstationName()));
+        if (RegisterWorkstation(1, touring() ? u"حسابداری"_s : OwnWorkstationName()))
+            return TStep::Done;
+        fail(
+            u"workstation 1 of this database is another one; the sample company goes into a new database only"_s);
+        return TStep::Failed;
     }
     bool saved = true;
     if (!interactive()) {
@@ -219,7 +289,7 @@ TProgram::TStep TProgram::logIn()
             return step;
     } else {
         QString error;
-        const QString password = FirstLineOf(m_line.passwordFile, &error);
+        const QString password = PasswordOf(m_line.passwordFile, &error);
         if (!error.isEmpty()) {
             fail(error);
             return TStep::Failed;

@@ -1,6 +1,7 @@
 #include "app/Session.h"
 
 #include "app/Ask.h"
+#include "app/ServerWait.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Dynamic_method_declare_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
@@ -48,12 +49,20 @@ bool TSession::ensureConnected()
             return true;
         }
     } catch (const TDatabaseError &error) {
-        if (error.fault() != TFault::ConnectionLost) {
+        if (!IsLineLost(error.fault())) {
             MsgDatabaseError(error);
             return false;
         }
     }
     QString why = u"ارتباط با پایگاه داده قطع شده است."_s;
+    if (m_choice.onServer() && m_connection.isOpen()) {
+        try {
+            waitForServer();
+            return true;
+        } catch (const TDatabaseError &error) {
+            why = error.userText();
+        }
+    }
     while (Ask(why + u"\nدوباره وصل شود؟"_s)) {
         try {
             reconnect();
@@ -63,6 +72,12 @@ bool TSession::ensureConnected()
         }
     }
     return false;
+}
+
+void TSession::waitForServer()
+{
+    TServerWait window(m_choice);
+    window.Run([this] { m_connection.scalar(TStatement("select 1")); });
 }
 
 int TSession::callEntry(const TEntryPoint &entry, const QStringList &arguments)

@@ -16,8 +16,9 @@ public:
     TConnection &connection() { return m_connection; }
     TModule &module() { return m_module; }
 
-    /// Asks the database for a sign of life. When the connection was lost the user is told and asked whether to
-    /// connect again, as often as wanted. False: there is no connection.
+    /// Asks the database for a sign of life. A server that went away is waited for, while the user sees it and may stop
+    /// with Esc. When the connection stays lost the user is told and asked whether to connect again, as often as wanted.
+    /// False: there is no connection.
     bool ensureConnected();
     /// Opens the same database again. Throws TDatabaseError.
     void reconnect();
@@ -27,6 +28,7 @@ public:
 
 private:
     void registerPickers();
+    void waitForServer();
     TConnection m_connection;
     TDatabaseChoice m_choice;
     TModule m_module;

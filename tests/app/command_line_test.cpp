@@ -25,6 +25,7 @@ QString fileWith(QTemporaryDir &folder, const QByteArray &text)
     QFile file(folder.filePath("given"));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(text);
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     return file.fileName();
 }
 
@@ -107,6 +108,26 @@ TEST(CommandLine, AConnectionStringWithItsPasswordComesFromAFile)
     EXPECT_EQ(line.odbc, "Driver=FreeTDS;UID=u;PWD=p");
     EXPECT_NE(errorOf({"--odbc-file", folder.filePath("none")}).find("cannot read "), std::string::npos);
     EXPECT_NE(errorOf({"--odbc-file", fileWith(folder, "\n")}).find(" is empty"), std::string::npos);
+}
+
+TEST(CommandLine, AFileWithAPasswordThatOthersMayReadIsRefusedWithHowToMendIt)
+{
+    QTemporaryDir folder;
+    const QString file = fileWith(folder, "Driver=FreeTDS;UID=u;PWD=TopSecret\n");
+    for (const auto others : {QFile::ReadGroup, QFile::ReadOther, QFile::WriteOther}) {
+        ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | others));
+        const TCommandLine line = parse({"--odbc-file", file});
+        EXPECT_TRUE(line.error.contains("chmod 600 " + file)) << line.error.toStdString();
+        EXPECT_FALSE(line.error.contains("TopSecret"));
+        EXPECT_EQ(line.odbc, "");
+        QString error;
+        EXPECT_EQ(PasswordOf(file, &error), "");
+        EXPECT_TRUE(error.contains("chmod 600 " + file)) << error.toStdString();
+    }
+    // Without a password there is nothing to hide: an administrator may give one to all.
+    const QString open = fileWith(folder, "Driver=FreeTDS;Server=s;UID=u\n");
+    ASSERT_TRUE(QFile::setPermissions(open, QFile::ReadOwner | QFile::ReadOther));
+    EXPECT_EQ(errorOf({"--odbc-file", open}), "");
 }
 
 TEST(CommandLine, TheEnvironmentCountsWhenNoDatabaseIsNamed)

@@ -150,6 +150,7 @@ TEST_F(FileDialogsBesideTheDatabase, ASecondProgramThatComesAndGoesLeavesTheLogA
     QFile password(home.filePath("password"));
     ASSERT_TRUE(password.open(QIODevice::WriteOnly));
     password.write("not-the-password\n");
+    password.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     password.close();
     const auto second = [&] {
         QProcess program;

@@ -118,6 +118,20 @@ TEST_F(Screens, TheStatusBarSaysWhoWhereAndWhen)
     EXPECT_TRUE(shown("Date_LBL").contains(NowDate()));
 }
 
+TEST_F(Screens, TheStatusBarSaysWhichServerAndHowTheLineToItIsKept)
+{
+    TMain_FRM window(session);
+    showActive(window);
+    const auto *label = window.findChild<QLabel *>("Line_LBL");
+    ASSERT_NE(label, nullptr);
+    const TLineState line = session.connection().line();
+    EXPECT_EQ(label->isVisible(), line.toServer) << "a file has no line";
+    if (line.toServer) {
+        EXPECT_TRUE(label->text().contains(line.server));
+        EXPECT_TRUE(label->text().contains(PrivacyText(line.privacy))) << label->text().toStdString();
+    }
+}
+
 TEST_F(Screens, AKeyOpensAnEntryAndEscComesBack)
 {
     TMain_FRM window(session);

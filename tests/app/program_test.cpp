@@ -58,6 +58,7 @@ protected:
         QFile file(home.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
         return file.fileName();
     }
     static QByteArray read(const QString &name)

@@ -39,6 +39,7 @@ protected:
         QFile file(home.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text.toUtf8() + '\n');
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
         return file.fileName();
     }
     /// Starts the real program, which opens the database and then refuses the user; answers what could be seen of it.

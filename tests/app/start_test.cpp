@@ -9,7 +9,9 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -330,6 +332,19 @@ TEST_F(InProcess, AnotherUserLogsInWithoutANewStart)
         << "the sample company has no account, so its first one is made now";
 }
 
+TEST_F(InProcess, ASampleCompanyOnADatabaseWithAnotherFirstWorkstationIsRefusedWithAWord)
+{
+    const QString file = home.filePath("others.db");
+    {
+        TSession session;
+        session.open({file, {}, TConnection::Missing::Create});
+        ASSERT_TRUE(RegisterWorkstation(1, u"ایستگاه دیگر"_s));
+    }
+    EXPECT_EQ(run({"--database", file, "--demo", "--call", "Open_TaxList"}), 1);
+    EXPECT_EQ(err.count('\n'), 1) << err.toStdString();
+    EXPECT_TRUE(err.contains("workstation 1 of this database is another one")) << err.toStdString();
+}
+
 TEST_F(InProcess, ANamedServerThatCannotBeReachedIsToldAndEndsTheStart)
 {
     ScriptedMessages messages;
@@ -387,6 +402,31 @@ TEST_F(InProcess, EachDialogOfTheStartLeadsToTheDatabaseSettings)
     }
 }
 
+TEST_F(InProcess, AFirstStartThatTurnsToAnotherDatabaseLeavesNoFileBehind)
+{
+    ScriptedMessages messages;
+    messages.answer({TAnswer::Yes}); // the other file is to be made
+    const QString other = home.filePath("other.db");
+    QStringList shown;
+    const auto answer = [&](QWidget *screen) {
+        shown << screen->objectName();
+        if (auto *input = screen->findChild<QLineEdit *>("File_EDT")) {
+            EXPECT_TRUE(QFile::exists(TDatabaseChoice::ordinaryFile()));
+            Keys::retype(input, other);
+            Keys::press(screen, Qt::Key_F3);
+        } else if (QFile::exists(other)) {
+            Keys::press(screen, Qt::Key_Escape);
+        } else {
+            Keys::press(screen, shown.size() == 1 ? Qt::Key_F3 : Qt::Key_F8);
+        }
+    };
+    EXPECT_EQ(runWithWindow([&] { return run({}); }, answer, [](QWidget *window) { window->close(); }), 1);
+    EXPECT_EQ(shown.mid(0, 3), QStringList({"TWorkstation_FRM", "TFirstUser_FRM", "TDatabaseSettings_FRM"}));
+    EXPECT_TRUE(QFile::exists(other));
+    const QFileInfo ordinary(TDatabaseChoice::ordinaryFile());
+    EXPECT_EQ(ordinary.dir().entryList(QDir::Files | QDir::Hidden), QStringList());
+}
+
 TEST_F(InProcess, AServerThatAsksForAPasswordIsLeftForAFile)
 {
     IniOptions.load();
@@ -421,6 +461,7 @@ TEST_F(InProcess, AShutOutUserAndAUserWithoutRightsGetNoScreen)
     QFile password(home.filePath("password"));
     ASSERT_TRUE(password.open(QIODevice::WriteOnly));
     password.write("secret-1\n");
+    password.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     password.close();
     ScriptedMessages messages;
     const auto call = [&](const char *user, const char *entry) {

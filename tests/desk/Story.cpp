@@ -15,6 +15,7 @@ Story::Story()
     QFile password(m_home.filePath("password"));
     EXPECT_TRUE(password.open(QIODevice::WriteOnly));
     password.write("secret-1\n");
+    password.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
 }
 
 Story::~Story()

@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 using namespace Qt::Literals::StringLiterals;
@@ -52,8 +53,9 @@ QByteArray utf16(const QString &text)
     return bytes;
 }
 
-// The protocol's answer of one error message and the end of the answer.
-QByteArray errorAnswer(int messageNumber, const QString &message)
+} // namespace
+
+QByteArray TestProxy::refusal(int messageNumber, const QString &message)
 {
     const char login = 16; // the severity
     const QByteArray error = number(quint64(messageNumber), 4) + char(1) + login +
@@ -65,6 +67,8 @@ QByteArray errorAnswer(int messageNumber, const QString &message)
     return QByteArray("\x04\x01", 2) + char(size >> 8) + char(size & 0xff) + QByteArray("\0\0\1\0", 4) +
            tokens;
 }
+
+namespace {
 
 const char loginPacket = 0x10;
 
@@ -82,7 +86,7 @@ bool sendAll(int to, const char *bytes, ssize_t size)
 
 } // namespace
 
-TestProxy::TestProxy(const QString &connectionString)
+TestProxy::TestProxy(const QString &connectionString, Privacy privacy)
 {
     const TOdbcConnectionString string(connectionString);
     m_host = string.value(u"SERVER"_s).toUtf8();
@@ -100,6 +104,10 @@ TestProxy::TestProxy(const QString &connectionString)
     m_connectionString = TestServer::with(connectionString, u"SERVER"_s, u"127.0.0.1"_s);
     m_connectionString =
         TestServer::with(m_connectionString, u"PORT"_s, QString::number(ntohs(address.sin_port)));
+    if (privacy == Readable) {
+        m_connectionString = TestServer::with(m_connectionString, u"Encrypt"_s, u"no"_s);
+        m_connectionString = TestServer::with(m_connectionString, u"Encryption"_s, u"off"_s);
+    }
     m_thread = std::thread([this] { work(); });
 }
 
@@ -129,10 +137,16 @@ void TestProxy::watch(const QString &text, bool before)
     m_cutBefore = before;
 }
 
+QByteArray TestProxy::record()
+{
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_record, {});
+}
+
 void TestProxy::refuseLogins(int messageNumber, const QString &message)
 {
     const std::lock_guard lock(m_mutex);
-    m_refusal = messageNumber == 0 ? QByteArray() : errorAnswer(messageNumber, message);
+    m_refusal = messageNumber == 0 ? QByteArray() : refusal(messageNumber, message);
 }
 
 void TestProxy::close(TLine &line)
@@ -148,11 +162,21 @@ bool TestProxy::pass(TLine &line, bool fromClient)
     const ssize_t size = recv(fromClient ? line.client : line.server, bytes, sizeof(bytes), 0);
     if (size <= 0)
         return false;
+    if (m_records) {
+        const std::lock_guard lock(m_mutex);
+        m_record.append(bytes, size);
+    }
     if (!fromClient) {
         m_fromServer += size;
         for (int waited = 0; waited < m_delay && !m_isCut && !m_stop; waited += 10)
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        return !m_isCut && sendAll(line.client, bytes, size);
+        ssize_t at = 0;
+        for (; m_trickle > 0 && at < size && !m_isCut && !m_stop; ++at) {
+            if (!sendAll(line.client, bytes + at, 1))
+                return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(m_trickle));
+        }
+        return !m_isCut && sendAll(line.client, bytes + at, size - at);
     }
     bool last = false;
     {

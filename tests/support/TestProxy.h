@@ -12,7 +12,9 @@
 class TestProxy {
 public:
     /// Listens on a free port of this machine and passes all on to the server of a connection string.
-    explicit TestProxy(const QString &connectionString);
+    /// Readable: nothing is encrypted on the way, so that the texts of requests can be watched for.
+    enum Privacy { Readable, AsGiven };
+    explicit TestProxy(const QString &connectionString, Privacy privacy = Readable);
     ~TestProxy();
     TestProxy(const TestProxy &) = delete;
 
@@ -27,10 +29,18 @@ public:
     void cutBefore(const QString &text) { watch(text, true); }
     /// Passes the request that holds this text on, and cuts the line before the answer.
     void cutAfter(const QString &text) { watch(text, false); }
+    /// The protocol's answer of one error message, and the end of the answer.
+    static QByteArray refusal(int messageNumber, const QString &message);
     /// Answers every login with this message of the server instead of passing it on; number 0 passes them on again.
     void refuseLogins(int number, const QString &message);
     /// Keeps every answer back for so long.
     void setDelay(int milliseconds) { m_delay = milliseconds; }
+    /// Hands out an answer a byte at a time, so many milliseconds apart; 0: at once again.
+    void setTrickle(int milliseconds) { m_trickle = milliseconds; }
+
+    /// Keeps all bytes of both ways from here on; record() hands out what came since the last call.
+    void startRecord() { m_records = true; }
+    QByteArray record();
 
     /// Bytes from the server since the last resetBytes().
     qint64 bytesFromServer() const { return m_fromServer; }
@@ -56,9 +66,12 @@ private:
     QByteArray m_watched;
     QByteArray m_refusal;
     bool m_cutBefore = false;
+    QByteArray m_record;
+    std::atomic<bool> m_records = false;
     std::atomic<bool> m_stop = false;
     std::atomic<bool> m_isCut = false;
     std::atomic<int> m_delay = 0;
+    std::atomic<int> m_trickle = 0;
     std::atomic<qint64> m_fromServer = 0;
     std::atomic<qint64> m_toServer = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "host/database/Engine.h"
 #include "host/database/OdbcConnectionString.h"
+#include "host/database/OdbcDriverFile.h"
 #include "host/database/OdbcHandles.h"
 #include "host/database/Schema.h"
 #include "host/database/SqlText.h"
@@ -39,7 +40,7 @@ void TestServer::runOnServer(const QString &sql, const QString &database)
     const Odbc::TEnvironment environment;
     const Odbc::TConnectionHandle connection{SQLHANDLE(environment)};
     const TOdbcConnectionString string(connectionString(database));
-    const QString text = string.forDriver();
+    const QString text = OdbcDriverFile::textFor(string, string.servers().first());
     const auto check = [&](SQLRETURN code, SQLSMALLINT type, SQLHANDLE handle) {
         if (SQL_SUCCEEDED(code) || code == SQL_NO_DATA)
             return;

@@ -232,6 +232,7 @@ TEST_P(SaveFaults, ANewEmployeeIsSavedOnceWithTheFamily)
                                               .sql(",")
                                               .integer(code)
                                               .sql(",'child')"));
+                       Staff_DM->FillDataFamilyList(code); // they stand on the screen, as rows of its own
                        saveThreeTimes(*editor, "insert into [staff]",
                                       TStatement("insert into Staff(Code) values(").integer(code).sql(")"),
                                       [&] {

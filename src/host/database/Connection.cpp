@@ -60,6 +60,11 @@ QString TConnection::displayName() const
     return m_engine ? m_engine->displayName() : QString();
 }
 
+TLineState TConnection::line() const
+{
+    return m_engine ? m_engine->line() : TLineState();
+}
+
 void TConnection::BeginTrans()
 {
     RollbackTrans();

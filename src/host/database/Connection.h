@@ -3,6 +3,7 @@
 #include "host/Export.h"
 #include "host/database/DatabaseError.h"
 #include "host/database/Field.h"
+#include "host/database/LineState.h"
 #include "host/database/Statement.h"
 
 #include <QObject>
@@ -41,6 +42,8 @@ public:
     void setPatience(int milliseconds);
     /// The file's path, or server and database without user and password.
     QString displayName() const;
+    /// The line to the database: which server, and whether it is encrypted and checked.
+    TLineState line() const;
 
     /// Begins a transaction. One that was left open is rolled back first.
     void BeginTrans();

@@ -8,17 +8,25 @@
 
 /// What went wrong, in the terms that a user can act on.
 enum class TFault {
-    Refused,        ///< a key, a reference or a check of the schema forbids the change
-    Locked,         ///< another user holds the row, the table or the file; the wait ran out
-    Deadlock,       ///< this transaction was chosen to give way and is rolled back as a whole
-    ConnectionLost, ///< the server went away, or the network did
-    NoAnswer,       ///< the server was too late with its answer; the line was given up
-    LoginRefused,   ///< the server does not accept the user and the password
-    NoRight,        ///< the server's user may not do this
-    NoSuchDatabase, ///< none of that name on the server, or not for this user
-    NoServer,       ///< nobody answers at that address
-    ServerFull,     ///< the server takes no further connection
-    NoDriver,       ///< no ODBC driver is named, or none of that name is installed
+    Refused,            ///< a key, a reference or a check of the schema forbids the change
+    Locked,             ///< another user holds the row, the table or the file; the wait ran out
+    Deadlock,           ///< this transaction was chosen to give way and is rolled back as a whole
+    ConnectionLost,     ///< the server went away, or the network did
+    NoAnswer,           ///< the server was too late with its answer; the line was given up
+    LoginRefused,       ///< the server does not accept the user and the password
+    NoRight,            ///< the server's user may not do this
+    NoSuchDatabase,     ///< none of that name on the server, or not for this user
+    NoServer,           ///< nobody answers at that address
+    ServerFull,         ///< the server takes no further connection
+    NoDriver,           ///< no ODBC driver is named, or none of that name is installed
+    ChangingOver,       ///< another server takes the database over, or it comes up: it passes by itself
+    NoEncryption,       ///< the server does not encrypt, and the connection string wants that
+    UnknownIssuer,      ///< the server's certificate is of no known authority
+    OtherName,          ///< the server's certificate is another server's
+    ExpiredCertificate, ///< the server's certificate is no longer valid, or not yet
+    NoAuthorities,      ///< the file of the authorities cannot be read, or holds none
+    UnknownPrivacy,     ///< the driver cannot encrypt and check as the connection string wants
+    UnfitPassword,      ///< the driver cannot be told this password
     DiskFull,
     ReadOnly,     ///< the file or its folder cannot be written
     CannotOpen,   ///< no such file, or the driver gives no better reason
@@ -40,7 +48,7 @@ enum class TFault {
 /// True when the line to the server is no more, and with it what was not committed.
 inline bool IsLineLost(TFault fault)
 {
-    return fault == TFault::ConnectionLost || fault == TFault::NoAnswer;
+    return fault == TFault::ConnectionLost || fault == TFault::NoAnswer || fault == TFault::ChangingOver;
 }
 
 /// Every failure of the database layer. Copyable, and safe to keep.

@@ -3,6 +3,7 @@
 #include "host/Export.h"
 #include "host/database/DatabaseError.h"
 #include "host/database/Field.h"
+#include "host/database/LineState.h"
 
 #include <memory>
 
@@ -31,6 +32,8 @@ public:
     /// In whose words the schema's batches are given to it. What else differs between databases is asked below.
     virtual TEngineKind kind() const = 0;
     virtual QString displayName() const = 0;
+    /// The line that it is reached by.
+    virtual TLineState line() const { return {}; }
 
     /// How many rows of a list are worth one request.
     virtual int pageRows() const = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Export.h"
+#include "host/database/LineState.h"
 
 #include <QList>
 #include <QString>
@@ -8,12 +9,23 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+/// Where a server listens.
+struct TServerAddress {
+    QString host;
+    QString instance; ///< empty: by port
+    int port = 0;     ///< 0: the driver's own
+};
+
 /// An ODBC connection string ("Driver={FreeTDS};Server=...;PWD={a;b}"), read by ODBC's own rules: parts parted by
 /// semicolons, words without regard to case, values in braces may hold semicolons and doubled closing braces.
 ///
-/// Three words are our own: LoginTimeout, AnswerTimeout and LockTimeout, in seconds.
+/// Some words are our own: LoginTimeout, AnswerTimeout and LockTimeout, in seconds, and those that the vendor's driver
+/// has, too, and FreeTDS has under other names or nowhere: Encrypt, TrustServerCertificate, CAFile, Failover_Partner.
 class KETEBIONPAP_CORE TOdbcConnectionString {
 public:
+    /// Which driver's words it is written for.
+    enum class Driver { None, FreeTds, Vendor, Unknown };
+
     explicit TOdbcConnectionString(const QString &text);
 
     /// Whether the word is there, with or without a value.
@@ -31,13 +43,25 @@ public:
     /// The same with this value for a word, in braces where it needs them.
     TOdbcConnectionString with(const QString &word, const QString &value) const;
 
+    Driver driver() const;
+    /// What it asks for: encrypted and checked unless it says otherwise (Encrypt=no, TrustServerCertificate=yes).
+    TLinePrivacy privacy() const;
+    /// The file of the authorities that the server's certificate is checked against; empty: the system's.
+    QString authorities() const { return value(u"CAFile"_s); }
+    /// The servers in the order in which they are tried: Server, then those of Failover_Partner. At least one.
+    QList<TServerAddress> servers() const;
+
     QString text() const;
-    /// The string for the driver: without our own words, with what the driver needs for wide text.
-    QString forDriver() const;
+    /// Throws TDatabaseError where no driver is named, the named one cannot do what the string asks for, or the password
+    /// cannot be told to it.
+    void check() const;
+    /// The string for the driver: in its own words, for one of the servers. `section` is the section of the driver's
+    /// configuration that stands for the server, where the driver wants one.
+    QString forDriver(const TServerAddress &server, const QString &section = {}) const;
     /// "server/database", without user and password.
     QString displayName() const;
-    /// `text` with the password blanked out, wherever a driver repeats it.
-    QString withoutSecrets(QString text) const;
+    /// `text` with the password blanked out, wherever a driver repeats it; a short one only where it stands alone.
+    QString withoutSecrets(const QString &text) const;
 
     int loginSeconds() const { return seconds(u"LoginTimeout"_s, 10); }
     /// How long an answer may take until the line counts as dead.
@@ -46,12 +70,14 @@ public:
     int lockSeconds() const { return seconds(u"LockTimeout"_s, 5); }
 
 private:
-    int seconds(const QString &word, int otherwise) const;
-
     struct TPart {
         QString word;
         QString value;
         QString text; // as given, with its braces
     };
+    int seconds(const QString &word, int otherwise) const;
+    QStringList privacyWords() const;
+    static QString freeTdsText(const TPart &part);
+
     QList<TPart> m_parts;
 };

@@ -33,8 +33,12 @@ TOdbcCursor::TOdbcCursor(TOdbcEngine &engine, Odbc::TStatementHandle statement, 
 
 TOdbcCursor::~TOdbcCursor()
 {
-    if (m_engine && m_engine->m_cursor == this)
-        m_engine->m_cursor = nullptr;
+    if (!m_engine || m_engine->m_cursor != this)
+        return;
+    m_engine->m_cursor = nullptr;
+    // Rows that nobody reads are given up, which the server confirms.
+    const TOdbcLine::TTurn turn(m_engine->m_line, m_engine->m_string.answerSeconds());
+    m_statement = Odbc::TStatementHandle();
 }
 
 void TOdbcCursor::describe()
@@ -79,6 +83,7 @@ void TOdbcCursor::describe()
 
 bool TOdbcCursor::fetch()
 {
+    const TOdbcLine::TTurn turn(m_engine->m_line, m_engine->m_string.answerSeconds());
     SQLRETURN code = SQLFetch(m_statement);
     if (code == SQL_NO_DATA) {
         m_row.clear();

@@ -1,8 +1,11 @@
 #include "host/database/OdbcEngine.h"
 
+#include "host/database/ChangeOver.h"
 #include "host/database/OdbcCursor.h"
+#include "host/database/OdbcDriverFile.h"
 #include "host/database/OdbcText.h"
 #include "host/database/SqlText.h"
+#include "host/database/TlsCheck.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -16,8 +19,7 @@ std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString)
 TOdbcEngine::TOdbcEngine(const QString &connectionString)
     : m_string(connectionString), m_patience(m_string.lockSeconds() * 1000)
 {
-    if (m_string.value(u"DRIVER"_s).isEmpty() && m_string.value(u"DSN"_s).isEmpty())
-        throw TDatabaseError(TFault::NoDriver, u"the connection string names no DRIVER and no DSN"_s);
+    m_string.check();
 }
 
 void TOdbcEngine::open()
@@ -32,22 +34,58 @@ TOdbcEngine::~TOdbcEngine()
     drop();
 }
 
+// The server that answered last is asked first: the others stand by.
 void TOdbcEngine::connect()
 {
     drop();
+    const QList<TServerAddress> servers = m_string.servers();
+    for (qsizetype tried = 1;; ++tried) {
+        try {
+            connectTo(servers[m_serverAt]);
+            break;
+        } catch (const TDatabaseError &error) {
+            if (tried == servers.size() || !TChangeOver::passes(error.fault()))
+                throw;
+            m_serverAt = (m_serverAt + 1) % servers.size();
+        }
+    }
+    m_server = prepareSession();
+    if (m_server.isEmpty())
+        m_server = servers[m_serverAt].host;
+}
+
+void TOdbcEngine::connectTo(const TServerAddress &server)
+{
     Odbc::TConnectionHandle connection{SQLHANDLE(m_environment)};
     SQLSetConnectAttrW(connection, SQL_ATTR_LOGIN_TIMEOUT,
                        reinterpret_cast<SQLPOINTER>(SQLULEN(m_string.loginSeconds())), SQL_IS_UINTEGER);
-    const QString text = m_string.forDriver();
+    const QString text = OdbcDriverFile::textFor(m_string, server);
     SQLSMALLINT length = 0;
-    const SQLRETURN code = SQLDriverConnectW(connection, nullptr, Odbc::wide(text), SQLSMALLINT(text.size()),
-                                             nullptr, 0, &length, SQL_DRIVER_NOPROMPT);
-    if (!SQL_SUCCEEDED(code)) {
-        const auto problems = Odbc::problemsOf(SQL_HANDLE_DBC, connection);
-        throw TDatabaseError(Odbc::faultOf(problems, true), m_string.withoutSecrets(Odbc::textOf(problems)));
+    const int usualPort = 1433;
+    m_line.beforeConnect(server.port > 0 || !server.instance.isEmpty() ? server.port : usualPort);
+    SQLRETURN code = SQL_ERROR;
+    {
+        const TOdbcLine::TTurn turn(m_line, m_string.loginSeconds());
+        code = SQLDriverConnectW(connection, nullptr, Odbc::wide(text), SQLSMALLINT(text.size()), nullptr, 0,
+                                 &length, SQL_DRIVER_NOPROMPT);
     }
+    if (!SQL_SUCCEEDED(code))
+        failToConnect(connection, server);
+    m_line.afterConnect();
     m_connection = std::move(connection);
-    prepareSession();
+}
+
+void TOdbcEngine::failToConnect(SQLHANDLE connection, const TServerAddress &server)
+{
+    const auto problems = Odbc::problemsOf(SQL_HANDLE_DBC, connection);
+    TFault fault = Odbc::faultOf(problems, true);
+    // A driver that broke off the greeting does not say why.
+    const TLinePrivacy privacy = m_string.privacy();
+    if (fault == TFault::NoServer && !m_line.isGivenUp() && privacy != TLinePrivacy::Readable)
+        fault = WhatIsWrongWithTls(server, m_string.authorities(), privacy == TLinePrivacy::Checked,
+                                   m_string.loginSeconds())
+                    .value_or(fault);
+    throw TDatabaseError(fault, m_string.withoutSecrets(Odbc::textOf(problems)));
 }
 
 void TOdbcEngine::drop()
@@ -60,11 +98,13 @@ void TOdbcEngine::drop()
     m_connection = Odbc::TConnectionHandle();
 }
 
-void TOdbcEngine::prepareSession()
+QString TOdbcEngine::prepareSession()
 {
     // No row counts between the results, texts and pictures of any length, and no endless wait for a lock. A failed
     // statement leaves the transaction to its owner (XACT_ABORT).
-    run(u"SET TEXTSIZE 2147483647 SET NOCOUNT ON SET XACT_ABORT OFF SET LOCK_TIMEOUT %1"_s.arg(m_patience));
+    return run(u"SET TEXTSIZE 2147483647 SET NOCOUNT ON SET XACT_ABORT OFF SET LOCK_TIMEOUT %1 "
+               "select cast(@@SERVERNAME as nvarchar(128))"_s.arg(m_patience))
+        .toString();
 }
 
 void TOdbcEngine::setPatience(int milliseconds)
@@ -102,10 +142,13 @@ void TOdbcEngine::makeReady(const QString &text)
         try {
             connect();
         } catch (const TDatabaseError &error) {
-            // The place was right when the connection was opened: what is missing is the line.
-            if (error.fault() != TFault::NoServer)
-                throw;
-            throw TDatabaseError(TFault::ConnectionLost, error.detail(), text);
+            // The place was right when the connection was opened: what is missing is the line, or the server changes
+            // over.
+            if (error.fault() == TFault::NoServer)
+                throw TDatabaseError(TFault::ConnectionLost, error.detail(), text);
+            if (error.fault() == TFault::NoSuchDatabase)
+                throw TDatabaseError(TFault::ChangingOver, error.detail(), text);
+            throw;
         }
     }
     if (m_cursor)
@@ -150,7 +193,7 @@ bool TOdbcEngine::isTransactionAlive()
 void TOdbcEngine::fail(SQLSMALLINT type, SQLHANDLE handle, const QString &text)
 {
     const auto problems = Odbc::problemsOf(type, handle);
-    TFault fault = Odbc::faultOf(problems);
+    TFault fault = m_line.isGivenUp() ? TFault::NoAnswer : Odbc::faultOf(problems);
     SQLUINTEGER dead = SQL_CD_FALSE;
     if (fault == TFault::Other &&
         SQL_SUCCEEDED(
@@ -177,11 +220,13 @@ Odbc::TStatementHandle TOdbcEngine::start(const QString &text, const QVariantLis
     Odbc::TStatementHandle statement(m_connection);
     if (!statement)
         fail(SQL_HANDLE_DBC, m_connection, text);
+    // The driver's own clock comes after ours, for a line that ours does not know.
     SQLSetStmtAttrW(statement, SQL_ATTR_QUERY_TIMEOUT,
-                    reinterpret_cast<SQLPOINTER>(SQLULEN(m_string.answerSeconds())), SQL_IS_UINTEGER);
+                    reinterpret_cast<SQLPOINTER>(SQLULEN(m_string.answerSeconds()) + 1), SQL_IS_UINTEGER);
     Odbc::TParameters parameters;
     if (!parameters.bind(statement, values))
         fail(SQL_HANDLE_STMT, statement, text);
+    const TOdbcLine::TTurn turn(m_line, m_string.answerSeconds());
     const SQLRETURN code = SQLExecDirectW(statement, Odbc::wide(text), SQLINTEGER(text.size()));
     if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA)
         fail(SQL_HANDLE_STMT, statement, text);
@@ -192,6 +237,7 @@ Odbc::TStatementHandle TOdbcEngine::start(const QString &text, const QVariantLis
 QVariant TOdbcEngine::run(const QString &text, const QVariantList &values)
 {
     const Odbc::TStatementHandle statement = start(text, values);
+    const TOdbcLine::TTurn turn(m_line, m_string.answerSeconds());
     QVariant result;
     SQLRETURN code = SQL_SUCCESS;
     while (code != SQL_NO_DATA) {

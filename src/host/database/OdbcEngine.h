@@ -3,6 +3,7 @@
 #include "host/database/Engine.h"
 #include "host/database/OdbcConnectionString.h"
 #include "host/database/OdbcHandles.h"
+#include "host/database/OdbcLine.h"
 #include "host/database/OdbcValues.h"
 
 #include <map>
@@ -18,13 +19,14 @@ class TOdbcCursor;
 /// is stored alone.
 class TOdbcEngine : public TEngine {
 public:
-    /// Refuses a string that names no driver; open() connects.
+    /// Refuses a string that names no driver, or one that cannot encrypt as it asks for; open() connects.
     explicit TOdbcEngine(const QString &connectionString);
     ~TOdbcEngine() override;
     void open();
 
     TEngineKind kind() const override { return TEngineKind::SqlServer; }
     QString displayName() const override { return m_string.displayName(); }
+    TLineState line() const override { return {true, m_string.privacy(), m_server}; }
     int pageRows() const override { return 128; } // each request is a trip over the line
     QString sortTerm(const QString &column) const override { return column; } // by the database's collation
     bool knowsBaseTables() const override { return false; }
@@ -45,7 +47,8 @@ public:
 
 protected:
     // What the database behind the driver is told in its own words; here those of SQL Server.
-    virtual void prepareSession();
+    /// Answers the server's own name, or nothing.
+    virtual QString prepareSession();
     virtual void checkServer();
     virtual bool hasOpenTransaction();
     virtual void endTransaction();
@@ -76,6 +79,8 @@ private:
     };
 
     void connect();
+    void connectTo(const TServerAddress &server);
+    [[noreturn]] void failToConnect(SQLHANDLE connection, const TServerAddress &server);
     void drop();
     /// Connects if need be, and clears the line of an open cursor.
     void makeReady(const QString &text);
@@ -91,6 +96,9 @@ private:
 
     TOdbcConnectionString m_string;
     int m_patience;
+    qsizetype m_serverAt = 0; ///< which of the servers answered last
+    QString m_server;         ///< what it calls itself
+    TOdbcLine m_line;
     Odbc::TEnvironment m_environment;
     Odbc::TConnectionHandle m_connection;
     bool m_isDead = false; ///< the line was lost; dropped before the next statement

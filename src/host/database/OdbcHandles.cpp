@@ -2,6 +2,9 @@
 
 #include <QStringList>
 
+#include <algorithm>
+#include <iterator>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -30,6 +33,12 @@ const TNativeFault nativeFaults[] = {
     {1105, TFault::DiskFull}, // no room in the file group
     {9002, TFault::DiskFull}, // no room in the log
     {3906, TFault::ReadOnly}, // read-only database
+    // What passes by itself: the database comes up, or another server takes it over.
+    {4221, TFault::ChangingOver},  // log-in waits for the versions of rows
+    {40613, TFault::ChangingOver}, // not available at the moment
+    {976, TFault::ChangingOver},   // the other server's copy serves
+    {978, TFault::ChangingOver},   // this copy takes readers only
+    {983, TFault::ChangingOver},   // its role is being decided
     // A refused database is followed by a refused login.
     {4060, TFault::NoSuchDatabase}, // cannot open the database
     {916, TFault::NoSuchDatabase},  // no user of this database
@@ -54,6 +63,15 @@ bool isRemark(const Odbc::TProblem &problem)
 {
     return problem.state.startsWith("01"_L1) || problem.native == 3621 || problem.native == 5701 ||
            problem.native == 5703;
+}
+
+bool deniesARight(const QString &text)
+{
+    static const char *const words[] = {"permission denied", "permission was denied", "not have permission",
+                                        "must be owner"};
+    return std::any_of(std::begin(words), std::end(words), [&text](const char *denial) {
+        return text.contains(QLatin1String(denial), Qt::CaseInsensitive);
+    });
 }
 
 TFault faultOfState(const QString &state, bool connecting)
@@ -118,6 +136,12 @@ TFault Odbc::faultOf(const QList<TProblem> &problems, bool connecting)
             return TFault::Deadlock;
         if (problem.text.contains("constraint failed"_L1, Qt::CaseInsensitive))
             return TFault::Refused;
+        if (deniesARight(problem.text))
+            return TFault::NoRight;
+        // Nobody at the other end any more. Amid a statement the number is that of a column that may not be null.
+        const int nobodyThere = 233;
+        if (problem.native == nobodyThere && (connecting || problem.state.startsWith("08"_L1)))
+            return TFault::ChangingOver;
     }
     for (const TProblem &problem : problems) {
         if (!isRemark(problem))

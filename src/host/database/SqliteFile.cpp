@@ -159,3 +159,20 @@ SqliteFile::TIdentity SqliteFile::identityOf(const QString &path)
         return {};
     return {info.st_dev, info.st_ino};
 }
+
+bool SqliteFile::removeUnused(const QString &path)
+{
+    sqlite3 *db = nullptr;
+    // A log can only be given up, and the file taken whole, by one who is alone.
+    const bool alone =
+        sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK &&
+        sqlite3_exec(db, "pragma journal_mode=delete", nullptr, nullptr, nullptr) == SQLITE_OK &&
+        sqlite3_exec(db, "begin exclusive", nullptr, nullptr, nullptr) == SQLITE_OK;
+    const bool gone = alone && unlink(QFile::encodeName(path).constData()) == 0;
+    sqlite3_close(db);
+    for (const char *beside : {"-wal", "-shm", "-journal", "-queue"}) {
+        if (gone)
+            unlink(QFile::encodeName(path + QLatin1String(beside)).constData());
+    }
+    return gone;
+}

@@ -27,6 +27,10 @@ bool isAtRest(const QString &path);
 /// closing it drops every lock that the process holds on it, and another program may then delete the log.
 KETEBIONPAP_CORE bool isHeldOpen(const QString &path);
 
+/// Removes a database that nobody else has open, with what lies beside it; true when it is gone. The caller has closed it,
+/// and knows that nothing in it is worth keeping.
+KETEBIONPAP_CORE bool removeUnused(const QString &path);
+
 /// Which file stands under a name. Looks at the name only, so that no lock is lost.
 struct TIdentity {
     quint64 device = 0;

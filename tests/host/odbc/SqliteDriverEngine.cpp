@@ -26,7 +26,7 @@ bool isText(int type)
 } // namespace
 
 SqliteDriverEngine::SqliteDriverEngine(const QString &file)
-    : TOdbcEngine(u"DRIVER=SQLite3;Database="_s + file)
+    : TOdbcEngine(u"DRIVER=SQLite3;Encrypt=no;Database="_s + file)
 {
     open();
 }

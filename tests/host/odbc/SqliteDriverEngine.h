@@ -12,7 +12,7 @@ public:
     explicit SqliteDriverEngine(const QString &file);
 
 protected:
-    void prepareSession() override {}
+    QString prepareSession() override { return {}; }
     void checkServer() override {}
     bool hasOpenTransaction() override { return true; }
     void endTransaction() override { run(u"rollback transaction"_s); }

@@ -1,15 +1,12 @@
 #include "host/database/Connection.h"
 #include "host/database/Engine.h"
 #include "host/database/OdbcHandles.h"
+#include "support/TestListener.h"
 #include "support/TestServer.h"
 
 #include <QElapsedTimer>
 
 #include <gtest/gtest.h>
-
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -59,8 +56,8 @@ TEST(OdbcOpening, AStringWithoutADriverIsToldSo)
 
 TEST(OdbcOpening, ADriverThatIsNotInstalledIsToldSo)
 {
-    EXPECT_EQ(open(withSecret("DRIVER=NoSuchDriver;SERVER=127.0.0.1")).fault, TFault::NoDriver);
-    EXPECT_EQ(open(withSecret("DSN=NoSuchSource")).fault, TFault::NoDriver);
+    EXPECT_EQ(open(withSecret("DRIVER=NoSuchDriver;SERVER=127.0.0.1;Encrypt=no")).fault, TFault::NoDriver);
+    EXPECT_EQ(open(withSecret("DSN=NoSuchSource;Encrypt=no")).fault, TFault::NoDriver);
 }
 
 TEST(OdbcOpening, AWrongHostAndAWrongPortAreToldSo)
@@ -72,24 +69,20 @@ TEST(OdbcOpening, AWrongHostAndAWrongPortAreToldSo)
     EXPECT_EQ(host.fault, TFault::NoServer) << qPrintable(host.detail);
 }
 
-TEST(OdbcOpening, AHostThatNeverAnswersIsGivenUpAfterTheLoginTime)
+TEST(OdbcOpening, AServerThatSaysNothingOrAByteNowAndThenIsGivenUpAfterTheLoginTime)
 {
-    const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof(address);
-    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr *>(&address), size), 0);
-    ASSERT_EQ(listen(listener, 1), 0);
-    ASSERT_EQ(getsockname(listener, reinterpret_cast<sockaddr *>(&address), &size), 0);
-    QElapsedTimer timer;
-    timer.start();
-    const TRefusal refusal =
-        open(withSecret(u"DRIVER=FreeTDS;SERVER=127.0.0.1;PORT=%1"_s.arg(ntohs(address.sin_port))));
-    EXPECT_EQ(refusal.fault, TFault::NoServer) << qPrintable(refusal.detail);
-    EXPECT_GE(timer.elapsed(), 1500);
-    EXPECT_LT(timer.elapsed(), 15000);
-    ::close(listener);
+    for (const TestListener::Manner manner : {TestListener::Silent, TestListener::Trickles}) {
+        const TestListener listener({}, manner);
+        for (const char *words : {"", ";Encrypt=no"}) {
+            QElapsedTimer timer;
+            timer.start();
+            const TRefusal refusal =
+                open(TestServer::with(listener.connectionString(), "LoginTimeout", "2") + words);
+            EXPECT_EQ(refusal.fault, TFault::NoServer) << qPrintable(refusal.detail);
+            EXPECT_GE(timer.elapsed(), 1900);
+            EXPECT_LT(timer.elapsed(), 3000);
+        }
+    }
 }
 
 // The server's messages in the order in which a driver may hand them out.
@@ -106,6 +99,15 @@ TEST(OdbcProblems, AreToldInTermsThatAUserCanActOn)
               TFault::ServerFull);
     EXPECT_EQ(fault({{"42000", 262, "CREATE TABLE permission denied"}}, false), TFault::NoRight);
     EXPECT_EQ(fault({{"42000", 229, "The SELECT permission was denied"}}, false), TFault::NoRight);
+    EXPECT_EQ(fault({{"42000", 33557097, "permission denied for table staff"}}, false), TFault::NoRight);
+    EXPECT_EQ(fault({{"37000", 1, "The EXECUTE permission was denied on the object"}}, false),
+              TFault::NoRight);
+    for (const int number : {4221, 40613, 976, 978, 983}) {
+        EXPECT_EQ(fault({{"42000", number, "not now"}}), TFault::ChangingOver) << number;
+        EXPECT_EQ(fault({{"42000", number, "not now"}}, false), TFault::ChangingOver) << number;
+    }
+    EXPECT_EQ(fault({{"08S01", 233, "No process is on the other end"}}, false), TFault::ChangingOver);
+    EXPECT_EQ(fault({{"23000", 233, "The column 'Code' cannot be null"}}, false), TFault::Refused);
     EXPECT_EQ(fault({{"HYT00", 0, "Timeout expired"}}, false), TFault::NoAnswer);
     EXPECT_EQ(fault({{"HYT00", 0, "Timeout expired"}}), TFault::NoServer);
     EXPECT_EQ(fault({{"08S01", 0, "Write to the server failed"}}, false), TFault::ConnectionLost);
