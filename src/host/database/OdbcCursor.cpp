@@ -39,6 +39,7 @@ TOdbcCursor::~TOdbcCursor()
 
 void TOdbcCursor::describe()
 {
+    const Odbc::TRunning::TScope running(m_engine->m_running, m_statement);
     SQLSMALLINT count = 0;
     for (;;) {
         if (!SQL_SUCCEEDED(SQLNumResultCols(m_statement, &count)))
@@ -79,6 +80,7 @@ void TOdbcCursor::describe()
 
 bool TOdbcCursor::fetch()
 {
+    std::optional<Odbc::TRunning::TScope> running(std::in_place, m_engine->m_running, m_statement);
     SQLRETURN code = SQLFetch(m_statement);
     if (code == SQL_NO_DATA) {
         m_row.clear();
@@ -88,6 +90,7 @@ bool TOdbcCursor::fetch()
             if (!SQL_SUCCEEDED(code))
                 m_engine->fail(SQL_HANDLE_STMT, m_statement, m_text);
         }
+        running.reset();
         m_statement = Odbc::TStatementHandle();
         if (m_engine->m_cursor == this)
             m_engine->m_cursor = nullptr;

@@ -10,6 +10,8 @@ class SqliteDriverEngine : public TOdbcEngine {
 public:
     /// Opens (and creates) a file.
     explicit SqliteDriverEngine(const QString &file);
+    enum Later { ConnectLater };
+    SqliteDriverEngine(const QString &file, Later) : TOdbcEngine(u"DRIVER=SQLite3;Database="_s + file) {}
 
 protected:
     void prepareSession() override {}
