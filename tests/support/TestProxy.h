@@ -29,6 +29,8 @@ public:
     void cutAfter(const QString &text) { watch(text, false); }
     /// Answers every login with this message of the server instead of passing it on; number 0 passes them on again.
     void refuseLogins(int number, const QString &message);
+    /// Passes nothing on any more, either way, and cuts nothing; what came meanwhile is passed on afterwards.
+    void setSilent(bool on) { m_isSilent = on; }
     /// Keeps every answer back for so long.
     void setDelay(int milliseconds) { m_delay = milliseconds; }
 
@@ -58,6 +60,7 @@ private:
     bool m_cutBefore = false;
     std::atomic<bool> m_stop = false;
     std::atomic<bool> m_isCut = false;
+    std::atomic<bool> m_isSilent = false;
     std::atomic<int> m_delay = 0;
     std::atomic<qint64> m_fromServer = 0;
     std::atomic<qint64> m_toServer = 0;

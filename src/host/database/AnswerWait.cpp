@@ -42,7 +42,8 @@ void TAwaited::whenAnswered(std::function<void()> tell)
             return;
         }
     }
-    tell();
+    if (tell)
+        tell();
 }
 
 void TAwaited::giveUp()

@@ -37,7 +37,7 @@ struct TLaterRead {
 
 /// What the connection and the query ask of a database. One object for each open connection; every function throws
 /// TDatabaseError with the fault that a user can act on.
-class TEngine {
+class KETEBIONPAP_CORE TEngine {
 public:
     virtual ~TEngine() = default;
 

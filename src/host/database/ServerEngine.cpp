@@ -37,6 +37,17 @@ struct TServerEngine::TRequest : TAwaited {
     }
 };
 
+// A read that nobody waits for; who asked for it hears of it once, also when its line is left.
+struct TServerEngine::TLater {
+    TLaterRead read;
+    std::atomic<bool> isTold = false;
+    void tell(const std::optional<TDatabaseError> &error)
+    {
+        if (!isTold.exchange(true))
+            read.then(error);
+    }
+};
+
 namespace {
 
 // The end of a line.
@@ -123,6 +134,8 @@ void TServerEngine::leaveLine()
     m_worker = std::make_shared<TServerWorker>();
     m_line = std::move(next);
     m_isLost = m_inTransaction;
+    for (const auto &later : std::exchange(m_later, {}))
+        later->tell(TDatabaseError(TFault::GivenUp, u"its line was left"_s, later->read.statement.text));
 }
 
 QString TServerEngine::sortTerm(const QString &column) const
@@ -182,9 +195,15 @@ void TServerEngine::readLater(const TLaterRead &later)
     const auto request = std::make_shared<TRequest>();
     request->line = m_line;
     request->mayConnect = later.mayConnect;
-    m_worker->post([request, later] {
-        request->run([&later](TLineEngine &line) { later.read(*line.select(later.statement)); });
-        later.then(request->error);
+    const auto told = std::make_shared<TLater>();
+    told->read = later;
+    m_later.removeIf([](const auto &known) { return known->isTold.load(); });
+    m_later.append(told);
+    m_worker->post([request, told] {
+        request->run([told](TLineEngine &line) { told->read.read(*line.select(told->read.statement)); });
+        if (request->otherError)
+            request->error = TDatabaseError(TFault::Other, u"a read failed in its thread"_s);
+        told->tell(request->error);
     });
 }
 

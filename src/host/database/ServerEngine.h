@@ -43,6 +43,7 @@ public:
 private:
     friend class TServerCursor;
     struct TRequest;
+    struct TLater;
 
     void giveToWorker(const std::shared_ptr<TRequest> &request, std::function<void(TLineEngine &)> work);
     /// Has the work done in the line's thread and waits; throws what it threw. It may go on after the caller has
@@ -58,6 +59,7 @@ private:
     int m_pageRows;
     bool m_knowsBaseTables;
     bool m_hasSearchFunctions;
+    QList<std::shared_ptr<TLater>> m_later; ///< the reads under way
     bool m_isWaiting = false;
     bool m_inTransaction = false;
     bool m_isLost = false;                  ///< the open transaction went with its line
