@@ -244,8 +244,11 @@ bool TBaseDock_FRM::ShowEditor(TBaseGet_FRM *editor)
         return false;
     const bool existing = editor->Mode() != fmNew && m_listQuery->active() && m_listQuery->position() >= 0;
     const qlonglong opened = existing ? m_listQuery->keyAt(m_listQuery->position()) : 0;
+    TConnection &connection = *m_listQuery->connection();
+    connection.clearLastError();
     if (editor->exec() != Accepted) {
-        if (existing)
+        // Who just gave a silent line up does not wait for it once more.
+        if (existing && !(connection.lastError() && IsLineLost(connection.lastError()->fault())))
             dropIfGone(opened);
         return false;
     }
