@@ -155,6 +155,7 @@ TEST_F(ServerWait, TheServerEndsAStatementThatIsGivenUpAndTheLineStays)
     QWidget window;
     window.show();
     window.activateWindow();
+    ASSERT_TRUE(Keys::waitFor([&] { return window.isActiveWindow(); }));
     QElapsedTimer timer;
     timer.start();
     {
