@@ -23,7 +23,10 @@ TEST_F(WindowWait, AnEditorThatSavesOverASlowLineIsAliveAndSaysWhatItWaitsFor)
         Keys::retype(editor.Name_EDT, u"رضا"_s);
         play->setDelay(120);
         QString said;
-        whenPanel([&] { said = panel()->findChild<QLabel *>()->text(); });
+        whenPanel([&] {
+            said = panel()->findChild<QLabel *>()->text();
+            Keys::picture(&editor, "waiting");
+        });
         TurnWatch watch;
         Keys::press(&editor, Qt::Key_F3, Qt::ShiftModifier);
         EXPECT_LE(watch.longest(), 50);
