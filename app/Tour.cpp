@@ -8,6 +8,7 @@
 #include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/RecoveryDialog_UNT.h"
+#include "host/database/AnswerWait.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -80,7 +81,7 @@ private:
     }
     void step()
     {
-        if (m_paused()) {
+        if (m_paused() || AnswerWait().isWaiting()) {
             next(stepMilliseconds);
             return;
         }

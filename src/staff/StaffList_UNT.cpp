@@ -11,6 +11,7 @@
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/GroupPane_UNT.h"
 #include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
+#include "host/database/AnswerWait.h"
 #include "staff/StaffGet_UNT.h"
 #include "staff/Staff_DM_UNT.h"
 
@@ -187,7 +188,8 @@ void TStaffList_FRM::buildPictures()
     connect(close, &QAbstractButton::clicked, this, [this] { showPicturePanel(false); });
     m_pictures->setSingleShot(true);
     m_pictures->setInterval(picturesAfter);
-    connect(m_pictures, &QTimer::timeout, this, [this] { Guarded([this] { showPictures(); }); });
+    connect(m_pictures, &QTimer::timeout, this,
+            [this] { WhenAnswered(this, [this] { Guarded([this] { showPictures(); }); }); });
     const auto later = [this] {
         if (!Pic_Show->isHidden())
             m_pictures->start();

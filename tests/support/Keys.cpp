@@ -1,5 +1,7 @@
 #include "support/Keys.h"
 
+#include "host/database/AnswerWait.h"
+
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QDialog>
@@ -121,7 +123,7 @@ int Keys::runModal(const std::function<int()> &show, const std::function<void(QW
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
         const QSet<QWidget *> opened = openScreens() - before;
-        if (opened.isEmpty())
+        if (opened.isEmpty() || AnswerWait().isWaiting())
             return;
         // The screen on top is the one that a user would work in.
         QWidget *screen = QApplication::activeModalWidget();

@@ -213,6 +213,10 @@ void TestProxy::work()
                 close(line);
             lines.clear();
         }
+        if (m_isSilent) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            continue;
+        }
         std::vector<pollfd> polled{{m_listener, POLLIN, 0}};
         for (const TLine &line : lines) {
             polled.push_back({line.client, POLLIN, 0});

@@ -33,6 +33,8 @@ public:
     static QByteArray refusal(int messageNumber, const QString &message);
     /// Answers every login with this message of the server instead of passing it on; number 0 passes them on again.
     void refuseLogins(int number, const QString &message);
+    /// Passes nothing on any more, either way, and cuts nothing; what came meanwhile is passed on afterwards.
+    void setSilent(bool on) { m_isSilent = on; }
     /// Keeps every answer back for so long.
     void setDelay(int milliseconds) { m_delay = milliseconds; }
     /// Hands out an answer a byte at a time, so many milliseconds apart; 0: at once again.
@@ -70,6 +72,7 @@ private:
     std::atomic<bool> m_records = false;
     std::atomic<bool> m_stop = false;
     std::atomic<bool> m_isCut = false;
+    std::atomic<bool> m_isSilent = false;
     std::atomic<int> m_delay = 0;
     std::atomic<int> m_trickle = 0;
     std::atomic<qint64> m_fromServer = 0;

@@ -1,5 +1,7 @@
 #include "host/BaseFrame_PKG/Search_Frame.h"
 
+#include "host/database/AnswerWait.h"
+
 #include <QTimer>
 
 namespace {
@@ -11,7 +13,7 @@ TSearch_Frame::TSearch_Frame(QWidget *parent) : QWidget(parent), m_wait(new QTim
     setLayoutDirection(Qt::RightToLeft);
     m_wait->setSingleShot(true);
     m_wait->setInterval(WaitMilliseconds);
-    connect(m_wait, &QTimer::timeout, this, &TSearch_Frame::ChangedNow);
+    connect(m_wait, &QTimer::timeout, this, [this] { WhenAnswered(this, [this] { ChangedNow(); }); });
 }
 
 void TSearch_Frame::SetManager(TZelmoSearchManager *manager)

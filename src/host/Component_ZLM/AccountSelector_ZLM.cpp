@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Message_ZLM/Message_ZLM.h"
+#include "host/database/AnswerWait.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -60,7 +61,7 @@ TSelect_AccountCode::TSelect_AccountCode(QWidget *parent) : QWidget(parent), Nam
     setFocusProxy(TotalCode_EDT);
     m_soon.setSingleShot(true);
     m_soon.setInterval(typingPause);
-    connect(&m_soon, &QTimer::timeout, this, &TSelect_AccountCode::Refresh);
+    connect(&m_soon, &QTimer::timeout, this, [this] { WhenAnswered(this, [this] { Refresh(); }); });
 }
 
 void TSelect_AccountCode::EnableLevels(bool total, bool assistant, bool detail)

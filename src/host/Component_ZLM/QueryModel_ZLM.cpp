@@ -2,6 +2,7 @@
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Utility_ZLM/PersianText.h"
+#include "host/database/AnswerWait.h"
 #include "host/database/Query.h"
 
 #include <QPointer>
@@ -38,15 +39,28 @@ struct TQueryModel::Private {
     qlonglong keyOf(int row) const { return query->keyField().isEmpty() ? row : query->keyAt(row); }
     QVariant value(int row, int column) const;
     QString shown(int row, int column) const;
-    void look();
+    struct TLooked {
+        int rows = 0;
+        QList<int> fields;
+    };
+    TLooked look() const;
+    void take(const TLooked &looked);
 };
 
-void TQueryModel::Private::look()
+// Asking for the columns may wait for a server, and the rows are painted meanwhile as they were.
+TQueryModel::Private::TLooked TQueryModel::Private::look() const
 {
-    rows = query && query->active() ? query->recordCount() : 0;
-    fields.clear();
+    TLooked looked;
+    looked.rows = query && query->active() ? query->recordCount() : 0;
     for (const TGridColumn &column : columns)
-        fields << (rows > 0 ? query->fieldIndex(column.field) : -1);
+        looked.fields << (looked.rows > 0 ? query->fieldIndex(column.field) : -1);
+    return looked;
+}
+
+void TQueryModel::Private::take(const TLooked &looked)
+{
+    rows = looked.rows;
+    fields = looked.fields;
     told = false;
 }
 
@@ -54,6 +68,10 @@ QVariant TQueryModel::Private::value(int row, int column) const
 {
     if (!query || row >= rows || fields.value(column, -1) < 0)
         return {};
+    if (!query->isHere(row, fields[column])) {
+        query->readSoon(row);
+        return {};
+    }
     return query->valueAt(row, fields[column]);
 }
 
@@ -69,17 +87,34 @@ TQueryModel::TQueryModel(TQuery *query, const QList<TGridColumn> &columns, QObje
 {
     d->query = query;
     d->columns = columns;
-    d->look();
+    d->take(d->look());
     const auto again = [this] {
+        Private::TLooked looked;
+        std::exception_ptr failed;
+        try {
+            looked = d->look();
+        } catch (...) {
+            failed = std::current_exception(); // for who opened the query; the rows stay empty
+        }
         beginResetModel();
-        d->look();
+        d->take(looked);
         if (d->query && d->query->keyField().isEmpty())
             d->checks.clear(); // rows without keys are known by their position only
         endResetModel();
+        if (failed)
+            std::rethrow_exception(failed);
     };
     connect(query, &TQuery::opened, this, again);
     connect(query, &TQuery::closed, this, again);
     connect(query, &QObject::destroyed, this, again);
+    connect(query, &TQuery::cameIn, this, [this] {
+        if (d->rows > 0)
+            Q_EMIT dataChanged(index(0, 0), index(d->rows - 1, columnCount() - 1));
+    });
+    connect(query, &TQuery::readFailed, this, [this](const TDatabaseError &error) {
+        if (error.fault() != TFault::GivenUp) // who gives up is told about what he asked for
+            WhenAnswered(this, [error] { MsgDatabaseError(error); });
+    });
     connect(query, &TQuery::posted, this, [this, again] {
         if (d->query->recordCount() != d->rows)
             again();
@@ -112,7 +147,7 @@ QVariant TQueryModel::data(const QModelIndex &index, int role) const
         case Qt::EditRole:
             return d->value(index.row(), index.column());
         case Qt::CheckStateRole:
-            if (d->checkable && index.column() == 0)
+            if (d->checkable && index.column() == 0 && d->query->isHere(index.row()))
                 return d->checks.contains(d->keyOf(index.row())) ? Qt::Checked : Qt::Unchecked;
             return {};
         case Qt::TextAlignmentRole:
@@ -121,10 +156,7 @@ QVariant TQueryModel::data(const QModelIndex &index, int role) const
             return {};
         }
     } catch (const TDatabaseError &error) {
-        if (!d->told) {
-            d->told = true;
-            QTimer::singleShot(0, this, [error] { MsgDatabaseError(error); });
-        }
+        tellOnce(error);
         return {};
     }
 }
@@ -168,8 +200,29 @@ const QList<TGridColumn> &TQueryModel::columns() const
     return d->columns;
 }
 
+void TQueryModel::bringRow(int row) const
+{
+    if (!d->query || row < 0 || row >= d->rows || d->query->isHere(row))
+        return;
+    try {
+        d->query->valueAt(row, 0);
+    } catch (const TDatabaseError &error) {
+        tellOnce(error);
+    }
+}
+
+void TQueryModel::tellOnce(const TDatabaseError &error) const
+{
+    if (std::exchange(d->told, true))
+        return;
+    auto *model = const_cast<TQueryModel *>(this);
+    QTimer::singleShot(0, model,
+                       [model, error] { WhenAnswered(model, [error] { MsgDatabaseError(error); }); });
+}
+
 QString TQueryModel::nameOfRow(int row, const QStringList &fields) const
 {
+    bringRow(row);
     QStringList parts;
     int named = 0;
     const QList<TGridColumn> &columns = d->columns;

@@ -392,6 +392,7 @@ void TSmartGrid_ZLM::copyRows()
         rows << currentIndex().row();
     QStringList lines;
     for (const int row : rows) {
+        d->model->bringRow(row);
         QStringList cells;
         for (const int column : ShownColumns())
             cells << d->model->index(row, column).data().toString();
@@ -407,6 +408,10 @@ void TSmartGrid_ZLM::keyPressEvent(QKeyEvent *event)
     Q_EMIT keyPressed(event);
     if (event->isAccepted() || !d->model)
         return;
+    if (d->query) { // rows that could not be read are asked for again
+        d->query->askAgain();
+        viewport()->update();
+    }
     if (extendSelection(event))
         return;
     const auto goTo = [&](int row) {

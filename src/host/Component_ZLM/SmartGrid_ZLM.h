@@ -8,6 +8,7 @@
 #include <memory>
 
 class QMenu;
+class TDatabaseError;
 class TQuery;
 
 /// One column of a grid. Tables of these are the screens' column lists.
@@ -25,8 +26,8 @@ struct TGridColumn {
 /// How a value is shown in a column: grouped money, bare codes, yes or no, the names of numbers; nothing for null.
 KETEBIONPAP_HOST QString ShownInGrid(const TGridColumn &column, const QVariant &value);
 
-/// The rows of a query as a table model: rows are asked of the query when they are painted. A row that the database
-/// does not give stays empty, and the user is told once.
+/// The rows of a query as a table model: rows are asked of the query when they are painted; those of a server are empty
+/// until they have come. A row that the database does not give stays empty, and the user is told once.
 class KETEBIONPAP_HOST TQueryModel : public QAbstractTableModel {
     Q_OBJECT
 public:
@@ -40,6 +41,8 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
     const QList<TGridColumn> &columns() const;
+    /// Waits until a row has come, for whoever needs its texts at once. One that does not come stays empty.
+    void bringRow(int row) const;
     /// The row as a person would call it: "caption: value" of these fields, without any of the first two columns that the
     /// screen shows. Fields that are empty are left out.
     QString nameOfRow(int row, const QStringList &fields = {}) const;
@@ -56,6 +59,7 @@ Q_SIGNALS:
     void checksChanged();
 
 private:
+    void tellOnce(const TDatabaseError &error) const;
     struct Private;
     std::unique_ptr<Private> d;
 };

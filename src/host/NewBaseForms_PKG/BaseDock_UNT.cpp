@@ -108,8 +108,11 @@ bool TBaseDock_FRM::ShowEditor(TBaseGet_FRM *editor)
         return false;
     const bool existing = editor->Mode() != fmNew && ListQuery()->active() && ListQuery()->position() >= 0;
     const qlonglong opened = existing ? ListQuery()->keyAt(ListQuery()->position()) : 0;
+    TConnection &connection = *ListQuery()->connection();
+    connection.clearLastError();
     if (editor->exec() != Accepted) {
-        if (existing)
+        // Who just gave a silent line up does not wait for it once more.
+        if (existing && !(connection.lastError() && IsLineLost(connection.lastError()->fault())))
             dropIfGone(opened);
         return false;
     }

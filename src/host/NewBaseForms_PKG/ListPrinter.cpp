@@ -48,7 +48,7 @@ struct TListPrinter::TMeasures {
 };
 
 TListPrinter::TListPrinter(const TSmartGrid_ZLM *grid, const QString &title)
-    : m_model(grid->model()), m_title(title)
+    : m_model(grid->Model()), m_title(title)
 {
     const QHeaderView *header = grid->horizontalHeader();
     for (const int section : grid->ShownColumns()) {
@@ -179,6 +179,7 @@ void TListPrinter::paintPage(QPainter &painter, const TMeasures &sizes, int page
     const int firstRow = (page - 1) / int(sizes.parts.size()) * sizes.rows;
     const int rows = std::min(sizes.rows, m_model->rowCount() - firstRow);
     for (int line = -1; line < rows; ++line) { // -1: the header row
+        m_model->bringRow(firstRow + line);
         const double top = sizes.titleHeight + (line + 1) * sizes.rowHeight;
         painter.setFont(line < 0 ? sizes.headFont : sizes.font);
         double right = sizes.page.width();

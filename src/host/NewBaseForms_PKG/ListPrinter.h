@@ -4,7 +4,6 @@
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
 #include "host/NewBaseForms_PKG/ListExport.h"
 
-#include <QAbstractTableModel>
 #include <QStringList>
 
 #include <memory>
@@ -13,6 +12,7 @@ class QLabel;
 class QPainter;
 class QPrinter;
 class QScrollArea;
+class TQueryModel;
 class TSmartGrid_ZLM;
 
 /// Prints the rows of a list page by page: title, date, page numbers, the grid's visible columns in the order on the
@@ -50,7 +50,7 @@ private:
     /// What stands side by side on paper of this width, in the columns' measure.
     QList<QList<TColumn>> partsOf(double width) const;
 
-    const QAbstractItemModel *m_model;
+    const TQueryModel *m_model;
     QString m_title;
     QList<TColumn> m_columns;
     double m_width = 0; ///< of all columns together, as on the screen

@@ -5,6 +5,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Declaration_PKG/WorkingRows_unt.h"
+#include "host/database/AnswerWait.h"
 #include "host/database/Query.h"
 
 #include <QPointer>
@@ -61,8 +62,10 @@ void giveUp(const TLate &what)
 void tryAgainSoon()
 {
     QTimer::singleShot(againAfter, DM.ADOConnection1, [] {
-        if (!giveUpNow())
-            tryAgainSoon();
+        WhenAnswered(DM.ADOConnection1, [] {
+            if (!giveUpNow())
+                tryAgainSoon();
+        });
     });
 }
 

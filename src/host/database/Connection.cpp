@@ -5,6 +5,17 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+void TEngine::readLater(const TLaterRead &later)
+{
+    std::optional<TDatabaseError> failed;
+    try {
+        later.read(*select(later.statement));
+    } catch (const TDatabaseError &error) {
+        failed = error;
+    }
+    later.then(failed);
+}
+
 TConnection::TConnection(QObject *parent) : QObject(parent) {}
 
 TConnection::~TConnection()
@@ -15,15 +26,18 @@ TConnection::~TConnection()
 void TConnection::openFile(const QString &path, Missing missing)
 {
     close();
-    auto engine = OpenSqliteEngine(path, missing);
-    Schema::bringUpToDate(*engine);
-    m_engine = std::move(engine);
+    openEngine(OpenSqliteEngine(path, missing));
 }
 
 void TConnection::openOdbc(const QString &connectionString)
 {
     close();
-    auto engine = OpenOdbcEngine(connectionString);
+    openEngine(OpenOdbcEngine(connectionString));
+}
+
+void TConnection::openEngine(std::unique_ptr<TEngine> engine)
+{
+    close();
     Schema::bringUpToDate(*engine);
     m_engine = std::move(engine);
 }

@@ -32,6 +32,8 @@ public:
     /// Opens SQL Server through ODBC and brings its schema up to date. The text may hold a password: it is
     /// never logged and never part of an error.
     void openOdbc(const QString &connectionString);
+    /// Takes an engine that is open and brings its schema up to date. For tests.
+    void openEngine(std::unique_ptr<TEngine> engine);
     void close();
     bool isOpen() const;
     Kind kind() const;

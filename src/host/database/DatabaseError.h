@@ -13,6 +13,8 @@ enum class TFault {
     Deadlock,           ///< this transaction was chosen to give way and is rolled back as a whole
     ConnectionLost,     ///< the server went away, or the network did
     NoAnswer,           ///< the server was too late with its answer; the line was given up
+    GivenUp,            ///< the user did not want to wait for the server's answer any longer
+    Waiting,            ///< asked for while another request was waited for
     LoginRefused,       ///< the server does not accept the user and the password
     NoRight,            ///< the server's user may not do this
     NoSuchDatabase,     ///< none of that name on the server, or not for this user
@@ -45,10 +47,11 @@ enum class TFault {
     Other
 };
 
-/// True when the line to the server is no more, and with it what was not committed.
+/// True when the server's answer did not come, and what was not committed is lost: with the line, or given up.
 inline bool IsLineLost(TFault fault)
 {
-    return fault == TFault::ConnectionLost || fault == TFault::NoAnswer || fault == TFault::ChangingOver;
+    return fault == TFault::ConnectionLost || fault == TFault::NoAnswer || fault == TFault::GivenUp ||
+           fault == TFault::ChangingOver;
 }
 
 /// Every failure of the database layer. Copyable, and safe to keep.

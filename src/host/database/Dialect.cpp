@@ -35,7 +35,7 @@ TTranslated translate(const QString &tsql)
 
 const TTranslated &toSqlite(const QString &tsql)
 {
-    static TByText<TTranslated> remembered;
+    thread_local TByText<TTranslated> remembered; // an engine may work in a thread of its own
     return remembered.get(tsql, translate);
 }
 

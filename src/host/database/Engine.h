@@ -5,7 +5,9 @@
 #include "host/database/Field.h"
 #include "host/database/LineState.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 /// The rows of one running statement, forward only. Frees the statement when it goes; a cursor must be gone before
 /// the next statement runs on an engine that has one statement in flight at a time.
@@ -23,9 +25,20 @@ public:
     virtual qlonglong integer(int column) { return value(column).toLongLong(); }
 };
 
+/// A read that nobody waits for.
+struct TLaterRead {
+    TBoundStatement statement;
+    /// Gets the rows, in whatever thread; may throw TDatabaseError.
+    std::function<void(TCursor &)> read;
+    /// Called there afterwards, with what failed.
+    std::function<void(const std::optional<TDatabaseError> &)> then;
+    /// A line that is lost is opened again for it.
+    bool mayConnect = false;
+};
+
 /// What the connection and the query ask of a database. One object for each open connection; every function throws
 /// TDatabaseError with the fault that a user can act on.
-class TEngine {
+class KETEBIONPAP_CORE TEngine {
 public:
     virtual ~TEngine() = default;
 
@@ -43,6 +56,9 @@ public:
     virtual bool knowsBaseTables() const = 0;
     /// Whether statements may call the suite's own search functions (zelmo_finds, zelmo_same).
     virtual bool hasSearchFunctions() const = 0;
+
+    /// Whether rows come within a frame of the screen. Where not, what is painted is read with readLater.
+    virtual bool answersAtOnce() const { return true; }
 
     /// How long one that wants to write waits for the others, in milliseconds; TFault::Locked after that.
     virtual void setPatience(int milliseconds) = 0;
@@ -62,6 +78,8 @@ public:
     virtual std::unique_ptr<TCursor> select(const TBoundStatement &statement) = 0;
     /// Runs an insert and answers the key that the table's auto-increment column got (of no meaning when it has none).
     virtual qlonglong insert(const TBoundStatement &statement) = 0;
+    /// Begins a read and returns; reads and requests are done in their order. Not within a transaction.
+    virtual void readLater(const TLaterRead &later);
 
     /// The names of all tables; what the database keeps for itself is left out.
     virtual QStringList tables() = 0;

@@ -43,6 +43,7 @@ TOdbcCursor::~TOdbcCursor()
 
 void TOdbcCursor::describe()
 {
+    const Odbc::TRunning::TScope running(m_engine->m_running, m_statement);
     SQLSMALLINT count = 0;
     for (;;) {
         if (!SQL_SUCCEEDED(SQLNumResultCols(m_statement, &count)))
@@ -84,6 +85,7 @@ void TOdbcCursor::describe()
 bool TOdbcCursor::fetch()
 {
     const TOdbcLine::TTurn turn(m_engine->m_line, m_engine->m_string.answerSeconds());
+    std::optional<Odbc::TRunning::TScope> running(std::in_place, m_engine->m_running, m_statement);
     SQLRETURN code = SQLFetch(m_statement);
     if (code == SQL_NO_DATA) {
         m_row.clear();
@@ -93,6 +95,7 @@ bool TOdbcCursor::fetch()
             if (!SQL_SUCCEEDED(code))
                 m_engine->fail(SQL_HANDLE_STMT, m_statement, m_text);
         }
+        running.reset();
         m_statement = Odbc::TStatementHandle();
         if (m_engine->m_cursor == this)
             m_engine->m_cursor = nullptr;

@@ -4,16 +4,18 @@
 #include "host/database/OdbcCursor.h"
 #include "host/database/OdbcDriverFile.h"
 #include "host/database/OdbcText.h"
+#include "host/database/ServerEngine.h"
 #include "host/database/SqlText.h"
 #include "host/database/TlsCheck.h"
+
+#include <QScopeGuard>
+#include <QScopedValueRollback>
 
 using namespace Qt::Literals::StringLiterals;
 
 std::unique_ptr<TEngine> OpenOdbcEngine(const QString &connectionString)
 {
-    auto engine = std::make_unique<TOdbcEngine>(connectionString);
-    engine->open();
-    return engine;
+    return std::make_unique<TServerEngine>(std::make_unique<TOdbcEngine>(connectionString));
 }
 
 TOdbcEngine::TOdbcEngine(const QString &connectionString)
@@ -32,6 +34,61 @@ TOdbcEngine::~TOdbcEngine()
 {
     TOdbcEngine::rollback();
     drop();
+}
+
+void TOdbcEngine::beginWork(bool mayConnect)
+{
+    m_isGivenUp = false;
+    m_mayConnect = mayConnect;
+    say({});
+}
+
+void TOdbcEngine::giveUp()
+{
+    m_isGivenUp = true;
+    m_running.cancel();
+}
+
+void TOdbcEngine::abandon()
+{
+    m_isAbandoned = true;
+}
+
+std::unique_ptr<TLineEngine> TOdbcEngine::successor()
+{
+    auto next = std::make_unique<TOdbcEngine>(m_string.text());
+    next->succeed(*this);
+    return next;
+}
+
+void TOdbcEngine::succeed(TOdbcEngine &before)
+{
+    m_patience = before.m_patience.load();
+    const std::lock_guard lock(before.m_mutex);
+    m_uncertain = before.m_uncertain;
+    if (before.m_isCommitting)
+        m_uncertain += before.m_inserted;
+}
+
+QString TOdbcEngine::doing() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_doing;
+}
+
+void TOdbcEngine::say(const QString &doing)
+{
+    const std::lock_guard lock(m_mutex);
+    m_doing = doing;
+}
+
+void TOdbcEngine::refuseWhenGivenUp(const QString &text)
+{
+    if (!m_isAbandoned && (m_isClearing || !m_isGivenUp))
+        return;
+    if (m_begun && !m_gone)
+        m_gone = TFault::GivenUp;
+    throw TDatabaseError(TFault::GivenUp, u"given up while it waited for the server"_s, text);
 }
 
 // The server that answered last is asked first: the others stand by.
@@ -103,7 +160,7 @@ QString TOdbcEngine::prepareSession()
     // No row counts between the results, texts and pictures of any length, and no endless wait for a lock. A failed
     // statement leaves the transaction to its owner (XACT_ABORT).
     return run(u"SET TEXTSIZE 2147483647 SET NOCOUNT ON SET XACT_ABORT OFF SET LOCK_TIMEOUT %1 "
-               "select cast(@@SERVERNAME as nvarchar(128))"_s.arg(m_patience))
+               "select cast(@@SERVERNAME as nvarchar(128))"_s.arg(m_patience.load()))
         .toString();
 }
 
@@ -138,7 +195,10 @@ void TOdbcEngine::makeReady(const QString &text)
 {
     if (m_gone)
         throw TDatabaseError(*m_gone, u"the transaction was rolled back by the server"_s, text);
+    refuseWhenGivenUp(text);
     if (m_isDead || !m_connection) {
+        if (!m_mayConnect)
+            throw TDatabaseError(TFault::ConnectionLost, u"the line is not opened again for this"_s, text);
         try {
             connect();
         } catch (const TDatabaseError &error) {
@@ -205,6 +265,8 @@ void TOdbcEngine::fail(SQLSMALLINT type, SQLHANDLE handle, const QString &text)
         m_isDead = true;
     else if (type == SQL_HANDLE_STMT)
         SQLFreeStmt(handle, SQL_CLOSE); // the rest of the answer
+    if (isGivenUp() && !m_isClearing)
+        fault = TFault::GivenUp;
     // Some errors take the whole transaction with them.
     if (m_begun && !m_gone) {
         if (IsLineLost(fault) || fault == TFault::Deadlock)
@@ -217,6 +279,9 @@ void TOdbcEngine::fail(SQLSMALLINT type, SQLHANDLE handle, const QString &text)
 
 Odbc::TStatementHandle TOdbcEngine::start(const QString &text, const QVariantList &values)
 {
+    refuseWhenGivenUp(text);
+    aboutToSend(text);
+    refuseWhenGivenUp(text); // the last look before it is sent
     Odbc::TStatementHandle statement(m_connection);
     if (!statement)
         fail(SQL_HANDLE_DBC, m_connection, text);
@@ -227,6 +292,7 @@ Odbc::TStatementHandle TOdbcEngine::start(const QString &text, const QVariantLis
     if (!parameters.bind(statement, values))
         fail(SQL_HANDLE_STMT, statement, text);
     const TOdbcLine::TTurn turn(m_line, m_string.answerSeconds());
+    const Odbc::TRunning::TScope running(m_running, statement);
     const SQLRETURN code = SQLExecDirectW(statement, Odbc::wide(text), SQLINTEGER(text.size()));
     if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA)
         fail(SQL_HANDLE_STMT, statement, text);
@@ -238,6 +304,7 @@ QVariant TOdbcEngine::run(const QString &text, const QVariantList &values)
 {
     const Odbc::TStatementHandle statement = start(text, values);
     const TOdbcLine::TTurn turn(m_line, m_string.answerSeconds());
+    const Odbc::TRunning::TScope running(m_running, statement);
     QVariant result;
     SQLRETURN code = SQL_SUCCESS;
     while (code != SQL_NO_DATA) {
@@ -272,12 +339,15 @@ void TOdbcEngine::begin()
             run(u"begin transaction"_s);
             break;
         } catch (const TDatabaseError &error) {
+            if (error.fault() == TFault::GivenUp)
+                m_isDead = true; // it may have begun
             // A line that was lost while nothing was at stake is not worth a message.
             if (error.fault() != TFault::ConnectionLost || !again)
                 throw;
         }
     }
     m_begun = true;
+    const std::lock_guard lock(m_mutex);
     m_inserted.clear();
 }
 
@@ -285,12 +355,21 @@ void TOdbcEngine::commit()
 {
     if (!m_begun)
         return;
-    const QList<TInserted> inserted = std::exchange(m_inserted, {});
-    if (m_gone) {
-        const TFault fault = *m_gone;
+    if (m_gone || isGivenUp()) {
+        const TFault fault = m_gone.value_or(TFault::GivenUp);
         rollback();
         throw TDatabaseError(fault, u"the transaction was rolled back by the server"_s);
     }
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isCommitting = true;
+    }
+    const auto decided = qScopeGuard([this] {
+        const std::lock_guard lock(m_mutex);
+        m_isCommitting = false;
+        if (!m_begun)
+            m_inserted.clear();
+    });
     try {
         makeReady({});
         run(u"commit transaction"_s);
@@ -300,8 +379,23 @@ void TOdbcEngine::commit()
             throw;
         m_begun = false;
         m_gone.reset();
-        if (!isStoredAfterAll(inserted))
+        const QScopedValueRollback clearing(m_isClearing, true);
+        endWithoutAnswer();
+        if (!isStoredAfterAll(QList<TInserted>(m_inserted)))
             throw;
+    }
+}
+
+// A transaction whose commit was given up may still be open on a line that works.
+void TOdbcEngine::endWithoutAnswer()
+{
+    if (!m_connection || m_isDead)
+        return;
+    try {
+        makeReady({});
+        endTransaction();
+    } catch (const TDatabaseError &) {
+        m_isDead = true; // the server rolls back what a closed line leaves
     }
 }
 
@@ -311,15 +405,12 @@ void TOdbcEngine::rollback()
         return;
     m_begun = false;
     m_gone.reset();
-    m_inserted.clear();
-    if (!m_connection || m_isDead)
-        return;
-    try {
-        makeReady({});
-        endTransaction();
-    } catch (const TDatabaseError &) {
-        m_isDead = true; // the server rolls back what a closed line leaves
+    {
+        const std::lock_guard lock(m_mutex);
+        m_inserted.clear();
     }
+    const QScopedValueRollback clearing(m_isClearing, true);
+    endWithoutAnswer();
 }
 
 template <class Work>
@@ -386,6 +477,7 @@ qlonglong TOdbcEngine::insert(const TBoundStatement &statement)
         const Odbc::TPlacedText placed = Odbc::placed(statement);
         inserted.key = runInsert(placed.text, placed.values);
         identify(inserted);
+        const std::lock_guard lock(m_mutex);
         m_inserted.append(inserted);
         return inserted.key;
     });

@@ -1,12 +1,15 @@
 #pragma once
 
-#include "host/database/Engine.h"
+#include "host/database/LineEngine.h"
 #include "host/database/OdbcConnectionString.h"
 #include "host/database/OdbcHandles.h"
 #include "host/database/OdbcLine.h"
+#include "host/database/OdbcRunning.h"
 #include "host/database/OdbcValues.h"
 
+#include <atomic>
 #include <map>
+#include <mutex>
 #include <optional>
 
 class TOdbcCursor;
@@ -17,12 +20,17 @@ class TOdbcCursor;
 /// the end first. A lost line is dropped; the next call outside a transaction connects again. A transaction that the
 /// server gave up (a deadlock, a lost line) refuses every statement until it is rolled back, so that none of them
 /// is stored alone.
-class TOdbcEngine : public TEngine {
+class TOdbcEngine : public TLineEngine {
 public:
     /// Refuses a string that names no driver, or one that cannot encrypt as it asks for; open() connects.
     explicit TOdbcEngine(const QString &connectionString);
     ~TOdbcEngine() override;
-    void open();
+    void open() override;
+    void beginWork(bool mayConnect) override;
+    void giveUp() override;
+    void abandon() override;
+    std::unique_ptr<TLineEngine> successor() override;
+    QString doing() const override;
 
     TEngineKind kind() const override { return TEngineKind::SqlServer; }
     QString displayName() const override { return m_string.displayName(); }
@@ -46,6 +54,15 @@ public:
     void lockSchema() override;
 
 protected:
+    /// What it is doing, for the user who waits: a retry, for example. Forgotten with the next request.
+    void say(const QString &doing);
+    /// Whether the user does not want to wait any longer; from any thread.
+    bool isGivenUp() const { return m_isGivenUp || m_isAbandoned; }
+    /// Takes over what another engine of the same place, abandoned, left undecided.
+    void succeed(TOdbcEngine &before);
+    /// Before every text that is sent.
+    virtual void aboutToSend(const QString &) {}
+
     // What the database behind the driver is told in its own words; here those of SQL Server.
     /// Answers the server's own name, or nothing.
     virtual QString prepareSession();
@@ -84,6 +101,9 @@ private:
     void drop();
     /// Connects if need be, and clears the line of an open cursor.
     void makeReady(const QString &text);
+    /// Throws when the user has given up, or nobody waits any more.
+    void refuseWhenGivenUp(const QString &text);
+    void endWithoutAnswer();
     Odbc::TStatementHandle start(const QString &text, const QVariantList &values = {});
     bool isTransactionAlive();
     template <class Work>
@@ -92,10 +112,11 @@ private:
     void identify(TInserted &inserted);
     bool isStored(const TInserted &inserted);
     bool isStoredAfterAll(const QList<TInserted> &inserted);
+    TInserted forget(qsizetype uncertain);
     std::optional<qlonglong> storedBefore(const TBoundStatement &statement);
 
     TOdbcConnectionString m_string;
-    int m_patience;
+    std::atomic<int> m_patience;
     qsizetype m_serverAt = 0; ///< which of the servers answered last
     QString m_server;         ///< what it calls itself
     TOdbcLine m_line;
@@ -105,8 +126,18 @@ private:
     bool m_begun = false;
     bool m_isAsking = false;      ///< whether the transaction is alive
     std::optional<TFault> m_gone; ///< why the open transaction is no more
+    bool m_mayConnect = true;
+    bool m_isClearing = false; ///< what was given up is being rolled back, or looked after
     TOdbcCursor *m_cursor = nullptr;
     std::map<QString, TTableInfo> m_tables; // a map: its entries stay where they are
-    QList<TInserted> m_inserted;            ///< by the open transaction
-    QList<TInserted> m_uncertain;           ///< by a commit that got no answer
+
+    // Also of other threads.
+    Odbc::TRunning m_running;
+    std::atomic<bool> m_isGivenUp = false;
+    std::atomic<bool> m_isAbandoned = false;
+    mutable std::mutex m_mutex; ///< of what follows
+    QString m_doing;
+    bool m_isCommitting = false;  ///< the rows may be stored by now
+    QList<TInserted> m_inserted;  ///< by the open transaction
+    QList<TInserted> m_uncertain; ///< by a commit that got no answer; changed by the engine's own thread only
 };

@@ -73,6 +73,7 @@ bool TOdbcEngine::isStoredAfterAll(const QList<TInserted> &inserted)
             return isStored(row);
         } catch (const TDatabaseError &) {
             // Not to be told now: asked again when the same row is posted again.
+            const std::lock_guard lock(m_mutex);
             m_uncertain += inserted;
             while (m_uncertain.size() > keptUncertain)
                 m_uncertain.removeFirst();
@@ -80,6 +81,12 @@ bool TOdbcEngine::isStoredAfterAll(const QList<TInserted> &inserted)
         }
     }
     return false;
+}
+
+TOdbcEngine::TInserted TOdbcEngine::forget(qsizetype uncertain)
+{
+    const std::lock_guard lock(m_mutex);
+    return m_uncertain.takeAt(uncertain);
 }
 
 std::optional<qlonglong> TOdbcEngine::storedBefore(const TBoundStatement &statement)
@@ -94,10 +101,10 @@ std::optional<qlonglong> TOdbcEngine::storedBefore(const TBoundStatement &statem
         if (!same && (row.key != 0 || keyValuesOf(row, statement.values) != row.keyValues))
             continue;
         if (!isStored(row)) {
-            m_uncertain.removeAt(i);
+            forget(i);
             return std::nullopt;
         }
-        const TInserted stored = m_uncertain.takeAt(i);
+        const TInserted stored = forget(i);
         if (!same)
             execute({u"update [%1] set [%2]=? where %3"_s.arg(stored.table, stored.columns.join(u"]=?,["_s),
                                                               conditionOf(stored.keys)),

@@ -3,6 +3,7 @@
 #include "host/Utility_ZLM/PersianText.h"
 #include "host/database/QueryRows.h"
 #include "host/database/RowWriter.h"
+#include "host/database/RowsToCome.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -13,8 +14,9 @@ struct TQuery::Private {
     QString keyField;
     QString orderField;
     Qt::SortOrder order = Qt::AscendingOrder;
-    std::unique_ptr<TQueryRows> rows; // null while the query is closed
-    QString describedText;            // a list that is filtered anew has the columns that it had
+    std::shared_ptr<TQueryRows> rows; // null while the query is closed
+    std::unique_ptr<TRowsToCome> toCome;
+    QString describedText; // a list that is filtered anew has the columns that it had
     TQueryRows::TColumns described;
     State state = State::Inactive;
     int position = -1;
@@ -40,6 +42,7 @@ struct TQuery::Private {
     void take(std::unique_ptr<TQueryRows> read, int row)
     {
         rows = std::move(read);
+        toCome.reset();
         state = State::Browse;
         eof = rows->count() == 0;
         position = eof ? -1 : row;
@@ -134,6 +137,7 @@ void TQuery::close()
         return;
     d->rememberFields();
     d->rows.reset();
+    d->toCome.reset();
     d->state = State::Inactive;
     d->position = -1;
     d->eof = true;
@@ -252,6 +256,31 @@ QVariant TQuery::value(const QString &field) const
 QVariant TQuery::valueAt(int row, int fieldIndex) const
 {
     return d->open().value(row, fieldIndex);
+}
+
+bool TQuery::isHere(int row, int fieldIndex) const
+{
+    if (!d->rows || !d->connection->isOpen())
+        return false;
+    if (d->connection->engine().answersAtOnce())
+        return true;
+    return d->rows->isHere(row) &&
+           !(d->rows->windowed() && d->rows->knownColumns().fields.value(fieldIndex).large);
+}
+
+void TQuery::readSoon(int row)
+{
+    if (!d->rows || !d->connection->isOpen() || isHere(row) || row < 0 || row >= recordCount())
+        return;
+    if (!d->toCome)
+        d->toCome = std::make_unique<TRowsToCome>(*this, *d->connection, d->rows);
+    d->toCome->want(row);
+}
+
+void TQuery::askAgain()
+{
+    if (d->toCome)
+        d->toCome->askAgain();
 }
 
 qlonglong TQuery::keyAt(int row) const

@@ -69,6 +69,13 @@ public:
     double asFloat(const QString &field) const { return value(field).toDouble(); }
     /// A column of any row, read by page.
     QVariant valueAt(int row, int fieldIndex) const;
+    /// For who paints rows of a database that does not answer at once (TEngine::answersAtOnce): whether a row is given
+    /// without a request, and this field of it. Always, where it does.
+    bool isHere(int row, int fieldIndex = -1) const;
+    /// Begins to read the page of a row that is not here; cameIn tells when it is, or readFailed. After a failure
+    /// nothing is read until the query is opened again or askAgain is called.
+    void readSoon(int row);
+    void askAgain();
     /// The key of a row of a windowed list, without reading the row.
     qlonglong keyAt(int row) const;
     /// The row with this key; -1 when it is not in the list.
@@ -95,8 +102,11 @@ Q_SIGNALS:
     void closed();
     void currentChanged(int position);
     void posted();
+    void cameIn(); ///< rows that were read with readSoon
+    void readFailed(const TDatabaseError &error);
 
 private:
+    friend class TRowsToCome;
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -33,7 +33,7 @@ TQueryRows::TQueryRows(const TSource &source)
     } else if (m_source.orderField.isEmpty()) {
         readFromEnd();
     } else {
-        readKeys();
+        m_keys = readKeys();
         m_count = int(m_keys.size());
     }
 }
@@ -86,13 +86,24 @@ QString TQueryRows::orderClause() const
     return u"order by "_s + term + way + u", "_s + key + way;
 }
 
-void TQueryRows::readKeys()
+TStatement TQueryRows::keysStatement() const
 {
-    m_keys.clear();
-    const TStatement statement = wrapped(u"select [%1]"_s.arg(m_source.keyField), orderClause());
-    const auto cursor = m_source.connection->engine().select(bound(statement));
+    return wrapped(u"select [%1]"_s.arg(m_source.keyField), orderClause());
+}
+
+QList<qlonglong> TQueryRows::readKeys()
+{
+    QList<qlonglong> keys;
+    const auto cursor = m_source.connection->engine().select(bound(keysStatement()));
     while (cursor->next())
-        m_keys.append(cursor->integer(0));
+        keys.append(cursor->integer(0));
+    return keys;
+}
+
+void TQueryRows::run(const TStep &step)
+{
+    step.read(*m_source.connection->engine().select(bound(step.statement)));
+    step.take();
 }
 
 // The last keys, and the number of rows. A list that is searched is walked over once: what a search costs is its
@@ -136,34 +147,58 @@ bool TQueryRows::hasKey(qlonglong key)
 
 void TQueryRows::needKeys()
 {
-    if (m_tail.isEmpty())
-        return;
-    m_source.connection->beforeStatement(m_source.statement);
-    readKeys();
+    while (!m_tail.isEmpty()) {
+        m_source.connection->beforeStatement(m_source.statement);
+        run(allKeys());
+    }
+}
+
+TQueryRows::TStep TQueryRows::allKeys()
+{
+    const auto keys = std::make_shared<QList<qlonglong>>();
+    return {keysStatement(),
+            [keys](TCursor &cursor) {
+                while (cursor.next())
+                    keys->append(cursor.integer(0));
+            },
+            [this, keys, from = m_tailFrom] {
+                if (!m_tail.isEmpty() && m_tailFrom == from)
+                    takeAllKeys(*keys);
+            }};
+}
+
+void TQueryRows::takeAllKeys(QList<qlonglong> keys)
+{
     // Rows that came or went since the opening make the far end longer or shorter, never the part that was shown.
-    m_keys.erase(std::lower_bound(m_keys.begin(), m_keys.end(), m_tail.first()), m_keys.end());
-    while (m_keys.size() > m_tailFrom)
-        m_keys.removeFirst();
-    if (m_keys.size() < m_tailFrom)
-        m_keys.insert(0, m_tailFrom - m_keys.size(), std::numeric_limits<qlonglong>::min());
-    m_keys += m_tail;
+    keys.erase(std::lower_bound(keys.begin(), keys.end(), m_tail.first()), keys.end());
+    if (keys.size() > m_tailFrom)
+        keys.remove(0, keys.size() - m_tailFrom);
+    if (keys.size() < m_tailFrom)
+        keys.insert(0, m_tailFrom - keys.size(), std::numeric_limits<qlonglong>::min());
+    m_keys = keys + m_tail;
     m_tail.clear();
 }
 
 // The keys before the known ones, for a user who goes up row by row: all of a million would make a step stutter.
-void TQueryRows::readOn(int row)
+TQueryRows::TStep TQueryRows::keysBefore()
 {
-    if (m_tailFrom - row > nextRows)
-        return needKeys();
-    m_source.connection->beforeStatement(m_source.statement);
-    const TStatement statement = wrapped(u"select top %1 [%2]"_s.arg(nextRows).arg(m_source.keyField),
-                                         u"where [%1] < "_s.arg(m_source.keyField))
-                                     .value(m_tail.first())
-                                     .sql(u' ' + orderClause() + u" desc"_s);
-    QList<qlonglong> keys;
-    const auto cursor = m_source.connection->engine().select(bound(statement));
-    while (keys.size() < m_tailFrom && cursor->next())
-        keys.append(cursor->integer(0));
+    const auto keys = std::make_shared<QList<qlonglong>>();
+    return {wrapped(u"select top %1 [%2]"_s.arg(nextRows).arg(m_source.keyField),
+                    u"where [%1] < "_s.arg(m_source.keyField))
+                .value(m_tail.first())
+                .sql(u' ' + orderClause() + u" desc"_s),
+            [keys, most = m_tailFrom](TCursor &cursor) {
+                while (keys->size() < most && cursor.next())
+                    keys->append(cursor.integer(0));
+            },
+            [this, keys, from = m_tailFrom] {
+                if (!m_tail.isEmpty() && m_tailFrom == from)
+                    takeKeysBefore(*keys);
+            }};
+}
+
+void TQueryRows::takeKeysBefore(QList<qlonglong> keys)
+{
     std::reverse(keys.begin(), keys.end());
     if (keys.size() <
         std::min(nextRows, m_tailFrom)) // others have deleted rows: places at the far end are empty
@@ -174,13 +209,33 @@ void TQueryRows::readOn(int row)
         m_keys = std::exchange(m_tail, {});
 }
 
-QString TQueryRows::pageColumns()
+TQueryRows::TStep TQueryRows::columns()
 {
-    if (m_columns.fields.isEmpty()) {
-        const auto cursor =
-            m_source.connection->engine().select(bound(wrapped(u"select *"_s, u"where 1=0"_s)));
-        setFields(cursor->fields());
-    }
+    const auto fields = std::make_shared<QList<TFieldInfo>>();
+    return {wrapped(u"select *"_s, u"where 1=0"_s), [fields](TCursor &cursor) { *fields = cursor.fields(); },
+            [this, fields] { setFields(*fields); }};
+}
+
+bool TQueryRows::isHere(int row) const
+{
+    if (!windowed())
+        return row >= 0 && row < m_rows.size();
+    return row >= 0 && row < m_count && m_pages.contains(pageOf(row));
+}
+
+TQueryRows::TStep TQueryRows::nextStep(int row)
+{
+    const int number = pageOf(row);
+    const int first = firstOf(number);
+    if (m_columns.fields.isEmpty())
+        return columns();
+    if (!m_tail.isEmpty() && first < m_tailFrom)
+        return m_tailFrom - first > nextRows ? allKeys() : keysBefore();
+    return pageStep(number);
+}
+
+QString TQueryRows::pageColumns() const
+{
     if (!m_columns.anyLarge)
         return u"*"_s;
     QStringList columns;
@@ -218,7 +273,7 @@ int TQueryRows::firstOf(int page) const
 
 QVariantList &TQueryRows::held(int row)
 {
-    const int number = (m_count - 1 - row) / m_pageRows;
+    const int number = pageOf(row);
     return (*page(number))[row - firstOf(number)];
 }
 
@@ -226,30 +281,48 @@ TQueryRows::TPage *TQueryRows::page(int number)
 {
     if (TPage *known = m_pages.object(number))
         return known;
+    if (m_columns.fields.isEmpty())
+        run(columns());
+    keyAt(firstOf(number));
+    const TStep step = pageStep(number);
+    m_source.connection->beforeStatement(step.statement);
+    run(step);
+    return m_pages.object(number);
+}
+
+TQueryRows::TStep TQueryRows::pageStep(int number)
+{
     const int first = firstOf(number);
     const int count = std::min(m_count - first, m_pageRows);
+    QList<qlonglong> keys;
+    for (int i = 0; i < count; ++i)
+        keys.append(keyAt(first + i));
     TStatement statement = wrapped(u"select "_s + pageColumns(), u"where [%1] in ("_s.arg(m_source.keyField));
     for (int i = 0; i < m_pageRows; ++i) {
         if (i > 0)
             statement.sql(u","_s);
         // Places left over repeat the last key; an empty list asks for no row.
-        statement.value(count > 0 ? QVariant(keyAt(first + std::min(i, count - 1))) : QVariant());
+        statement.value(count > 0 ? QVariant(keys.at(std::min(i, count - 1))) : QVariant());
     }
     statement.sql(u")"_s);
-    m_source.connection->beforeStatement(statement);
-    const auto cursor = m_source.connection->engine().select(bound(statement));
-    QHash<qlonglong, QVariantList> byKey;
-    const int keyIndex = m_columns.indexOf(m_source.keyField);
-    while (cursor->next()) {
-        const QVariantList row = readRow(*cursor, m_columns.fields.size());
-        byKey.insert(keyIndex < 0 ? 0 : row[keyIndex].toLongLong(), row);
-    }
-    auto *page = new TPage;
-    // A row that was deleted since the keys were read stays in its place, empty.
-    for (int i = 0; i < count; ++i)
-        page->append(byKey.value(keyAt(first + i)));
-    m_pages.insert(number, page);
-    return page;
+    const auto byKey = std::make_shared<QHash<qlonglong, QVariantList>>();
+    return {statement,
+            [byKey, keyIndex = m_columns.indexOf(m_source.keyField),
+             columns = m_columns.fields.size()](TCursor &cursor) {
+                while (cursor.next()) {
+                    const QVariantList row = readRow(cursor, columns);
+                    byKey->insert(keyIndex < 0 ? 0 : row[keyIndex].toLongLong(), row);
+                }
+            },
+            [this, byKey, number, keys, all = m_count] {
+                if (m_count != all)
+                    return; // pages are counted from the end
+                auto *page = new TPage;
+                // A row that was deleted since the keys were read stays in its place, empty.
+                for (const qlonglong key : keys)
+                    page->append(byKey->value(key));
+                m_pages.insert(number, page);
+            }};
 }
 
 const QList<TFieldInfo> &TQueryRows::fields()
@@ -292,7 +365,8 @@ qlonglong TQueryRows::keyAt(int row)
     if (!m_tail.isEmpty() && row >= m_tailFrom)
         return m_tail[row - m_tailFrom];
     if (!m_tail.isEmpty()) {
-        readOn(row);
+        m_source.connection->beforeStatement(m_source.statement);
+        run(m_tailFrom - row > nextRows ? allKeys() : keysBefore());
         return keyAt(row);
     }
     return m_keys[row];
@@ -333,7 +407,7 @@ int TQueryRows::append(const QVariantList &values, qlonglong key)
     m_pages.clear();
     if (!m_tail.isEmpty()) { // the other keys are not here; the new one is among them
         m_tail.clear();
-        readKeys();
+        m_keys = readKeys();
         m_count = int(m_keys.size());
         return rowOfKey(key);
     }

@@ -28,6 +28,14 @@ public:
         TColumns columns; ///< where they are known; empty: they are asked for
     };
 
+    /// One request on the way to a row: `read` gets what comes, in whatever thread, then `take` brings it in. What changed
+    /// meanwhile makes `take` do nothing.
+    struct TStep {
+        TStatement statement;
+        std::function<void(TCursor &)> read;
+        std::function<void()> take;
+    };
+
     /// Reads the rows, or the keys.
     explicit TQueryRows(const TSource &source);
 
@@ -37,6 +45,11 @@ public:
     const TColumns &knownColumns() const { return m_columns; }
     int fieldIndex(const QString &name);
     QVariant value(int row, int field);
+    /// Whether the row is given without a request; its large columns are not.
+    bool isHere(int row) const;
+    /// The next request that a row waits for; only for one that is not here.
+    TStep nextStep(int row);
+    TBoundStatement bound(const TStatement &statement) const;
     QVariantList row(int row);
     qlonglong keyAt(int row);
     int rowOfKey(qlonglong key);
@@ -50,21 +63,28 @@ public:
 
 private:
     using TPage = QList<QVariantList>;
-    TBoundStatement bound(const TStatement &statement) const;
+    void run(const TStep &step);
+    TStep allKeys();
+    TStep keysBefore();
+    TStep columns();
+    TStep pageStep(int number);
     TStatement wrapped(const QString &before, const QString &after) const;
     QString orderClause() const;
     void readAll();
-    void readKeys();
+    QList<qlonglong> readKeys();
+    TStatement keysStatement() const;
     void readFromEnd();
     bool hasKey(qlonglong key);
     void needKeys();
-    void readOn(int row);
+    void takeAllKeys(QList<qlonglong> keys);
+    void takeKeysBefore(QList<qlonglong> keys);
     TPage *page(int number);
+    int pageOf(int row) const { return (m_count - 1 - row) / m_pageRows; }
     int firstOf(int page) const;
     QVariantList &held(int row);
     void setFields(const QList<TFieldInfo> &fields);
     /// What a page reads of its rows: everything but the large columns, which stand as nulls.
-    QString pageColumns();
+    QString pageColumns() const;
     QVariant largeValue(int row, int field);
 
     TSource m_source;

@@ -25,8 +25,7 @@ bool isText(int type)
 
 } // namespace
 
-SqliteDriverEngine::SqliteDriverEngine(const QString &file)
-    : TOdbcEngine(u"DRIVER=SQLite3;Encrypt=no;Database="_s + file)
+SqliteDriverEngine::SqliteDriverEngine(const QString &file) : SqliteDriverEngine(file, ConnectLater)
 {
     open();
 }

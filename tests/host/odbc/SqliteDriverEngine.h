@@ -10,6 +10,11 @@ class SqliteDriverEngine : public TOdbcEngine {
 public:
     /// Opens (and creates) a file.
     explicit SqliteDriverEngine(const QString &file);
+    enum Later { ConnectLater };
+    SqliteDriverEngine(const QString &file, Later)
+        : TOdbcEngine(u"DRIVER=SQLite3;Encrypt=no;Database="_s + file)
+    {
+    }
 
 protected:
     QString prepareSession() override { return {}; }
