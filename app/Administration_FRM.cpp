@@ -1,6 +1,7 @@
 #include "app/Administration_FRM.h"
 
 #include "app/Ask.h"
+#include "app/EventLogCheck.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
@@ -73,6 +74,9 @@ QList<QStringList> TLockList_FRM::ReadRows()
 
 void TLockList_FRM::release()
 {
+    const QString deed = u"آزاد کردن قفل"_s;
+    if (!HaveAdministration(UserInfo, deed))
+        return;
     const TCodeLock lock = m_locks.at(CurrentRow());
     if (!Ask(
             u"کد %1 از «%2» در ایستگاه %3 باز است. اگر آنجا هنوز کسی روی آن کار می کند، ممکن است کار او از دست برود. قفل آزاد شود؟"_s
@@ -81,7 +85,8 @@ void TLockList_FRM::release()
             TAnswer::No))
         return;
     const std::optional<TRowsFate> fate = askFate(CountWorkingRows(lock.part, lock.code));
-    if (!fate)
+    // The questions may have waited long.
+    if (!fate || !HaveAdministration(UserInfo, deed))
         return;
     if (!ReleaseCodeLock(lock, *fate))
         Tell(u"این قفل دیگر برقرار نیست."_s);
@@ -107,6 +112,9 @@ QList<QStringList> TWorkstationList_FRM::ReadRows()
 
 void TWorkstationList_FRM::remove()
 {
+    const QString deed = u"حذف ایستگاه کاری"_s;
+    if (!HaveAdministration(UserInfo, deed))
+        return;
     const TWorkstation workstation = m_workstations.at(CurrentRow());
     if (workstation.comIndex == IniOptions.Com_Index) {
         Tell(u"این همان ایستگاهی است که با آن کار می کنید."_s, miWarning);
@@ -117,7 +125,7 @@ void TWorkstationList_FRM::remove()
             TAnswer::No))
         return;
     const std::optional<TRowsFate> fate = askFate(CountWorkingRowsOf(workstation.comIndex));
-    if (!fate)
+    if (!fate || !HaveAdministration(UserInfo, deed))
         return;
     RemoveWorkstation(workstation.comIndex, *fate);
     Refresh();
@@ -141,9 +149,37 @@ TEventLog_FRM::TEventLog_FRM()
                {"UserName", u"کاربر"_s, TSearchItem::Text},
                {"EventDate", u"تاریخ"_s, TSearchItem::Date}});
     BuildUsualLayout(u"رویدادها"_s);
+    KeepToAdministrators();
     BuildButtons(false, true);
+    Check_BTN = AddButton(u"Check_BTN"_s, u"بررسی درستی F8"_s, u"F8"_s, u"بررسی درستی"_s);
+    connect(Check_BTN, &QAbstractButton::clicked, this, [this] { Guarded([this] { check(); }); });
     for (TSmartButton_ZLM *button : {New_BTN, EDit_BTN, Del_BTN})
         button->hide();
+}
+
+void TEventLog_FRM::check()
+{
+    if (!HaveAdministration(UserInfo, u"بررسی رویدادها"_s))
+        return;
+    const TEventLogVerdict verdict = CheckEventLogWithProgress(this);
+    if (!verdict.finished) {
+        if (!verdict.check.finished)
+            Tell(u"بررسی رویدادها متوقف شد. %1 سطر بررسی شده بود."_s.arg(verdict.check.lines), miWarning);
+        return;
+    }
+    const TEventCheck &check = verdict.check;
+    SetUserEvent(TSoftwarePart(0), cpOpen,
+                 check.isWhole() ? u"بررسی رویدادها: درست، %1 سطر"_s.arg(check.lines)
+                                 : u"بررسی رویدادها: دستکاری شده"_s,
+                 true, true);
+    const QString text = EventCheckText(check);
+    if (check.isWhole() || check.knownHeadFound) {
+        Tell(text, check.isWhole() ? miInformation : miWarning);
+    } else if (Ask(text + u"\nبررسی های بعدی این ایستگاه با پایان کنونی رویدادها سنجیده شود؟"_s,
+                   TAnswer::No)) {
+        KeepSeenHead(check.head);
+    }
+    RefreshList(); // with the line of the check
 }
 
 void TEventLog_FRM::SetListText()

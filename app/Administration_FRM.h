@@ -33,11 +33,14 @@ private:
     QList<TWorkstation> m_workstations;
 };
 
-/// The event log: who did what, when and where; searched as all lists are. Nothing in it can be changed.
+/// The event log: who did what, when and where; searched as all lists are. Nothing in it can be changed; whether
+/// somebody did so past the program is checked.
 class TEventLog_FRM : public TBaseDock_FRM {
     Q_OBJECT
 public:
     TEventLog_FRM();
+
+    TSmartButton_ZLM *Check_BTN = nullptr; ///< whether a line was changed or taken out
 
 protected:
     void SetListText() override;
@@ -47,5 +50,6 @@ protected:
     void NewRecord() override {}
 
 private:
+    void check();
     TQuery m_query;
 };

@@ -27,6 +27,7 @@ const TOption options[] = {
     {"--password-file", "FILE", "the user's password is the first line of this file; only you may read it"},
     {"--call", "ENTRY [ARG...]", "run one entry point, print its result, end"},
     {"--tour", "FOLDER", "the guided tour: a picture of every screen goes into the folder"},
+    {"--check-log", nullptr, "check the event log, print the result, end; status 0: whole, 1: broken"},
     {"--help", nullptr, "this text"},
     {"--version", nullptr, "the version"},
 };
@@ -140,14 +141,17 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
             line.passwordFile = value;
         } else if (argument == "--call"_L1) {
             if (!setTask(Task::Call))
-                return wrong(u"--call and --tour exclude each other"_s);
+                return wrong(u"--call, --tour and --check-log exclude each other"_s);
             line.entry = value;
             while (i + 1 < arguments.size() && !optionOf(arguments.at(i + 1)))
                 line.entryArguments << arguments.at(++i);
         } else if (argument == "--tour"_L1) {
             if (!setTask(Task::Tour))
-                return wrong(u"--call and --tour exclude each other"_s);
+                return wrong(u"--call, --tour and --check-log exclude each other"_s);
             line.tourFolder = value;
+        } else if (argument == "--check-log"_L1) {
+            if (!setTask(Task::CheckLog))
+                return wrong(u"--call, --tour and --check-log exclude each other"_s);
         } else if (argument == "--help"_L1) {
             line.task = Task::Help;
             return line;

@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Utility_ZLM/PlainIni.h"
+#include "host/Utility_ZLM/PrivateFile.h"
 #include "host/database/OdbcConnectionString.h"
 
 #include <QDir>
@@ -41,16 +42,12 @@ TDatabaseChoice TDatabaseChoice::stored()
 
 bool TDatabaseChoice::store() const
 {
-    const auto userOnly = QFile::ReadOwner | QFile::WriteOwner;
     const QString name = settingsFile();
-    QDir().mkpath(QFileInfo(name).absolutePath());
-    QFile settingsOnDisk(name);
-    if (!settingsOnDisk.open(QIODevice::ReadWrite) || !settingsOnDisk.setPermissions(userOnly))
+    if (!PrivateFile::keep(name))
         return false;
-    settingsOnDisk.close();
     QSettings settings(name, PlainIni::format());
     settings.setValue(fileKey, file == ordinaryFile() ? QString() : file);
     settings.setValue(odbcKey, TOdbcConnectionString(odbc).withoutPassword().text());
     settings.sync();
-    return settings.status() == QSettings::NoError && QFile::setPermissions(name, userOnly);
+    return settings.status() == QSettings::NoError;
 }

@@ -3,12 +3,14 @@
 #include "app/Administration_FRM.h"
 #include "app/Ask.h"
 #include "app/DatabaseSettings_FRM.h"
+#include "app/EventLogCheck.h"
 #include "app/Login_FRM.h"
 #include "app/PickTarget_FRM.h"
 #include "app/Users_FRM.h"
 #include "host/Component_ZLM/FileDialogs.h"
 #include "host/Component_ZLM/LayoutStore.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/UserRights_unt.h"
 #include "host/Utility_ZLM/PersianCalendar.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 #include "host/database/Backup.h"
@@ -88,12 +90,63 @@ TMain_FRM::TMain_FRM(TSession &session) : m_session(session)
     LayoutStore::restoreWindow(this);
 }
 
+TMain_FRM::TDoors TMain_FRM::doorsNow()
+{
+    TDoors doors;
+    doors.administration = IsAdministrator(UserInfo);
+    for (const TRight &right : UserInfo.Code == 0 ? QList<TRight>() : RightsOfUser(UserInfo.Code))
+        if (right.right == cpOpen)
+            doors.parts << int(right.part);
+    const TStanding standing = StandingOf(UserInfo, TSoftwarePart(0), cpOpen);
+    doors.active = standing == TStanding::Holds || standing == TStanding::NoRight;
+    return doors;
+}
+
+// A user may be demoted, shut out or given more while the window stands.
+void TMain_FRM::follow()
+{
+    try {
+        if (doorsNow() == m_doors)
+            return;
+    } catch (const TDatabaseError &) {
+        return; // the next door tells about the line
+    }
+    // Not now: a menu that is opening, or whose item runs, is among those that are made anew.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (QWidget *popup = QApplication::activePopupWidget())
+                popup->close();
+            Rebuild();
+        },
+        Qt::QueuedConnection);
+}
+
 void TMain_FRM::Rebuild()
 {
+    for (QMenu *menu : menuBar()->findChildren<QMenu *>(Qt::FindDirectChildrenOnly)) {
+        menu->setObjectName({});
+        menu->deleteLater();
+    }
     menuBar()->clear();
+    Guarded([this] { m_doors = doorsNow(); });
     buildMenus();
     buildButtons();
+    for (const QMenu *menu : menuBar()->findChildren<QMenu *>(Qt::FindDirectChildrenOnly))
+        connect(menu, &QMenu::aboutToShow, this, &TMain_FRM::follow);
     showStatus();
+}
+
+QAction *TMain_FRM::addDoor(QMenu *menu, const QString &caption, const char *name,
+                            std::function<void()> action)
+{
+    const QString deed = QString(caption).remove(u'&').remove(u" ..."_s);
+    return addItem(menu, caption, name, {}, [this, deed, action = std::move(action)] {
+        if (HaveAdministration(UserInfo, deed))
+            action();
+        else
+            follow();
+    });
 }
 
 QAction *TMain_FRM::addItem(QMenu *menu, const QString &caption, const char *name, const QString &key,
@@ -126,9 +179,9 @@ void TMain_FRM::buildMenus()
     addItem(file, u"تنظیمات &پایگاه داده ..."_s, "DatabaseSettings_ACT", {}, [this] { databaseSettings(); });
     if (!onServer) {
         addItem(file, u"پ&شتیبان گیری ..."_s, "Backup_ACT", {}, [this] { backUp(); });
-        addItem(file, u"&بازیابی پشتیبان ..."_s, "Restore_ACT", {}, [this] {
+        addDoor(file, u"&بازیابی پشتیبان ..."_s, "Restore_ACT", [this] {
             restore();
-        })->setVisible(UserInfo.IsAdmin);
+        })->setVisible(m_doors.administration);
     }
     file->addSeparator();
     // The sample company's administrator has no account.
@@ -153,14 +206,13 @@ void TMain_FRM::buildMenus()
                 [this] { TPickTarget_FRM(m_session, TPickTarget_FRM::Outputs).exec(); });
     }
 
-    if (UserInfo.IsAdmin) {
+    if (m_doors.administration) {
         QMenu *administration = menuBar()->addMenu(u"&مدیریت"_s);
         administration->setObjectName(u"Administration_MNU"_s);
-        addItem(administration, u"&کاربران و دسترسی ها ..."_s, "Users_ACT", {},
-                [] { TUserList_FRM().exec(); });
-        addItem(administration, u"&رویدادها ..."_s, "Events_ACT", {}, [] { TEventLog_FRM().exec(); });
-        addItem(administration, u"&قفل رکوردها ..."_s, "Locks_ACT", {}, [] { TLockList_FRM().exec(); });
-        addItem(administration, u"&ایستگاه های کاری ..."_s, "Workstations_ACT", {},
+        addDoor(administration, u"&کاربران و دسترسی ها ..."_s, "Users_ACT", [] { TUserList_FRM().exec(); });
+        addDoor(administration, u"&رویدادها ..."_s, "Events_ACT", [] { TEventLog_FRM().exec(); });
+        addDoor(administration, u"&قفل رکوردها ..."_s, "Locks_ACT", [] { TLockList_FRM().exec(); });
+        addDoor(administration, u"&ایستگاه های کاری ..."_s, "Workstations_ACT",
                 [] { TWorkstationList_FRM().exec(); });
     }
     QMenu *help = menuBar()->addMenu(u"&راهنما"_s);
@@ -243,6 +295,7 @@ void TMain_FRM::OpenEntry(const TEntryPoint &entry)
         return;
     const int result = m_session.callEntry(entry, entry.usualArguments);
     showStatus(); // the server may be another one by now
+    follow();
     if (entry.isSelect())
         statusBar()->showMessage(result == 0 ? u"چیزی انتخاب نشد."_s : u"کد انتخاب شده: %1"_s.arg(result));
 }
@@ -320,7 +373,10 @@ void TMain_FRM::backUp()
         Backup::save(m_session.choice().file, target);
     }
     SetUserEvent(TSoftwarePart(0), cpPrint, u"پشتیبان گیری در %1"_s.arg(target), true, true);
-    Tell(u"پشتیبان ساخته و بررسی شد:\n%1"_s.arg(target));
+    const TEventLogVerdict log = CheckEventLogWithProgress(this);
+    Tell(u"پشتیبان ساخته و بررسی شد:\n%1"_s.arg(target) + u"\n\n"_s +
+             (log.finished ? EventCheckText(log.check) : u"بررسی رویدادها به پایان نرسید."_s),
+         log.finished && log.check.isWhole() ? miInformation : miWarning);
 }
 
 void TMain_FRM::restore()
@@ -342,7 +398,8 @@ void TMain_FRM::restore()
     if (!Ask(
             contentsText(restoring->contents()) +
                 u"\n\nهمه اطلاعات کنونی با اطلاعات پشتیبان جایگزین می شود. پیش از آن از اطلاعات کنونی پشتیبان گرفته می شود. ادامه می دهید؟"_s,
-            TAnswer::No))
+            TAnswer::No) ||
+        !HaveAdministration(UserInfo, u"بازیابی پشتیبان"_s)) // the question may have waited long
         return;
     const QString before = freeName(u"%1.before-restore-%2"_s.arg(file, stamp()));
     {
@@ -352,6 +409,8 @@ void TMain_FRM::restore()
         m_session.reconnect();
     }
     SetUserEvent(TSoftwarePart(0), cpEdit, u"بازیابی پشتیبان از %1"_s.arg(source), true, true);
+    // Who restored it knows that the lines behind the backup are gone.
+    KeepSeenHead({});
     Tell(
         u"اطلاعات پشتیبان بازیابی شد. اطلاعات پیشین در این پرونده است:\n%1\nدوباره وارد شوید."_s.arg(before));
     Q_EMIT logOutWanted();

@@ -34,6 +34,17 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// What the user may open at a moment.
+    struct TDoors {
+        bool administration = false;
+        bool active = false; ///< false: the account is shut out or gone
+        QList<int> parts;
+        bool operator==(const TDoors &) const = default;
+    };
+    static TDoors doorsNow(); ///< throws TDatabaseError
+    void follow();            ///< builds menus and buttons anew when what the user may open has changed
+    /// An item for administrators, who are asked at the deed.
+    QAction *addDoor(QMenu *menu, const QString &caption, const char *name, std::function<void()> action);
     void buildMenus();
     void buildButtons();
     void buildStatus();
@@ -48,6 +59,7 @@ private:
     void about();
 
     TSession &m_session;
+    TDoors m_doors;
     QList<QPushButton *> m_buttons;
     QLabel *m_user;
     QLabel *m_workstation;

@@ -60,6 +60,7 @@ TPickTarget_FRM::TPickTarget_FRM(TSession &session, Kind kind)
     : TBaseDock_FRM(fmBrowse, {}), m_session(session), m_kind(kind)
 {
     const TTarget &target = targetOf(kind);
+    SetListPart(cspFiscal); // as the entries ask
     setObjectName(kind == Orders ? u"TPickTarget_Orders"_s : u"TPickTarget_Outputs"_s);
     SetTitle(target.title);
     auto *list = new TQuery(DM.ADOConnection1, u"List_QUR"_s, this);

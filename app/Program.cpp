@@ -2,11 +2,13 @@
 
 #include "app/Ask.h"
 #include "app/DatabaseSettings_FRM.h"
+#include "app/EventLogCheck.h"
 #include "app/Login_FRM.h"
 #include "app/MainWindow.h"
 #include "app/SampleCompany.h"
 #include "app/Tour.h"
 #include "host/Declaration_PKG/CodeLocks_unt.h"
+#include "host/Declaration_PKG/EventHead_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/database/OdbcConnectionString.h"
 #include "host/database/SqliteFile.h"
@@ -98,6 +100,7 @@ private:
     TStep logIn();
     TStep logInByDialog();
     int call();
+    int checkLog();
     int showWindow();
 
     const TCommandLine &m_line;
@@ -343,10 +346,27 @@ int TProgram::showWindow()
     }
 }
 
+int TProgram::checkLog()
+{
+    try {
+        const TEventCheck check = CheckEventLog(KnownEventHead());
+        m_out << EventCheckReport(check) << Qt::flush;
+        if (!check.isWhole())
+            return 1;
+        if (!KeepEventHead(check.head))
+            return fail(u"the end of the log cannot be kept beside %1"_s.arg(IniOptions.FileName));
+        return 0;
+    } catch (const TDatabaseError &error) {
+        return fail(QString::fromUtf8(error.what()));
+    }
+}
+
 TProgram::TStep TProgram::start()
 {
     if (!openDatabase())
         return TStep::Failed;
+    if (m_line.task == TCommandLine::Task::CheckLog) // nobody logs in, and nothing is written
+        return TStep::Done;
     if (const TStep step = registerWorkstation(); step != TStep::Done)
         return step;
     const TStep step = sample() ? stepOf(fillSample()) : logIn();
@@ -384,6 +404,8 @@ int TProgram::run()
     switch (m_line.task) {
     case TCommandLine::Task::Call:
         return call();
+    case TCommandLine::Task::CheckLog:
+        return checkLog();
     case TCommandLine::Task::Tour:
         return TTour(m_session, m_line.tourFolder, m_out).run() ? 0 : 1;
     default:

@@ -45,6 +45,7 @@ TCalcMethodList_FRM::TCalcMethodList_FRM(TFormMode mode, const QString &text) : 
     SetTitle(u"ليست روش هاي محاسباتي"_s);
     BuildList(CalcMethod_DM->List_QUR, u"CalcMethod_GRD"_s, columns(), searchItems());
     BuildUsualLayout(u"ليست روش هاي محاسباتي"_s);
+    SetListPart(cspCalcMethod);
     BuildButtons(true, false);
 }
 

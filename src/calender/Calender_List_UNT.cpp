@@ -62,6 +62,7 @@ TCalender_List_FRM::TCalender_List_FRM(TFormMode mode, const QString &text)
             &TZelmoSearchManager::ExecuteFilter_DataSet);
     connect(Tab_Search, &TTab_Search_Frame::tabChanged, ZelmoSearchManager1,
             &TZelmoSearchManager::ExecuteFilter_DataSet);
+    SetListPart(cspCalender);
     BuildButtons(false, true);
 }
 

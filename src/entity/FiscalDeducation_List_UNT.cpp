@@ -95,6 +95,7 @@ TFiscalDeducation_List_FRM::TFiscalDeducation_List_FRM(TFormMode mode, const QVa
                                                         {"Name", u"نام گردوه"_s, 90}});
     resize(960, 620);
     Center()->setSizes({groupPaneWidth, width() - groupPaneWidth});
+    SetListPart(itemPart());
     BuildButtons(true, false);
     connectGroups();
 }

@@ -104,6 +104,13 @@ bool TPayrollInfoDetail_FRM::Validate()
     return Keeps(payrollItemRules().back(), payrollItemFields(), subject());
 }
 
+bool TPayrollInfoDetail_FRM::ReadyToSave()
+{
+    const TStanding standing = StandingOf(UserInfo, Part(), cpOpen);
+    TellStanding(standing, Part(), cpOpen, u"آنچه نوشته اید ذخیره نشده و روی صفحه می ماند."_s);
+    return standing == TStanding::Holds;
+}
+
 void TPayrollInfoDetail_FRM::RecordSaved(bool)
 {
     SetUserEvent(Part(), cpEdit, u"%1: %2"_s.arg(Title1_LBL->text(), FiscalDeducationCode_EDT->GetText()),

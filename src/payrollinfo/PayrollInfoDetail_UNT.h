@@ -21,6 +21,8 @@ public:
 protected:
     bool Validate() override;
     void ShowRecord() override;
+    /// The link is stored at once: the right that the settings ask for is asked once more.
+    bool ReadyToSave() override;
     bool MayStartNew() override { return false; } ///< "save and new" saves and closes
     /// The link is stored at once, so it has its line in the event log.
     void RecordSaved(bool wasNew) override;

@@ -121,6 +121,7 @@ TStaffList_FRM::TStaffList_FRM(TFormMode mode, const QString &text)
     BuildUsualLayout({});
     buildSearch();
     buildGroups();
+    SetListPart(cspStaff);
     BuildButtons(true, true);
     buildPictures();
     resize(1000, 620);

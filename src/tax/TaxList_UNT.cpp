@@ -36,6 +36,7 @@ TTaxList_FRM::TTaxList_FRM(TFormMode mode, const QString &text) : TBaseDock_FRM(
         SetTitle(u"جدول مالیاتی"_s);
     BuildList(Tax_DM->List_QUR, u"TaxDB_List_TableView"_s, columns(), searchItems());
     BuildUsualLayout(u"جدول مالیاتی"_s);
+    SetListPart(cspTax);
     BuildButtons(true, false);
 }
 

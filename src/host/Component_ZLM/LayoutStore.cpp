@@ -2,6 +2,7 @@
 
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 #include "host/Utility_ZLM/PlainIni.h"
+#include "host/Utility_ZLM/PrivateFile.h"
 
 #include <QFileInfo>
 #include <QScreen>
@@ -46,8 +47,11 @@ void LayoutStore::setValue(const QString &key, const QVariant &value)
 {
     QSettings settings = file();
     // Most windows close as they opened, and every writing waits for the disk.
-    if (settings.value(key) != value)
-        settings.setValue(key, value);
+    if (settings.value(key) == value)
+        return;
+    // A layout names columns and windows of the user alone; QSettings keeps the permissions that it finds.
+    PrivateFile::keep(settings.fileName());
+    settings.setValue(key, value);
 }
 
 QString LayoutStore::windowKey(const QWidget *window)

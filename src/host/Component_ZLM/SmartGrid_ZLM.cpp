@@ -26,6 +26,7 @@ const int defaultWidth = 100;
 struct TSmartGrid_ZLM::Private {
     TQueryModel *model = nullptr;
     QPointer<TQuery> query;
+    std::function<bool(int rows)> mayCopy;
     QList<bool> offered;
     QList<bool> shown;
     QList<int> widths;
@@ -385,11 +386,18 @@ bool TSmartGrid_ZLM::extendSelection(QKeyEvent *event)
     return true;
 }
 
+void TSmartGrid_ZLM::SetCopyDoor(std::function<bool(int rows)> mayCopy)
+{
+    d->mayCopy = std::move(mayCopy);
+}
+
 void TSmartGrid_ZLM::copyRows()
 {
     QList<int> rows = SelectedRows();
     if (rows.isEmpty() && currentIndex().isValid())
         rows << currentIndex().row();
+    if (d->mayCopy && !d->mayCopy(int(rows.size())))
+        return;
     QStringList lines;
     for (const int row : rows) {
         d->model->bringRow(row);

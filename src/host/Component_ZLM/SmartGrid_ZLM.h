@@ -5,6 +5,7 @@
 #include <QAbstractTableModel>
 #include <QTableView>
 
+#include <functional>
 #include <memory>
 
 class QMenu;
@@ -81,6 +82,8 @@ public:
     /// Several rows may be selected (Ctrl, Shift); default one.
     void SetMultiSelect(bool on);
     void SetRowChecks(bool on);
+    /// Asked with their number before rows are copied (Ctrl+C); false: they stay. Without it all may be copied.
+    void SetCopyDoor(std::function<bool(int rows)> mayCopy);
     /// Positions of the selected rows in list order; empty when nothing beyond the current row is selected.
     QList<int> SelectedRows() const;
     /// The row as a person would call it (TQueryModel).

@@ -40,6 +40,19 @@ TStatement lockRow(const char *beginning, const TCodeLock &lock)
         .text(lock.process.isNull() ? u""_s : lock.process);
 }
 
+/// How many locks on a code are this program's.
+TStatement ownLock(const QString &code, TSoftwarePart part, int comIndex)
+{
+    return TStatement("select count(*) from CodeLock_TBL where Code=")
+        .text(code)
+        .sql(" and Status=")
+        .integer(int(part))
+        .sql(" and Com_Index=")
+        .integer(comIndex)
+        .sql(" and Process=")
+        .text(ThisProcess());
+}
+
 bool deleteLock(const TCodeLock &lock)
 {
     return DM.ADOConnection1->execute(lockRow("delete from CodeLock_TBL where Code=", lock)) > 0;
@@ -143,16 +156,22 @@ int ReleaseLeftLocks(int comIndex)
 
 bool HoldsCodeLock(const QString &code, TSoftwarePart part, int comIndex)
 {
-    return DM.ADOConnection1
-               ->scalar(TStatement("select count(*) from CodeLock_TBL where Code=")
-                            .text(code)
-                            .sql(" and Status=")
-                            .integer(int(part))
-                            .sql(" and Com_Index=")
-                            .integer(comIndex)
-                            .sql(" and Process=")
-                            .text(ThisProcess()))
-               .toInt() > 0;
+    return DM.ADOConnection1->scalar(ownLock(code, part, comIndex)).toInt() > 0;
+}
+
+TSaveGround AskSaveGround(const QString &code, TSoftwarePart part, int comIndex, TPermission right)
+{
+    if (code.isEmpty())
+        return {true, StandingOf(UserInfo, part, right)};
+    if (UserInfo.Code == 0)
+        return {HoldsCodeLock(code, part, comIndex), StandingOf(UserInfo, part, right)};
+    const int answer = DM.ADOConnection1
+                           ->scalar(TStatement("select (")
+                                        .append(ownLock(code, part, comIndex))
+                                        .sql(")*10+")
+                                        .append(StandingExpression(UserInfo, part, right)))
+                           .toInt();
+    return {answer >= 10, TStanding(answer % 10)};
 }
 
 QList<TWorkstation> ListWorkstations()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/Declaration_PKG/Process_unt.h"
 #include "host/Declaration_PKG/Softwareparts_unt.h"
 #include "host/Export.h"
@@ -38,6 +39,16 @@ KETEBIONPAP_CORE bool ReleaseCodeLock(const TCodeLock &lock, TRowsFate fate = TR
 KETEBIONPAP_CORE int ReleaseLeftLocks(int comIndex);
 /// Whether this very process has the lock.
 KETEBIONPAP_CORE bool HoldsCodeLock(const QString &code, TSoftwarePart part, int comIndex);
+
+/// What a save relies on.
+struct TSaveGround {
+    bool holdsLock = true;
+    TStanding standing = TStanding::Holds;
+};
+/// Both in one read: whether this program holds the lock on `code` (an empty one needs none), and how the user stands
+/// who is logged in. Throws TDatabaseError.
+KETEBIONPAP_CORE TSaveGround AskSaveGround(const QString &code, TSoftwarePart part, int comIndex,
+                                           TPermission right);
 
 /// One workstation of the suite.
 struct TWorkstation {

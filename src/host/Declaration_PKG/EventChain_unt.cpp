@@ -123,16 +123,21 @@ TEventCheck CheckEventLog(const TEventHead &known, const std::function<bool(qlon
                 ++check.older;
                 continue;
             }
-            ++check.lines;
+            if (++check.lines == 1)
+                check.since = line.date;
             if (linkOf(before, line) != link)
                 broken(last, line.date);
             before = link;
             ended = ended || link == check.head.link;
             check.knownHeadFound = check.knownHeadFound || link == known.link;
         }
-        if (query.recordCount() < linesAtOnce ||
-            (progress && !progress(check.lines + check.older, check.older + check.head.lines)))
+        if (query.recordCount() < linesAtOnce)
             break;
+        if (progress && !progress(check.lines + check.older, check.older + check.head.lines)) {
+            check.finished = false;
+            check.knownHeadFound = true; // not looked for to the end
+            return check;
+        }
     }
     if (!ended)
         broken(0, {});

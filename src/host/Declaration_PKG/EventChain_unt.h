@@ -41,6 +41,8 @@ struct TEventCheck {
     qlonglong older = 0;       ///< from before the chain; they cannot be checked
     QList<TEventBreak> breaks; ///< the first hundred
     bool knownHeadFound = true;
+    bool finished = true; ///< false: ended early; what was read up to there is told
+    QString since;        ///< the date of the first line that hangs in the chain
     TEventHead head;
     bool isWhole() const { return breaks.isEmpty() && knownHeadFound; }
 };

@@ -1,10 +1,8 @@
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
 
 #include "host/Utility_ZLM/PlainIni.h"
+#include "host/Utility_ZLM/PrivateFile.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QStandardPaths>
 
 using namespace Qt::Literals::StringLiterals;
@@ -12,8 +10,6 @@ using namespace Qt::Literals::StringLiterals;
 TIniOptions IniOptions;
 
 namespace {
-
-const auto userOnly = QFile::ReadOwner | QFile::WriteOwner;
 
 QString ordinaryFile()
 {
@@ -40,19 +36,11 @@ void TIniOptions::load(const QString &fileName)
 bool TIniOptions::save() const
 {
     const QString name = FileName.isEmpty() ? ordinaryFile() : FileName;
-    const QString folder = QFileInfo(name).absolutePath();
-    if (!QFileInfo::exists(folder)) {
-        if (!QDir().mkpath(folder))
-            return false;
-        QFile::setPermissions(folder, userOnly | QFile::ExeOwner);
-    }
-    // Private from its first byte on: QSettings keeps the permissions that it finds.
-    QFile file(name);
-    if (!file.open(QIODevice::ReadWrite) || !file.setPermissions(userOnly))
+    // QSettings keeps the permissions that it finds.
+    if (!PrivateFile::keep(name))
         return false;
-    file.close();
     QSettings settings(name, PlainIni::format());
     settings.setValue(indexKey(), Com_Index);
     settings.sync();
-    return settings.status() == QSettings::NoError && QFile::setPermissions(name, userOnly);
+    return settings.status() == QSettings::NoError;
 }

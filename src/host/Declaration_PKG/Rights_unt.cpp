@@ -17,16 +17,16 @@ const QList<TPartRights> &parts()
 {
     static const QList<TPartRights> all{
         {cspPayrollInfo, u"تنظیمات حقوق و دستمزد"_s, {cpOpen, cpPayrollSecondPage}},
-        {cspCalcMethod, u"روش های محاسباتی"_s, {cpOpen, cpNew, cpEdit, cpDelete}},
-        {cspTax, u"جداول مالیاتی"_s, {cpOpen, cpNew, cpEdit, cpDelete}},
-        {cspCalender, u"تقویم کاری"_s, {cpOpen, cpNew, cpEdit, cpDelete}},
-        {cspStaff, u"کارمندان"_s, {cpOpen, cpNew, cpEdit, cpDelete, cpStaffFamilyPage}},
-        {cspFiscal, u"مزایا"_s, {cpOpen, cpNew, cpEdit, cpDelete}},
-        {cspDeduction, u"کسورات"_s, {cpOpen, cpNew, cpEdit, cpDelete}},
-        {cspStaffGroup, u"گروه های کارمندان"_s, {cpNew, cpEdit, cpDelete}},
-        {cspFiscalGrp, u"گروه های مزایا"_s, {cpNew, cpEdit, cpDelete}},
-        {cspDeductionGrp, u"گروه های کسورات"_s, {cpNew, cpEdit, cpDelete}},
-        {cspPerson, u"گروه های اشخاص"_s, {cpNew, cpEdit, cpDelete}},
+        {cspCalcMethod, u"روش های محاسباتی"_s, {cpOpen, cpNew, cpEdit, cpDelete, cpPrint}},
+        {cspTax, u"جداول مالیاتی"_s, {cpOpen, cpNew, cpEdit, cpDelete, cpPrint}},
+        {cspCalender, u"تقویم کاری"_s, {cpOpen, cpNew, cpEdit, cpDelete, cpPrint}},
+        {cspStaff, u"کارمندان"_s, {cpOpen, cpNew, cpEdit, cpDelete, cpPrint, cpStaffFamilyPage}},
+        {cspFiscal, u"مزایا"_s, {cpOpen, cpNew, cpEdit, cpDelete, cpPrint}},
+        {cspDeduction, u"کسورات"_s, {cpOpen, cpNew, cpEdit, cpDelete, cpPrint}},
+        {cspStaffGroup, u"گروه های کارمندان"_s, {cpNew, cpEdit, cpDelete, cpPrint}},
+        {cspFiscalGrp, u"گروه های مزایا"_s, {cpNew, cpEdit, cpDelete, cpPrint}},
+        {cspDeductionGrp, u"گروه های کسورات"_s, {cpNew, cpEdit, cpDelete, cpPrint}},
+        {cspPerson, u"گروه های اشخاص"_s, {cpNew, cpEdit, cpDelete, cpPrint}},
     };
     return all;
 }

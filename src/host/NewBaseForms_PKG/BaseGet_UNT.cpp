@@ -51,13 +51,17 @@ TBaseGet_FRM::~TBaseGet_FRM()
 
 void TBaseGet_FRM::askRight(TPermission right)
 {
-    NotShowable =
-        !HavePermission(UserInfo, m_part, m_part == cspPayrollInfo ? cpOpen : right, true, true, {});
+    m_right = m_part == cspPayrollInfo ? cpOpen : right;
+    NotShowable = !HavePermission(UserInfo, m_part, m_right, true, true, {});
 }
 
 bool TBaseGet_FRM::MayStartNew()
 {
-    return HavePermission(UserInfo, m_part, m_part == cspPayrollInfo ? cpOpen : cpNew, false, true, {});
+    const TPermission right = m_part == cspPayrollInfo ? cpOpen : cpNew;
+    if (!HavePermission(UserInfo, m_part, right, false, true, {}))
+        return false;
+    m_right = right;
+    return true;
 }
 
 int TBaseGet_FRM::exec()
@@ -227,11 +231,16 @@ bool TBaseGet_FRM::TakeCode(int code)
     return true;
 }
 
-// A lock may be freed by an administrator while the record is open, and working rows are everybody's. What stands on the
-// screen is what the user wants stored.
+// Whoever opened the record may have lost the right or the account since; a lock may be freed by an administrator while
+// the record is open, and working rows are everybody's. What stands on the screen is what the user wants stored.
 bool TBaseGet_FRM::ReadyToSave()
 {
-    const bool lost = !m_heldCode.isEmpty() && !HoldsCodeLock(m_heldCode, m_part, IniOptions.Com_Index);
+    const TSaveGround ground = AskSaveGround(m_heldCode, m_part, IniOptions.Com_Index, m_right);
+    if (ground.standing != TStanding::Holds) {
+        TellStanding(ground.standing, m_part, m_right, u"آنچه نوشته اید ذخیره نشده و روی صفحه می ماند."_s);
+        return false;
+    }
+    const bool lost = !ground.holdsLock;
     if (lost && !lockCode(m_heldCode, m_part, otLock)) {
         ShowSmartMessage(
             u"قفل کد %1 آزاد شده و اکنون ایستگاه دیگری آن را باز کرده است. آنچه نوشته اید ذخیره نشده و روی صفحه می ماند. پس از بسته شدن آن پنجره دوباره ذخیره کنید."_s

@@ -80,7 +80,9 @@ protected:
     bool Start() override;
     bool HoldRecord() override;
     void RecordSaved(bool wasNew) override; ///< writes the line of the event log
-    bool ReadyToSave() override;            ///< the lock and the working rows are still those of this editor
+    /// Whether the user still holds the right that the screen asked for when it was opened (a record that was new and
+    /// stays open keeps that one), and the lock and the working rows are still those of this editor.
+    bool ReadyToSave() override;
     void CloseFailed(const TDatabaseError &error) override;
     void ReleaseHeld() override { ReleaseCode(); }
     bool MayStartNew() override;
@@ -100,6 +102,7 @@ private:
     QList<TLeftRows> leftByNewRecords(const QStringList &codes, bool &storedWait);
     bool recoverExisting();
     TSoftwarePart m_part;
+    TPermission m_right = cpOpen;
     QVariant m_value;
     QString m_heldCode; ///< the code whose lock this editor holds
     QString m_lostCode; ///< the code whose lock was no more its own when it was given up

@@ -135,6 +135,7 @@ TGroupList_FRM::TGroupList_FRM(TFormMode mode, const TGroupKind &kind, const QSt
         {{u"Code"_s, u"کد"_s, 80, true, TGridColumn::Code}, {u"Name"_s, u"نام گروه"_s, 300}},
         {{u"Code"_s, u"کد"_s, TSearchItem::Digits}, {u"Name"_s, u"نام گروه"_s, TSearchItem::Text, true}});
     BuildUsualLayout({});
+    SetListPart(kind.part);
     BuildButtons(true, false);
     resize(560, 460);
 }

@@ -4,6 +4,7 @@
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/Guarded_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/Utility_ZLM/PrivateFile.h"
 #include "host/database/Query.h"
 #include "host/spreadsheet/Workbook.h"
 
@@ -138,6 +139,8 @@ bool WriteSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, const QS
     if (!newWorkbook)
         return false;
     bool written = false;
+    if (!PrivateFile::make(unfinished))
+        return false;
     try {
         const std::unique_ptr<TWorkbook> book(newWorkbook(unfinished));
         written = writeBook(*book, grid, title, progress);
@@ -153,10 +156,12 @@ bool WriteSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, const QS
     return false;
 }
 
-void ExportSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, QWidget *parent)
+void ExportSpreadsheet(const TSmartGrid_ZLM *grid, const TListDoor &door, QWidget *parent)
 {
+    if (!door.mayTakeOut())
+        return;
     const QString caption = u"ذخیره در صفحه گسترده"_s;
-    const QString fileName = AskFileToWrite(parent, caption, title.trimmed(), u"xlsx"_s);
+    const QString fileName = AskFileToWrite(parent, caption, door.title.trimmed(), u"xlsx"_s);
     if (fileName.isEmpty())
         return;
     const int rows = grid->Model()->rowCount();
@@ -173,9 +178,10 @@ void ExportSpreadsheet(const TSmartGrid_ZLM *grid, const QString &title, QWidget
                          reason, miError);
         return;
     }
+    door.note(u"خروجی صفحه گسترده"_s, rows, fileName);
     int altered = 0;
     const bool written = RunWithProgress(parent, caption, rows, [&](const TProgress &progress) {
-        return WriteSpreadsheet(grid, title, fileName, progress, &altered);
+        return WriteSpreadsheet(grid, door.title, fileName, progress, &altered);
     });
     if (written && altered > 0)
         ShowSmartMessage(

@@ -30,6 +30,7 @@ void TListForm::BuildList(TQuery *listQuery, const QString &gridName, const QLis
     m_listQuery = listQuery;
     m_grid = new TSmartGrid_ZLM(gridName, this);
     m_grid->SetColumns(listQuery, columns);
+    m_grid->SetCopyDoor([this](int rows) { return rows < 2 || Door().letOut(u"کپی سطرها"_s, rows); });
     connect(m_grid, &TSmartGrid_ZLM::rowActivated, this, &TListForm::ActivateRow);
     ZelmoSearchManager1 = new TZelmoSearchManager(listQuery, this);
     ZelmoSearchManager1->setObjectName(u"ZelmoSearchManager1"_s);
@@ -149,16 +150,26 @@ void TListForm::AfterShow()
         m_grid->setFocus(Qt::OtherFocusReason);
 }
 
+TListDoor TListForm::Door() const
+{
+    TListDoor door = m_door;
+    door.title = windowTitle();
+    return door;
+}
+
 void TListForm::PrintPreview()
 {
-    TListPreview_FRM preview(m_grid, windowTitle(), this);
+    const TListDoor door = Door();
+    if (!door.letOut(u"پیش نمایش"_s, m_grid->Model()->rowCount()))
+        return;
+    TListPreview_FRM preview(m_grid, door, this);
     preview.exec();
 }
 
 void TListForm::SaveSpreadsheet()
 {
     if (m_grid && m_grid->Model()->rowCount() > 0)
-        ExportSpreadsheet(m_grid, windowTitle(), this);
+        Guarded([this] { ExportSpreadsheet(m_grid, Door(), this); });
 }
 
 bool TListForm::HandleKey(QKeyEvent *event)

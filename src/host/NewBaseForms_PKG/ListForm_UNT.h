@@ -3,6 +3,7 @@
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Export.h"
 #include "host/NewBaseForms_PKG/BaseForm_UNT.h"
+#include "host/NewBaseForms_PKG/ListDoor.h"
 #include "host/ZelmoSearch/ZelmoSearchManager.h"
 
 class QSplitter;
@@ -62,9 +63,15 @@ protected:
     TGroup_Pane *BuildGroups(TQuery *groups, const QString &gridName, const QString &columnCaption,
                              const QString &buttonCaption);
 
+    /// Of which part the list is (TListDoor); part 0, of none, where a screen does not say it.
+    void SetListPart(TSoftwarePart part) { m_door.part = part; }
+    /// A list that only administrators may take out.
+    void KeepToAdministrators() { m_door.forAdministrators = true; }
+
     void PrintPreview();
     /// Ctrl+E, in every list: the rows go to a spreadsheet file.
     void SaveSpreadsheet();
+    virtual TListDoor Door() const;
     bool HandleKey(QKeyEvent *event) override;
 
 private:
@@ -72,6 +79,7 @@ private:
     void restorePanes();
     QString splitterKey() const;
     TQuery *m_listQuery = nullptr;
+    TListDoor m_door;
     TSmartGrid_ZLM *m_grid = nullptr;
     QVBoxLayout *m_searchPanel;
     QSplitter *m_center;

@@ -1,4 +1,5 @@
 #include "host/Component_ZLM/SmartControls_ZLM.h"
+#include "host/Component_ZLM/SmartGrid_ZLM.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/ListPrinter.h"
 
@@ -17,8 +18,8 @@ namespace {
 constexpr int ShadowWidth = 6;
 }
 
-TListPreview_FRM::TListPreview_FRM(const TSmartGrid_ZLM *grid, const QString &title, QWidget *parent)
-    : TBaseForm(parent), m_list(grid, title), m_title(title.trimmed()),
+TListPreview_FRM::TListPreview_FRM(const TSmartGrid_ZLM *grid, const TListDoor &door, QWidget *parent)
+    : TBaseForm(parent), m_list(grid, door.title), m_grid(grid), m_door(door), m_title(door.title.trimmed()),
       m_printer(std::make_unique<QPrinter>(QPrinter::HighResolution)), m_area(new QScrollArea(this)),
       m_paper(new QWidget), m_page(new QLabel(this))
 {
@@ -147,8 +148,15 @@ bool TListPreview_FRM::HandleKey(QKeyEvent *event)
     return TBaseForm::HandleKey(event);
 }
 
+qlonglong TListPreview_FRM::rows() const
+{
+    return m_grid->Model()->rowCount();
+}
+
 bool TListPreview_FRM::ExportPdf(const QString &fileName)
 {
+    if (!m_door.letOut(u"خروجی PDF"_s, rows(), fileName))
+        return false;
     const bool written = RunWithProgress(this, u"ذخیره PDF"_s, m_pages, [&](const TProgress &progress) {
         return m_list.ExportPdf(fileName, *m_printer, progress);
     });
@@ -162,6 +170,8 @@ bool TListPreview_FRM::ExportPdf(const QString &fileName)
 
 void TListPreview_FRM::askPdf()
 {
+    if (!m_door.mayTakeOut())
+        return;
     const QString fileName = AskFileToWrite(this, u"ذخیره PDF"_s, m_title, u"pdf"_s);
     if (!fileName.isEmpty())
         ExportPdf(fileName);
@@ -182,6 +192,8 @@ void TListPreview_FRM::print()
     // Its own way to a file looks into the files of the folder; the PDF button is the way.
     dialog.setOption(QAbstractPrintDialog::PrintToFile, false);
     if (dialog.exec() != QDialog::Accepted)
+        return;
+    if (!m_door.letOut(u"چاپ"_s, rows()))
         return;
     const bool range = dialog.printRange() == QAbstractPrintDialog::PageRange;
     const bool printed = RunWithProgress(this, u"چاپ"_s, m_pages, [&](const TProgress &progress) {

@@ -1,6 +1,7 @@
 #include "host/NewBaseForms_PKG/ListPrinter.h"
 
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
+#include "host/Utility_ZLM/PrivateFile.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
 
 #include <QApplication>
@@ -208,6 +209,8 @@ void TListPrinter::paintPage(QPainter &painter, const TMeasures &sizes, int page
 bool TListPrinter::ExportPdf(const QString &fileName, const QPrinter &like, const TProgress &progress) const
 {
     const QString unfinished = fileName + u".part"_s;
+    if (!PrivateFile::make(unfinished))
+        return false;
     bool written = false;
     {
         QPrinter printer(QPrinter::HighResolution);

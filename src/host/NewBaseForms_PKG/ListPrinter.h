@@ -31,7 +31,7 @@ public:
     /// Prints pages `first` to `last` (1-based; last 0: to the end). `progress` is told each page and answers false to
     /// stop. False: the printer or the file failed, or it was stopped.
     bool Print(QPrinter &printer, int first = 1, int last = 0, const TProgress &progress = {}) const;
-    /// Writes the whole list as a PDF file; a file that is there is replaced only by a complete one.
+    /// Writes the whole list as a PDF file, the user's alone; a file that is there is replaced only by a complete one.
     bool ExportPdf(const QString &fileName, const QPrinter &like, const TProgress &progress = {}) const;
 
 private:
@@ -60,7 +60,8 @@ private:
 class KETEBIONPAP_HOST TListPreview_FRM : public TBaseForm {
     Q_OBJECT
 public:
-    TListPreview_FRM(const TSmartGrid_ZLM *grid, const QString &title, QWidget *parent);
+    /// The door is asked again before each printing and each file.
+    TListPreview_FRM(const TSmartGrid_ZLM *grid, const TListDoor &door, QWidget *parent);
     ~TListPreview_FRM() override;
 
     int PageCount() const { return m_pages; }
@@ -80,7 +81,10 @@ private:
     void fit();
     void askPdf();
     void print();
+    qlonglong rows() const;
     TListPrinter m_list;
+    const TSmartGrid_ZLM *m_grid;
+    TListDoor m_door;
     QString m_title;
     std::unique_ptr<QPrinter> m_printer;
     QScrollArea *m_area;

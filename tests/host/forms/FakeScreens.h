@@ -136,6 +136,7 @@ public:
     using TBaseDock_FRM::PrintPreview;
     using TBaseDock_FRM::RefreshList;
     using TBaseForm::ValuePart;
+    using TListForm::SetListPart;
 
 protected:
     void SetListText() override;
