@@ -1,5 +1,6 @@
 #include "Screens.h"
 
+#include "app/Administration_FRM.h"
 #include "app/MainWindow.h"
 #include "app/PickTarget_FRM.h"
 #include "app/SampleCompany.h"
@@ -8,6 +9,7 @@
 #include "host/Declaration_PKG/Rights_unt.h"
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 #include "host/database/Query.h"
+#include "host/database/Transaction.h"
 #include "support/TestUser.h"
 
 #include <QAction>
@@ -33,11 +35,13 @@ protected:
     }
     void hold(const QList<TRight> &rights)
     {
+        TTransaction transaction(session.connection());
         run("delete from UserRight");
         for (const TRight &right : rights)
             run(u"insert into UserRight(UserCode, SoftwarePart, Permission) values(%1, %2, %3)"_s.arg(clerk)
                     .arg(int(right.part))
                     .arg(int(right.right)));
+        transaction.commit();
     }
     /// Every right that is offered but one.
     static QList<TRight> allBut(const TRight &one)
@@ -270,4 +274,41 @@ TEST_F(RightsMatrix, EveryItemOfTheAdministrationStaysShutForWhoWasDemotedSinceT
         EXPECT_TRUE(text("select EventText from UserEvent order by ID desc").startsWith(u"رد شد: "_s));
         EXPECT_TRUE(Keys::waitFor([&] { return !window.findChild<QMenu *>("Administration_MNU"); }));
     }
+}
+
+TEST_F(RightsMatrix, LocksAndWorkstationsAreTakenAwayByWhoIsAnAdministratorAtThatMoment)
+{
+    SeatUser({clerk, "maryam", {}, true, true});
+    ASSERT_TRUE(RegisterWorkstation(5, "far away"));
+    run("insert into CodeLock_TBL(Code, Status, Com_Index) values('17', 806, 5)");
+    const auto stays = [&](TSmallList_FRM &list, const char *sql) {
+        const QString before = text(sql);
+        Keys::runModal([&] { return list.exec(); },
+                       [&](QWidget *screen) {
+                           Keys::press(screen, Qt::Key_End);
+                           run(u"update UserAccount set IsAdmin=0 where Code=%1"_s.arg(clerk));
+                           messages.take();
+                           Keys::press(screen, Qt::Key_F7);
+                           EXPECT_EQ(messages.take().size(), 1) << "no question";
+                           EXPECT_TRUE(messages.last().text.contains(u"مدیر فعال سیستم"_s));
+                           // Demoted while the question stands.
+                           run(u"update UserAccount set IsAdmin=1 where Code=%1"_s.arg(clerk));
+                           messages.whenShown(
+                               [&] { run(u"update UserAccount set IsAdmin=0 where Code=%1"_s.arg(clerk)); });
+                           messages.answer({TAnswer::Yes});
+                           Keys::press(screen, Qt::Key_F7);
+                           messages.whenShown({});
+                           EXPECT_TRUE(messages.last().text.contains(u"مدیر فعال سیستم"_s));
+                           EXPECT_EQ(text(sql), before);
+                           // An administrator again, he does it.
+                           run(u"update UserAccount set IsAdmin=1 where Code=%1"_s.arg(clerk));
+                           messages.answer({TAnswer::Yes});
+                           Keys::press(screen, Qt::Key_F7);
+                           EXPECT_NE(text(sql), before);
+                       });
+    };
+    TLockList_FRM locks;
+    stays(locks, "select count(*) from CodeLock_TBL");
+    TWorkstationList_FRM stations;
+    stays(stations, "select count(*) from Workstation where Com_Index=5");
 }

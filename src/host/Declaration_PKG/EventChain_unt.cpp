@@ -18,16 +18,17 @@ const char columns[] =
 /// What is hashed of a line. No text of the log holds the sign that parts its cells.
 QString contents(const TEventLine &line)
 {
-    const QStringList cells{QString::number(line.userCode),
-                            line.userName,
-                            QString::number(line.comIndex),
-                            QString::number(line.part),
-                            QString::number(line.right),
-                            line.text,
-                            line.date,
-                            line.time,
-                            line.ofSystem ? u"1"_s : u"0"_s};
-    return Sha256::hex(cells.join(QChar(0x1F)).toUtf8());
+    QByteArray cells = QByteArray::number(line.userCode);
+    const auto add = [&cells](const QByteArray &cell) { cells.append('\x1F').append(cell); };
+    add(line.userName.toUtf8());
+    add(QByteArray::number(line.comIndex));
+    add(QByteArray::number(line.part));
+    add(QByteArray::number(line.right));
+    add(line.text.toUtf8());
+    add(line.date.toUtf8());
+    add(line.time.toUtf8());
+    add(line.ofSystem ? "1" : "0");
+    return Sha256::hex(cells);
 }
 
 QString linkOf(const QString &before, const TEventLine &line)

@@ -115,6 +115,24 @@ TEST_F(SchemaVersions, OnlyTheStepsThatAreMissingRun)
     EXPECT_EQ(text(*engine, "select count(*) from PayrollInfo"), "25");
 }
 
+TEST_F(SchemaVersions, WhoeverCouldSeeAListMayPrintItAfterTheRightToPrintCame)
+{
+    const auto engine = open();
+    const int beforeTheRight = 7;
+    EXPECT_EQ(faultOf(*engine, Schema::steps().first(beforeTheRight)), std::nullopt);
+    engine->runScript(
+        "insert into UserRight(UserCode, SoftwarePart, Permission) values"
+        "(1,802,6),(1,802,1),(2,802,1),(3,815,2),(3,815,3),(4,804,6),(5,805,6),(5,805,4),(6,801,6),"
+        "(7,804,6),(7,805,6),(8,806,4)");
+    EXPECT_EQ(faultOf(*engine), std::nullopt);
+    EXPECT_EQ(text(*engine,
+                   "select group_concat(UserCode || '/' || SoftwarePart, ' ') from (select UserCode, "
+                   "SoftwarePart from UserRight where Permission=4 order by 1, 2)"),
+              "1/802 3/815 4/804 4/805 5/805 7/804 7/805 8/806");
+    EXPECT_EQ(text(*engine, "select count(*) from UserRight where Permission<>4"), "10")
+        << "and nothing went";
+}
+
 TEST_F(SchemaVersions, AStepThatFailsLeavesTheDatabaseAsItWasBeforeIt)
 {
     const auto engine = open();
