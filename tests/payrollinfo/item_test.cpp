@@ -146,7 +146,7 @@ TEST_F(PayrollItem, ARefusedLinkTellsSoAndStaysOpen)
     show(earning, 0, [&](TPayrollInfoDetail_FRM &screen) {
         Keys::retype(screen.FiscalDeducationCode_EDT, "901");
         Keys::press(&screen, Qt::Key_Return);
-        db.failStatement(1, TFault::Locked);
+        db.failStatement(2, TFault::Locked); // behind the right to save
         Keys::press(&screen, Qt::Key_F3);
         db.failStatement(0);
         EXPECT_EQ(messages.take(), QStringList{u("MSGFinishedNotSuccessfully(ذخيره سازي)")});

@@ -270,7 +270,7 @@ TEST_F(PayrollInfoEditor, AFailedSaveTellsSoAndKeepsEverythingTyped)
         fillAll(screen);
         screen.FactoryName_EDT->setFocus();
         Keys::retype(screen.FactoryName_EDT, "new");
-        db.failStatement(2, TFault::ConnectionLost); // behind the right to the second page
+        db.failStatement(3, TFault::ConnectionLost); // behind the rights to the second page and to save
         Keys::press(&screen, Qt::Key_F3);
         EXPECT_EQ(messages.take(), QStringList{u("MSGFinishedNotSuccessfully(ذخيره سازي)")});
         EXPECT_TRUE(messages.last().text.contains(TDatabaseError(TFault::ConnectionLost, {}).userText()));

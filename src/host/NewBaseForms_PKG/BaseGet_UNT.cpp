@@ -235,8 +235,14 @@ bool TBaseGet_FRM::TakeCode(int code)
 // the record is open, and working rows are everybody's. What stands on the screen is what the user wants stored.
 bool TBaseGet_FRM::ReadyToSave()
 {
+    return groundHolds(true);
+}
+
+bool TBaseGet_FRM::groundHolds(bool saving)
+{
     const TSaveGround ground = AskSaveGround(m_heldCode, m_part, IniOptions.Com_Index, m_right);
-    if (ground.standing != TStanding::Holds) {
+    const bool mayGoOn = ground.standing == TStanding::NoRight && !saving;
+    if (ground.standing != TStanding::Holds && !mayGoOn) {
         TellStanding(ground.standing, m_part, m_right, u"آنچه نوشته اید ذخیره نشده و روی صفحه می ماند."_s);
         return false;
     }
@@ -279,7 +285,7 @@ bool TBaseGet_FRM::ReadyToSave()
 bool TBaseGet_FRM::RowsAreOwn()
 {
     bool own = false;
-    Guarded([&] { own = ReadyToSave(); });
+    Guarded([&] { own = groundHolds(false); });
     return own;
 }
 

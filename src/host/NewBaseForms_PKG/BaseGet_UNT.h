@@ -70,8 +70,9 @@ protected:
     /// Leaves the working rows, and the lock that identifies them, to be offered when the record is opened next.
     void KeepRows();
 
-    /// Before a row is added, changed or deleted: whether the lock and the rows are this editor's own. Else the user is told
-    /// and asked, and Yes makes them so. Throws nothing.
+    /// Before a row is added, changed or deleted: whether the lock and the rows are this editor's own, and the account still
+    /// an active one (rows have rights of their own; the record's is asked by its save). Else the user is told and asked,
+    /// and Yes makes them so. Throws nothing.
     [[nodiscard]] bool RowsAreOwn();
 
     /// What the event log calls a saved record; default: its code.
@@ -89,6 +90,7 @@ protected:
 
 private:
     void askRight(TPermission right);
+    bool groundHolds(bool saving);
     void allotFreeCode();
     void recoverIntoNew();
     bool isStored(const QString &code);
