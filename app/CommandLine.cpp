@@ -89,6 +89,10 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
         line.error = text;
         return line;
     };
+    const auto exclude = [](const TCommandLine &given) {
+        return given.task == Task::CheckLog ? u"--check-log stands alone, without --call and --tour"_s
+                                            : u"--call and --tour exclude each other"_s;
+    };
     const auto setTask = [&line](Task task) {
         if (line.task != Task::Run && line.task != task)
             return false;
@@ -141,17 +145,17 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
             line.passwordFile = value;
         } else if (argument == "--call"_L1) {
             if (!setTask(Task::Call))
-                return wrong(u"--call, --tour and --check-log exclude each other"_s);
+                return wrong(exclude(line));
             line.entry = value;
             while (i + 1 < arguments.size() && !optionOf(arguments.at(i + 1)))
                 line.entryArguments << arguments.at(++i);
         } else if (argument == "--tour"_L1) {
             if (!setTask(Task::Tour))
-                return wrong(u"--call, --tour and --check-log exclude each other"_s);
+                return wrong(exclude(line));
             line.tourFolder = value;
         } else if (argument == "--check-log"_L1) {
             if (!setTask(Task::CheckLog))
-                return wrong(u"--call, --tour and --check-log exclude each other"_s);
+                return wrong(u"--check-log stands alone, without --call and --tour"_s);
         } else if (argument == "--help"_L1) {
             line.task = Task::Help;
             return line;
