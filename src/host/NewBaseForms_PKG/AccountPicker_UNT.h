@@ -4,6 +4,8 @@
 #include "host/NewBaseForms_PKG/BaseDock_UNT.h"
 #include "host/database/Query.h"
 
+class QLabel;
+
 /// The chart of accounts, one level of it, to pick a code from. The caller keeps the query.
 class TAccountPicker_FRM : public TBaseDock_FRM {
     Q_OBJECT
