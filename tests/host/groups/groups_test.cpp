@@ -201,7 +201,10 @@ TEST_F(GroupsOfEmployees, ADatabaseErrorEndsAnOperationWithItsMessage)
     EXPECT_EQ(messages.take(), QStringList("MsgDatabaseError()"));
 }
 
-class GroupKinds : public Services {};
+class GroupKinds : public Services {
+protected:
+    GroupKinds() { SeatUser(UserInfo); }
+};
 
 TEST_F(GroupKinds, EachPartHasItsOwnGroups)
 {
