@@ -156,6 +156,9 @@ TEST_F(ListWait, EscGetsOutOfAListThatOpensAndOfAnEditorThatOpens)
 {
     employees(300);
     goBehindLine();
+    QWidget host; // the window that the list is opened from, which gets the key
+    host.show();
+    ASSERT_TRUE(Keys::waitFor([&] { return QApplication::activeWindow() == &host; }));
     TurnWatch watch;
     TStaffList_FRM list(fmBrowse, {});
     play->setHearsCancel(true);
