@@ -27,6 +27,9 @@ const TOption options[] = {
     {"--password-file", "FILE", "the user's password is the first line of this file; only you may read it"},
     {"--call", "ENTRY [ARG...]", "run one entry point, print its result, end"},
     {"--tour", "FOLDER", "the guided tour: a picture of every screen goes into the folder"},
+    {"--reset-administrator", "NAME",
+     "make this user an active administrator with a new password, which is asked for here or read from "
+     "--password-file"},
     {"--help", nullptr, "this text"},
     {"--version", nullptr, "the version"},
 };
@@ -95,6 +98,7 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
         return true;
     };
 
+    const QString exclude = u"--call, --tour and --reset-administrator exclude each other"_s;
     bool odbcGiven = false;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString &argument = arguments.at(i);
@@ -140,14 +144,18 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
             line.passwordFile = value;
         } else if (argument == "--call"_L1) {
             if (!setTask(Task::Call))
-                return wrong(u"--call and --tour exclude each other"_s);
+                return wrong(exclude);
             line.entry = value;
             while (i + 1 < arguments.size() && !optionOf(arguments.at(i + 1)))
                 line.entryArguments << arguments.at(++i);
         } else if (argument == "--tour"_L1) {
             if (!setTask(Task::Tour))
-                return wrong(u"--call and --tour exclude each other"_s);
+                return wrong(exclude);
             line.tourFolder = value;
+        } else if (argument == "--reset-administrator"_L1) {
+            if (!setTask(Task::ResetAdministrator))
+                return wrong(exclude);
+            line.administrator = value;
         } else if (argument == "--help"_L1) {
             line.task = Task::Help;
             return line;
@@ -168,7 +176,10 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
     // Sample data never go to a database that was not named for them.
     if (!named && !sample)
         line.odbc = qEnvironmentVariable("KETEBIONPAP_ODBC");
-    if (!line.passwordFile.isEmpty() && line.user.isEmpty())
+    if (line.task == Task::ResetAdministrator && (line.demo || line.create || !line.user.isEmpty()))
+        return wrong(
+            u"--reset-administrator works on a database that is there, with no log-in: leave out --demo, --create and --user"_s);
+    if (!line.passwordFile.isEmpty() && line.user.isEmpty() && line.administrator.isEmpty())
         return wrong(u"--password-file needs --user"_s);
     if (line.task == Task::Call)
         line.error = EntryPoints::check(line.entry, line.entryArguments);
