@@ -4,6 +4,9 @@
 #include "host/Declaration_PKG/Login_unt.h"
 #include "support/TestUser.h"
 
+#include <QCoreApplication>
+#include <QProcess>
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -199,4 +202,42 @@ TEST_F(Roles, ForgedRowsGiveNothingThatTheyDoNotName)
     // A role that is not there and a member who is not there are refused by the database.
     EXPECT_THROW(db.run("insert into UserRoleMember(UserCode, RoleCode) values(5, 88)"), TDatabaseError);
     EXPECT_THROW(db.run("insert into UserRoleMember(UserCode, RoleCode) values(88, 1)"), TDatabaseError);
+}
+
+// One of two programs; only ever run by the test below.
+TEST(RoleTaker, DISABLED_TakesTheRoleAway)
+{
+    TConnection connection;
+    TestDatabase::open(connection, qEnvironmentVariable("TAKES_DATABASE"));
+    DM.ADOConnection1 = &connection;
+    UserInfo = {qEnvironmentVariableIntValue("TAKES_OWN"), "x", {}, true, true};
+    (void)SetRightsAndRoles(qEnvironmentVariableIntValue("TAKES_OTHER"), {}, {});
+    DM.ADOConnection1 = nullptr;
+    UserInfo = {};
+}
+
+TEST_F(Roles, OfTwoWhoTakeTheAdministratorsRoleFromEachOtherAtOnceOneStays)
+{
+    EXPECT_EQ(SetRightsAndRoles(6, {}, {AdministratorRole}), TLoginResult::Ok);
+    for (int round = 0; round < 3; ++round) {
+        db.run("update UserAccount set IsAdmin=1 where Code=1");
+        EXPECT_EQ(SetRightsAndRoles(5, {}, {AdministratorRole}), TLoginResult::Ok);
+        EXPECT_EQ(SetRightsAndRoles(6, {}, {AdministratorRole}), TLoginResult::Ok);
+        db.run("update UserAccount set IsAdmin=0 where Code=1");
+        QProcess programs[2];
+        for (const int own : {0, 1}) {
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(u"TAKES_DATABASE"_s, db.path());
+            environment.insert(u"TAKES_OWN"_s, QString::number(5 + own));
+            environment.insert(u"TAKES_OTHER"_s, QString::number(6 - own));
+            environment.remove(u"GTEST_OUTPUT"_s);
+            programs[own].setProcessEnvironment(environment);
+            programs[own].start(QCoreApplication::applicationFilePath(),
+                                {u"--gtest_filter=RoleTaker.DISABLED_TakesTheRoleAway"_s,
+                                 u"--gtest_also_run_disabled_tests"_s});
+        }
+        for (QProcess &program : programs)
+            EXPECT_TRUE(program.waitForFinished(60000));
+        EXPECT_EQ(db.text("select count(*) from UserRoleMember where RoleCode=1"), "1");
+    }
 }
