@@ -305,11 +305,11 @@ void TUserRights_FRM::copyFromAnother()
 {
     TUserPick_FRM pick(Identifier().toInt());
     pick.exec();
+    FocusInput(Rights_GRD);
     if (pick.Picked() == 0)
         return;
     show(RightsOfUser(pick.Picked()), RolesOfUser(pick.Picked()));
     SetIsSaved(false);
-    FocusInput(Rights_GRD);
 }
 
 bool TUserRights_FRM::SaveRecord()
