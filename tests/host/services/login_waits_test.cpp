@@ -89,6 +89,18 @@ TEST_F(Waits, ANameThatNobodyHasIsAnsweredAsOneThatSomebodyHas)
     EXPECT_TRUE(known.contains(u"8 ثانیه"_s)) << known.toStdString();
 }
 
+TEST_F(Waits, ANameThatNobodyHasTakesAsManyRequestsAsOneThatSomebodyHas)
+{
+    int requests = 0;
+    db.connection().setStatementHook([&](const TStatement &) { ++requests; });
+    LogIn("boss", "wrong");
+    const int known = requests;
+    LogIn("nobody", "wrong");
+    EXPECT_EQ(requests, known * 2);
+    EXPECT_EQ(known, 3) << "read, counted, told to the log";
+    db.connection().setStatementHook({});
+}
+
 TEST_F(Waits, AnUnknownNameWaitsInAllItsForms)
 {
     for (int i = 0; i < 4; ++i)
