@@ -28,6 +28,9 @@ const TOption options[] = {
     {"--call", "ENTRY [ARG...]", "run one entry point, print its result, end"},
     {"--tour", "FOLDER", "the guided tour: a picture of every screen goes into the folder"},
     {"--check-log", nullptr, "check the event log, print the result, end; status 0: whole, 1: broken"},
+    {"--reset-administrator", "NAME",
+     "make this user an active administrator with a new password, which is asked for here or read from "
+     "--password-file"},
     {"--help", nullptr, "this text"},
     {"--version", nullptr, "the version"},
 };
@@ -89,10 +92,6 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
         line.error = text;
         return line;
     };
-    const auto exclude = [](const TCommandLine &given) {
-        return given.task == Task::CheckLog ? u"--check-log stands alone, without --call and --tour"_s
-                                            : u"--call and --tour exclude each other"_s;
-    };
     const auto setTask = [&line](Task task) {
         if (line.task != Task::Run && line.task != task)
             return false;
@@ -100,6 +99,7 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
         return true;
     };
 
+    const QString exclude = u"--call, --tour, --check-log and --reset-administrator exclude each other"_s;
     bool odbcGiven = false;
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         const QString &argument = arguments.at(i);
@@ -145,17 +145,21 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
             line.passwordFile = value;
         } else if (argument == "--call"_L1) {
             if (!setTask(Task::Call))
-                return wrong(exclude(line));
+                return wrong(exclude);
             line.entry = value;
             while (i + 1 < arguments.size() && !optionOf(arguments.at(i + 1)))
                 line.entryArguments << arguments.at(++i);
         } else if (argument == "--tour"_L1) {
             if (!setTask(Task::Tour))
-                return wrong(exclude(line));
+                return wrong(exclude);
             line.tourFolder = value;
         } else if (argument == "--check-log"_L1) {
             if (!setTask(Task::CheckLog))
-                return wrong(u"--check-log stands alone, without --call and --tour"_s);
+                return wrong(exclude);
+        } else if (argument == "--reset-administrator"_L1) {
+            if (!setTask(Task::ResetAdministrator))
+                return wrong(exclude);
+            line.administrator = value;
         } else if (argument == "--help"_L1) {
             line.task = Task::Help;
             return line;
@@ -176,7 +180,10 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
     // Sample data never go to a database that was not named for them.
     if (!named && !sample)
         line.odbc = qEnvironmentVariable("KETEBIONPAP_ODBC");
-    if (!line.passwordFile.isEmpty() && line.user.isEmpty())
+    if (line.task == Task::ResetAdministrator && (line.demo || line.create || !line.user.isEmpty()))
+        return wrong(
+            u"--reset-administrator works on a database that is there, with no log-in: leave out --demo, --create and --user"_s);
+    if (!line.passwordFile.isEmpty() && line.user.isEmpty() && line.administrator.isEmpty())
         return wrong(u"--password-file needs --user"_s);
     if (line.task == Task::Call)
         line.error = EntryPoints::check(line.entry, line.entryArguments);

@@ -4,7 +4,7 @@
 
 /// What the user asked for on the command line.
 struct TCommandLine {
-    enum class Task { Run, Help, Version, Call, Tour, CheckLog };
+    enum class Task { Run, Help, Version, Call, Tour, CheckLog, ResetAdministrator };
 
     Task task = Task::Run;
     QString databaseFile; ///< --database
@@ -16,7 +16,8 @@ struct TCommandLine {
     QString entry; ///< --call
     QStringList entryArguments;
     QString tourFolder;
-    QString error; ///< one line that says what is wrong; empty when all is well
+    QString administrator; ///< --reset-administrator
+    QString error;         ///< one line that says what is wrong; empty when all is well
 
     /// Reads the arguments (without the program's name) and the file that --odbc-file names. The environment's
     /// KETEBIONPAP_ODBC counts when no database is named. A connection string with a password is refused as an

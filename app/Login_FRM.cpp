@@ -2,6 +2,7 @@
 
 #include "app/Ask.h"
 #include "host/Component_ZLM/LayoutStore.h"
+#include "host/Component_ZLM/PasswordHint_ZLM.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Utility_ZLM/PersianText.h"
@@ -84,6 +85,8 @@ QLineEdit *TStart_FRM::AddLine(const QString &caption, const QString &objectName
     const int row = m_grid->isEmpty() ? 0 : m_grid->rowCount();
     m_grid->addWidget(label, row, 0);
     m_grid->addWidget(edit, row, 1);
+    if (secret)
+        m_grid->addWidget(new TPasswordHint_ZLM(edit, this), row + 1, 1);
     // The inputs come before the buttons, the first one first.
     setTabOrder(m_last ? static_cast<QWidget *>(m_last) : this, edit);
     if (!m_last)
@@ -172,12 +175,16 @@ bool TFirstUser_FRM::Accept()
     login.result = CreateFirstAdministrator(User_EDT->text(), FullName_EDT->text(), Password_EDT->text());
     if (login.result == TLoginResult::Ok)
         login = LogIn(User_EDT->text(), Password_EDT->text());
+    else if (login.result == TLoginResult::WeakPassword)
+        login.why = PasswordComplaint(Password_EDT->text(), {User_EDT->text(), FullName_EDT->text()});
     if (login.result == TLoginResult::Ok) {
         m_user = login.user;
         LayoutStore::setValue(lastUserKey, login.user.Name);
         return true;
     }
     Tell(LoginText(login), miWarning);
+    if (login.result == TLoginResult::WeakPassword)
+        Password_EDT->setFocus();
     return false;
 }
 
@@ -196,6 +203,8 @@ bool TChangePassword_FRM::Accept()
     const TLogin login = ChangePassword(UserInfo.Code, Old_EDT->text(), New_EDT->text());
     if (login.result != TLoginResult::Ok) {
         Tell(LoginText(login), miWarning);
+        if (login.result == TLoginResult::WeakPassword)
+            New_EDT->setFocus();
         return false;
     }
     Tell(u"گذرواژه تغییر کرد."_s);

@@ -6,6 +6,7 @@
 #include "app/Login_FRM.h"
 #include "app/MainWindow.h"
 #include "app/SampleCompany.h"
+#include "app/TerminalPassword.h"
 #include "app/Tour.h"
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/EventHead_unt.h"
@@ -62,6 +63,8 @@ QString loginText(const TLogin &login)
         return u"after wrong passwords: wait %1 seconds"_s.arg(login.secondsToWait);
     case TLoginResult::Inactive:
         return u"the user is shut out"_s;
+    case TLoginResult::LowMemory:
+        return u"there is not enough memory to look at the password; this was no try"_s;
     default:
         return u"wrong name or password"_s;
     }
@@ -99,6 +102,7 @@ private:
     TStep registerWorkstation();
     TStep logIn();
     TStep logInByDialog();
+    int resetAdministrator();
     int call();
     int checkLog();
     int showWindow();
@@ -156,8 +160,11 @@ TProgram::TStep TProgram::askServerPassword(TDatabaseChoice &choice)
         return TStep::Done;
     QString password;
     if (isatty(STDIN_FILENO) && !interactive()) {
-        const char *typed = getpass("Password of the database server: ");
-        password = QString::fromLocal8Bit(typed ? typed : "");
+        password = PasswordFromTerminal("Password of the database server: ");
+    } else if (m_line.task == TCommandLine::Task::ResetAdministrator) {
+        fail(
+            u"there is no terminal to ask for the server's password: name a connection string with it (--odbc-file)"_s);
+        return TStep::Failed;
     } else {
         TServerPassword_FRM dialog(odbc.value(u"Server"_s));
         if (const TStep step = ask(dialog); step != TStep::Done)
@@ -308,6 +315,27 @@ TProgram::TStep TProgram::logIn()
     return TStep::Done;
 }
 
+/// Whoever may write the database may do this: no log-in, no windows.
+int TProgram::resetAdministrator()
+{
+    if (!openDatabase())
+        return 1;
+    QString error;
+    const QString password = m_line.passwordFile.isEmpty() ? NewPasswordFromTerminal(&error)
+                                                           : PasswordOf(m_line.passwordFile, &error);
+    if (!error.isEmpty())
+        return fail(error);
+    const passwd *person = getpwuid(getuid());
+    const QString by = person ? QString::fromLocal8Bit(person->pw_name) : QString::number(getuid());
+    const TLogin login = ResetAdministrator(m_line.administrator, password, by);
+    if (login.result == TLoginResult::NoSuchUser)
+        return fail(u"there is no user %1"_s.arg(m_line.administrator));
+    if (login.result != TLoginResult::Ok)
+        return fail(LoginText(login));
+    m_out << login.user.Name << " is an active administrator with the new password" << Qt::endl;
+    return 0;
+}
+
 int TProgram::call()
 {
     const TEntryPoint &entry = *EntryPoints::find(m_line.entry);
@@ -387,6 +415,8 @@ int TProgram::run()
     if (sample() || m_line.create)
         m_choice.missing = TConnection::Missing::Create;
     try {
+        if (m_line.task == TCommandLine::Task::ResetAdministrator)
+            return resetAdministrator();
         for (;;) {
             const TStep step = start();
             if (step == TStep::Done)

@@ -82,7 +82,15 @@ TUserGet_FRM Name_EDT=modir FullName_EDT=رضا_محمدی Password_EDT=%1 Repea
 TUserList_FRM F4
 TUserGet_FRM Name_EDT=maryam FullName_EDT=مریم_کریمی Password_EDT=%1 Repeat_EDT=%1 @user F3
 TUserList_FRM @users F6
-TUserRights_FRM Space @user-rights F3
+TUserRights_FRM Space @user-rights F9
+TUserPick_FRM @user-pick Esc
+TUserRights_FRM F3
+TUserList_FRM F8
+TRoleList_FRM Down F5
+TRoleGet_FRM @role Esc
+TRoleList_FRM @roles Esc
+TUserList_FRM F9
+TRightsMatrix_FRM @rights-matrix Esc
 TUserList_FRM Esc)";
 
 constexpr QStringView databaseSettings = uR"(

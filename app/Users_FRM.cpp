@@ -1,10 +1,14 @@
 #include "app/Users_FRM.h"
 
 #include "app/Ask.h"
+#include "app/RightsMatrix_FRM.h"
+#include "app/Roles_FRM.h"
+#include "host/Component_ZLM/PasswordHint_ZLM.h"
 #include "host/Declaration_PKG/Permission_logs_unt.h"
 
 #include <QGridLayout>
-#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -23,20 +27,27 @@ QString yesNo(bool yes)
 
 TUserList_FRM::TUserList_FRM()
     : TSmallList_FRM(u"کاربران"_s, u"User_List_GRD"_s,
-                     {u"نام کاربر"_s, u"نام و نام خانوادگی"_s, u"مدیر سیستم"_s, u"فعال"_s})
+                     {u"نام کاربر"_s, u"نام و نام خانوادگی"_s, u"مدیر سیستم"_s, u"فعال"_s, u"نقش ها"_s})
 {
     AddFreeButton(u"New_BTN"_s, u"جدید F4"_s, u"F4"_s, [this] { edit(0); });
     AddRowButton(u"EDit_BTN"_s, u"ویرایش F5"_s, u"F5"_s, [this] { edit(current().Code); });
     AddRowButton(u"Rights_BTN"_s, u"دسترسی ها F6"_s, u"F6"_s, [this] { editRights(); });
     AddRowButton(u"Del_BTN"_s, u"حذف F7"_s, u"F7"_s, [this] { remove(); });
+    AddFreeButton(u"Roles_BTN"_s, u"نقش ها F8"_s, u"F8"_s, [this] {
+        TRoleList_FRM().exec();
+        Refresh();
+    });
+    AddFreeButton(u"Matrix_BTN"_s, u"جدول دسترسی ها F9"_s, u"F9"_s, [] { TRightsMatrix_FRM().exec(); });
     AddExitButton();
 }
 
 QList<QStringList> TUserList_FRM::ReadRows()
 {
     m_users = ListUsers();
-    return TextsOf(m_users, [](const TUserInfo &user) {
-        return QStringList{user.Name, user.FullName, yesNo(user.IsAdmin), yesNo(user.IsActive)};
+    const QHash<int, QStringList> roles = RoleNamesOfUsers();
+    return TextsOf(m_users, [&](const TUserInfo &user) {
+        return QStringList{user.Name, user.FullName, yesNo(user.IsAdmin), yesNo(user.IsActive),
+                           roles.value(user.Code).join(u"، "_s)};
     });
 }
 
@@ -72,7 +83,7 @@ void TUserList_FRM::remove()
                                                                                               user.FullName)))
         return;
     if (const TLoginResult result = DeleteUser(user.Code); result != TLoginResult::Ok)
-        Tell(LoginText({result, 0, {}}), miWarning);
+        Tell(LoginText({result, 0, {}, {}}), miWarning);
     Refresh();
 }
 
@@ -84,12 +95,15 @@ TUserGet_FRM::TUserGet_FRM(int code) : TBaseEditor(code == 0 ? fmNew : fmEdit)
     Name_EDT = AddInput(grid, -1, 0, u"  &نام کاربر :"_s, "Name_EDT", new TSmartEdit_ZLM(this));
     FullName_EDT = AddInput(grid, -1, 0, u"  نام و نام &خانوادگی :"_s, "FullName_EDT",
                             new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 100));
-    Password_EDT = AddInput(grid, -1, 0, u"  &گذرواژه :"_s, "Password_EDT",
-                            new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 128));
-    Repeat_EDT = AddInput(grid, -1, 0, u"  &تکرار گذرواژه :"_s, "Repeat_EDT",
-                          new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 128));
-    for (TSmartEdit_ZLM *edit : {Password_EDT, Repeat_EDT})
+    const auto addPassword = [&](const QString &caption, const char *name) {
+        auto *edit = AddInput(grid, -1, 0, caption, QLatin1String(name),
+                              new TSmartEdit_ZLM(this, TSmartEdit_ZLM::Text, 128));
         edit->setEchoMode(QLineEdit::Password);
+        grid->addWidget(new TPasswordHint_ZLM(edit, this), grid->rowCount(), 1);
+        return edit;
+    };
+    Password_EDT = addPassword(u"  &گذرواژه :"_s, "Password_EDT");
+    Repeat_EDT = addPassword(u"  &تکرار گذرواژه :"_s, "Repeat_EDT");
     if (code != 0)
         Password_EDT->setPlaceholderText(u"خالی: بدون تغییر"_s);
     IsActive_CHK =
@@ -173,6 +187,8 @@ bool TUserGet_FRM::SaveRecord()
     user.IsAdmin = IsAdmin_CHK->isChecked();
     TLogin login;
     login.result = SaveUser(user, Password_EDT->text());
+    if (login.result == TLoginResult::WeakPassword)
+        login.why = PasswordComplaint(Password_EDT->text(), {user.Name, user.FullName});
     if (login.result != TLoginResult::Ok) {
         Tell(LoginText(login), miWarning);
         FocusInput(login.result == TLoginResult::WeakPassword ? Password_EDT : Name_EDT);
@@ -182,54 +198,49 @@ bool TUserGet_FRM::SaveRecord()
     return true;
 }
 
+TUserPick_FRM::TUserPick_FRM(int without)
+    : TSmallList_FRM(u"کپی دسترسی ها از کاربر"_s, u"User_Pick_GRD"_s,
+                     {u"نام کاربر"_s, u"نام و نام خانوادگی"_s}),
+      m_without(without)
+{
+    AddRowButton(u"Select_BTN"_s, u"انتخاب Enter"_s, {}, [this] {
+        m_picked = m_users.at(CurrentRow()).Code;
+        accept();
+    });
+    AddExitButton();
+}
+
+QList<QStringList> TUserPick_FRM::ReadRows()
+{
+    m_users = ListUsers();
+    m_users.removeIf([this](const TUserInfo &user) { return user.Code == m_without; });
+    return TextsOf(m_users, [](const TUserInfo &user) { return QStringList{user.Name, user.FullName}; });
+}
+
 TUserRights_FRM::TUserRights_FRM(const TUserInfo &user)
-    : TBaseEditor(fmEdit), Rights_GRD(new QTableWidget(this))
+    : TRightsEditor(fmEdit), Roles_LST(new QListWidget(this))
 {
     SetIdentifier(user.Code);
     SetTitle(u"دسترسی های کاربر %1"_s.arg(user.Name));
-    QList<TSoftwarePart> parts;
-    QStringList rights;
-    QList<TRightName> names = AllRights();
-    // The rights that all parts have come first, then those of one part's own.
-    std::stable_partition(names.begin(), names.end(),
-                          [](const TRightName &name) { return name.right.right < 100; });
-    for (const TRightName &name : std::as_const(names)) {
-        if (!parts.contains(name.right.part))
-            parts << name.right.part;
-        if (!rights.contains(name.rightName))
-            rights << name.rightName;
-        m_places.append(
-            {name.right, int(parts.indexOf(name.right.part)), int(rights.indexOf(name.rightName))});
-    }
-    Rights_GRD->setObjectName(u"Rights_GRD"_s);
-    Rights_GRD->setRowCount(int(parts.size()));
-    Rights_GRD->setColumnCount(int(rights.size()));
-    Rights_GRD->setHorizontalHeaderLabels(rights);
-    Rights_GRD->horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
-    Rights_GRD->horizontalHeader()->setHighlightSections(false);
-    Rights_GRD->setTabKeyNavigation(false);
-    QStringList captions;
-    for (const TSoftwarePart part : std::as_const(parts))
-        captions << SoftwarePartName(part);
-    Rights_GRD->setVerticalHeaderLabels(captions);
-    for (int row = 0; row < parts.size(); ++row) {
-        for (int column = 0; column < rights.size(); ++column) {
-            auto *item = new QTableWidgetItem;
-            item->setFlags(Qt::NoItemFlags);
-            Rights_GRD->setItem(row, column, item);
-        }
-    }
-    for (const TPlace &place : std::as_const(m_places)) {
-        QTableWidgetItem *item = Rights_GRD->item(place.row, place.column);
-        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-        item->setCheckState(Qt::Unchecked);
-    }
-    Rights_GRD->resizeColumnsToContents();
-    connect(Rights_GRD, &QTableWidget::itemChanged, this, [this] { SetIsSaved(false); });
-    Body()->addWidget(Rights_GRD, 1);
-    AddTabStop(Rights_GRD);
-    BuildFooter(u"ذخیره F3"_s, u"خروج Esc"_s);
-    resize(920, 600);
+    Roles_LST->setObjectName(u"Roles_LST"_s);
+    Roles_LST->setAccessibleName(u"نقش ها"_s);
+    Roles_LST->setFlow(QListView::LeftToRight);
+    Roles_LST->setWrapping(true);
+    Roles_LST->setResizeMode(QListView::Adjust);
+    Roles_LST->setSpacing(4);
+    Roles_LST->setMaximumHeight(64);
+    auto *caption = new QLabel(u"&نقش ها :"_s, this);
+    caption->setBuddy(Roles_LST);
+    Body()->addWidget(caption);
+    Body()->addWidget(Roles_LST);
+    AddTabStop(Roles_LST);
+    connect(Roles_LST, &QListWidget::itemChanged, this, [this] {
+        SetIsSaved(false);
+        markRoles();
+    });
+    BuildRightsFooter();
+    TSmartButton_ZLM *copy = AddButton(u"Copy_BTN"_s, u"کپی از کاربر F9"_s, u"F9"_s);
+    connect(copy, &QAbstractButton::clicked, this, [this] { Guarded([this] { copyFromAnother(); }); });
 }
 
 QWidget *TUserRights_FRM::FirstInput()
@@ -244,27 +255,68 @@ bool TUserRights_FRM::RecordExists()
 
 void TUserRights_FRM::LoadRecord()
 {
+    m_roles = ListRoles();
     m_rights = RightsOfUser(Identifier().toInt());
+    m_ownRoles = RolesOfUser(Identifier().toInt());
 }
 
 void TUserRights_FRM::ShowRecord()
 {
-    for (const TPlace &place : std::as_const(m_places)) {
-        Rights_GRD->item(place.row, place.column)
-            ->setCheckState(m_rights.contains(place.right) ? Qt::Checked : Qt::Unchecked);
+    show(m_rights, m_ownRoles);
+}
+
+void TUserRights_FRM::show(const QList<TRight> &rights, const QList<int> &roles)
+{
+    Roles_LST->clear();
+    for (const TRole &role : std::as_const(m_roles)) {
+        auto *item = new QListWidgetItem(role.name);
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+        item->setData(Qt::UserRole, role.code);
+        item->setCheckState(roles.contains(role.code) ? Qt::Checked : Qt::Unchecked);
+        Roles_LST->addItem(item);
     }
-    Rights_GRD->setCurrentCell(0, 0);
+    Roles_LST->setCurrentRow(0);
+    TickRights(rights);
+    markRoles();
+}
+
+QList<int> TUserRights_FRM::tickedRoles() const
+{
+    QList<int> roles;
+    for (int row = 0; row < Roles_LST->count(); ++row)
+        if (Roles_LST->item(row)->checkState() == Qt::Checked)
+            roles << Roles_LST->item(row)->data(Qt::UserRole).toInt();
+    return roles;
+}
+
+void TUserRights_FRM::markRoles()
+{
+    const QList<int> ticked = tickedRoles();
+    MarkRights([&](const TRight &right) {
+        QStringList names;
+        for (const TRole &role : std::as_const(m_roles))
+            if (ticked.contains(role.code) && (role.code == AdministratorRole || role.rights.contains(right)))
+                names << role.name;
+        return names.join(u"، "_s);
+    });
+}
+
+void TUserRights_FRM::copyFromAnother()
+{
+    TUserPick_FRM pick(Identifier().toInt());
+    pick.exec();
+    FocusInput(Rights_GRD);
+    if (pick.Picked() == 0)
+        return;
+    show(RightsOfUser(pick.Picked()), RolesOfUser(pick.Picked()));
+    SetIsSaved(false);
 }
 
 bool TUserRights_FRM::SaveRecord()
 {
-    QList<TRight> rights;
-    for (const TPlace &place : std::as_const(m_places)) {
-        if (Rights_GRD->item(place.row, place.column)->checkState() == Qt::Checked)
-            rights << place.right;
-    }
-    if (SetRightsOfUser(Identifier().toInt(), rights))
+    const TLoginResult result = SetRightsAndRoles(Identifier().toInt(), TickedRights(), tickedRoles());
+    if (result == TLoginResult::Ok)
         return true;
-    Tell(LoginText({TLoginResult::NotAdministrator, 0, {}}), miWarning);
+    Tell(LoginText({result, 0, {}, {}}), miWarning);
     return false;
 }

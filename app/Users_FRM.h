@@ -1,10 +1,11 @@
 #pragma once
 
+#include "app/RightsEditor_FRM.h"
 #include "app/SmallList_FRM.h"
 #include "host/Declaration_PKG/Login_unt.h"
 #include "host/NewBaseForms_PKG/BaseEditor_UNT.h"
 
-class QTableWidget;
+class QListWidget;
 
 /// The users of the suite: who may log in. For administrators.
 class TUserList_FRM : public TSmallList_FRM {
@@ -20,6 +21,22 @@ private:
     void editRights();
     void remove();
     const TUserInfo &current() const { return m_users.at(CurrentRow()); }
+    QList<TUserInfo> m_users;
+};
+
+/// The users but one, to choose one of them.
+class TUserPick_FRM : public TSmallList_FRM {
+    Q_OBJECT
+public:
+    explicit TUserPick_FRM(int without);
+    int Picked() const { return m_picked; } ///< the code; 0: none
+
+protected:
+    QList<QStringList> ReadRows() override;
+
+private:
+    int m_without;
+    int m_picked = 0;
     QList<TUserInfo> m_users;
 };
 
@@ -50,12 +67,12 @@ private:
     TUserInfo m_user;
 };
 
-/// What a user may do with each software part, as a table of ticks: one row for each part, one column for each right.
-class TUserRights_FRM : public TBaseEditor {
+/// What a user may do: the roles, and beside them the own rights. F9 takes both over from another user, to be saved or not.
+class TUserRights_FRM : public TRightsEditor {
     Q_OBJECT
 public:
     explicit TUserRights_FRM(const TUserInfo &user);
-    QTableWidget *Rights_GRD;
+    QListWidget *Roles_LST;
 
 protected:
     bool Validate() override { return true; }
@@ -64,14 +81,13 @@ protected:
     bool SaveRecord() override;
     bool RecordExists() override;
     QWidget *FirstInput() override;
-    bool MayStartNew() override { return false; } ///< there is no next user here
 
 private:
-    struct TPlace {
-        TRight right;
-        int row;
-        int column;
-    };
-    QList<TPlace> m_places;
+    void show(const QList<TRight> &rights, const QList<int> &roles);
+    QList<int> tickedRoles() const;
+    void markRoles();
+    void copyFromAnother();
+    QList<TRole> m_roles;
     QList<TRight> m_rights;
+    QList<int> m_ownRoles;
 };

@@ -111,6 +111,11 @@ int main(int argc, char **argv)
     QTextStream out(stdout);
     QTextStream err(stderr);
 
+    if (line.error.isEmpty() && line.task == TCommandLine::Task::ResetAdministrator) {
+        QCoreApplication::setApplicationName(u"ketebionpap"_s);
+        const QCoreApplication application(argc, argv);
+        return RunProgram(line, out, err);
+    }
     const bool needsWindows = line.error.isEmpty() && line.task != TCommandLine::Task::Help &&
                               line.task != TCommandLine::Task::Version;
     if (!needsWindows)

@@ -45,9 +45,8 @@ int services_start(const char *database, const char *user, const char *password_
         if (!RegisterOwnWorkstation()) {
             std::fprintf(stderr, "cannot write %s\n", qUtf8Printable(IniOptions.FileName));
         } else if (NoUserYet() && CreateFirstAdministrator(name, name, password) != TLoginResult::Ok) {
-            std::fprintf(stderr,
-                         "cannot make %s the first administrator: a password has %d characters at least\n",
-                         user, MinimalPasswordLength);
+            std::fprintf(stderr, "cannot make %s the first administrator: %s\n", user,
+                         qUtf8Printable(PasswordComplaint(password, {name})));
         } else if (const TLogin login = LogIn(name, password); login.result != TLoginResult::Ok) {
             std::fprintf(stderr, "cannot log in as %s\n", user);
         } else {

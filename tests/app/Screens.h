@@ -19,7 +19,7 @@ protected:
     QString text(const QString &sql) { return session.connection().scalar(TStatement(sql)).toString(); }
     void run(const QString &sql) { session.connection().execute(TStatement(sql)); }
     /// Creates a user and gives the code.
-    int user(const QString &name, const QString &password = "secret-1", bool admin = false);
+    int user(const QString &name, const QString &password = "secret-b7qx2", bool admin = false);
     /// What was shown since the last call, the texts joined by line breaks.
     std::string told();
 

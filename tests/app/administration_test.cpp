@@ -34,21 +34,21 @@ int column(const QTableWidget *table, const QString &caption)
 
 TEST_F(Screens, AnAdministratorCreatesAUserWhoCanLogIn)
 {
-    user("boss", "secret-0", true);
+    user("boss", "secret-b0qx2", true);
     TUserGet_FRM editor(0);
     const int result = Keys::runModal([&] { return editor.exec(); },
                                       [&](QWidget *screen) {
                                           Keys::retype(editor.Name_EDT, "ali");
-                                          Keys::retype(editor.Password_EDT, "secret-1");
+                                          Keys::retype(editor.Password_EDT, "secret-b7qx2");
                                           Keys::press(screen, Qt::Key_F3);
                                           EXPECT_NE(told().find("یکسان نیستند"), std::string::npos);
                                           EXPECT_TRUE(screen->isVisible());
-                                          Keys::retype(editor.Repeat_EDT, "secret-1");
+                                          Keys::retype(editor.Repeat_EDT, "secret-b7qx2");
                                           Keys::picture(screen, "user");
                                           Keys::press(screen, Qt::Key_F3);
                                       });
     EXPECT_EQ(result, QDialog::Accepted);
-    const TLogin login = LogIn("ali", "secret-1");
+    const TLogin login = LogIn("ali", "secret-b7qx2");
     EXPECT_EQ(login.result, TLoginResult::Ok);
     EXPECT_FALSE(login.user.IsAdmin);
     EXPECT_EQ(text("select count(*) from UserEvent where EventText like '%ali%'"), "1");
@@ -61,8 +61,8 @@ TEST_F(Screens, TheFirstUserOfASampleCompanyIsAnActiveAdministrator)
     Keys::runModal([&] { return editor.exec(); },
                    [&](QWidget *screen) {
                        Keys::retype(editor.Name_EDT, "ali");
-                       Keys::retype(editor.Password_EDT, "secret-1");
-                       Keys::retype(editor.Repeat_EDT, "secret-1");
+                       Keys::retype(editor.Password_EDT, "secret-b7qx2");
+                       Keys::retype(editor.Repeat_EDT, "secret-b7qx2");
                        Keys::press(screen, Qt::Key_F3);
                        EXPECT_NE(told().find("نخستین کاربر"), std::string::npos);
                        EXPECT_EQ(text("select count(*) from UserAccount"), "0");
@@ -74,7 +74,7 @@ TEST_F(Screens, TheFirstUserOfASampleCompanyIsAnActiveAdministrator)
 
 TEST_F(Screens, AnEditorOfAUserLeavesThePasswordThatIsNotTyped)
 {
-    user("boss", "secret-0", true);
+    user("boss", "secret-b0qx2", true);
     const int code = user("ali");
     TUserGet_FRM editor(code);
     Keys::runModal([&] { return editor.exec(); },
@@ -84,12 +84,12 @@ TEST_F(Screens, AnEditorOfAUserLeavesThePasswordThatIsNotTyped)
                        Keys::press(screen, Qt::Key_F3);
                    });
     EXPECT_EQ(text("select FullName from UserAccount where Name='ali'"), QString("علی رضایی"));
-    EXPECT_EQ(LogIn("ali", "secret-1").result, TLoginResult::Ok);
+    EXPECT_EQ(LogIn("ali", "secret-b7qx2").result, TLoginResult::Ok);
 }
 
 TEST_F(Screens, TheLastAdministratorStays)
 {
-    const int code = user("boss", "secret-1", true);
+    const int code = user("boss", "secret-b7qx2", true);
     TUserGet_FRM editor(code);
     Keys::runModal([&] { return editor.exec(); },
                    [&](QWidget *screen) {
@@ -105,7 +105,7 @@ TEST_F(Screens, TheLastAdministratorStays)
 TEST_F(Screens, TheUserListEditsAndDeletesByItsKeys)
 {
     user("ali");
-    user("zahra", "secret-0", true);
+    user("zahra", "secret-b0qx2", true);
     TUserList_FRM list;
     Keys::runModal([&] { return list.exec(); },
                    [&](QWidget *screen) {
@@ -125,7 +125,7 @@ TEST_F(Screens, TheUserListEditsAndDeletesByItsKeys)
 
 TEST_F(Screens, NobodyDeletesTheOwnUser)
 {
-    UserInfo.Code = user("boss", "secret-1", true);
+    UserInfo.Code = user("boss", "secret-b7qx2", true);
     TUserList_FRM list;
     Keys::runModal([&] { return list.exec(); }, [&](QWidget *screen) { Keys::press(screen, Qt::Key_F7); });
     EXPECT_EQ(text("select count(*) from UserAccount"), "1");

@@ -87,8 +87,10 @@ TEST(CommandLine, CallRefusesAnUnknownEntryAndWrongArguments)
 
 TEST(CommandLine, CallAndTourExcludeEachOther)
 {
-    EXPECT_EQ(errorOf({"--call", "Open_TaxList", "--tour", "out"}), "--call and --tour exclude each other");
-    EXPECT_EQ(errorOf({"--tour", "out", "--call", "Open_TaxList"}), "--call and --tour exclude each other");
+    EXPECT_EQ(errorOf({"--call", "Open_TaxList", "--tour", "out"}),
+              "--call, --tour, --check-log and --reset-administrator exclude each other");
+    EXPECT_EQ(errorOf({"--tour", "out", "--call", "Open_TaxList"}),
+              "--call, --tour, --check-log and --reset-administrator exclude each other");
 }
 
 TEST(CommandLine, APasswordIsNoArgument)
@@ -169,8 +171,9 @@ TEST(CommandLine, TheTourNeverWritesToADatabaseOfTheUser)
 TEST(CommandLine, HelpNamesEveryOptionAndEveryEntry)
 {
     const QString help = TCommandLine::help();
-    for (const char *option : {"--database", "--create", "--odbc", "--odbc-file", "--demo", "--user",
-                               "--password-file", "--call", "--tour", "--help", "--version"})
+    for (const char *option :
+         {"--database", "--create", "--odbc", "--odbc-file", "--demo", "--user", "--password-file", "--call",
+          "--tour", "--reset-administrator", "--help", "--version"})
         EXPECT_TRUE(help.contains(QLatin1String(option))) << option;
     EXPECT_EQ(EntryPoints::all().size(), 14);
     for (const TEntryPoint &entry : EntryPoints::all())

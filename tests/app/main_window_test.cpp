@@ -82,7 +82,7 @@ TEST_F(Screens, AUserSeesOnlyWhatMayBeOpened)
 {
     const int code = user("ali");
     EXPECT_TRUE(SetRightsOfUser(code, {{cspTax, cpOpen}, {cspStaff, cpNew}}));
-    UserInfo = LogIn("ali", "secret-1").user;
+    UserInfo = LogIn("ali", "secret-b7qx2").user;
     TMain_FRM window(session);
     showActive(window);
     EXPECT_EQ(buttonsOf(window), QStringList({"Open_TaxList_BTN"}));
@@ -94,7 +94,7 @@ TEST_F(Screens, AUserSeesOnlyWhatMayBeOpened)
 TEST_F(Screens, AUserWithoutAnyRightIsToldSoInTheWindow)
 {
     user("ali");
-    UserInfo = LogIn("ali", "secret-1").user;
+    UserInfo = LogIn("ali", "secret-b7qx2").user;
     TMain_FRM window(session);
     showActive(window);
     EXPECT_TRUE(buttonsOf(window).isEmpty());

@@ -13,7 +13,7 @@ using enum TAnswer;
 
 TEST_F(Screens, AfterAUserIsDeletedTheNextOneIsCurrentAndTheQuestionNamedHim)
 {
-    user("anna", "secret-1", true);
+    user("anna", "secret-b7qx2", true);
     user("bahar");
     user("cyrus");
     TUserList_FRM list;

@@ -96,11 +96,12 @@ TEST_F(Screens, LogInTakesTheRightPasswordWhateverTheNamesCase)
 {
     user("Ali");
     TLogin_FRM dialog;
-    const int result = Keys::runModal([&] { return dialog.exec(); },
-                                      [&](QWidget *screen) {
-                                          fill(screen, {{"User_EDT", "aLI"}, {"Password_EDT", "secret-1"}});
-                                          Keys::press(screen, Qt::Key_Return);
-                                      });
+    const int result =
+        Keys::runModal([&] { return dialog.exec(); },
+                       [&](QWidget *screen) {
+                           fill(screen, {{"User_EDT", "aLI"}, {"Password_EDT", "secret-b7qx2"}});
+                           Keys::press(screen, Qt::Key_Return);
+                       });
     EXPECT_EQ(result, QDialog::Accepted);
     EXPECT_EQ(dialog.User().Name, "Ali");
     TLogin_FRM next;
@@ -123,14 +124,14 @@ TEST_F(Screens, AWrongPasswordIsRefusedAndTheButtonWaitsAfterMany)
                        }
                        fill(screen, {{"Password_EDT", "wrong"}});
                        Keys::press(screen, Qt::Key_Return);
-                       fill(screen, {{"Password_EDT", "secret-1"}});
+                       fill(screen, {{"Password_EDT", "secret-b7qx2"}});
                        Keys::press(screen, Qt::Key_Return);
                        EXPECT_FALSE(button->isEnabled());
                        EXPECT_TRUE(Keys::child(screen, "Text_LBL")->isVisible());
                        EXPECT_TRUE(screen->isVisible()) << "the right password does not shorten the wait";
                        Keys::picture(screen, "login-waits");
                        EXPECT_TRUE(Keys::waitFor([&] { return button->isEnabled(); }, 6000));
-                       fill(screen, {{"Password_EDT", "secret-1"}});
+                       fill(screen, {{"Password_EDT", "secret-b7qx2"}});
                        Keys::press(screen, Qt::Key_Return);
                    });
     EXPECT_EQ(dialog.User().Name, "ali");
@@ -146,7 +147,7 @@ TEST_F(Screens, ADisabledUserIsToldSoOnlyWithTheRightPassword)
                        fill(screen, {{"Password_EDT", "wrong"}});
                        Keys::press(screen, Qt::Key_Return);
                        const std::string wrong = told();
-                       fill(screen, {{"Password_EDT", "secret-1"}});
+                       fill(screen, {{"Password_EDT", "secret-b7qx2"}});
                        Keys::press(screen, Qt::Key_Return);
                        EXPECT_NE(told(), wrong);
                        EXPECT_TRUE(screen->isVisible());
@@ -178,14 +179,14 @@ TEST_F(Screens, AUserChangesTheOwnPassword)
     const int result = Keys::runModal(
         [&] { return dialog.exec(); },
         [&](QWidget *screen) {
-            fill(screen, {{"Old_EDT", "wrong"}, {"New_EDT", "better-2"}, {"Repeat_EDT", "better-2"}});
+            fill(screen, {{"Old_EDT", "wrong"}, {"New_EDT", "better-k9zt4"}, {"Repeat_EDT", "better-k9zt4"}});
             Keys::press(screen, Qt::Key_F3);
             EXPECT_TRUE(screen->isVisible());
-            fill(screen, {{"Old_EDT", "secret-1"}});
+            fill(screen, {{"Old_EDT", "secret-b7qx2"}});
             Keys::press(screen, Qt::Key_F3);
         });
     EXPECT_EQ(result, QDialog::Accepted);
-    EXPECT_EQ(LogIn("ali", "better-2").result, TLoginResult::Ok);
+    EXPECT_EQ(LogIn("ali", "better-k9zt4").result, TLoginResult::Ok);
 }
 
 TEST_F(Screens, AWorkstationTakesANumberThatNobodyHas)
@@ -455,12 +456,12 @@ TEST_F(InProcess, AShutOutUserAndAUserWithoutRightsGetNoScreen)
         UserInfo = {0, "boss", {}, true, true};
         for (const bool active : {true, false}) {
             TUserInfo user{0, active ? "clerk" : "gone", {}, false, active};
-            ASSERT_EQ(SaveUser(user, "secret-1"), TLoginResult::Ok);
+            ASSERT_EQ(SaveUser(user, "secret-b7qx2"), TLoginResult::Ok);
         }
     }
     QFile password(home.filePath("password"));
     ASSERT_TRUE(password.open(QIODevice::WriteOnly));
-    password.write("secret-1\n");
+    password.write("secret-b7qx2\n");
     password.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     password.close();
     ScriptedMessages messages;

@@ -11,10 +11,10 @@ Story::Story()
         return;
     }
     desk.setLayout("us");
-    EXPECT_EQ(CreateFirstAdministrator("clerk", "clerk", "secret-1"), TLoginResult::Ok);
+    EXPECT_EQ(CreateFirstAdministrator("clerk", "clerk", "secret-b7qx2"), TLoginResult::Ok);
     QFile password(m_home.filePath("password"));
     EXPECT_TRUE(password.open(QIODevice::WriteOnly));
-    password.write("secret-1\n");
+    password.write("secret-b7qx2\n");
     password.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
 }
 

@@ -407,12 +407,12 @@ std::pair<int, QByteArray> runExample(const QTemporaryDir &home, const QString &
 TEST_F(Interface, TheExampleOfAHostLogsInOpensAndChooses)
 {
     TUserInfo clerk{0, "ali", {}, false, true};
-    ASSERT_EQ(SaveUser(clerk, "secret-1"), TLoginResult::Ok);
+    ASSERT_EQ(SaveUser(clerk, "secret-b7qx2"), TLoginResult::Ok);
     EXPECT_TRUE(SetRightsOfUser(clerk.Code, {{cspTax, cpOpen}, {cspFiscal, cpOpen}}));
     if (db.connection().kind() != TConnection::Kind::Embedded)
         GTEST_SKIP() << "the example works on a file";
     const QTemporaryDir home;
-    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-1"),
+    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-b7qx2"),
               std::pair(0, QByteArray("tax table 4\nearning 22\n")));
     EXPECT_EQ(runExample(home, db.path(), "ali", "secret-2"), std::pair(1, QByteArray()));
 }
@@ -422,7 +422,7 @@ TEST_F(Interface, TheExampleMakesAWorkstationAndAnAdministratorInANewDatabase)
     const QTemporaryDir home;
     const QString file = home.filePath("new.db");
     EXPECT_EQ(runExample(home, file, "sara", "short"), std::pair(1, QByteArray()));
-    EXPECT_EQ(runExample(home, file, "sara", "secret-1"),
+    EXPECT_EQ(runExample(home, file, "sara", "secret-b7qx2"),
               std::pair(0, QByteArray("tax table 0\nearning 0\n")));
     TConnection made;
     made.openFile(file);
@@ -431,9 +431,9 @@ TEST_F(Interface, TheExampleMakesAWorkstationAndAnAdministratorInANewDatabase)
         1);
     EXPECT_EQ(made.scalar(TStatement("select count(*) from Workstation")).toInt(), 1);
     // The next start is the same workstation and the same user.
-    EXPECT_EQ(runExample(home, file, "sara", "secret-1").first, 0);
+    EXPECT_EQ(runExample(home, file, "sara", "secret-b7qx2").first, 0);
     EXPECT_EQ(made.scalar(TStatement("select count(*) from Workstation")).toInt(), 1);
-    EXPECT_EQ(runExample(home, file, "reza", "secret-1").first, 1) << "there is a user now";
+    EXPECT_EQ(runExample(home, file, "reza", "secret-b7qx2").first, 1) << "there is a user now";
 }
 
 TEST_F(Interface, TheExampleWorksWhereTheProgramRegisteredTheWorkstation)
@@ -441,7 +441,7 @@ TEST_F(Interface, TheExampleWorksWhereTheProgramRegisteredTheWorkstation)
     if (db.connection().kind() != TConnection::Kind::Embedded)
         GTEST_SKIP() << "the example works on a file";
     TUserInfo clerk{0, "ali", {}, true, true};
-    ASSERT_EQ(SaveUser(clerk, "secret-1"), TLoginResult::Ok);
+    ASSERT_EQ(SaveUser(clerk, "secret-b7qx2"), TLoginResult::Ok);
     const QTemporaryDir home;
     // What the program does at its first start, with nobody to ask.
     const TIniOptions before = IniOptions;
@@ -450,16 +450,16 @@ TEST_F(Interface, TheExampleWorksWhereTheProgramRegisteredTheWorkstation)
     ASSERT_TRUE(IniOptions.IsNew);
     ASSERT_TRUE(RegisterOwnWorkstation());
     EXPECT_EQ(db.rows("select Com_Index, Name from Workstation"), "1|" + OwnWorkstationName());
-    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-1").first, 0);
+    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-b7qx2").first, 0);
     EXPECT_EQ(db.text("select count(*) from Workstation"), "1");
     // And where the user gave it a name.
     db.run("update Workstation set Name='desk one'");
     ASSERT_TRUE(KeepWorkstationName("desk one"));
-    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-1").first, 0);
+    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-b7qx2").first, 0);
     EXPECT_EQ(db.text("select count(*) from Workstation"), "1");
     // And where another one has its number: the next free one.
     db.run("update Workstation set Name='someone else'");
-    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-1").first, 0);
+    EXPECT_EQ(runExample(home, db.path(), "ali", "secret-b7qx2").first, 0);
     EXPECT_EQ(db.rows("select Com_Index, Name from Workstation order by Com_Index"),
               "1|someone else\n2|desk one");
 }

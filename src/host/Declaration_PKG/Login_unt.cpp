@@ -1,76 +1,58 @@
 #include "host/Declaration_PKG/Login_unt.h"
 
+#include "host/Declaration_PKG/Administrators_unt.h"
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Utility_ZLM/PersianText.h"
+#include "host/Utility_ZLM/Sha256.h"
 #include "host/database/Query.h"
 #include "host/database/Transaction.h"
 
 #include <QDateTime>
 
-#include <sodium.h>
-
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <optional>
-#include <stdexcept>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const int nameWidth = 50;      // characters of UserAccount.Name
-const int fullNameWidth = 100; // characters of UserAccount.FullName
-const int freeTries = 3;       // wrong passwords that cost no wait
-const int longestWait = 900;   // s
+const int nameWidth = 50;                // characters of UserAccount.Name
+const int fullNameWidth = 100;           // characters of UserAccount.FullName
+const int freeTries = 3;                 // wrong passwords that cost no wait
+const int longestWait = 900;             // s
+const int forgottenAfter = 24 * 60 * 60; // s
 
 struct TAccount {
-    TUserInfo user;
+    TUserInfo user; ///< IsAdmin: the own flag
+    bool isAdminByRole = false;
     QByteArray hash;
+    bool isUnknown = false; ///< the tries of names that no user has; Code is their row
     int failedCount = 0;
     QDateTime nextTry;
+    QDateTime now; ///< by the database's clock, when this was read
 };
 
-void startSodium()
+QDateTime timeOf(const QVariant &text)
 {
-    if (sodium_init() < 0)
-        throw std::runtime_error("the password library does not start");
+    QDateTime time = QDateTime::fromString(text.toString(), Qt::ISODate);
+    time.setTimeSpec(Qt::UTC);
+    return time;
 }
 
-QByteArray hashOf(const QString &password)
-{
-    startSodium();
-    const QByteArray text = password.toUtf8();
-    char hash[crypto_pwhash_STRBYTES] = {};
-    if (crypto_pwhash_str(hash, text.constData(), size_t(text.size()), crypto_pwhash_OPSLIMIT_INTERACTIVE,
-                          crypto_pwhash_MEMLIMIT_INTERACTIVE) != 0)
-        throw std::bad_alloc();
-    return QByteArray(hash);
-}
-
-bool matches(const QByteArray &hash, const QString &password)
-{
-    startSodium();
-    const QByteArray text = password.toUtf8();
-    return crypto_pwhash_str_verify(hash.constData(), text.constData(), size_t(text.size())) == 0;
-}
-
-bool isOld(const QByteArray &hash)
-{
-    return crypto_pwhash_str_needs_rehash(hash.constData(), crypto_pwhash_OPSLIMIT_INTERACTIVE,
-                                          crypto_pwhash_MEMLIMIT_INTERACTIVE) != 0;
-}
-
-bool isWeak(const QString &password)
-{
-    return password.size() < MinimalPasswordLength;
-}
-
-QList<TAccount> accounts()
+/// All users, and behind them the tries of unknown names in a row, if one is asked for.
+QList<TAccount> accounts(int unknownRow = -1)
 {
     TQuery query(DM.ADOConnection1, u"Users_QUR"_s);
     query.setStatement(
-        TStatement("select Code, Name, FullName, PasswordHash, IsAdmin, IsActive, FailedCount, "
-                   "NextTry from UserAccount order by Name"));
+        TStatement(
+            "select Code, Name, FullName, PasswordHash, IsAdmin, IsActive, FailedCount, NextTry, "
+            "dbo.UtcNow_FNC() as TimeNow, (select count(*) from UserRoleMember where "
+            "UserCode=UserAccount.Code and RoleCode=1) as ByRole, 0 as Unknown from UserAccount union all "
+            "select Bucket, null, null, null, 0, 0, FailedCount, NextTry, dbo.UtcNow_FNC(), 0, 1 from "
+            "UnknownNameTry where Bucket=")
+            .integer(unknownRow));
     query.open();
     QList<TAccount> list;
     for (int row = 0; row < query.recordCount(); ++row) {
@@ -80,35 +62,54 @@ QList<TAccount> accounts()
                         query.valueAt(row, 5).toInt() != 0};
         account.hash = query.valueAt(row, 3).toString().toLatin1();
         account.failedCount = query.valueAt(row, 6).toInt();
-        account.nextTry = QDateTime::fromString(query.valueAt(row, 7).toString(), Qt::ISODate);
-        account.nextTry.setTimeSpec(Qt::UTC);
+        account.nextTry = timeOf(query.valueAt(row, 7));
+        account.now = timeOf(query.valueAt(row, 8));
+        account.isAdminByRole = query.valueAt(row, 9).toInt() > 0;
+        account.isUnknown = query.valueAt(row, 10).toInt() != 0;
         list.append(account);
     }
     return list;
 }
 
-/// Names as people type them: case, both forms of letters and blanks make no difference.
 QString nameKey(const QString &name)
 {
-    return PersianText::fold(PersianText::cut(name.trimmed(), nameWidth)).trimmed();
+    return NameKey(name, nameWidth);
 }
 
-std::optional<TAccount> accountNamed(const QString &name)
+/// The user with a name; without one the tries of such names, where `unknownRow` asks for them.
+std::optional<TAccount> accountNamed(const QString &name, int unknownRow = -1)
 {
-    for (const TAccount &account : accounts()) {
-        if (nameKey(account.user.Name) == nameKey(name))
+    const QString key = nameKey(name);
+    std::optional<TAccount> unknown;
+    for (const TAccount &account : accounts(unknownRow)) {
+        if (account.isUnknown)
+            unknown = account;
+        else if (nameKey(account.user.Name) == key)
+            return account;
+    }
+    return unknown;
+}
+
+std::optional<TAccount> accountOf(int code, bool unknown = false)
+{
+    for (const TAccount &account : accounts(unknown ? code : -1)) {
+        if (account.user.Code == code && account.isUnknown == unknown)
             return account;
     }
     return std::nullopt;
 }
 
-std::optional<TAccount> accountOf(int code)
+int rowOfUnknown(const QString &name)
 {
-    for (const TAccount &account : accounts()) {
-        if (account.user.Code == code)
-            return account;
-    }
-    return std::nullopt;
+    return Sha256::hex(nameKey(name).toUtf8()).left(2).toInt(nullptr, 16);
+}
+
+/// The user as the program knows one: an administrator by a role is one.
+TUserInfo userOf(const TAccount &account)
+{
+    TUserInfo user = account.user;
+    user.IsAdmin = user.IsAdmin || account.isAdminByRole;
+    return user;
 }
 
 int waitAfter(int failedCount)
@@ -117,31 +118,46 @@ int waitAfter(int failedCount)
                                     : int(std::min(double(longestWait), std::exp2(failedCount - freeTries)));
 }
 
-/// Seconds until the account may be tried again. A time beyond the longest wait comes from a clock that was wrong.
-int secondsToWait(const TAccount &account)
+QString timeText(const QDateTime &time)
+{
+    return time.toString(u"yyyy-MM-ddTHH:mm:ss"_s);
+}
+
+/// Sets the tries of an account or of unknown names, unless another try was counted since they were read.
+bool setTries(const TAccount &account, int failed, const QVariant &nextTry, int failedBefore)
+{
+    return DM.ADOConnection1->execute(TStatement(account.isUnknown ? "update UnknownNameTry set FailedCount="
+                                                                   : "update UserAccount set FailedCount=")
+                                          .integer(failed)
+                                          .sql(", NextTry=")
+                                          .value(nextTry)
+                                          .sql(account.isUnknown ? u" where Bucket="_s : u" where Code="_s)
+                                          .integer(account.user.Code)
+                                          .sql(" and FailedCount=")
+                                          .integer(failedBefore)) == 1;
+}
+
+/// Seconds until the account may be tried again. The database's clock was set back, or wrong before, where that is beyond
+/// the longest wait: the wait then begins anew, so that it is neither shorter nor without end.
+int secondsToWait(TAccount &account)
 {
     if (!account.nextTry.isValid())
         return 0;
-    const qint64 seconds = (QDateTime::currentDateTimeUtc().msecsTo(account.nextTry) + 999) / 1000;
-    return seconds > 0 && seconds <= longestWait ? int(seconds) : 0;
+    const qint64 seconds = account.now.secsTo(account.nextTry);
+    if (seconds <= longestWait)
+        return int(std::max(qint64(0), seconds));
+    const int wait = waitAfter(account.failedCount);
+    account.nextTry = account.now.addSecs(wait);
+    setTries(account, account.failedCount, timeText(account.nextTry), account.failedCount);
+    return wait;
 }
 
-/// Counts a try as failed before it is looked at, so that tries at the same time on many workstations are counted
-/// one by one. False when another one was counted first.
-bool countTry(const TAccount &account)
+/// How many tries count: those of unknown names are nobody's, and no log-in ends them.
+int countedTries(const TAccount &account)
 {
-    const int failed = std::min(account.failedCount + 1, 1000);
-    const int wait = waitAfter(failed);
-    const QString nextTry =
-        wait ? QDateTime::currentDateTimeUtc().addSecs(wait).toString(u"yyyy-MM-ddTHH:mm:ss"_s) : QString();
-    return DM.ADOConnection1->execute(TStatement("update UserAccount set FailedCount=")
-                                          .integer(failed)
-                                          .sql(", NextTry=")
-                                          .value(wait ? QVariant(nextTry) : QVariant())
-                                          .sql(" where Code=")
-                                          .integer(account.user.Code)
-                                          .sql(" and FailedCount=")
-                                          .integer(account.failedCount)) == 1;
+    const bool isOld = account.isUnknown && account.nextTry.isValid() &&
+                       account.nextTry.secsTo(account.now) > forgottenAfter;
+    return isOld ? 0 : account.failedCount;
 }
 
 void forgetTries(int code)
@@ -158,33 +174,55 @@ void storeHash(int code, const QByteArray &hash)
                                    .integer(code));
 }
 
-/// Checks the password of an account that was just read.
+/// Who has no password takes as long as who has one: the time must not tell names apart.
+bool matches(const TAccount &account, const QString &password)
+{
+    if (!account.hash.isEmpty())
+        return PasswordMatches(account.hash, password);
+    HashOfPassword(password);
+    return false;
+}
+
+/// Checks the password of an account that was just read. The try is counted as failed before it is looked at, so that
+/// tries at the same time on many workstations are counted one by one.
 TLogin check(TAccount account, const QString &password)
 {
     TLogin login;
+    int failed = 0;
     for (;;) {
         login.secondsToWait = secondsToWait(account);
         if (login.secondsToWait > 0) {
             login.result = TLoginResult::TooEarly;
             return login;
         }
-        if (countTry(account))
+        failed = std::min(countedTries(account) + 1, 1000);
+        const int wait = waitAfter(failed);
+        const QVariant next = wait || account.isUnknown ? timeText(account.now.addSecs(wait)) : QVariant();
+        if (setTries(account, failed, next, account.failedCount))
             break;
-        const auto again = accountOf(account.user.Code);
+        const auto again = accountOf(account.user.Code, account.isUnknown);
         if (!again)
             return login;
         account = *again;
     }
-    if (!matches(account.hash, password)) {
-        login.secondsToWait = waitAfter(account.failedCount + 1);
+    try {
+        if (!matches(account, password)) {
+            login.secondsToWait = waitAfter(failed);
+            return login;
+        }
+        const QByteArray renewed = IsOldPasswordHash(account.hash) ? HashOfPassword(password) : QByteArray();
+        forgetTries(account.user.Code);
+        if (!renewed.isEmpty())
+            storeHash(account.user.Code, renewed);
+    } catch (const std::bad_alloc &) {
+        const QVariant before = account.nextTry.isValid() ? timeText(account.nextTry) : QVariant();
+        setTries(account, account.failedCount, before, failed);
+        login.result = TLoginResult::LowMemory;
         return login;
     }
-    forgetTries(account.user.Code);
-    if (isOld(account.hash))
-        storeHash(account.user.Code, hashOf(password));
     login.result = account.user.IsActive ? TLoginResult::Ok : TLoginResult::Inactive;
     if (account.user.IsActive)
-        login.user = account.user;
+        login.user = userOf(account);
     return login;
 }
 
@@ -198,20 +236,15 @@ QString described(const TUserInfo &user)
     return what.join(u"، "_s);
 }
 
-/// Upkeep of users goes to the event log under no software part, and with the deed or not at all.
-void note(TPermission right, const QString &text)
-{
-    SetUserEvent(TSoftwarePart(0), right, text, true, false);
-}
-
 /// A try to log in that was refused; the name as it was typed.
 void noteRefused(const QString &name, const TLogin &login)
 {
     if (login.result == TLoginResult::Ok)
         return;
-    const QString why = login.result == TLoginResult::Inactive   ? u"غیر فعال است"_s
-                        : login.result == TLoginResult::TooEarly ? u"پیش از پایان انتظار"_s
-                                                                 : u"نام یا گذرواژه نادرست"_s;
+    const QString why = login.result == TLoginResult::Inactive    ? u"غیر فعال است"_s
+                        : login.result == TLoginResult::TooEarly  ? u"پیش از پایان انتظار"_s
+                        : login.result == TLoginResult::LowMemory ? u"کمبود حافظه"_s
+                                                                  : u"نام یا گذرواژه نادرست"_s;
     SetUserEvent(TSoftwarePart(0), cpOpen, u"ورود ناموفق با نام «%1»: %2"_s.arg(name, why), true, true);
 }
 
@@ -249,41 +282,31 @@ void updateUser(const TUserInfo &user)
                                    .integer(user.Code));
 }
 
-bool anotherAdministrator(int code)
+/// Empty for an empty password, nothing where memory is short.
+std::optional<QByteArray> newHash(const QString &password)
 {
-    const QList<TAccount> list = accounts();
-    return std::any_of(list.begin(), list.end(), [&](const TAccount &account) {
-        return account.user.Code != code && account.user.IsAdmin && account.user.IsActive;
-    });
-}
-
-/// Runs an administrator's work in a transaction that is kept only when it ends Ok. Who comes second of two waits, so
-/// that two who demote each other at once do not both succeed.
-template <class Work>
-TLoginResult asAdministrator(bool asFirst, Work work)
-{
-    TTransaction transaction(*DM.ADOConnection1);
-    DM.ADOConnection1->execute(TStatement("update UserAccount set IsAdmin=1 where IsAdmin=1"));
-    if (!asFirst && !IsAdministrator(UserInfo))
-        return TLoginResult::NotAdministrator;
-    const TLoginResult result = work();
-    if (result == TLoginResult::Ok)
-        transaction.commit();
-    return result;
+    try {
+        return password.isEmpty() ? QByteArray() : HashOfPassword(password);
+    } catch (const std::bad_alloc &) {
+        return {};
+    }
 }
 
 /// Writes a user; `asFirst`: only while there is none.
 TLoginResult save(TUserInfo &user, const QString &password, bool asFirst)
 {
     TUserInfo saved = user;
-    saved.Name = PersianText::cut(user.Name.trimmed(), nameWidth);
-    saved.FullName = PersianText::cut(user.FullName.trimmed(), fullNameWidth);
+    saved.Name = StoredName(user.Name, nameWidth);
+    saved.FullName = StoredName(user.FullName, fullNameWidth);
     if (nameKey(saved.Name).isEmpty())
         return TLoginResult::NameEmpty;
-    if (isWeak(password) && (saved.Code == 0 || !password.isEmpty()))
+    if ((saved.Code == 0 || !password.isEmpty()) &&
+        !PasswordComplaint(password, {saved.Name, saved.FullName}).isEmpty())
         return TLoginResult::WeakPassword;
-    const QByteArray hash = password.isEmpty() ? QByteArray() : hashOf(password);
-    const TLoginResult result = asAdministrator(asFirst, [&] {
+    const auto hash = newHash(password);
+    if (!hash)
+        return TLoginResult::LowMemory;
+    const TLoginResult result = AsAdministrator(asFirst, saved.Code != 0, [&] {
         if (asFirst && !NoUserYet())
             return TLoginResult::NameTaken;
         if (const auto other = accountNamed(saved.Name); other && other->user.Code != saved.Code)
@@ -292,22 +315,20 @@ TLoginResult save(TUserInfo &user, const QString &password, bool asFirst)
             saved.Code =
                 DM.ADOConnection1->scalar(TStatement("select isnull(max(Code),0)+1 from UserAccount"))
                     .toInt();
-            insertUser(saved, hash);
-            note(cpNew, u"کاربر تازه %1"_s.arg(described(saved)));
+            insertUser(saved, *hash);
+            NoteUpkeep(cpNew, u"کاربر تازه %1"_s.arg(described(saved)));
             return TLoginResult::Ok;
         }
         const auto before = accountOf(saved.Code);
         if (!before)
             return TLoginResult::NoSuchUser;
-        if ((!saved.IsAdmin || !saved.IsActive) && !anotherAdministrator(saved.Code))
-            return TLoginResult::LastAdministrator;
         updateUser(saved);
         if (described(before->user) != described(saved))
-            note(cpEdit, u"کاربر %1 اکنون %2"_s.arg(described(before->user), described(saved)));
-        if (!hash.isEmpty()) {
-            storeHash(saved.Code, hash);
+            NoteUpkeep(cpEdit, u"کاربر %1 اکنون %2"_s.arg(described(before->user), described(saved)));
+        if (!hash->isEmpty()) {
+            storeHash(saved.Code, *hash);
             forgetTries(saved.Code);
-            note(cpEdit, u"گذرواژه تازه برای کاربر %1"_s.arg(saved.Name));
+            NoteUpkeep(cpEdit, u"گذرواژه تازه برای کاربر %1"_s.arg(saved.Name));
         }
         return TLoginResult::Ok;
     });
@@ -330,7 +351,9 @@ QString LoginText(const TLogin &login)
     case TLoginResult::Inactive:
         return u"این کاربر غیر فعال است. با مدیر سیستم تماس بگیرید."_s;
     case TLoginResult::WeakPassword:
-        return u"گذرواژه باید دست کم %1 نویسه باشد."_s.arg(MinimalPasswordLength);
+        return login.why.isEmpty() ? u"گذرواژه باید دست کم %1 نویسه باشد و به آسانی حدس زده نشود."_s.arg(
+                                         MinimalPasswordLength)
+                                   : login.why;
     case TLoginResult::NameTaken:
         return u"کاربر دیگری با این نام ثبت شده است."_s;
     case TLoginResult::NameEmpty:
@@ -341,6 +364,12 @@ QString LoginText(const TLogin &login)
         return u"شما اکنون مدیر فعال سیستم نیستید و نمی توانید کاربران را تغییر دهید. چیزی ثبت نشد."_s;
     case TLoginResult::LastAdministrator:
         return u"دست کم یک مدیر فعال باید در سیستم بماند."_s;
+    case TLoginResult::LowMemory:
+        return u"حافظه رایانه برای بررسی گذرواژه کافی نیست و این کوشش شمرده نشد. چند برنامه یا پنجره را ببندید و دوباره تلاش کنید."_s;
+    case TLoginResult::NoSuchRole:
+        return u"این نقش دیگر وجود ندارد."_s;
+    case TLoginResult::RoleStays:
+        return u"نقش مدیر سیستم حذف نمی شود."_s;
     case TLoginResult::Ok:
         break;
     }
@@ -360,12 +389,9 @@ TLoginResult CreateFirstAdministrator(const QString &name, const QString &fullNa
 
 TLogin LogIn(const QString &name, const QString &password)
 {
-    const auto account = accountNamed(name);
     TLogin login;
-    if (account)
+    if (const auto account = accountNamed(name, rowOfUnknown(name)))
         login = check(*account, password);
-    else
-        hashOf(password); // as long as for a user who is there: the time must not tell names apart
     noteRefused(name, login);
     return login;
 }
@@ -378,7 +404,7 @@ TLogin ReadUser(int code)
                    : account->user.IsActive ? TLoginResult::Ok
                                             : TLoginResult::Inactive;
     if (login.result == TLoginResult::Ok)
-        login.user = account->user;
+        login.user = userOf(*account);
     return login;
 }
 
@@ -393,14 +419,46 @@ TLogin ChangePassword(int userCode, const QString &oldPassword, const QString &n
     login = check(*account, oldPassword);
     if (login.result != TLoginResult::Ok)
         return login;
-    if (isWeak(newPassword)) {
-        login.result = TLoginResult::WeakPassword;
+    login.why = PasswordComplaint(newPassword, {account->user.Name, account->user.FullName});
+    const auto hash = login.why.isEmpty() ? newHash(newPassword) : QByteArray();
+    login.result = !login.why.isEmpty() ? TLoginResult::WeakPassword
+                   : hash               ? TLoginResult::Ok
+                                        : TLoginResult::LowMemory;
+    if (login.result != TLoginResult::Ok)
+        return login;
+    TTransaction transaction(*DM.ADOConnection1);
+    storeHash(userCode, *hash);
+    NoteUpkeep(cpEdit, u"تغییر گذرواژه خود"_s);
+    transaction.commit();
+    return login;
+}
+
+TLogin ResetAdministrator(const QString &name, const QString &password, const QString &by)
+{
+    TLogin login;
+    const auto account = accountNamed(name);
+    if (!account) {
+        login.result = TLoginResult::NoSuchUser;
         return login;
     }
-    TTransaction transaction(*DM.ADOConnection1);
-    storeHash(userCode, hashOf(newPassword));
-    note(cpEdit, u"تغییر گذرواژه خود"_s);
-    transaction.commit();
+    login.why = PasswordComplaint(password, {account->user.Name, account->user.FullName});
+    const auto hash = login.why.isEmpty() ? newHash(password) : QByteArray();
+    if (!login.why.isEmpty() || !hash) {
+        login.result = hash ? TLoginResult::WeakPassword : TLoginResult::LowMemory;
+        return login;
+    }
+    login.user = account->user;
+    login.user.IsAdmin = login.user.IsActive = true;
+    login.result = AsAdministrator(true, true, [&] {
+        updateUser(login.user);
+        storeHash(login.user.Code, *hash);
+        forgetTries(login.user.Code);
+        NoteUpkeep(
+            cpEdit,
+            u"بازنشانی مدیر با خط فرمان، بی ورود به برنامه، به دست «%1»: کاربر %2 اکنون %3، با گذرواژه تازه"_s
+                .arg(by, described(account->user), described(login.user)));
+        return TLoginResult::Ok;
+    });
     return login;
 }
 
@@ -422,15 +480,14 @@ TLoginResult SaveUser(TUserInfo &user, const QString &password)
 
 TLoginResult DeleteUser(int code)
 {
-    return asAdministrator(false, [&] {
+    return AsAdministrator(false, true, [&] {
         const auto account = accountOf(code);
         if (!account)
             return TLoginResult::NoSuchUser;
-        if (!anotherAdministrator(code))
-            return TLoginResult::LastAdministrator;
+        DM.ADOConnection1->execute(TStatement("delete from UserRoleMember where UserCode=").integer(code));
         DM.ADOConnection1->execute(TStatement("delete from UserRight where UserCode=").integer(code));
         DM.ADOConnection1->execute(TStatement("delete from UserAccount where Code=").integer(code));
-        note(cpDelete, u"حذف کاربر %1"_s.arg(described(account->user)));
+        NoteUpkeep(cpDelete, u"حذف کاربر %1"_s.arg(described(account->user)));
         return TLoginResult::Ok;
     });
 }

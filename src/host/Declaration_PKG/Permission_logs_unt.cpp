@@ -27,14 +27,21 @@ bool HoldsPermission(const TUserInfo &user, TSoftwarePart part, TPermission righ
         return user.IsActive && user.IsAdmin;
     // Asked each time, the account too: it may have been shut out or demoted since the log-in.
     return DM.ADOConnection1
-               ->scalar(TStatement("select count(*) from UserAccount where Code=")
-                            .integer(user.Code)
-                            .sql(" and IsActive=1 and (IsAdmin=1 or exists (select Permission from UserRight "
-                                 "where UserCode=UserAccount.Code and SoftwarePart=")
-                            .integer(int(part))
-                            .sql(" and Permission=")
-                            .integer(int(right))
-                            .sql("))"))
+               ->scalar(
+                   TStatement("select count(*) from UserAccount where Code=")
+                       .integer(user.Code)
+                       .sql(" and IsActive=1 and (IsAdmin=1 or exists (select Permission from UserRight "
+                            "where UserCode=UserAccount.Code and SoftwarePart=")
+                       .integer(int(part))
+                       .sql(" and Permission=")
+                       .integer(int(right))
+                       .sql(") or exists (select RoleCode from UserRoleMember where "
+                            "UserCode=UserAccount.Code and (RoleCode=1 or exists (select Permission from "
+                            "UserRoleRight where RoleCode=UserRoleMember.RoleCode and SoftwarePart=")
+                       .integer(int(part))
+                       .sql(" and Permission=")
+                       .integer(int(right))
+                       .sql("))))"))
                .toInt() > 0;
 }
 
@@ -45,7 +52,8 @@ bool IsAdministrator(const TUserInfo &user)
     return DM.ADOConnection1
                ->scalar(TStatement("select count(*) from UserAccount where Code=")
                             .integer(user.Code)
-                            .sql(" and IsActive=1 and IsAdmin=1"))
+                            .sql(" and IsActive=1 and (IsAdmin=1 or exists (select RoleCode from "
+                                 "UserRoleMember where UserCode=UserAccount.Code and RoleCode=1))"))
                .toInt() > 0;
 }
 

@@ -177,6 +177,11 @@ void getdate(sqlite3_context *context, int, sqlite3_value **)
     answer(context, QDateTime::currentDateTime().toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s));
 }
 
+void utcNow(sqlite3_context *context, int, sqlite3_value **)
+{
+    answer(context, QDateTime::currentDateTimeUtc().toString(u"yyyy-MM-ddTHH:mm:ss"_s));
+}
+
 /// What PersianText::fold makes of the letters that nearly all texts consist of, taken from it letter by letter.
 class TFoldTable {
 public:
@@ -305,6 +310,7 @@ void registerSqliteFunctions(sqlite3 *db)
                                    {"zelmo_finds", 2, pure, finds},
                                    {"zelmo_same", 2, pure, same},
                                    {"getdate", 0, SQLITE_UTF8, getdate},
+                                   {"UtcNow_FNC", 0, SQLITE_UTF8, utcNow},
                                    {"EventLink_FNC", 2, pure, eventLink},
                                    {"GetUinqueCode_FNC", 1, SQLITE_UTF8, uniqueCode}};
     for (const TFunction &function : functions)
