@@ -11,6 +11,9 @@ public:
 
     /// Before the work for one request: what was given up before is over. Whether the work may open a line that is lost.
     virtual void beginWork(bool mayConnect) = 0;
+    /// Runs selects with one request and answers the rows of each.
+    virtual QList<TReadRows> selectMany(const QList<TBoundStatement> &statements);
+
     /// From any thread: the statement that runs is to end, and no further one of this work begins; what it began is
     /// rolled back. Fails with TFault::GivenUp.
     virtual void giveUp() = 0;
