@@ -4,7 +4,7 @@
 
 /// A database behind a line. It works in a thread of its own (TServerEngine), which alone calls it; what other threads
 /// may call says so.
-class TLineEngine : public TEngine {
+class KETEBIONPAP_CORE TLineEngine : public TEngine {
 public:
     /// Opens the line and looks whether the server fits.
     virtual void open() = 0;
