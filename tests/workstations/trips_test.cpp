@@ -204,7 +204,7 @@ TEST_P(ServerTrips, OfWhatAUserDoes)
         EXPECT_EQ(direct.scalar(TStatement("select Name from Staff where Code=3")), u"نام تازه"_s);
         EXPECT_EQ(count("StaffFamily"), 1);
         EXPECT_LE(open.trips, 14);
-        EXPECT_LE(save.trips, 20);
+        EXPECT_LE(save.trips, 17);
     }
     {
         std::optional<TTaxGet_FRM> editor;
@@ -235,7 +235,7 @@ TEST_P(ServerTrips, OfWhatAUserDoes)
                            Keys::retype(screen.Date2_EDT, u"1402/12/29"_s);
                            messages.answer({TAnswer::Yes, TAnswer::Yes});
                            const TCost year = cost("a year", [&] { Keys::press(&screen, Qt::Key_F3); });
-                           EXPECT_LE(year.trips, 16)
+                           EXPECT_LE(year.trips, 14)
                                << "with its lock, its look at the range and its line in the log";
                        });
         messages.take();
