@@ -5,6 +5,7 @@
 #include "support/ScriptedMessages.h"
 #include "support/ScriptedRecovery.h"
 #include "support/TestDatabase.h"
+#include "support/TestUser.h"
 #include "support/TurnWatch.h"
 
 #include "host/Component_ZLM/SmartGrid_ZLM.h"
@@ -48,7 +49,7 @@ protected:
     Waits()
     {
         IniOptions.Com_Index = 1;
-        UserInfo = TUserInfo{1, "clerk", u"مریم کاتب"_s, true, true};
+        SeatUser(TUserInfo{1, "clerk", u"مریم کاتب"_s, true, true});
         db.run("insert into StaffGroup(Code,Name) values(1,N'اداری')");
     }
     ~Waits() override

@@ -15,11 +15,11 @@ protected:
         if (!TestServer::available())
             GTEST_SKIP() << "no server: KETEBIONPAP_TEST_ODBC is not set";
         IniOptions.Com_Index = 1;
-        UserInfo = TUserInfo{1, "clerk", u"مریم کاتب"_s, true, true};
         database = std::make_unique<TestServer::Database>();
         proxy = std::make_unique<TestProxy>(database->connectionString());
         connection.openOdbc(proxy->connectionString());
         DM.ADOConnection1 = &connection;
+        SeatUser(TUserInfo{1, "clerk", u"مریم کاتب"_s, true, true});
         connection.execute(TStatement("insert into StaffGroup(Code,Name) values(1,N'اداری')"));
         connection.execute(TStatement(
             "with D(N) as (select 0 union all select 1 union all select 2 union all select 3 union all select 4 union all "
