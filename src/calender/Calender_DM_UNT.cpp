@@ -83,9 +83,19 @@ bool TCalender_DM::Calender_InsertAll(const QList<TCalenderMapper> &days,
     bool done = true;
     return Try([&] {
                TManyWrites writes(*DM.ADOConnection1);
+               qsizetype told = 0;
+               const auto tell = [&] { return writes.stored() == told || goOn(told = writes.stored()); };
                for (qsizetype i = 0; i < days.size() && done; ++i) {
-                   done = Calender_Insert(days.at(i));
-                   if (done && !goOn(i + 1))
+                   done = writes.add([&] { return Calender_Insert(days.at(i)); });
+                   if (done && !writes.isFull() && i + 1 < days.size())
+                       continue;
+                   try {
+                       writes.send();
+                   } catch (const TDatabaseError &) {
+                       tell();
+                       throw;
+                   }
+                   if (!tell())
                        break;
                }
                writes.finish();

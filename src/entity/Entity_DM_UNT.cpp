@@ -5,6 +5,49 @@
 
 using namespace QueryTools;
 
+namespace {
+
+TStatement itemStatement(const QVariant &code, TSoftwarePart part)
+{
+    return TStatement(part == cspDeduction ? "select * from Deduction_VW where code="
+                                           : "select * from Fiscal_VW where code=")
+        .integer(code);
+}
+
+TStatement orderRowStatement(const QVariant &itemCode, const QVariant &recruitmentCode, bool isDeduction)
+{
+    return TStatement(isDeduction ? "select ID from tmpRecDeduction where ItemCode="
+                                  : "select ID from tmpRecFiscal where ItemCode=")
+        .integer(itemCode)
+        .sql(isDeduction ? " and Recruitmentcode=" : " and RecruitmentCode=")
+        .integer(recruitmentCode);
+}
+
+TStatement outputRowStatement(const QVariant &itemCode, const QVariant &outputCode)
+{
+    return TStatement("select ID from tmpstaffOutPutDetail where ItemCode=")
+        .integer(itemCode)
+        .sql(" and OutputCode=")
+        .integer(outputCode);
+}
+
+TStatement repeatStatement(const QString &recruitmentCode, const QString &itemCode)
+{
+    return TStatement(" SELECT  case    when cd.Insurance = 1 and (")
+        .integer(itemCode)
+        .sql(" = (select UserCode from PayrollInfoDetail where id = 16) ) then 1 else 0 end as RepeatBime,")
+        .sql(" case")
+        .sql(" when cd.Tax = 1 and (")
+        .integer(itemCode)
+        .sql(" = (select UserCode from PayrollInfoDetail where id = 17) ) then 1 else 0 end as RepeatMaliat")
+        .sql(" FROM            CalcMethod cd ")
+        .sql(" WHERE        (cd.Code = (select CalcMethodCode from Recruitment where code = ")
+        .integer(recruitmentCode)
+        .sql("))");
+}
+
+} // namespace
+
 TEntity_DM *Entity_DM = nullptr;
 
 TEntity_DM::TEntity_DM(QObject *owner)
@@ -109,9 +152,7 @@ std::optional<TTwin> TEntity_DM::Title_Twin(const QString &title, TSoftwarePart 
 void TEntity_DM::FiscalDeducation_GetByID(const QVariant &code, TSoftwarePart part,
                                           TFiscalDeducation_Mapper &item)
 {
-    open(Get_QUR, TStatement(part == cspDeduction ? "select * from Deduction_VW where code="
-                                                  : "select * from Fiscal_VW where code=")
-                      .integer(code));
+    open(Get_QUR, itemStatement(code, part));
     item = {};
     Fields::read(*Get_QUR, entityFields(part), item);
 }
@@ -147,11 +188,7 @@ void TEntity_DM::TmpStaff_Count(const QVariant &code, bool isDeduction)
 
 void TEntity_DM::tmpRec_GetID(const QVariant &itemCode, const QVariant &recruitmentCode, bool isDeduction)
 {
-    open(Temp_QUR, TStatement(isDeduction ? "select ID from tmpRecDeduction where ItemCode="
-                                          : "select ID from tmpRecFiscal where ItemCode=")
-                       .integer(itemCode)
-                       .sql(isDeduction ? " and Recruitmentcode=" : " and RecruitmentCode=")
-                       .integer(recruitmentCode));
+    open(Temp_QUR, orderRowStatement(itemCode, recruitmentCode, isDeduction));
 }
 
 void TEntity_DM::tmpRec_Insert(const QVariant &itemCode, const QVariant &recruitmentCode, bool isDeduction,
@@ -170,10 +207,7 @@ void TEntity_DM::tmpRec_Insert(const QVariant &itemCode, const QVariant &recruit
 
 void TEntity_DM::tmpstaffOutPutDetail_Get(const QVariant &itemCode, const QVariant &outputCode)
 {
-    open(Temp_QUR, TStatement("select ID from tmpstaffOutPutDetail where ItemCode=")
-                       .integer(itemCode)
-                       .sql(" and OutputCode=")
-                       .integer(outputCode));
+    open(Temp_QUR, outputRowStatement(itemCode, outputCode));
 }
 
 void TEntity_DM::tmpstaffOutPutDetail_Insert(const QVariant &itemCode, const QVariant &outputCode, int type)
@@ -189,22 +223,24 @@ void TEntity_DM::tmpstaffOutPutDetail_Insert(const QVariant &itemCode, const QVa
 
 int TEntity_DM::RepeatInfo(const QString &recruitmentCode, const QString &itemCode)
 {
-    open(
-        Temp_QUR,
-        TStatement(" SELECT  case    when cd.Insurance = 1 and (")
-            .integer(itemCode)
-            .sql(
-                " = (select UserCode from PayrollInfoDetail where id = 16) ) then 1 else 0 end as RepeatBime,")
-            .sql(" case")
-            .sql(" when cd.Tax = 1 and (")
-            .integer(itemCode)
-            .sql(
-                " = (select UserCode from PayrollInfoDetail where id = 17) ) then 1 else 0 end as RepeatMaliat")
-            .sql(" FROM            CalcMethod cd ")
-            .sql(" WHERE        (cd.Code = (select CalcMethodCode from Recruitment where code = ")
-            .integer(recruitmentCode)
-            .sql("))"));
+    open(Temp_QUR, repeatStatement(recruitmentCode, itemCode));
     if (Temp_QUR->asInteger("RepeatBime") == 1)
         return 1;
     return Temp_QUR->asInteger("RepeatMaliat") == 1 ? 2 : 0;
+}
+
+QList<TStatement> TEntity_DM::StatementsOfPick(const QList<int> &codes, TSoftwarePart part,
+                                               const QString &target, bool toOrder)
+{
+    QList<TStatement> all;
+    for (const int code : codes) {
+        all.append(itemStatement(code, part));
+        if (toOrder) {
+            all.append(orderRowStatement(code, target, part == cspDeduction));
+            all.append(repeatStatement(target, QString::number(code)));
+        } else {
+            all.append(outputRowStatement(code, target));
+        }
+    }
+    return all;
 }

@@ -59,6 +59,9 @@ public:
     /// Column 0: staff assignments of the item; column 1: its salary-bill lines.
     void TmpStaff_Count(const QVariant &code, bool isDeduction);
 
+    /// What is read for each of the items before it is added to an order, or an output.
+    static QList<TStatement> StatementsOfPick(const QList<int> &codes, TSoftwarePart part,
+                                              const QString &target, bool toOrder);
     void tmpRec_GetID(const QVariant &itemCode, const QVariant &recruitmentCode, bool isDeduction);
     void tmpRec_Insert(const QVariant &itemCode, const QVariant &recruitmentCode, bool isDeduction,
                        double cost);

@@ -5,13 +5,17 @@
 #include "host/Component_ZLM/DetailStrip_ZLM.h"
 #include "host/Component_ZLM/SmartControls_ZLM.h"
 #include "host/Declaration_PKG/Commonlibrary_unt.h"
+#include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/MessageCatalogue.h"
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/NewBaseForms_PKG/GroupPane_UNT.h"
 #include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
+#include "host/database/ReadAhead.h"
+#include "host/database/Transaction.h"
 
 #include <QAction>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -64,6 +68,8 @@ const QList<TSearchItem> &searchItems()
 }
 
 /// Items that the payroll settings bind to something that the payroll computes itself.
+constexpr qsizetype itemsAtOnce = 100;
+
 bool isReserved(int payrollCode)
 {
     return payrollCode == 1 || payrollCode == 6 || payrollCode == 7 || payrollCode == 8;
@@ -293,42 +299,108 @@ bool TFiscalDeducation_List_FRM::addChosen()
                          {}, miWarning);
         return false;
     }
-    bool taken = false;
-    bool gone = false;
+    TAdded added;
     // Rows that were added before an error stay added, and so the screen closes with OK.
     Guarded([&] {
-        const auto add = [&](const TRow &item, bool oneOfMany) {
-            const TOutcome outcome =
-                m_callType == ctOrder ? addToOrder(item, oneOfMany) : addToOutput(item, oneOfMany);
-            taken = taken || outcome == TOutcome::Taken;
-            return outcome;
-        };
         const QList<int> codes = chosenCodes();
-        for (const int code : codes) {
-            const std::optional<TRow> item = storedRow(code);
-            if (!item) {
-                MsgRecordGone(u"کد: %1"_s.arg(code));
-                Grid()->Model()->uncheck(code);
-                gone = true;
-            } else if (add(*item, true) == TOutcome::Stop) {
+        for (qsizetype done = 0; done < codes.size(); done += itemsAtOnce) {
+            if (!addSome(codes.mid(done, itemsAtOnce), added))
                 return;
-            }
+            if (codes.size() > itemsAtOnce)
+                m_ticks->setText(u"%1 سطر از %2 سطر بررسی شد"_s.arg(qMin(done + itemsAtOnce, codes.size()))
+                                     .arg(codes.size()));
         }
         if (!codes.isEmpty())
             return;
         const std::optional<TRow> item = storedRow(ListQuery()->asInteger(u"Code"_s));
-        if (!item || add(*item, false) == TOutcome::Refused)
+        const TOutcome outcome = item ? add(*item, false) : TOutcome::Refused;
+        added.taken = outcome == TOutcome::Taken;
+        if (outcome == TOutcome::Refused)
             Grid()->setFocus(Qt::OtherFocusReason);
     });
-    if (gone && !taken)
+    tellTicks();
+    if (added.gone && !added.taken)
         RefreshList();
-    return taken;
+    return added.taken;
+}
+
+TFiscalDeducation_List_FRM::TOutcome TFiscalDeducation_List_FRM::add(const TRow &row, bool oneOfMany)
+{
+    return m_callType == ctOrder ? addToOrder(row, oneOfMany) : addToOutput(row, oneOfMany);
+}
+
+// Behind a line they are read together and written together; each is looked at by itself, as ever.
+bool TFiscalDeducation_List_FRM::addSome(const QList<int> &codes, TAdded &added)
+{
+    TConnection &connection = *DM.ADOConnection1;
+    const TReadAhead ahead(connection,
+                           TEntity_DM::StatementsOfPick(codes, itemPart(), m_target, m_callType == ctOrder));
+    TManyWrites writes(connection);
+    m_waiting.clear();
+    m_writes = &writes;
+    const auto back = qScopeGuard([this] { m_writes = nullptr; });
+    TAdded some;
+    bool goesOn = true;
+    try {
+        goesOn = addTicked(codes, some);
+    } catch (const TDatabaseError &) {
+        sendWaiting();
+        added.taken = added.taken || writes.stored() > 0;
+        throw;
+    }
+    added.gone = added.gone || some.gone;
+    const auto told = qScopeGuard(
+        [&] { added.taken = added.taken || (some.taken && (m_waiting.isEmpty() || writes.stored() > 0)); });
+    sendWaiting();
+    writes.finish();
+    return goesOn;
+}
+
+bool TFiscalDeducation_List_FRM::addTicked(const QList<int> &codes, TAdded &added)
+{
+    for (const int code : codes) {
+        const std::optional<TRow> item = storedRow(code);
+        if (!item) {
+            MsgRecordGone(u"کد: %1"_s.arg(code));
+            Grid()->Model()->uncheck(code);
+            added.gone = true;
+            continue;
+        }
+        const TOutcome outcome = add(*item, true);
+        added.taken = added.taken || outcome == TOutcome::Taken;
+        if (outcome == TOutcome::Stop)
+            return false;
+    }
+    return true;
+}
+
+// The items of inserts that got no answer are found on the target, if they came there.
+void TFiscalDeducation_List_FRM::sendWaiting()
+{
+    const qsizetype before = m_writes->stored();
+    try {
+        m_writes->send();
+        m_waiting.clear();
+    } catch (const TDatabaseError &error) {
+        if (IsLineLost(error.fault()))
+            for (const int code : m_waiting.mid(m_writes->stored() - before))
+                m_unsure.insert(code);
+        throw;
+    }
 }
 
 void TFiscalDeducation_List_FRM::insert(const TRow &row, const std::function<void()> &work)
 {
     try {
-        work();
+        if (!m_writes)
+            return work();
+        const qsizetype stored = m_writes->stored();
+        m_writes->add([&] {
+            work();
+            return true;
+        });
+        if (m_writes->stored() == stored)
+            m_waiting.append(row.code);
     } catch (const TDatabaseError &error) {
         if (IsLineLost(error.fault()))
             m_unsure.insert(row.code);

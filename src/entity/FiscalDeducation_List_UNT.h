@@ -7,6 +7,8 @@
 
 #include <optional>
 
+class TManyWrites;
+
 /// The list of earnings or of deductions with their groups: to keep them, or to pick items for another editor.
 /// The value: the kind (0 earnings, 1 deductions) in mode 1; "kind;call type;target code" in mode 5.
 ///
@@ -51,6 +53,16 @@ private:
     void connectGroups();
     void takeCurrent();
     bool addChosen();
+    /// What became of the items so far.
+    struct TAdded {
+        bool taken = false;
+        bool gone = false;
+    };
+    /// Adds some of the ticked items; false: the rest of them is not to be added.
+    bool addSome(const QList<int> &codes, TAdded &added);
+    bool addTicked(const QList<int> &codes, TAdded &added);
+    TOutcome add(const TRow &row, bool oneOfMany);
+    void sendWaiting();
     QList<int> chosenCodes() const;
     std::optional<TRow> storedRow(int code) const;
     void tellTicks();
@@ -66,6 +78,8 @@ private:
     const int m_kind;
     int m_callType = 0;
     QString m_target;
+    TManyWrites *m_writes = nullptr; ///< while ticked items are added
+    QList<int> m_waiting;            ///< items whose inserts wait there
     QSet<int> m_unsure; ///< items whose insert got no answer: found on the target, they are this list's own
 };
 extern TFiscalDeducation_List_FRM *FiscalDeducation_List_FRM;

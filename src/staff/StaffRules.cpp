@@ -58,17 +58,16 @@ TBroken fullNameIsFree(const TStaffSubject &subject, const char *)
     return twin(subject, {{"Name", staff._Name}, {"LastName", staff._LastName}}, found);
 }
 
-void lookUp(TStaff_DM &data, const char *column, const QString &text)
+TStatement lookUp(const char *column, const QString &text)
 {
-    if (qstrcmp(column, "PersonnelCode") == 0)
-        QueryTools::open(data.Temp_QUR,
-                         TStatement("select PersonnelCode from Staff where PersonnelCode=").text(text));
-    else if (qstrcmp(column, "CardNumber") == 0)
-        data.Staff_GetCardNumber(text);
-    else if (qstrcmp(column, "InsuranceNumber") == 0)
-        data.Staff_GetInsuranceNumbber(text);
-    else
-        data.Staff_GetNationallID(text);
+    const QString name = QString::fromLatin1(column);
+    return TStatement(u"select %1 from Staff where %1="_s.arg(name)).text(text);
+}
+
+TStatement earliestOrder(const TStaffSubject &subject)
+{
+    return TStatement(" SELECT ISNULL(MIN(DoDate), 0) AS DoDateMin FROM Recruitment  WHERE StaffCode = ")
+        .integer(subject.staff._Code);
 }
 
 TBroken numberIsFree(const TStaffSubject &subject, const char *column)
@@ -76,7 +75,7 @@ TBroken numberIsFree(const TStaffSubject &subject, const char *column)
     const QString &text = textOf(subject.staff, column);
     if (text.isEmpty())
         return {};
-    lookUp(subject.data, column, text);
+    QueryTools::open(subject.data.Temp_QUR, lookUp(column, text));
     if (text == textOf(subject.loaded, column))
         return {};
     return twin(subject, {{QString::fromLatin1(column), text}}, !subject.data.Temp_QUR->isEmpty());
@@ -86,7 +85,7 @@ TBroken personnelCodeIsFree(const TStaffSubject &subject, const char *column)
 {
     if (subject.staff._PersonnelCode != "0"_L1)
         return numberIsFree(subject, column);
-    lookUp(subject.data, column, subject.staff._PersonnelCode);
+    QueryTools::open(subject.data.Temp_QUR, lookUp(column, subject.staff._PersonnelCode));
     return {};
 }
 
@@ -103,10 +102,7 @@ TBroken leaveDateGiven(const TStaffSubject &subject, const char *column)
 
 TBroken employedBeforeOrders(const TStaffSubject &subject, const char *)
 {
-    QueryTools::open(
-        subject.data.Temp_QUR,
-        TStatement(" SELECT ISNULL(MIN(DoDate), 0) AS DoDateMin FROM Recruitment  WHERE StaffCode = ")
-            .integer(subject.staff._Code));
+    QueryTools::open(subject.data.Temp_QUR, earliestOrder(subject));
     const QString earliest = subject.data.Temp_QUR->asString("DoDateMin");
     if (earliest == "0"_L1 || subject.staff._CoDate <= earliest)
         return {};
@@ -143,4 +139,15 @@ constexpr TRule<TStaffSubject> rules[] = {
 std::span<const TRule<TStaffSubject>> staffRules()
 {
     return rules;
+}
+
+QList<TStatement> staffReads(const TStaffSubject &subject)
+{
+    const TStaff_Mapper &staff = subject.staff;
+    QList<TStatement> reads{TStaff_DM::NameStatement(staff._Name, staff._LastName, staff._Code)};
+    for (const char *column : {"PersonnelCode", "CardNumber", "InsuranceNumber", "NationalID"})
+        if (const QString &text = textOf(staff, column); !text.isEmpty())
+            reads.append(lookUp(column, text));
+    reads.append(earliestOrder(subject));
+    return reads;
 }

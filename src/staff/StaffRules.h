@@ -2,6 +2,7 @@
 
 #include "host/Export.h"
 #include "host/database/RecordRules.h"
+#include "host/database/Statement.h"
 #include "staff/Staff_Mapper.h"
 
 class TStaff_DM;
@@ -17,3 +18,5 @@ struct TStaffSubject {
 
 /// What must hold of an employee before it is saved, in the order in which the users are told.
 KETEBIONPAP_CORE std::span<const TRule<TStaffSubject>> staffRules();
+/// What the rules read of every employee, so that it may be read together.
+KETEBIONPAP_CORE QList<TStatement> staffReads(const TStaffSubject &subject);

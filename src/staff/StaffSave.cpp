@@ -7,6 +7,7 @@
 #include "host/Declaration_PKG/Specialmessages.h"
 #include "host/Message_ZLM/Message_ZLM.h"
 #include "host/Utility_ZLM/Utility_ZLM.h"
+#include "host/database/ReadAhead.h"
 #include "staff/StaffFields.h"
 #include "staff/StaffGet_UNT.h"
 #include "staff/Staff_DM_UNT.h"
@@ -16,9 +17,11 @@ using namespace Qt::Literals::StringLiterals;
 bool TStaffGet_FRM::Validate()
 {
     // The order is the users': they are sent from page to page as they always were.
-    return takeTypedCode() && std::ranges::all_of(staffRules(), [this](const auto &rule) {
-               return Keeps(rule, staffFields(), subject());
-           });
+    if (!takeTypedCode())
+        return false;
+    const TReadAhead ahead(*DM.ADOConnection1, staffReads(subject()));
+    return std::ranges::all_of(staffRules(),
+                               [this](const auto &rule) { return Keeps(rule, staffFields(), subject()); });
 }
 
 TStaffSubject TStaffGet_FRM::subject() const

@@ -70,14 +70,19 @@ void TStaff_DM::Staff_GetById(const QVariant &code, TStaff_Mapper &staff)
     Fields::read<TStaff_Mapper>(*StaffGet_QUR, staffChange, staff);
 }
 
+TStatement TStaff_DM::NameStatement(const QString &name, const QString &lastName, int code)
+{
+    return TStatement("select Code from staff where Name=")
+        .text(name)
+        .sql(" and LastName=")
+        .text(lastName)
+        .sql(" and Code<>")
+        .integer(code);
+}
+
 void TStaff_DM::Staff_GetCode(const QString &name, const QString &lastName, int code)
 {
-    open(Temp_QUR, TStatement("select Code from staff where Name=")
-                       .text(name)
-                       .sql(" and LastName=")
-                       .text(lastName)
-                       .sql(" and Code<>")
-                       .integer(code));
+    open(Temp_QUR, NameStatement(name, lastName, code));
 }
 
 void TStaff_DM::find(const char *statement, const QString &value)

@@ -32,6 +32,8 @@ public:
     /// Opens an employee and copies the row into the record; StaffGet_QUR is empty when there is none.
     void Staff_GetById(const QVariant &code, TStaff_Mapper &staff);
     /// Another employee of the same full name.
+    /// What Staff_GetCode() opens.
+    static TStatement NameStatement(const QString &name, const QString &lastName, int code);
     void Staff_GetCode(const QString &name, const QString &lastName, int code);
     // These three find the employee's own row too.
     void Staff_GetCardNumber(const QString &cardNumber);

@@ -137,6 +137,14 @@ void TestProxy::watch(const QString &text, bool before)
     m_cutBefore = before;
 }
 
+void TestProxy::cutAtTrip(int number, bool before)
+{
+    const std::lock_guard lock(m_mutex);
+    m_cutBefore = before;
+    m_trips = 0;
+    m_cutAt = number;
+}
+
 QByteArray TestProxy::record()
 {
     const std::lock_guard lock(m_mutex);
@@ -168,7 +176,8 @@ bool TestProxy::pass(TLine &line, bool fromClient)
     }
     if (!fromClient) {
         m_fromServer += size;
-        for (int waited = 0; waited < m_delay && !m_isCut && !m_stop; waited += 10)
+        const bool begins = std::exchange(line.asks, false);
+        for (int waited = 0; begins && waited < m_delay && !m_isCut && !m_stop; waited += 10)
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         ssize_t at = 0;
         for (; m_trickle > 0 && at < size && !m_isCut && !m_stop; ++at) {
@@ -185,8 +194,12 @@ bool TestProxy::pass(TLine &line, bool fromClient)
             sendAll(line.client, m_refusal.constData(), m_refusal.size());
             return false;
         }
-        if (!m_watched.isEmpty() && QByteArray(bytes, size).toLower().contains(m_watched)) {
+        if (!std::exchange(line.asks, true))
+            ++m_trips;
+        const bool isCounted = m_cutAt > 0 && m_trips >= m_cutAt;
+        if (isCounted || (!m_watched.isEmpty() && QByteArray(bytes, size).toLower().contains(m_watched))) {
             m_watched.clear();
+            m_cutAt = 0;
             m_isCut = true;
             if (m_cutBefore)
                 return false;

@@ -24,6 +24,7 @@ public:
     /// Cuts all lines and lets no new one through, until restore().
     void cut();
     void restore();
+    bool isCut() const { return m_isCut; }
     /// Cuts the line instead of passing on the request that holds this text, in whatever case: the server never sees
     /// it.
     void cutBefore(const QString &text) { watch(text, true); }
@@ -35,7 +36,7 @@ public:
     void refuseLogins(int number, const QString &message);
     /// Passes nothing on any more, either way, and cuts nothing; what came meanwhile is passed on afterwards.
     void setSilent(bool on) { m_isSilent = on; }
-    /// Keeps every answer back for so long.
+    /// Keeps every answer back for so long, as a long line does.
     void setDelay(int milliseconds) { m_delay = milliseconds; }
     /// Hands out an answer a byte at a time, so many milliseconds apart; 0: at once again.
     void setTrickle(int milliseconds) { m_trickle = milliseconds; }
@@ -48,11 +49,17 @@ public:
     qint64 bytesFromServer() const { return m_fromServer; }
     qint64 bytesToServer() const { return m_toServer; }
     void resetBytes() { m_fromServer = m_toServer = 0; }
+    /// How often the program has asked and waited for an answer, a log-in's several questions each for itself.
+    int trips() const { return m_trips; }
+    void resetTrips() { m_trips = 0; }
+    /// Cuts the line at the question of this number, counted from here on: the server does not see it, or is not heard.
+    void cutAtTrip(int number, bool before);
 
 private:
     struct TLine {
         int client;
         int server;
+        bool asks = false; ///< what passed last came from the program
     };
     void watch(const QString &text, bool before);
     void work();
@@ -75,6 +82,8 @@ private:
     std::atomic<bool> m_isSilent = false;
     std::atomic<int> m_delay = 0;
     std::atomic<int> m_trickle = 0;
+    std::atomic<int> m_trips = 0;
+    std::atomic<int> m_cutAt = 0;
     std::atomic<qint64> m_fromServer = 0;
     std::atomic<qint64> m_toServer = 0;
 };

@@ -82,18 +82,20 @@ protected:
         DM.ADOConnection1 = nullptr;
         UserInfo = {};
     }
+    enum TSave { InATransaction, OneRequest }; ///< whose end is its commit, or which is stored by itself
     /// `write` begins the statement at which the fault happens; `hold` is another user's change of the same row.
-    void fail(const QString &write, const TStatement &hold)
+    void fail(const QString &write, const TStatement &hold, TSave save)
     {
+        const QString end = save == OneRequest ? write : u"commit transaction"_s;
         switch (GetParam()) {
         case TBreak::BeforeTheWrite:
             return proxy->cutBefore(write);
         case TBreak::AfterTheWrite:
             return proxy->cutAfter(write);
         case TBreak::BeforeTheCommit:
-            return proxy->cutBefore("commit transaction");
+            return proxy->cutBefore(end);
         case TBreak::AfterTheCommit:
-            return proxy->cutAfter("commit transaction");
+            return proxy->cutAfter(end);
         case TBreak::LateAnswers:
             return proxy->setDelay(8000);
         case TBreak::RefusedLogin:
@@ -122,11 +124,11 @@ protected:
     }
     /// Saves while it cannot be, twice, and then when all is well again.
     void saveThreeTimes(QWidget &editor, const QString &write, const TStatement &hold,
-                        const std::function<void()> &inputsAreAsTyped)
+                        const std::function<void()> &inputsAreAsTyped, TSave save = InATransaction)
     {
         const auto told = std::find_if(std::begin(breaks), std::end(breaks),
                                        [](const auto &entry) { return entry.kind == GetParam(); });
-        fail(write, hold);
+        fail(write, hold, save);
         Keys::press(&editor, Qt::Key_F3);
         EXPECT_TRUE(editor.isVisible());
         EXPECT_TRUE(messages.last().text.contains(TDatabaseError(told->told, {}).userText()))
@@ -162,14 +164,16 @@ TEST_P(SaveFaults, ANewMethodIsSavedOnce)
                        Keys::retype(editor->Title_EDT, title);
                        Keys::press(editor.get(), Qt::Key_2, Qt::ControlModifier);
                        Keys::retype(editor->OverTime_EDT, "120");
-                       saveThreeTimes(*editor, "insert into [CalcMethod]",
-                                      TStatement("insert into CalcMethod(Code) values(")
-                                          .integer(editor->Code_EDT->asInteger())
-                                          .sql(")"),
-                                      [&] {
-                                          EXPECT_EQ(editor->Title_EDT->GetText(), title);
-                                          EXPECT_EQ(editor->OverTime_EDT->GetText(), "120");
-                                      });
+                       saveThreeTimes(
+                           *editor, "insert into [CalcMethod]",
+                           TStatement("insert into CalcMethod(Code) values(")
+                               .integer(editor->Code_EDT->asInteger())
+                               .sql(")"),
+                           [&] {
+                               EXPECT_EQ(editor->Title_EDT->GetText(), title);
+                               EXPECT_EQ(editor->OverTime_EDT->GetText(), "120");
+                           },
+                           OneRequest);
                    });
     EXPECT_EQ(stored("select count(*) from CalcMethod"), "1");
     EXPECT_EQ(stored("select Title from CalcMethod"), title.toStdString());
@@ -184,9 +188,10 @@ TEST_P(SaveFaults, AChangedMethodKeepsTheChange)
     Keys::runModal([&] { return editor->exec(); },
                    [&](QWidget *) {
                        Keys::retype(editor->Title_EDT, "after");
-                       saveThreeTimes(*editor, "update [CalcMethod]",
-                                      TStatement("update CalcMethod set Title='other' where Code=7"),
-                                      [&] { EXPECT_EQ(editor->Title_EDT->GetText(), "after"); });
+                       saveThreeTimes(
+                           *editor, "update [CalcMethod]",
+                           TStatement("update CalcMethod set Title='other' where Code=7"),
+                           [&] { EXPECT_EQ(editor->Title_EDT->GetText(), "after"); }, OneRequest);
                    });
     EXPECT_EQ(stored("select count(*) from CalcMethod"), "1");
     EXPECT_EQ(stored("select Title from CalcMethod"), "after");

@@ -16,6 +16,32 @@ void TEngine::readLater(const TLaterRead &later)
     later.then(failed);
 }
 
+TManyInserted TEngine::insertMany(const QList<TBoundStatement> &rows)
+{
+    TManyInserted done;
+    try {
+        for (const TBoundStatement &row : rows)
+            done.keys.append(insert(row));
+    } catch (const TDatabaseError &error) {
+        done.error = error;
+    }
+    return done;
+}
+
+const QList<TFieldInfo> *TEngine::columnsOf(const QString &text) const
+{
+    const auto found = m_columns.constFind(text);
+    return found == m_columns.constEnd() ? nullptr : &*found;
+}
+
+void TEngine::rememberColumns(const QString &text, const QList<TFieldInfo> &columns)
+{
+    const qsizetype enough = 200; // a search has a text of its own
+    if (m_columns.size() >= enough)
+        m_columns.clear();
+    m_columns.insert(text, columns);
+}
+
 TConnection::TConnection(QObject *parent) : QObject(parent) {}
 
 TConnection::~TConnection()

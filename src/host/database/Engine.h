@@ -5,6 +5,8 @@
 #include "host/database/Field.h"
 #include "host/database/LineState.h"
 
+#include <QHash>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -25,6 +27,12 @@ public:
     virtual qlonglong integer(int column) { return value(column).toLongLong(); }
 };
 
+/// All rows of a statement.
+struct TReadRows {
+    QList<TFieldInfo> fields;
+    QList<QVariantList> rows;
+};
+
 /// A read that nobody waits for.
 struct TLaterRead {
     TBoundStatement statement;
@@ -34,6 +42,12 @@ struct TLaterRead {
     std::function<void(const std::optional<TDatabaseError> &)> then;
     /// A line that is lost is opened again for it.
     bool mayConnect = false;
+};
+
+/// What came of many inserts.
+struct TManyInserted {
+    QList<qlonglong> keys; ///< of the rows that are stored, the first ones, as TEngine::insert() tells them
+    std::optional<TDatabaseError> error; ///< why the next one is not
 };
 
 /// What the connection and the query ask of a database. One object for each open connection; every function throws
@@ -78,6 +92,10 @@ public:
     virtual std::unique_ptr<TCursor> select(const TBoundStatement &statement) = 0;
     /// Runs an insert and answers the key that the table's auto-increment column got (of no meaning when it has none).
     virtual qlonglong insert(const TBoundStatement &statement) = 0;
+    /// How many inserts of so many values each are worth one request.
+    virtual int insertsAtOnce(qsizetype /*values*/) const { return 1; }
+    /// Runs inserts one after the other, each on its own, up to the first that fails. Throws nothing.
+    virtual TManyInserted insertMany(const QList<TBoundStatement> &rows);
     /// Begins a read and returns; reads and requests are done in their order. Not within a transaction.
     virtual void readLater(const TLaterRead &later);
 
@@ -90,6 +108,24 @@ public:
     virtual void runScript(const QString &sql) = 0;
     /// Within a transaction: waits until no other program changes the schema, which then waits for this one.
     virtual void lockSchema() = 0;
+
+    /// Reads what will be asked for next with one request, where that is worth it: each of the statements is answered
+    /// once from what came, however the tables have changed since, until forgetAhead(). Throws nothing; what could not
+    /// be read is asked for in its turn.
+    virtual void readAhead(const QList<TBoundStatement> & /*statements*/) {}
+    virtual void forgetAhead() {}
+
+    /// Where the inserts of posted rows are kept until they are sent together; null: each is sent at once.
+    QList<TBoundStatement> *keptInserts() const { return m_kept; }
+    void keepInserts(QList<TBoundStatement> *kept) { m_kept = kept; }
+
+    /// The columns of a list's statement, so that they are asked for once; null when they were not yet.
+    const QList<TFieldInfo> *columnsOf(const QString &text) const;
+    void rememberColumns(const QString &text, const QList<TFieldInfo> &columns);
+
+private:
+    QList<TBoundStatement> *m_kept = nullptr;
+    QHash<QString, QList<TFieldInfo>> m_columns;
 };
 
 KETEBIONPAP_CORE std::unique_ptr<TEngine> OpenSqliteEngine(const QString &path,

@@ -1,5 +1,7 @@
 #include "host/database/OdbcCursor.h"
 
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -51,13 +53,10 @@ void TOdbcCursor::describe()
         if (count > 0)
             break;
         // A statement before the select has no columns.
-        const SQLRETURN code = SQLMoreResults(m_statement);
-        if (code == SQL_NO_DATA) {
+        if (!m_engine->nextAnswer(m_statement, m_text)) {
             m_atEnd = true;
             return;
         }
-        if (!SQL_SUCCEEDED(code))
-            m_engine->fail(SQL_HANDLE_STMT, m_statement, m_text);
     }
     for (SQLSMALLINT i = 1; i <= count; ++i) {
         SQLWCHAR name[256] = {};
@@ -90,10 +89,13 @@ bool TOdbcCursor::fetch()
     if (code == SQL_NO_DATA) {
         m_row.clear();
         m_atEnd = true;
-        // What comes after the rows may still be an error.
-        while ((code = SQLMoreResults(m_statement)) != SQL_NO_DATA) {
-            if (!SQL_SUCCEEDED(code))
-                m_engine->fail(SQL_HANDLE_STMT, m_statement, m_text);
+        // What comes after the rows may still be an error, or the rows of another select.
+        while (m_engine->nextAnswer(m_statement, m_text)) {
+            SQLSMALLINT columns = 0;
+            SQLNumResultCols(m_statement, &columns);
+            m_hasMore = m_expectsMore && columns > 0;
+            if (m_hasMore)
+                return false;
         }
         running.reset();
         m_statement = Odbc::TStatementHandle();
@@ -110,6 +112,17 @@ bool TOdbcCursor::fetch()
         if (!SQL_SUCCEEDED(code))
             m_engine->fail(SQL_HANDLE_STMT, m_statement, m_text);
     }
+    return true;
+}
+
+bool TOdbcCursor::nextSelect()
+{
+    if (!std::exchange(m_hasMore, false))
+        return false;
+    m_atEnd = false;
+    m_fields.clear();
+    m_columns.clear();
+    describe();
     return true;
 }
 

@@ -8,8 +8,10 @@
 #include "host/database/SqlText.h"
 #include "host/database/TlsCheck.h"
 
-#include <QScopeGuard>
 #include <QScopedValueRollback>
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -196,6 +198,9 @@ void TOdbcEngine::makeReady(const QString &text)
     if (m_gone)
         throw TDatabaseError(*m_gone, u"the transaction was rolled back by the server"_s, text);
     refuseWhenGivenUp(text);
+    const bool nothingAtStake = !m_begun || m_isToBegin;
+    if (nothingAtStake && m_connection && !m_cursor && m_line.isClosed())
+        m_isDead = true;
     if (m_isDead || !m_connection) {
         if (!m_mayConnect)
             throw TDatabaseError(TFault::ConnectionLost, u"the line is not opened again for this"_s, text);
@@ -222,12 +227,27 @@ bool TOdbcEngine::hasOpenTransaction()
 
 void TOdbcEngine::endTransaction()
 {
-    run(u"if @@TRANCOUNT > 0 rollback transaction"_s);
+    run(u"set xact_abort off if @@TRANCOUNT > 0 rollback transaction"_s);
 }
 
 int TOdbcEngine::runCommand(const QString &text, const QVariantList &values)
 {
     return run(text + u"\nselect @@ROWCOUNT"_s, values).toInt();
+}
+
+int TOdbcEngine::runWhole(const QString &text, const QVariantList &values)
+{
+    try {
+        return run(u"set xact_abort on\nbegin transaction\n"_s + text +
+                       u"\ndeclare @Rows_OfAll int set @Rows_OfAll=@@ROWCOUNT\ncommit transaction\n"
+                       "set xact_abort off\nselect @Rows_OfAll"_s,
+                   values)
+            .toInt();
+    } catch (const TDatabaseError &) {
+        const QScopedValueRollback clearing(m_isClearing, true);
+        endWithoutAnswer();
+        throw;
+    }
 }
 
 qlonglong TOdbcEngine::runInsert(const QString &text, const QVariantList &values)
@@ -271,8 +291,12 @@ void TOdbcEngine::fail(SQLSMALLINT type, SQLHANDLE handle, const QString &text)
     if (m_begun && !m_gone) {
         if (IsLineLost(fault) || fault == TFault::Deadlock)
             m_gone = fault;
-        else if (!isTransactionAlive())
-            m_gone = m_isDead ? TFault::ConnectionLost : TFault::Deadlock;
+        else if (const bool first = m_isFirst; !isTransactionAlive()) {
+            if (first && !m_isDead)
+                m_isToBegin = true; // the request was refused as a whole
+            else
+                m_gone = m_isDead ? TFault::ConnectionLost : TFault::Deadlock;
+        }
     }
     throw TDatabaseError(fault, m_string.withoutSecrets(Odbc::textOf(problems)), text);
 }
@@ -291,13 +315,40 @@ Odbc::TStatementHandle TOdbcEngine::start(const QString &text, const QVariantLis
     Odbc::TParameters parameters;
     if (!parameters.bind(statement, values))
         fail(SQL_HANDLE_STMT, statement, text);
+    m_isFirst = std::exchange(m_isToBegin, false);
+    const QString sent = m_isFirst ? u"begin transaction\n"_s + text : text;
     const TOdbcLine::TTurn turn(m_line, m_string.answerSeconds());
     const Odbc::TRunning::TScope running(m_running, statement);
-    const SQLRETURN code = SQLExecDirectW(statement, Odbc::wide(text), SQLINTEGER(text.size()));
-    if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA)
+    const SQLRETURN code = SQLExecDirectW(statement, Odbc::wide(sent), SQLINTEGER(sent.size()));
+    if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA && !hasOnlyBegun(statement))
         fail(SQL_HANDLE_STMT, statement, text);
     SQLFreeStmt(statement, SQL_RESET_PARAMS);
     return statement;
+}
+
+// A request that begins a transaction and leaves it open is told so by the server, as if it were a fault (266).
+bool TOdbcEngine::hasOnlyBegun(SQLHSTMT statement) const
+{
+    const int leftOpen = 266;
+    if (!m_isFirst)
+        return false;
+    const auto problems = Odbc::problemsOf(SQL_HANDLE_STMT, statement);
+    return !problems.isEmpty() && std::ranges::all_of(problems, [](const Odbc::TProblem &problem) {
+        return problem.native == leftOpen;
+    });
+}
+
+bool TOdbcEngine::nextAnswer(SQLHSTMT statement, const QString &text)
+{
+    for (;;) {
+        const SQLRETURN code = SQLMoreResults(statement);
+        if (code == SQL_NO_DATA)
+            return false;
+        if (SQL_SUCCEEDED(code))
+            return true;
+        if (!hasOnlyBegun(statement))
+            fail(SQL_HANDLE_STMT, statement, text);
+    }
 }
 
 QVariant TOdbcEngine::run(const QString &text, const QVariantList &values)
@@ -306,8 +357,8 @@ QVariant TOdbcEngine::run(const QString &text, const QVariantList &values)
     const TOdbcLine::TTurn turn(m_line, m_string.answerSeconds());
     const Odbc::TRunning::TScope running(m_running, statement);
     QVariant result;
-    SQLRETURN code = SQL_SUCCESS;
-    while (code != SQL_NO_DATA) {
+    do {
+        SQLRETURN code = SQL_SUCCESS;
         SQLSMALLINT columns = 0;
         SQLNumResultCols(statement, &columns);
         if (columns == 0) {
@@ -323,129 +374,40 @@ QVariant TOdbcEngine::run(const QString &text, const QVariantList &values)
             if (code != SQL_NO_DATA)
                 fail(SQL_HANDLE_STMT, statement, text);
         }
-        code = SQLMoreResults(statement);
-        if (!SQL_SUCCEEDED(code) && code != SQL_NO_DATA)
-            fail(SQL_HANDLE_STMT, statement, text);
-    }
+    } while (nextAnswer(statement, text));
     return result;
-}
-
-void TOdbcEngine::begin()
-{
-    rollback();
-    for (bool again = true;; again = false) {
-        makeReady({});
-        try {
-            run(u"begin transaction"_s);
-            break;
-        } catch (const TDatabaseError &error) {
-            if (error.fault() == TFault::GivenUp)
-                m_isDead = true; // it may have begun
-            // A line that was lost while nothing was at stake is not worth a message.
-            if (error.fault() != TFault::ConnectionLost || !again)
-                throw;
-        }
-    }
-    m_begun = true;
-    const std::lock_guard lock(m_mutex);
-    m_inserted.clear();
-}
-
-void TOdbcEngine::commit()
-{
-    if (!m_begun)
-        return;
-    if (m_gone || isGivenUp()) {
-        const TFault fault = m_gone.value_or(TFault::GivenUp);
-        rollback();
-        throw TDatabaseError(fault, u"the transaction was rolled back by the server"_s);
-    }
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isCommitting = true;
-    }
-    const auto decided = qScopeGuard([this] {
-        const std::lock_guard lock(m_mutex);
-        m_isCommitting = false;
-        if (!m_begun)
-            m_inserted.clear();
-    });
-    try {
-        makeReady({});
-        run(u"commit transaction"_s);
-        m_begun = false;
-    } catch (const TDatabaseError &error) {
-        if (!IsLineLost(error.fault()))
-            throw;
-        m_begun = false;
-        m_gone.reset();
-        const QScopedValueRollback clearing(m_isClearing, true);
-        endWithoutAnswer();
-        if (!isStoredAfterAll(QList<TInserted>(m_inserted)))
-            throw;
-    }
-}
-
-// A transaction whose commit was given up may still be open on a line that works.
-void TOdbcEngine::endWithoutAnswer()
-{
-    if (!m_connection || m_isDead)
-        return;
-    try {
-        makeReady({});
-        endTransaction();
-    } catch (const TDatabaseError &) {
-        m_isDead = true; // the server rolls back what a closed line leaves
-    }
-}
-
-void TOdbcEngine::rollback()
-{
-    if (!m_begun)
-        return;
-    m_begun = false;
-    m_gone.reset();
-    {
-        const std::lock_guard lock(m_mutex);
-        m_inserted.clear();
-    }
-    const QScopedValueRollback clearing(m_isClearing, true);
-    endWithoutAnswer();
-}
-
-template <class Work>
-auto TOdbcEngine::inOneTransaction(Work work)
-{
-    if (m_begun) {
-        makeReady({});
-        return work();
-    }
-    begin();
-    try {
-        const auto result = work();
-        commit();
-        return result;
-    } catch (...) {
-        rollback();
-        throw;
-    }
 }
 
 int TOdbcEngine::execute(const TBoundStatement &statement)
 {
     const Odbc::TPlacedText placed = Odbc::placed(statement);
-    const auto work = [&] { return runCommand(placed.text, placed.values); };
-    // A single command is a whole by itself; a batch amid somebody else's transaction needs a mark to return to.
-    if (!m_begun || ReadSql(statement.text).statements < 2)
-        return inOneTransaction(work);
-    makeReady(statement.text);
-    run(u"save transaction batch"_s);
+    const bool isOne = ReadSql(statement.text).statements < 2;
+    m_lastMany = {};
+    // A single command is a whole by itself, and stored by itself.
+    if (!m_begun && (isOne || takesBatches())) {
+        makeReady(statement.text);
+        return isOne ? runCommand(placed.text, placed.values) : runWhole(placed.text, placed.values);
+    }
+    return inOneTransaction([&] {
+        return isOne ? runCommand(placed.text, placed.values) : runBatch(placed.text, placed.values);
+    });
+}
+
+// A batch amid somebody else's transaction needs a mark to return to; the first of one has nothing before it.
+int TOdbcEngine::runBatch(const QString &text, const QVariantList &values)
+{
+    const bool first = m_isToBegin;
+    const QString mark = first ? QString() : u"save transaction batch"_s;
     try {
-        return work();
+        if (first || takesBatches())
+            return runCommand(first ? text : mark + u'\n' + text, values);
+        run(mark);
+        return runCommand(text, values);
     } catch (const TDatabaseError &) {
-        if (!m_gone && m_begun) {
+        if (!m_gone && m_begun && !m_isToBegin) {
             try {
-                run(u"rollback transaction batch"_s);
+                first ? endTransaction() : void(run(u"rollback transaction batch"_s));
+                m_isToBegin = first;
             } catch (const TDatabaseError &) {
                 m_gone = TFault::Deadlock;
             }
@@ -457,30 +419,20 @@ int TOdbcEngine::execute(const TBoundStatement &statement)
 std::unique_ptr<TCursor> TOdbcEngine::select(const TBoundStatement &statement)
 {
     const Odbc::TPlacedText placed = Odbc::placed(statement);
-    for (bool again = !m_begun && ReadSql(statement.text).onlyReads;; again = false) {
+    const auto cursor = [&] {
+        return std::make_unique<TOdbcCursor>(*this, start(placed.text, placed.values), placed.text);
+    };
+    if (m_begun)
+        return asFirst(statement.text, cursor);
+    for (bool again = ReadSql(statement.text).onlyReads;; again = false) {
         makeReady(statement.text);
         try {
-            return std::make_unique<TOdbcCursor>(*this, start(placed.text, placed.values), placed.text);
+            return cursor();
         } catch (const TDatabaseError &error) {
             if (error.fault() != TFault::ConnectionLost || !again)
                 throw;
         }
     }
-}
-
-qlonglong TOdbcEngine::insert(const TBoundStatement &statement)
-{
-    if (const auto key = storedBefore(statement))
-        return *key;
-    return inOneTransaction([&] {
-        TInserted inserted{statement.text, statement.values, 0, {}, {}, {}, {}};
-        const Odbc::TPlacedText placed = Odbc::placed(statement);
-        inserted.key = runInsert(placed.text, placed.values);
-        identify(inserted);
-        const std::lock_guard lock(m_mutex);
-        m_inserted.append(inserted);
-        return inserted.key;
-    });
 }
 
 void TOdbcEngine::runScript(const QString &sql)

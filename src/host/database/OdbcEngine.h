@@ -48,6 +48,9 @@ public:
     int execute(const TBoundStatement &statement) override;
     std::unique_ptr<TCursor> select(const TBoundStatement &statement) override;
     qlonglong insert(const TBoundStatement &statement) override;
+    QList<TReadRows> selectMany(const QList<TBoundStatement> &statements) override;
+    int insertsAtOnce(qsizetype values) const override;
+    TManyInserted insertMany(const QList<TBoundStatement> &rows) override;
     QStringList tables() override;
     const TTableInfo *table(const QString &name) override;
     void runScript(const QString &sql) override;
@@ -69,8 +72,12 @@ protected:
     virtual void checkServer();
     virtual bool hasOpenTransaction();
     virtual void endTransaction();
+    /// Whether one request may hold several commands with their values.
+    virtual bool takesBatches() const { return true; }
     /// Runs a command and answers its affected rows.
     virtual int runCommand(const QString &text, const QVariantList &values);
+    /// Runs several commands as one whole, stored when it returns, and answers the affected rows of the last one.
+    virtual int runWhole(const QString &text, const QVariantList &values);
     /// Runs an insert and answers the key that the table's counter gave.
     virtual qlonglong runInsert(const QString &text, const QVariantList &values);
     virtual TTableInfo readTable(const QString &name);
@@ -84,7 +91,7 @@ protected:
 private:
     friend class TOdbcCursor;
 
-    /// A row that a transaction inserted, and how to find it again.
+    /// A row that was inserted, and how to find it again.
     struct TInserted {
         QString text;
         QVariantList values;
@@ -93,6 +100,9 @@ private:
         QStringList columns; ///< that got the values, in their order
         QStringList keys;    ///< the columns that tell the row from all others
         QVariantList keyValues;
+        /// The server did not say that it took the row: one that is found has the same values, too. The key of a table
+        /// with a counter lies beyond the one in keyValues then.
+        bool isGuess = false;
     };
 
     void connect();
@@ -104,13 +114,26 @@ private:
     /// Throws when the user has given up, or nobody waits any more.
     void refuseWhenGivenUp(const QString &text);
     void endWithoutAnswer();
+    /// Runs what is the first of a transaction: a line that was lost meanwhile is opened again, once.
+    template <class Work>
+    auto asFirst(const QString &text, Work work);
+    int runBatch(const QString &text, const QVariantList &values);
+    qlonglong insertAtOnce(const TBoundStatement &statement, const TInserted &inserted);
+    qlonglong highestKey(const TInserted &inserted);
+    void sendMany(const QList<TBoundStatement> &rows, QList<qlonglong> &keys);
+    void findAfterLoss(const QList<TInserted> &rows, TManyInserted &done);
+    bool hasOnlyBegun(SQLHSTMT statement) const;
+    /// Whether the next answer of a statement came; false at the end of them.
+    bool nextAnswer(SQLHSTMT statement, const QString &text);
     Odbc::TStatementHandle start(const QString &text, const QVariantList &values = {});
     bool isTransactionAlive();
     template <class Work>
     auto inOneTransaction(Work work);
     static QVariantList keyValuesOf(const TInserted &inserted, const QVariantList &values);
     void identify(TInserted &inserted);
-    bool isStored(const TInserted &inserted);
+    /// The key of a stored row, 0 where its table has no counter; nothing when it is not there.
+    std::optional<qlonglong> storedKey(const TInserted &inserted);
+    void remember(const QList<TInserted> &uncertain);
     bool isStoredAfterAll(const QList<TInserted> &inserted);
     TInserted forget(qsizetype uncertain);
     std::optional<qlonglong> storedBefore(const TBoundStatement &statement);
@@ -124,8 +147,11 @@ private:
     Odbc::TConnectionHandle m_connection;
     bool m_isDead = false; ///< the line was lost; dropped before the next statement
     bool m_begun = false;
-    bool m_isAsking = false;      ///< whether the transaction is alive
-    std::optional<TFault> m_gone; ///< why the open transaction is no more
+    std::pair<QString, qlonglong> m_lastMany; ///< the table and the last key of many rows, while they go on
+    bool m_isToBegin = false;                 ///< the transaction begins with its first request
+    bool m_isFirst = false;                   ///< the request that runs has begun it
+    bool m_isAsking = false;                  ///< whether the transaction is alive
+    std::optional<TFault> m_gone;             ///< why the open transaction is no more
     bool m_mayConnect = true;
     bool m_isClearing = false; ///< what was given up is being rolled back, or looked after
     TOdbcCursor *m_cursor = nullptr;
@@ -141,3 +167,36 @@ private:
     QList<TInserted> m_inserted;  ///< by the open transaction
     QList<TInserted> m_uncertain; ///< by a commit that got no answer; changed by the engine's own thread only
 };
+
+template <class Work>
+auto TOdbcEngine::asFirst(const QString &text, Work work)
+{
+    for (bool again = m_isToBegin;; again = false) {
+        makeReady(text);
+        try {
+            return work();
+        } catch (const TDatabaseError &error) {
+            // A line that was lost while nothing was at stake is not worth a message: nothing of it is committed.
+            if (error.fault() != TFault::ConnectionLost || !again)
+                throw;
+            m_gone.reset();
+            m_isToBegin = true;
+        }
+    }
+}
+
+template <class Work>
+auto TOdbcEngine::inOneTransaction(Work work)
+{
+    if (m_begun)
+        return asFirst({}, work);
+    begin();
+    try {
+        const auto result = asFirst({}, work);
+        commit();
+        return result;
+    } catch (...) {
+        rollback();
+        throw;
+    }
+}

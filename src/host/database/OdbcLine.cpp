@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -87,6 +88,19 @@ bool TOdbcLine::isGivenUp()
 {
     const std::lock_guard lock(m_mutex);
     return m_givenUp;
+}
+
+bool TOdbcLine::isClosed()
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_connecting || m_socket.empty())
+        return false;
+    const auto &[descriptor, node] = *m_socket.begin();
+    struct stat status {};
+    if (fstat(descriptor, &status) != 0 || status.st_ino != node)
+        return false; // closed by the driver, which knows
+    pollfd line{descriptor, POLLRDHUP, 0};
+    return poll(&line, 1, 0) > 0 && (line.revents & (POLLRDHUP | POLLHUP | POLLERR)) != 0;
 }
 
 void TOdbcLine::start(int seconds)

@@ -33,6 +33,8 @@ public:
     void afterConnect();
     /// Whether the line was shut, since beforeConnect(), because its time was over.
     bool isGivenUp();
+    /// Whether the other end has closed the line meanwhile, as far as this machine knows: nothing is sent for it.
+    bool isClosed();
 
 private:
     using TSockets = std::set<std::pair<int, unsigned long>>;

@@ -10,8 +10,17 @@ const int longestPlainText = 4000;
 
 TTableInfo TOdbcEngine::readTable(const QString &name)
 {
-    const auto rows = [&](const QString &sql) {
-        TOdbcCursor cursor(*this, start(sql, {name}), sql);
+    // The columns and the key, asked for together.
+    const QString sql =
+        u"select TABLE_NAME, COLUMN_NAME, CHARACTER_MAXIMUM_LENGTH, DATA_TYPE, "
+        "columnproperty(object_id(TABLE_NAME), COLUMN_NAME, 'IsIdentity') "
+        "from INFORMATION_SCHEMA.COLUMNS where TABLE_NAME = ? order by ORDINAL_POSITION\n"
+        "select k.COLUMN_NAME from INFORMATION_SCHEMA.TABLE_CONSTRAINTS c "
+        "inner join INFORMATION_SCHEMA.KEY_COLUMN_USAGE k on k.CONSTRAINT_NAME = c.CONSTRAINT_NAME "
+        "where c.TABLE_NAME = ? and c.CONSTRAINT_TYPE = 'PRIMARY KEY' order by k.ORDINAL_POSITION"_s;
+    TOdbcCursor cursor(*this, start(sql, {name, name}), sql);
+    cursor.expectMore();
+    const auto rows = [&cursor] {
         QList<QVariantList> list;
         while (cursor.next()) {
             list.append(QVariantList());
@@ -21,10 +30,7 @@ TTableInfo TOdbcEngine::readTable(const QString &name)
         return list;
     };
     TTableInfo info;
-    for (const QVariantList &row :
-         rows(u"select TABLE_NAME, COLUMN_NAME, CHARACTER_MAXIMUM_LENGTH, DATA_TYPE, "
-              "columnproperty(object_id(TABLE_NAME), COLUMN_NAME, 'IsIdentity') "
-              "from INFORMATION_SCHEMA.COLUMNS where TABLE_NAME = ? order by ORDINAL_POSITION"_s)) {
+    for (const QVariantList &row : rows()) {
         info.name = row[0].toString();
         TFieldInfo field;
         field.baseTable = info.name;
@@ -35,12 +41,7 @@ TTableInfo TOdbcEngine::readTable(const QString &name)
         field.autoIncrement = field.readOnly = row[4].toInt() == 1;
         info.columns.append(field);
     }
-    if (info.columns.isEmpty())
-        return info;
-    for (const QVariantList &row :
-         rows(u"select k.COLUMN_NAME from INFORMATION_SCHEMA.TABLE_CONSTRAINTS c "
-              "inner join INFORMATION_SCHEMA.KEY_COLUMN_USAGE k on k.CONSTRAINT_NAME = c.CONSTRAINT_NAME "
-              "where c.TABLE_NAME = ? and c.CONSTRAINT_TYPE = 'PRIMARY KEY' order by k.ORDINAL_POSITION"_s)) {
+    for (const QVariantList &row : cursor.nextSelect() ? rows() : QList<QVariantList>()) {
         for (const TFieldInfo &field : info.columns) {
             if (field.name.compare(row[0].toString(), Qt::CaseInsensitive) == 0)
                 info.keys.append(field.name);

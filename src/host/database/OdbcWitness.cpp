@@ -56,12 +56,38 @@ void TOdbcEngine::identify(TInserted &inserted)
         inserted.table = info->name;
 }
 
-bool TOdbcEngine::isStored(const TInserted &inserted)
+std::optional<qlonglong> TOdbcEngine::storedKey(const TInserted &inserted)
 {
     makeReady({});
-    return run(u"select count(*) from [%1] where %2"_s.arg(inserted.table, conditionOf(inserted.keys)),
-               inserted.keyValues)
-               .toLongLong() > 0;
+    const bool hasCounter = keyValuesOf(inserted, inserted.values).size() < inserted.keys.size();
+    TInserted asked = inserted;
+    QString condition = conditionOf(inserted.keys);
+    if (inserted.isGuess) {
+        if (hasCounter)
+            condition = u'[' + inserted.keys.first() + u"]>?"_s;
+        // Amounts are rounded by their columns, and pictures are not compared.
+        for (qsizetype i = 0; i < inserted.columns.size(); ++i) {
+            const QVariant value = inserted.values.value(i);
+            if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::QByteArray)
+                continue;
+            condition += u" and ["_s + inserted.columns[i] + (value.isNull() ? u"] is null"_s : u"]=?"_s);
+            if (!value.isNull())
+                asked.keyValues.append(value);
+        }
+    }
+    const QString found = hasCounter ? u"min(["_s + inserted.keys.first() + u"])"_s : u"min(0)"_s;
+    const QVariant key =
+        run(u"select %1 from [%2] where %3"_s.arg(found, inserted.table, condition), asked.keyValues);
+    return key.isNull() ? std::nullopt : std::optional(key.toLongLong());
+}
+
+// Not to be told now: asked again when the same row is posted again.
+void TOdbcEngine::remember(const QList<TInserted> &uncertain)
+{
+    const std::lock_guard lock(m_mutex);
+    m_uncertain += uncertain;
+    while (m_uncertain.size() > keptUncertain)
+        m_uncertain.removeFirst();
 }
 
 bool TOdbcEngine::isStoredAfterAll(const QList<TInserted> &inserted)
@@ -70,13 +96,9 @@ bool TOdbcEngine::isStoredAfterAll(const QList<TInserted> &inserted)
         if (row.table.isEmpty())
             continue;
         try {
-            return isStored(row);
+            return storedKey(row).has_value();
         } catch (const TDatabaseError &) {
-            // Not to be told now: asked again when the same row is posted again.
-            const std::lock_guard lock(m_mutex);
-            m_uncertain += inserted;
-            while (m_uncertain.size() > keptUncertain)
-                m_uncertain.removeFirst();
+            remember(inserted);
             return false;
         }
     }
@@ -98,9 +120,11 @@ std::optional<qlonglong> TOdbcEngine::storedBefore(const TBoundStatement &statem
         const bool same = row.values == statement.values;
         // A record under its own code is the same one even when something else was typed since; a counted one is
         // not.
-        if (!same && (row.key != 0 || keyValuesOf(row, statement.values) != row.keyValues))
+        if (!same && (row.key != 0 || keyValuesOf(row, row.values).isEmpty() ||
+                      keyValuesOf(row, statement.values) != row.keyValues))
             continue;
-        if (!isStored(row)) {
+        const auto key = storedKey(row);
+        if (!key) {
             forget(i);
             return std::nullopt;
         }
@@ -110,7 +134,7 @@ std::optional<qlonglong> TOdbcEngine::storedBefore(const TBoundStatement &statem
                                                               conditionOf(stored.keys)),
                      statement.values + stored.keyValues,
                      {}});
-        return stored.key;
+        return *key;
     }
     return std::nullopt;
 }

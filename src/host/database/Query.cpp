@@ -27,10 +27,16 @@ struct TQuery::Private {
     std::unique_ptr<TQueryRows> read()
     {
         rememberFields();
-        const bool known = describedText == statement.boundText();
-        return std::make_unique<TQueryRows>(TQueryRows::TSource{connection, statement, params, keyField,
-                                                                orderField, order,
-                                                                known ? described : TQueryRows::TColumns()});
+        return std::make_unique<TQueryRows>(
+            TQueryRows::TSource{connection, statement, params, keyField, orderField, order, knownColumns()});
+    }
+    TQueryRows::TColumns knownColumns() const
+    {
+        if (describedText == statement.boundText())
+            return described;
+        const QList<TFieldInfo> *columns =
+            keyField.isEmpty() ? nullptr : connection->engine().columnsOf(statement.boundText());
+        return columns ? TQueryRows::TColumns::of(*columns) : TQueryRows::TColumns();
     }
     void rememberFields()
     {
@@ -343,7 +349,13 @@ int TQuery::execSql()
 {
     close();
     d->connection->beforeStatement(d->statement);
-    return d->connection->engine().execute({d->statement.boundText(), d->statement.values(), d->params});
+    TEngine &engine = d->connection->engine();
+    const TBoundStatement bound{d->statement.boundText(), d->statement.values(), d->params};
+    if (QList<TBoundStatement> *kept = engine.keptInserts()) {
+        kept->append(bound);
+        return 1;
+    }
+    return engine.execute(bound);
 }
 
 TConnection *TQuery::connection() const

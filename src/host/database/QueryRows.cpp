@@ -50,9 +50,14 @@ TStatement TQueryRows::wrapped(const QString &before, const QString &after) cons
 
 void TQueryRows::setFields(const QList<TFieldInfo> &fields)
 {
-    m_columns = {fields, false};
-    for (const TFieldInfo &field : fields)
-        m_columns.anyLarge = m_columns.anyLarge || field.large;
+    m_columns = TColumns::of(fields);
+    if (windowed())
+        m_source.connection->engine().rememberColumns(m_source.statement.boundText(), fields);
+}
+
+TQueryRows::TColumns TQueryRows::TColumns::of(const QList<TFieldInfo> &fields)
+{
+    return {fields, std::ranges::any_of(fields, &TFieldInfo::large)};
 }
 
 int TQueryRows::TColumns::indexOf(const QString &name) const

@@ -15,6 +15,7 @@ public:
     struct TColumns {
         QList<TFieldInfo> fields;
         bool anyLarge = false;
+        static TColumns of(const QList<TFieldInfo> &fields);
         /// Whatever the case; of two columns with one name the first one. -1: none.
         int indexOf(const QString &name) const;
     };

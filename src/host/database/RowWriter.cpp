@@ -101,7 +101,9 @@ void RowWriter::write(TConnection &connection, const QString &tableName, TRow &r
 
     connection.beforeStatement(statement);
     const TBoundStatement bound{statement.boundText(), statement.values(), {}};
-    if (newRow) {
+    if (QList<TBoundStatement> *kept = newRow ? connection.engine().keptInserts() : nullptr) {
+        kept->append(bound);
+    } else if (newRow) {
         const qlonglong key = connection.engine().insert(bound);
         if (keyField >= 0)
             row.values[keyField] = key;

@@ -1,5 +1,8 @@
 #include "host/database/ServerEngine.h"
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -137,7 +140,33 @@ private:
     int m_most = 0;
 };
 
+namespace {
+
+/// Rows that were read ahead.
+class TAheadCursor : public TCursor {
+public:
+    explicit TAheadCursor(TReadRows read) : m_read(std::move(read)) {}
+    bool next() override { return ++m_at < m_read.rows.size(); }
+    const QList<TFieldInfo> &fields() const override { return m_read.fields; }
+    QVariant value(int column) override { return m_read.rows.at(m_at).value(column); }
+
+private:
+    TReadRows m_read;
+    qsizetype m_at = -1;
+};
+
+} // namespace
+
 std::unique_ptr<TCursor> TServerEngine::select(const TBoundStatement &statement)
 {
+    const auto ahead = std::ranges::find_if(m_ahead, [&](const auto &known) {
+        return known.first.text == statement.text && known.first.values == statement.values &&
+               known.first.named == statement.named;
+    });
+    if (ahead != m_ahead.end()) {
+        auto cursor = std::make_unique<TAheadCursor>(std::move(ahead->second));
+        m_ahead.erase(ahead);
+        return cursor;
+    }
     return std::make_unique<TServerCursor>(*this, statement);
 }

@@ -15,6 +15,7 @@ struct TServerEngine::TRequest : TAwaited {
     std::optional<TDatabaseError> error;
     std::exception_ptr otherError;
     bool inTransaction = false;
+    TLineState lineState;
 
     using TAwaited::isAnswered;
     using TAwaited::setAnswered;
@@ -34,6 +35,7 @@ struct TServerEngine::TRequest : TAwaited {
             otherError = std::current_exception();
         }
         inTransaction = line->inTransaction();
+        lineState = line->line();
     }
 };
 
@@ -118,6 +120,7 @@ bool TServerEngine::ask(std::function<void(TLineEngine &)> work, const QString &
         throw TDatabaseError(TFault::GivenUp, u"no answer to the cancel either; the line was left"_s, text);
     }
     m_inTransaction = request->inTransaction;
+    m_lineState = request->lineState;
     if (request->otherError)
         std::rethrow_exception(request->otherError);
     if (request->error)
@@ -188,6 +191,42 @@ qlonglong TServerEngine::insert(const TBoundStatement &statement)
     const auto key = std::make_shared<qlonglong>(0);
     ask([key, statement](TLineEngine &line) { *key = line.insert(statement); }, statement.text);
     return *key;
+}
+
+void TServerEngine::readAhead(const QList<TBoundStatement> &statements)
+{
+    m_ahead.clear();
+    if (statements.isEmpty())
+        return;
+    const auto read = std::make_shared<QList<TReadRows>>();
+    try {
+        if (ask([read, statements](TLineEngine &line) { *read = line.selectMany(statements); },
+                statements.first().text))
+            return;
+    } catch (const TDatabaseError &) {
+        return; // each is asked for in its turn, and tells its own failure
+    }
+    for (qsizetype i = 0; i < statements.size(); ++i)
+        m_ahead.append({statements[i], read->at(i)});
+}
+
+int TServerEngine::insertsAtOnce(qsizetype values) const
+{
+    return m_line->insertsAtOnce(values);
+}
+
+TManyInserted TServerEngine::insertMany(const QList<TBoundStatement> &rows)
+{
+    const auto done = std::make_shared<TManyInserted>();
+    try {
+        ask([done, rows](TLineEngine &line) { *done = line.insertMany(rows); },
+            rows.isEmpty() ? QString() : rows.first().text);
+    } catch (const TDatabaseError &error) {
+        TManyInserted none; // what was asked for may still be written by the line's thread
+        none.error = error;
+        return none;
+    }
+    return *done;
 }
 
 void TServerEngine::readLater(const TLaterRead &later)

@@ -21,6 +21,7 @@ public:
 
     TEngineKind kind() const override { return m_kind; }
     QString displayName() const override { return m_displayName; }
+    TLineState line() const override { return m_lineState; }
     int pageRows() const override { return m_pageRows; }
     QString sortTerm(const QString &column) const override;
     bool knowsBaseTables() const override { return m_knowsBaseTables; }
@@ -34,6 +35,10 @@ public:
     int execute(const TBoundStatement &statement) override;
     std::unique_ptr<TCursor> select(const TBoundStatement &statement) override;
     qlonglong insert(const TBoundStatement &statement) override;
+    int insertsAtOnce(qsizetype values) const override;
+    TManyInserted insertMany(const QList<TBoundStatement> &rows) override;
+    void readAhead(const QList<TBoundStatement> &statements) override;
+    void forgetAhead() override { m_ahead.clear(); }
     void readLater(const TLaterRead &later) override;
     QStringList tables() override;
     const TTableInfo *table(const QString &name) override;
@@ -56,10 +61,12 @@ private:
     std::shared_ptr<TLineEngine> m_line;
     TEngineKind m_kind;
     QString m_displayName;
+    TLineState m_lineState; ///< as the last request left it
     int m_pageRows;
     bool m_knowsBaseTables;
     bool m_hasSearchFunctions;
-    QList<std::shared_ptr<TLater>> m_later; ///< the reads under way
+    QList<std::shared_ptr<TLater>> m_later;               ///< the reads under way
+    QList<std::pair<TBoundStatement, TReadRows>> m_ahead; ///< what was read and not yet asked for
     bool m_isWaiting = false;
     bool m_inTransaction = false;
     bool m_isLost = false;                  ///< the open transaction went with its line

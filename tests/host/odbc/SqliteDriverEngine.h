@@ -19,6 +19,7 @@ public:
 protected:
     QString prepareSession() override { return {}; }
     void checkServer() override {}
+    bool takesBatches() const override { return false; }
     bool hasOpenTransaction() override { return true; }
     void endTransaction() override { run(u"rollback transaction"_s); }
     int runCommand(const QString &text, const QVariantList &values) override
