@@ -27,6 +27,7 @@ const TOption options[] = {
     {"--password-file", "FILE", "the user's password is the first line of this file; only you may read it"},
     {"--call", "ENTRY [ARG...]", "run one entry point, print its result, end"},
     {"--tour", "FOLDER", "the guided tour: a picture of every screen goes into the folder"},
+    {"--server-roles", nullptr, "a T-SQL script: database roles for people with a login of their own"},
     {"--help", nullptr, "this text"},
     {"--version", nullptr, "the version"},
 };
@@ -148,6 +149,9 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
             if (!setTask(Task::Tour))
                 return wrong(u"--call and --tour exclude each other"_s);
             line.tourFolder = value;
+        } else if (argument == "--server-roles"_L1) {
+            line.task = Task::ServerRoles;
+            return line;
         } else if (argument == "--help"_L1) {
             line.task = Task::Help;
             return line;

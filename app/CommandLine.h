@@ -4,7 +4,7 @@
 
 /// What the user asked for on the command line.
 struct TCommandLine {
-    enum class Task { Run, Help, Version, Call, Tour };
+    enum class Task { Run, Help, Version, ServerRoles, Call, Tour };
 
     Task task = Task::Run;
     QString databaseFile; ///< --database

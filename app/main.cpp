@@ -112,7 +112,8 @@ int main(int argc, char **argv)
     QTextStream err(stderr);
 
     const bool needsWindows = line.error.isEmpty() && line.task != TCommandLine::Task::Help &&
-                              line.task != TCommandLine::Task::Version;
+                              line.task != TCommandLine::Task::Version &&
+                              line.task != TCommandLine::Task::ServerRoles;
     if (!needsWindows)
         return RunProgram(line, out, err);
     if (!hasDisplay()) {

@@ -169,8 +169,9 @@ TEST(CommandLine, TheTourNeverWritesToADatabaseOfTheUser)
 TEST(CommandLine, HelpNamesEveryOptionAndEveryEntry)
 {
     const QString help = TCommandLine::help();
-    for (const char *option : {"--database", "--create", "--odbc", "--odbc-file", "--demo", "--user",
-                               "--password-file", "--call", "--tour", "--help", "--version"})
+    for (const char *option :
+         {"--database", "--create", "--odbc", "--odbc-file", "--demo", "--user", "--password-file", "--call",
+          "--tour", "--server-roles", "--help", "--version"})
         EXPECT_TRUE(help.contains(QLatin1String(option))) << option;
     EXPECT_EQ(EntryPoints::all().size(), 14);
     for (const TEntryPoint &entry : EntryPoints::all())
