@@ -24,6 +24,7 @@
 #include "tax/Tax_GetDetail_UNT.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest-spi.h>
@@ -316,7 +317,6 @@ protected:
         if (!made)
             return;
         run(u"drop user "_s + name);
-        run(u"drop role "_s + roles().join(u"\ndrop role "_s));
         run(u"drop login "_s + name, u"master"_s);
     }
     static QStringList roles()
@@ -350,7 +350,19 @@ protected:
         TestServer::emptyDatabase();
         TConnection owner;
         owner.openOdbc(TestServer::ownDatabase().connectionString());
-        lay(owner, work.before);
+        QStringList rows, numberedRows;
+        for (const QString &row : work.before) {
+            // A file lets a row bring the number that a server gives by itself.
+            static const QRegularExpression numbered(u"^insert into (Calender)\\(ID,"_s);
+            const QString table = numbered.match(row).captured(1);
+            if (table.isEmpty())
+                rows << row;
+            else
+                numberedRows << u"set identity_insert %1 on %2 set identity_insert %1 off"_s.arg(table, row);
+        }
+        lay(owner, rows);
+        for (const QString &row : numberedRows)
+            run(row);
         const TDeed &any = deeds().first();
         DM.ADOConnection1 = &owner;
         const TStored before = storedRows(work.deed ? *work.deed : any);
