@@ -50,6 +50,7 @@ void TPayrollInfo_DM::PayrollInfo_Insert(const TPayrollInfo_Mapper &info)
     for (const auto &setting : payrollInfoFields()) {
         batch.sql(batch.isEmpty() ? "update PayrollInfo set Value=" : " update PayrollInfo set Value=");
         batch.text(AsStored(u"PayrollInfo"_s, u"Value"_s, valueOf(kept, setting)));
+        // " where code=6", then " where code=7" and so on up to " where code=30"
         batch.sql(u" where code=%1"_s.arg(QLatin1StringView(setting.column)));
     }
     run(Temp_QUR, batch);

@@ -35,7 +35,8 @@ protected:
     }
     QString events()
     {
-        return db.rows("select SoftwarePart, Permission, EventText from UserEvent order by ID");
+        return db.rows(u"select SoftwarePart, Permission, EventText from UserEvent "
+                       "where EventText not like N'رد شد%' order by ID"_s);
     }
     static void doubleClick(TCalcMethodList_FRM &screen, int row)
     {

@@ -47,6 +47,7 @@ protected:
     }
     QString events()
     {
-        return db.rows("select SoftwarePart,Permission,EventText from UserEvent where Permission=3");
+        return db.rows(u"select SoftwarePart,Permission,EventText from UserEvent where Permission=3 "
+                       "and EventText not like N'رد شد%'"_s);
     }
 };

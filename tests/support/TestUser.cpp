@@ -3,13 +3,17 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/database/Engine.h"
 
+#include <QScopeGuard>
+
 using namespace Qt::Literals::StringLiterals;
 
 void SeatUser(const TUserInfo &user)
 {
     UserInfo = user;
-    // Past the statements that a test counts, traces or lets fail.
+    // Past the statements that a test counts, traces or lets fail; programs of one test may do so at once.
     TEngine &engine = DM.ADOConnection1->engine();
+    engine.begin();
+    const auto done = qScopeGuard([&] { engine.commit(); });
     const QVariantList flags{user.IsAdmin ? 1 : 0, user.IsActive ? 1 : 0, user.Code};
     if (engine.execute({u"update UserAccount set IsAdmin=?, IsActive=? where Code=?"_s, flags, {}}) > 0)
         return;

@@ -6,11 +6,13 @@
 #include "host/NewBaseForms_PKG/GroupPickers_UNT.h"
 #include "host/NewBaseForms_PKG/Groups_UNT.h"
 #include "support/Keys.h"
+#include "support/TestUser.h"
 
 using enum TAnswer;
 
 class GroupsOfEmployees : public Services {
 protected:
+    GroupsOfEmployees() { SeatUser(UserInfo); }
     QString groups() { return db.rows("select Code, Name from StaffGroup where Code > 0 order by Code"); }
     /// Runs an operation that opens a screen and works in it.
     static bool open(const std::function<bool()> &operation, const std::function<void(QWidget *)> &work)
@@ -199,7 +201,10 @@ TEST_F(GroupsOfEmployees, ADatabaseErrorEndsAnOperationWithItsMessage)
     EXPECT_EQ(messages.take(), QStringList("MsgDatabaseError()"));
 }
 
-class GroupKinds : public Services {};
+class GroupKinds : public Services {
+protected:
+    GroupKinds() { SeatUser(UserInfo); }
+};
 
 TEST_F(GroupKinds, EachPartHasItsOwnGroups)
 {
