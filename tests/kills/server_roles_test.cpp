@@ -349,7 +349,8 @@ protected:
         for (const QString &role : of)
             if (roles().contains(role)) // not every part is opened by a right of its own
                 sql += u"alter role %1 %2 member %3\n"_s.arg(role, isMember ? u"add"_s : u"drop"_s, name);
-        run(sql);
+        if (!sql.isEmpty())
+            run(sql);
     }
     /// Lays the rows, lets the clerk work, and tells which tables are others now; what was said is in `said`.
     QStringList changed(const TWork &work)
