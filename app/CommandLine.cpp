@@ -31,6 +31,7 @@ const TOption options[] = {
     {"--reset-administrator", "NAME",
      "make this user an active administrator with a new password, which is asked for here or read from "
      "--password-file"},
+    {"--server-roles", nullptr, "a T-SQL script: database roles for people with a login of their own"},
     {"--help", nullptr, "this text"},
     {"--version", nullptr, "the version"},
 };
@@ -160,6 +161,9 @@ TCommandLine TCommandLine::parse(const QStringList &arguments)
             if (!setTask(Task::ResetAdministrator))
                 return wrong(exclude);
             line.administrator = value;
+        } else if (argument == "--server-roles"_L1) {
+            line.task = Task::ServerRoles;
+            return line;
         } else if (argument == "--help"_L1) {
             line.task = Task::Help;
             return line;

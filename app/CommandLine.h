@@ -4,7 +4,7 @@
 
 /// What the user asked for on the command line.
 struct TCommandLine {
-    enum class Task { Run, Help, Version, Call, Tour, CheckLog, ResetAdministrator };
+    enum class Task { Run, Help, Version, ServerRoles, Call, Tour, CheckLog, ResetAdministrator };
 
     Task task = Task::Run;
     QString databaseFile; ///< --database

@@ -22,17 +22,6 @@ const int nameWidth = 50;
 const int fullNameWidth = 100;
 const int longestPassword = 128;
 
-bool repeatedRightly(QLineEdit *password, QLineEdit *repeated)
-{
-    if (password->text() == repeated->text())
-        return true;
-    Tell(u"گذرواژه و تکرار آن یکسان نیستند."_s, miWarning);
-    repeated->clear();
-    password->setFocus();
-    password->selectAll();
-    return false;
-}
-
 bool filled(QLineEdit *input, const QString &caption, QWidget *form)
 {
     if (!input->text().trimmed().isEmpty())
@@ -43,6 +32,17 @@ bool filled(QLineEdit *input, const QString &caption, QWidget *form)
 }
 
 } // namespace
+
+bool repeatedRightly(QLineEdit *password, QLineEdit *repeated)
+{
+    if (password->text() == repeated->text())
+        return true;
+    Tell(u"گذرواژه و تکرار آن یکسان نیستند."_s, miWarning);
+    repeated->clear();
+    password->setFocus();
+    password->selectAll();
+    return false;
+}
 
 TStart_FRM::TStart_FRM(const QString &title, const QString &text, const QString &okCaption)
     : m_grid(new QGridLayout)

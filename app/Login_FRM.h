@@ -9,6 +9,9 @@ class QLineEdit;
 class QTimer;
 class TSmartButton_ZLM;
 
+/// Whether a new password was typed the same twice; tells the user otherwise, and goes back to it.
+bool repeatedRightly(QLineEdit *password, QLineEdit *repeated);
+
 /// What the small dialogs of the start share: captions beside inputs, OK on F3 or Enter in the last input.
 class TStart_FRM : public TBaseForm {
     Q_OBJECT

@@ -2,6 +2,7 @@
 
 #include "app/Administration_FRM.h"
 #include "app/Ask.h"
+#include "app/BackupPassword_FRM.h"
 #include "app/DatabaseSettings_FRM.h"
 #include "app/EventLogCheck.h"
 #include "app/Login_FRM.h"
@@ -368,9 +369,12 @@ void TMain_FRM::backUp()
     if (QFile::exists(target) &&
         !Ask(u"پرونده ای با این نام هست:\n\u2066%1\u2069\nجایگزین شود؟"_s.arg(target), TAnswer::No))
         return;
+    TNewSeal_FRM seal;
+    if (seal.exec() != QDialog::Accepted)
+        return;
     {
         const TBusy busy;
-        Backup::save(m_session.choice().file, target);
+        Backup::save(m_session.choice().file, target, seal.Password());
     }
     SetUserEvent(TSoftwarePart(0), cpPrint, u"پشتیبان گیری در %1"_s.arg(target), true, true);
     const TEventLogVerdict log = CheckEventLogWithProgress(this);
@@ -391,10 +395,12 @@ void TMain_FRM::restore()
     }
     const QString file = m_session.choice().file;
     std::unique_ptr<Backup::TRestore> restoring;
-    {
+    const auto take = [&](const QString &password) {
         const TBusy busy;
-        restoring = std::make_unique<Backup::TRestore>(file, source);
-    }
+        restoring = std::make_unique<Backup::TRestore>(file, source, password);
+    };
+    if (!TakeSealed(take))
+        return;
     if (!Ask(
             contentsText(restoring->contents()) +
                 u"\n\nهمه اطلاعات کنونی با اطلاعات پشتیبان جایگزین می شود. پیش از آن از اطلاعات کنونی پشتیبان گرفته می شود. ادامه می دهید؟"_s,

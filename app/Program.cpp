@@ -11,6 +11,7 @@
 #include "host/Declaration_PKG/CodeLocks_unt.h"
 #include "host/Declaration_PKG/EventHead_unt.h"
 #include "host/Declaration_PKG/Inioptionfile_unt.h"
+#include "host/Declaration_PKG/ServerRoles_unt.h"
 #include "host/database/OdbcConnectionString.h"
 #include "host/database/SqliteFile.h"
 
@@ -453,6 +454,10 @@ int RunProgram(const TCommandLine &line, QTextStream &out, QTextStream &err)
     }
     if (line.task == TCommandLine::Task::Help) {
         out << TCommandLine::help() << Qt::flush;
+        return 0;
+    }
+    if (line.task == TCommandLine::Task::ServerRoles) {
+        out << ServerRolesScript() << Qt::flush;
         return 0;
     }
     if (line.task == TCommandLine::Task::Version) {

@@ -93,6 +93,11 @@ TUserList_FRM F9
 TRightsMatrix_FRM @rights-matrix Esc
 TUserList_FRM Esc)";
 
+// A backup is encrypted, and looked into.
+constexpr QStringView newSeal =
+    u"TNewSeal_FRM Password_EDT=%1 Repeat_EDT=%1 @backup-password ?backup-made F3";
+constexpr QStringView openSeal = u"TSeal_FRM Password_EDT=%1 @encrypted-backup ?question-before-a-restore F3";
+
 constexpr QStringView databaseSettings = uR"(
 TDatabaseSettings_FRM File_EDT=/srv/payroll/ketebionpap.db Server_RB! Server_EDT=db.example.ir
 TDatabaseSettings_FRM Database_EDT=Payroll User_EDT=payroll @database-settings Esc)";
@@ -175,8 +180,8 @@ QList<TourScript::TItem> TourScript::items(const QString &backup)
         {"PickIntoOrder_ACT", steps(pickInto, u"TPickTarget_Orders"_s, u"F6"_s, u"pick-into-order"_s)},
         {"PickIntoOutput_ACT", steps(pickInto, u"TPickTarget_Outputs"_s, u"F8"_s, u"pick-into-output"_s)},
         {"DatabaseSettings_ACT", steps(databaseSettings)},
-        {"Backup_ACT", inFileDialog(backup, u"@backup ?backup-made")},
-        {"Restore_ACT", inFileDialog(backup, u"@restore ?question-before-a-restore")},
+        {"Backup_ACT", inFileDialog(backup, u"@backup") + steps(newSeal, password)},
+        {"Restore_ACT", inFileDialog(backup, u"@restore") + steps(openSeal, password)},
         {"Users_ACT", steps(users, password)},
         {"Locks_ACT", steps(u"TLockList_FRM @code-locks F7 Esc")},
         {"Workstations_ACT", look("TWorkstationList_FRM", "workstations")},

@@ -117,7 +117,8 @@ int main(int argc, char **argv)
         return RunProgram(line, out, err);
     }
     const bool needsWindows = line.error.isEmpty() && line.task != TCommandLine::Task::Help &&
-                              line.task != TCommandLine::Task::Version;
+                              line.task != TCommandLine::Task::Version &&
+                              line.task != TCommandLine::Task::ServerRoles;
     if (!needsWindows)
         return RunProgram(line, out, err);
     if (!hasDisplay()) {

@@ -4,6 +4,10 @@
 #include "host/Declaration_PKG/Login_unt.h"
 #include "support/TestServer.h"
 
+#include <QApplication>
+
+using namespace Qt::Literals::StringLiterals;
+
 Screens::Screens(TestDatabase::Place place)
 {
     qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
@@ -36,4 +40,19 @@ std::string Screens::told()
     for (; m_told < messages.all().size(); ++m_told)
         texts << messages.all().at(m_told).text;
     return texts.join('\n').toStdString();
+}
+
+ScreensOnAFile::ScreensOnAFile() : Screens(TestDatabase::FileAlways)
+{
+    QObject::connect(&m_newSeals, &QTimer::timeout, &m_newSeals, [this] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        if (!dialog || dialog->objectName() != "TNewSeal_FRM"_L1 || dialog->property("answered").toBool())
+            return;
+        dialog->setProperty("answered", true);
+        if (inNewSeal)
+            inNewSeal(dialog);
+        else
+            Keys::press(dialog, Qt::Key_F3);
+    });
+    m_newSeals.start(5);
 }

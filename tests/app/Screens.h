@@ -6,6 +6,7 @@
 #include "support/TestDatabase.h"
 
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -34,5 +35,11 @@ private:
 /// What a session has only on a file, "suite.db" in the home: its backup, its name.
 class ScreensOnAFile : public Screens {
 protected:
-    ScreensOnAFile() : Screens(TestDatabase::FileAlways) {}
+    ScreensOnAFile();
+
+    /// What is done in the dialog that asks for a backup's password; without it none is given.
+    std::function<void(QWidget *dialog)> inNewSeal;
+
+private:
+    QTimer m_newSeals; // the dialog follows that of the file, which is the one that a test shows
 };

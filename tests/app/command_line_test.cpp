@@ -173,7 +173,7 @@ TEST(CommandLine, HelpNamesEveryOptionAndEveryEntry)
     const QString help = TCommandLine::help();
     for (const char *option :
          {"--database", "--create", "--odbc", "--odbc-file", "--demo", "--user", "--password-file", "--call",
-          "--tour", "--reset-administrator", "--help", "--version"})
+          "--tour", "--reset-administrator", "--check-log", "--server-roles", "--help", "--version"})
         EXPECT_TRUE(help.contains(QLatin1String(option))) << option;
     EXPECT_EQ(EntryPoints::all().size(), 14);
     for (const TEntryPoint &entry : EntryPoints::all())

@@ -86,6 +86,10 @@ TEST_F(Program, HelpAndVersionNeedNoDisplay)
     const TRun version = run({"--version"}, bare);
     EXPECT_EQ(version.exitCode, 0);
     EXPECT_EQ(version.out.rfind("ketebionpap ", 0), 0u);
+    const TRun roles = run({"--server-roles"}, bare);
+    EXPECT_EQ(roles.exitCode, 0);
+    EXPECT_NE(roles.out.find("grant select, update on dbo.CalcMethod to ketebionpap_methods_edit\n"),
+              std::string::npos);
 }
 
 TEST_F(Program, SaysInOneLineThatThereIsNoDisplay)

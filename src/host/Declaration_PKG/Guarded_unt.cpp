@@ -3,6 +3,7 @@
 #include "host/Declaration_PKG/DM_UNT.h"
 #include "host/Declaration_PKG/LowMemory_unt.h"
 #include "host/Declaration_PKG/Specialmessages.h"
+#include "host/database/SealedFile.h"
 
 #include <new>
 
@@ -16,6 +17,9 @@ void TellFault()
         if (DM.ADOConnection1)
             DM.ADOConnection1->noteError(error);
         MsgDatabaseError(error);
+    } catch (const TSealError &error) {
+        qWarning("%s", error.what());
+        ShowSmartMessage(error.userText(), {}, miWarning);
     } catch (const std::bad_alloc &) {
         TellLowMemory();
     } catch (const std::exception &error) {

@@ -4,6 +4,7 @@
 #include "host/database/Connection.h"
 #include "host/database/Faults.h"
 #include "host/database/PassingFile.h"
+#include "host/database/SealedFile.h"
 #include "host/database/SqliteFile.h"
 #include "host/database/SqliteHandle.h"
 #include "host/database/WriterQueue.h"
@@ -28,6 +29,12 @@ QString unfinishedEnding()
 QString checkedCopyOf(const QString &databaseFile)
 {
     return databaseFile + u".restore"_s;
+}
+
+/// What is to be encrypted stands beside the database, which is as readable, and never where the backup goes.
+QString plainCopyOf(const QString &databaseFile)
+{
+    return databaseFile + u".backup"_s;
 }
 
 /// The pages of one database on their way into another, which is locked for other writers meanwhile. The target changes
@@ -77,14 +84,31 @@ private:
     sqlite3_backup *m_backup;
 };
 
+void mustBeOneSoundFile(TSqliteHandle &copy)
+{
+    copy.text(u"PRAGMA journal_mode=DELETE"_s);
+    copy.mustBeSound();
+}
+
 /// A copy in one file, checked. The target is there, and empty.
 void copyInto(const QString &source, const QString &target)
 {
     TSqliteHandle from = TSqliteHandle::reading(source);
     TSqliteHandle to(target, SQLITE_OPEN_READWRITE);
     TPages(from, to).copy();
-    to.text(u"PRAGMA journal_mode=DELETE"_s);
-    to.mustBeSound();
+    mustBeOneSoundFile(to);
+}
+
+/// The same of a backup, encrypted or not.
+void takeOut(const QString &backup, const QString &target, const QString &password)
+{
+    if (!SealedFile::isSealed(backup)) {
+        copyInto(backup, target);
+        return;
+    }
+    SealedFile::open(backup, target, password);
+    TSqliteHandle copy(target, SQLITE_OPEN_READWRITE);
+    mustBeOneSoundFile(copy);
 }
 
 void mustBeAnotherFile(const QString &databaseFile, const QString &other)
@@ -118,14 +142,20 @@ Backup::TContents contentsOf(TSqliteHandle &copy, const QString &source)
 
 } // namespace
 
-void Backup::save(const QString &databaseFile, const QString &target)
+void Backup::save(const QString &databaseFile, const QString &target, const QString &password)
 {
     mustBeAnotherFile(databaseFile, target);
     const QDir folder = QFileInfo(target).absoluteDir();
     for (const QString &left : folder.entryList({u'*' + unfinishedEnding()}, QDir::Files | QDir::Hidden))
         TPassingFile::removeLeft(folder.filePath(left));
     const TPassingFile passing(target + unfinishedEnding());
-    copyInto(databaseFile, passing.name());
+    if (password.isEmpty()) {
+        copyInto(databaseFile, passing.name());
+    } else {
+        const TPassingFile plain(plainCopyOf(databaseFile));
+        copyInto(databaseFile, plain.name());
+        SealedFile::seal(plain.name(), passing.name(), password);
+    }
     if (std::rename(QFile::encodeName(passing.name()).constData(), QFile::encodeName(target).constData()) !=
         0)
         Faults::failWithErrno(target);
@@ -135,6 +165,7 @@ void Backup::removeLeftovers(const QString &databaseFile)
 {
     const QFileInfo database(databaseFile);
     TPassingFile::removeLeft(checkedCopyOf(databaseFile));
+    TPassingFile::removeLeft(plainCopyOf(databaseFile));
     const QDir folder = database.absoluteDir();
     for (const QString &left : folder.entryList({u'*' + unfinishedEnding()}, QDir::Files | QDir::Hidden))
         TPassingFile::removeLeft(folder.filePath(left));
@@ -149,13 +180,13 @@ struct Backup::TRestore::TParts {
     int patience = usualPatience;
 };
 
-Backup::TRestore::TRestore(const QString &databaseFile, const QString &source)
+Backup::TRestore::TRestore(const QString &databaseFile, const QString &source, const QString &password)
 {
     mustBeAnotherFile(databaseFile, source);
     // The backup itself stays as it is: a copy is checked and brought up to date.
     m_parts = std::make_unique<TParts>(databaseFile);
     const QString copy = m_parts->passing.name();
-    copyInto(source, copy);
+    takeOut(source, copy, password);
     {
         TSqliteHandle checked(copy, SQLITE_OPEN_READONLY);
         BackupCheck::mustBeWhole(checked);
@@ -210,7 +241,7 @@ void Backup::TRestore::run(const QString &before)
     }
 }
 
-void Backup::restore(const QString &databaseFile, const QString &source)
+void Backup::restore(const QString &databaseFile, const QString &source, const QString &password)
 {
-    TRestore(databaseFile, source).run();
+    TRestore(databaseFile, source, password).run();
 }

@@ -13,8 +13,9 @@ namespace Backup {
 
 /// Writes the database as it stands now into `target`, one file that is whole in itself. An older file of that name is
 /// replaced only after the copy was checked; after an error it is as it was. What a killed backup left in the folder
-/// of `target` goes. Throws TDatabaseError.
-KETEBIONPAP_CORE void save(const QString &databaseFile, const QString &target);
+/// of `target` goes. With a password it is encrypted (SealedFile) and read back to its end; the copy to encrypt stands
+/// beside the database meanwhile. Throws TDatabaseError, and TSealError when what was written reads back otherwise.
+KETEBIONPAP_CORE void save(const QString &databaseFile, const QString &target, const QString &password = {});
 
 /// Takes away the copies that killed programs left beside the database; those of a running one stay. Throws nothing.
 KETEBIONPAP_CORE void removeLeftovers(const QString &databaseFile);
@@ -32,8 +33,9 @@ public:
     /// Copies the backup beside the database, checks the copy and brings one of an older version up to date; the
     /// backup itself and the database stay as they are. Throws TDatabaseError for every file that is no sound
     /// database of this suite: besides damaged pages one that lacks a table, a column, a view, an index or a trigger
-    /// of its version, has other triggers or unique indexes on them, or references that lead nowhere.
-    TRestore(const QString &databaseFile, const QString &source);
+    /// of its version, has other triggers or unique indexes on them, or references that lead nowhere. An encrypted
+    /// backup wants its password, or throws TSealError; others take no notice of one.
+    TRestore(const QString &databaseFile, const QString &source, const QString &password = {});
     ~TRestore();
 
     const TContents &contents() const;
@@ -50,7 +52,8 @@ private:
     std::unique_ptr<TParts> m_parts;
 };
 
-/// Both steps at once. Throws TDatabaseError.
-KETEBIONPAP_CORE void restore(const QString &databaseFile, const QString &source);
+/// Both steps at once. Throws TDatabaseError and TSealError.
+KETEBIONPAP_CORE void restore(const QString &databaseFile, const QString &source,
+                              const QString &password = {});
 
 } // namespace Backup
