@@ -2,6 +2,8 @@
 
 #include "app/Ask.h"
 #include "host/Declaration_PKG/Guarded_unt.h"
+#include "host/Declaration_PKG/Password_unt.h"
+#include "host/Declaration_PKG/Permission_logs_unt.h"
 #include "host/database/SealedFile.h"
 
 #include <QLabel>
@@ -23,11 +25,11 @@ bool TNewSeal_FRM::Accept()
 {
     if (!repeatedRightly(Password_EDT, Repeat_EDT))
         return false;
-    if (Password().isEmpty() || Password().size() >= MinimalPasswordLength)
+    const QString complaint =
+        Password().isEmpty() ? QString() : PasswordComplaint(Password(), {UserInfo.Name, UserInfo.FullName});
+    if (complaint.isEmpty())
         return true;
-    TLogin weak;
-    weak.result = TLoginResult::WeakPassword;
-    Tell(LoginText(weak), miWarning);
+    Tell(complaint, miWarning);
     Repeat_EDT->clear();
     Password_EDT->setFocus();
     Password_EDT->selectAll();

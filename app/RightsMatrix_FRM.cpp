@@ -73,6 +73,7 @@ TRightsMatrix_FRM::TRightsMatrix_FRM()
         columns.append({columnOf(kind), PermissionName(TPermission(kind)), 100});
     BuildList(&m_query, u"Matrix_List_GRD"_s, columns, {{"UserName", u"کاربر"_s, TSearchItem::Text, true}});
     BuildUsualLayout(u"جدول دسترسی ها"_s);
+    KeepToAdministrators();
     BuildButtons(false, true);
     for (TSmartButton_ZLM *button : {New_BTN, EDit_BTN, Del_BTN})
         button->hide();
