@@ -65,6 +65,18 @@ TEST_F(ServiceRoles, AdministrationsHoldsUsersWorkstationsLocksAndTheLog)
     EXPECT_EQ(SaveUser(clerk, {}), TLoginResult::Ok);
     EXPECT_TRUE(SetRightsOfUser(clerk.Code, {{cspStaff, cpOpen}}));
     EXPECT_TRUE(SetRightsOfUser(clerk.Code, {}));
+    TRole role;
+    role.name = u"role"_s;
+    role.rights = {{cspStaff, cpOpen}};
+    EXPECT_EQ(SaveRole(role), TLoginResult::Ok);
+    role.rights = {{cspTax, cpOpen}};
+    EXPECT_EQ(SaveRole(role), TLoginResult::Ok);
+    EXPECT_EQ(SetRightsAndRoles(clerk.Code, {}, {role.code}), TLoginResult::Ok);
+    RoleNamesOfUsers();
+    TQuery matrix(&connection, u"Matrix_QUR"_s);
+    matrix.setStatement("select * from UserRightSource_VW");
+    matrix.open();
+    EXPECT_EQ(DeleteRole(role.code), TLoginResult::Ok);
     EXPECT_EQ(DeleteUser(clerk.Code), TLoginResult::Ok);
     EXPECT_TRUE(RegisterWorkstation(2, u"other desk"_s));
     OperationOnLockCode_SoftwarePart(u"17"_s, cspStaff, 2, otLock, false);

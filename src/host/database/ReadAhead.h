@@ -5,7 +5,7 @@
 
 /// Has a database behind a line read, with one request, what is about to be asked for; nothing where rows come at once.
 /// While this lives, each of the statements is answered once with what was read then. Only for statements that nothing
-/// which is written meanwhile changes.
+/// which is written meanwhile changes. Throws TDatabaseError where the line is lost or given up.
 class TReadAhead {
 public:
     TReadAhead(TConnection &connection, const QList<TStatement> &statements) : m_connection(connection)

@@ -203,7 +203,9 @@ void TServerEngine::readAhead(const QList<TBoundStatement> &statements)
         if (ask([read, statements](TLineEngine &line) { *read = line.selectMany(statements); },
                 statements.first().text))
             return;
-    } catch (const TDatabaseError &) {
+    } catch (const TDatabaseError &error) {
+        if (IsLineLost(error.fault())) // who gave it up does not wait for each of them once more
+            throw;
         return; // each is asked for in its turn, and tells its own failure
     }
     for (qsizetype i = 0; i < statements.size(); ++i)
