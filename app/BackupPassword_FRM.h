@@ -2,6 +2,8 @@
 
 #include "app/Login_FRM.h"
 
+#include <QLineEdit>
+
 #include <functional>
 
 /// The password of a backup that is made: typed twice, or left empty for one that is not encrypted.

@@ -7,6 +7,7 @@
 
 #include <optional>
 
+class QLabel;
 class TManyWrites;
 
 /// The list of earnings or of deductions with their groups: to keep them, or to pick items for another editor.
